@@ -1,0 +1,20 @@
+// Questions and message boxes, shown by the front end. Without one a box is kept as a report line by
+// whoever sets the hook, and a question is answered No.
+#pragma once
+
+#include <string_view>
+
+namespace kv {
+
+enum class BoxIcon { None, Information, Warning, Error };
+
+struct DialogHooks {
+    void (*Box)(std::string_view text, std::string_view title, BoxIcon icon) = nullptr;
+    bool (*Ask)(std::string_view text, std::string_view title) = nullptr;
+};
+extern DialogHooks Dialogs;
+
+void ShowBox(std::string_view text, std::string_view title, BoxIcon icon);
+bool AskYesNo(std::string_view text, std::string_view title); // No without a front end
+
+} // namespace kv

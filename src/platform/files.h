@@ -1,0 +1,50 @@
+// File access by backslash path. Durable files are written whole beside their place, flushed and
+// moved over the old one, so that no reader ever sees half a file.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kv {
+
+struct FileOutcome {
+    int Number = 0;    // 0, or one of the numbers of run_error.h
+    std::string Cause; // the system's words, for a person; CP1252
+    bool Ok() const { return Number == 0; }
+};
+
+bool FileExists(std::string_view path);        // a file that is no folder, readable or not
+bool FolderExists(std::string_view path);      // trailing backslash or not
+std::uint64_t FileSize(std::string_view path); // bytes, 0 when it is not there
+
+// Reads a file whole. Refuses more than `limit` bytes (ErrorFileAccess).
+FileOutcome ReadWholeFile(std::string_view path, std::string& contents,
+                          std::uint64_t limit = std::uint64_t{1} << 31);
+// The first `length` bytes, or fewer.
+FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length);
+// Reading in pieces: a handle of 0 or more, the file's size in bytes; a folder is ErrorFileAccess.
+FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size);
+FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got); // got 0: end
+void CloseReading(int handle);
+// Replaces or makes a file, whole or not at all. Keeps the access rights of an old file.
+FileOutcome ReplaceFile(std::string_view path, std::string_view contents);
+
+// The same in two steps, for files that must change together: all are staged (written aside and
+// flushed), then all are moved. A staged file that is not moved disappears with DropStaged.
+struct StagedFile {
+    std::string Place; // host path of the file to replace
+    std::string Aside; // host path of the written copy; empty when nothing is staged
+};
+FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged);
+FileOutcome MoveStaged(StagedFile& staged);
+void DropStaged(StagedFile& staged);
+
+// Opens the file for writing and asks whether another program holds a lock on it; changes nothing.
+FileOutcome CheckWritable(std::string_view path);
+
+FileOutcome MakeFolder(std::string_view path);  // one folder; an existing one is no error
+FileOutcome MakeFolders(std::string_view path); // with all missing folders above it
+FileOutcome DeleteFile(std::string_view path);  // one that is not there is no error
+
+} // namespace kv

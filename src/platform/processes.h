@@ -1,0 +1,23 @@
+// Programs of outside parties: start one, ask how it ended.
+#pragma once
+
+#include <string_view>
+
+#include "platform/numbers.h"
+
+namespace kv {
+
+constexpr Long StillActive = 259; // exit code of a process that has not ended
+
+struct ProcessHooks {
+    Long (*Start)(std::string_view commandLine) = nullptr; // a handle above 0; 0 when it cannot start
+    Long (*ExitCode)(Long handle) = nullptr;               // StillActive until it has ended
+    void (*Forget)(Long handle) = nullptr;
+};
+extern ProcessHooks Processes;
+
+Long StartProcess(std::string_view commandLine); // 0 without a front end
+Long ProcessExitCode(Long handle);
+void ForgetProcess(Long handle);
+
+} // namespace kv

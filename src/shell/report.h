@@ -1,0 +1,51 @@
+// The process report and the six meters: the program's only log. A front end sets the hooks; without
+// one the report goes nowhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kv {
+
+// First character of a line: the colour for it and the following lines of the same call.
+constexpr char MarkRed = '\x80';   // 155, 0, 0
+constexpr char MarkGreen = '\x81'; // 0, 155, 0
+constexpr char MarkBlue = '\x82';  // 0, 0, 255
+constexpr char MarkPink = '\x83';  // 255, 0, 100
+
+struct ReportRow {
+    std::string Text; // trimmed, mark removed, CP1252
+    unsigned char Red = 0, Green = 0, Blue = 0;
+    bool Centred = false;
+};
+
+enum class Meter { Parsing, ReadingInfo, Processing, Sequencing, SynLeads, PgmCode };
+constexpr int MeterCount = 6;
+
+struct ReportHooks {
+    void (*ShowRow)(const ReportRow& row) = nullptr;
+    void (*ClearRows)() = nullptr;
+    void (*MeterMoved)(Meter meter, int percent) = nullptr;
+};
+extern ReportHooks Report;
+
+// 0 clears the shown report, 1 buffers a line, 2 shows the buffer and lets events run, 3 shows the
+// text at once and lets events run; any other code is ignored.
+void ReportMessage(int code, std::string_view text);
+int ReportRowCount(); // rows shown since the last clear
+
+void SetMeter(Meter meter, int percent);
+int MeterValue(Meter meter);
+void ZeroMeters();
+// The meters' timer: while its interval is under 100 ms it shows the reader's percent done, else it
+// lets meters 1 to 5 creep on by one.
+void SetMeterInterval(int milliseconds);
+int MeterInterval();
+void TickMeters();
+extern int (*ReaderPercentDone)(); // set by the reader while it runs
+
+// Lists the failed files of the run; nothing when there are none. `failed` counts from 1.
+void ReportFailedFiles(const std::vector<std::string>& failed);
+
+} // namespace kv

@@ -1,0 +1,113 @@
+// All settings: one field per key, under the key's name, holding what the control on the screen
+// would hold. Forms bind to it, the console loads it, the passes read it.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/numbers.h"
+
+namespace kv {
+
+constexpr int ControlSystems = 3; // 0 CNC90/WINNER90, 1 Genesis, 2 Genesis Evolution
+constexpr int PtsSlots = 51;      // slot 0 is no column of the cut list
+
+// One row of the tool substitution grid, as the cells' texts.
+struct ToolSubstitution {
+    std::string Enabled, Tool, ToolSub;
+};
+
+// Designed values stand here; the first load replaces them all.
+struct Settings {
+    // Section "Configuration", in the order in which it is written.
+    Int FormState = 0; // -1: the default settings section is hidden
+    std::string SourcePath90 = "C:\\DXF\\", SourcePathGen = "C:\\DXF\\", SourcePathEV = "C:\\DXF\\";
+    std::string DestinationPath90, DestinationPathGen, DestinationPathEV;
+    bool AutoStartTemp = false, AutoStartBatch = false;
+    std::string HBDDestinationPath;
+    Int MakeHBD = 0, HBDGlue = 0, HBDDowel = 0; // check boxes: 0 or 1
+    std::string HBDVBoreLimit;                  // mm
+    bool EvOptOff = false, EvOptLR = false, EvOptRL = false, EvOptGS = false, EvOptSS = false;
+    bool Winner90 = false, Genesis = false, GenesisEV = false;
+    Int LeadS = 0, LeadRampIn = 0, LeadRampOut = 0, RemoveBorderRoute = 0, CornerComp = 0;
+    std::string LeadLength = "25.00", LeadRampHeight = "10.00"; // in the unit of Metric
+    std::string PrecisionMetric = "25.00", PrecisionInch = "25.00";
+    std::string Metric = "Metric"; // "Metric" or "Inch"
+    std::string OffsetX, OffsetY, OffsetZ;
+    Int GraphicAfterAuto = 0, GraphicAfterMan = 0, PauseForMessages = 0, TipsEnable = 0;
+    std::string SawKerf = "8"; // mm
+    Int MakeBinaries = 0;
+    std::string LineLimit = "800", BatchLimit;
+    std::string RadiusLimit; // mm; kept and shown, no pass reads it
+    Int SpeedyInchMode = 0;
+    std::string GraphicDelay;   // seconds
+    std::string UnitMode = "3"; // "1" inch, "2" metric, "3" automatic
+
+    // The same section, beside the exchange.
+    std::string Sequence;                       // four letters out of V, H, G, R; blank: VGHR
+    std::string Optimizer;                      // "0" or "1"
+    std::string DRAlternate;                    // "0" or "1"
+    std::array<std::string, 4> ListColumnWidth; // columns 3 to 6
+    std::string EditorPath;
+    std::string LineOrigin;     // "LL", "UL", "UR", "LR"
+    std::string RouteTolerance; // mm; 0 or blank: 0.1
+    std::string Origin;         // a number; not 0 flips the origin in Y
+    std::string SPDA;
+
+    // Section "System".
+    std::string Help, OLHelp, Viewer;
+
+    // Section "ToolSubData"; row 1 of the grid is element 0.
+    std::vector<ToolSubstitution> ToolSubData;
+
+    // Section "PTSDATA".
+    std::array<std::string, PtsSlots> PtsFields; // column names, upper-cased
+    std::array<std::string, PtsSlots> PtsQuotes; // the double quote or empty
+    Int PtsFieldCount = 0;                       // highest named slot at program start
+    std::string PTSPath, PTSName;
+    bool PTSMetric = true;
+
+    // Not stored.
+    bool HbdAvailable = false;
+    bool OptimizerBox = false; // the check box; cleared for Genesis Evolution, the stored key is not
+};
+extern Settings Config;
+
+// The folder of the executable with its trailing backslash, and KV90.INI in it. Set once at start.
+extern std::string ExeFolder;
+extern std::string IniPath;
+void SetExeFolder(std::string_view folder);
+
+void PutConfigValue(std::string_view key, std::string_view value);
+std::string GetConfigValue(std::string_view key);
+// At most 79 characters; empty when the key is missing, blank or exactly "END.-".
+std::string GetIniValue(std::string_view section, std::string_view key);
+bool IsTrueText(std::string_view text);
+
+// Writes all keys of the first table in its order, or loads them, applies the fix-ups and the mode
+// switch.
+void ExchangeSettings(bool save);
+void LoadCutListSettings();
+void LoadToolSubstitutions();
+void SaveToolSubstitutions();
+// The keys beside the exchange that the conversion and the window read at start.
+void LoadOtherKeys();
+void SetHbdAvailable(bool flag);
+
+// Sets one field by its key for this process alone; false when no setting has that key.
+bool OverrideSetting(std::string_view key, std::string_view value);
+
+Int SelectedSystem(); // the last selected of Winner90, Genesis, GenesisEV; 0 if none
+std::string& SourcePath(int system);
+std::string& DestinationPath(int system);
+std::string CurrentSourcePath();
+constexpr std::string_view ProductName = "Korvanti";
+
+// Grids kept in plain files beside the executable: one line a row, cells separated by tabs.
+using GridCells = std::vector<std::vector<std::string>>;
+GridCells LoadGrid(std::string_view fileName);
+bool SaveGrid(std::string_view fileName, const GridCells& cells);
+
+} // namespace kv

@@ -1,0 +1,10 @@
+// The row of a part in the saw planning program's .PTS list.
+#pragma once
+
+namespace kv {
+
+// Adds the entry of a drawing that gave cut list values; reports, clears PtsValues. A file that
+// cannot be read or replaced is a RunError; the old list stays whole.
+void WriteCutListEntry();
+
+} // namespace kv
