@@ -13,6 +13,7 @@ namespace kv {
 
 constexpr int ControlSystems = 3; // 0 CNC90/WINNER90, 1 Genesis, 2 Genesis Evolution
 constexpr int PtsSlots = 51;      // slot 0 is no column of the cut list
+constexpr int ToolSubstitutionRows = 100;
 
 // One row of the tool substitution grid, as the cells' texts.
 struct ToolSubstitution {
@@ -90,24 +91,33 @@ bool IsTrueText(std::string_view text);
 // switch.
 void ExchangeSettings(bool save);
 void LoadCutListSettings();
+// Always ToolSubstitutionRows rows; a cell that is not in the file is "0".
 void LoadToolSubstitutions();
 void SaveToolSubstitutions();
 // The keys beside the exchange that the conversion and the window read at start.
 void LoadOtherKeys();
 void SetHbdAvailable(bool flag);
+// Program start: all of the loads above in their order, from the folder that SetExeFolder was given,
+// else from the executable's own.
+void LoadAllSettings();
 
-// Sets one field by its key for this process alone; false when no setting has that key.
+// Sets one field by its key for this process alone, as if the file held that value, but of any
+// length; false when no setting has that key. Keys of section "PTSDATA" are "PTSDATA.Path" and so on.
 bool OverrideSetting(std::string_view key, std::string_view value);
+// Whether the key's value is a folder, so that a front end can bring a typed path into the program's
+// form first.
+bool IsPathSetting(std::string_view key);
 
 Int SelectedSystem(); // the last selected of Winner90, Genesis, GenesisEV; 0 if none
 std::string& SourcePath(int system);
 std::string& DestinationPath(int system);
 std::string CurrentSourcePath();
 constexpr std::string_view ProductName = "Korvanti";
+extern const std::string_view ProductVersion; // "major.minor.revision"
 
 // Grids kept in plain files beside the executable: one line a row, cells separated by tabs.
 using GridCells = std::vector<std::vector<std::string>>;
-GridCells LoadGrid(std::string_view fileName);
+GridCells LoadGrid(std::string_view fileName); // no rows when there is no file
 bool SaveGrid(std::string_view fileName, const GridCells& cells);
 
 } // namespace kv
