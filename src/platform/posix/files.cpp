@@ -1,0 +1,424 @@
+// File access on the POSIX host. Numbers follow the host's error, the cause is the host's wording.
+// A durable file is written under another name in its folder, flushed and renamed over its place;
+// a link stays a link, the file behind it is replaced. Only regular files are read or replaced:
+// a pipe would block the run, and renaming over a device would take it out of the system.
+#include "platform/files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+
+namespace kv {
+
+namespace {
+
+constexpr int LongestLinkChain = 40; // as the kernel follows
+constexpr mode_t AccessBits = 07777;
+constexpr mode_t NewFileMode = 0666; // less what the person's umask takes away
+constexpr mode_t NewFolderMode = 0777;
+
+FileOutcome OutcomeOf(int error, int numberIfMissing)
+{
+    FileOutcome outcome;
+    outcome.Cause = AnsiFromUtf8(std::strerror(error));
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+        outcome.Number = numberIfMissing;
+        break;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        outcome.Number = ErrorPermission;
+        break;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        outcome.Number = ErrorDiskFull;
+        break;
+    case EISDIR:
+        outcome.Number = ErrorFileAccess;
+        break;
+    default:
+        outcome.Number = ErrorDeviceIo;
+    }
+    return outcome;
+}
+
+FileOutcome LeadsNowhere(std::string_view path)
+{
+    const bool unspeakable = path.find_first_of(std::string_view("?\0", 2)) != std::string_view::npos;
+    if (unspeakable)
+        return {ErrorPathNotFound, "no file can have this name"};
+    if (path.size() >= 2 && path[1] == ':')
+        return {ErrorPathNotFound, "no drive " + std::string(path.substr(0, 2))};
+    return {ErrorPathNotFound, "no path"};
+}
+
+bool StatusOf(const std::string& host, struct stat& status)
+{
+    return ::stat(host.c_str(), &status) == 0;
+}
+
+// Folder of a host path, with its slash; empty for the current folder.
+std::string HostFolder(const std::string& host)
+{
+    return host.substr(0, host.rfind('/') + 1);
+}
+
+// For a file that was not found: is it the file or its folder that is missing?
+int NumberForMissing(const std::string& host)
+{
+    const std::string folder = HostFolder(host);
+    struct stat status {};
+    const bool folderStands = StatusOf(folder.empty() ? "." : folder, status) && S_ISDIR(status.st_mode);
+    return folderStands ? ErrorFileNotFound : ErrorPathNotFound;
+}
+
+FileOutcome RefuseUnlessRegular(mode_t mode)
+{
+    if (S_ISDIR(mode))
+        return {ErrorFileAccess, "is a folder"};
+    if (!S_ISREG(mode))
+        return {ErrorFileAccess, "is no regular file"};
+    return {};
+}
+
+// The place that the last link of a chain names, whether a file stands there or not.
+std::string BehindLinks(std::string host)
+{
+    for (int i = 0; i < LongestLinkChain; ++i) {
+        std::string target(4096, '\0');
+        const ssize_t length = ::readlink(host.c_str(), target.data(), target.size());
+        if (length < 0)
+            break; // no link
+        target.resize(static_cast<std::size_t>(length));
+        host = target[0] == '/' ? target : HostFolder(host) + target;
+    }
+    return host;
+}
+
+// Beyond the size limit of a process the system sends SIGXFSZ, which would end the program; with
+// the signal held back the write just fails. Taken off again before the old mask returns.
+class FileSizeSignalHeld {
+  public:
+    FileSizeSignalHeld()
+    {
+        sigemptyset(&Set);
+        sigaddset(&Set, SIGXFSZ);
+        pthread_sigmask(SIG_BLOCK, &Set, &Before);
+    }
+    ~FileSizeSignalHeld()
+    {
+        const timespec noWait{};
+        while (sigtimedwait(&Set, nullptr, &noWait) > 0) {
+        }
+        pthread_sigmask(SIG_SETMASK, &Before, nullptr);
+    }
+    FileSizeSignalHeld(const FileSizeSignalHeld&) = delete;
+    FileSizeSignalHeld& operator=(const FileSizeSignalHeld&) = delete;
+
+  private:
+    sigset_t Set{};
+    sigset_t Before{};
+};
+
+int WriteAll(int file, std::string_view contents)
+{
+    while (!contents.empty()) {
+        const ssize_t written = ::write(file, contents.data(), contents.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return errno;
+        contents.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+// Writes, gives the copy the rights of the old file, flushes and closes. 0 or the system's error.
+int FinishCopy(int file, std::string_view contents, const struct stat* old)
+{
+    const FileSizeSignalHeld held;
+    int error = WriteAll(file, contents);
+    if (error == 0 && old != nullptr) {
+        // A stranger's file may not be given back to him; then the rights count without the owner.
+        if (::fchown(file, old->st_uid, old->st_gid) != 0 && errno != EPERM)
+            error = errno;
+        if (error == 0 && ::fchmod(file, old->st_mode & AccessBits) != 0)
+            error = errno;
+    }
+    if (error == 0 && ::fsync(file) != 0)
+        error = errno;
+    if (::close(file) != 0 && error == 0)
+        error = errno;
+    return error;
+}
+
+// Makes a new file in the folder, under a name that no other process and no earlier run uses.
+int MakeAside(const std::string& folder, std::string& name)
+{
+    static unsigned counter = 0;
+    for (;;) {
+        name = folder + ".kv-" + WholeText(::getpid()) + '-' + WholeText(++counter) + ".tmp";
+        const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode);
+        if (file >= 0 || errno != EEXIST)
+            return file;
+    }
+}
+
+// A rename is durable when its folder is. Some file systems know no flush of a folder; the new
+// file stands all the same, so this cannot fail any more.
+void FlushFolder(const std::string& folder)
+{
+    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+}
+
+std::string WithoutSlash(std::string host)
+{
+    while (host.size() > 1 && host.back() == '/')
+        host.pop_back();
+    return host;
+}
+
+bool HeldByAnother(int file)
+{
+    struct flock wanted {};
+    wanted.l_type = F_WRLCK;
+    wanted.l_whence = SEEK_SET;
+    if (::fcntl(file, F_GETLK, &wanted) == 0 && wanted.l_type != F_UNLCK)
+        return true;
+    return ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; // closing gives it back
+}
+
+} // namespace
+
+bool FileExists(std::string_view path)
+{
+    struct stat status {};
+    return StatusOf(ToHostPath(path), status) && !S_ISDIR(status.st_mode);
+}
+
+bool FolderExists(std::string_view path)
+{
+    struct stat status {};
+    return StatusOf(ToHostPath(path), status) && S_ISDIR(status.st_mode);
+}
+
+std::uint64_t FileSize(std::string_view path)
+{
+    struct stat status {};
+    if (!StatusOf(ToHostPath(path), status) || !S_ISREG(status.st_mode))
+        return 0;
+    return static_cast<std::uint64_t>(status.st_size);
+}
+
+FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size)
+{
+    handle = -1;
+    size = 0;
+    const std::string host = ToHostPath(path);
+    if (host.empty())
+        return LeadsNowhere(path);
+    const int file = ::open(host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file < 0)
+        return OutcomeOf(errno, NumberForMissing(host));
+    struct stat status {};
+    FileOutcome outcome;
+    if (::fstat(file, &status) != 0)
+        outcome = OutcomeOf(errno, ErrorFileNotFound);
+    else
+        outcome = RefuseUnlessRegular(status.st_mode);
+    if (!outcome.Ok()) {
+        ::close(file);
+        return outcome;
+    }
+    handle = file;
+    size = static_cast<std::uint64_t>(status.st_size);
+    return {};
+}
+
+FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got)
+{
+    got = 0;
+    for (;;) {
+        const ssize_t count = ::read(handle, into, length);
+        if (count >= 0) {
+            got = static_cast<std::size_t>(count);
+            return {};
+        }
+        if (errno != EINTR)
+            return OutcomeOf(errno, ErrorFileNotFound);
+    }
+}
+
+void CloseReading(int handle)
+{
+    if (handle >= 0)
+        ::close(handle);
+}
+
+FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length)
+{
+    contents.clear();
+    int handle = -1;
+    std::uint64_t size = 0;
+    FileOutcome outcome = OpenForReading(path, handle, size);
+    if (!outcome.Ok())
+        return outcome;
+    contents.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size, length)));
+    std::size_t filled = 0, got = 1;
+    while (outcome.Ok() && got > 0 && filled < contents.size()) {
+        outcome = ReadSome(handle, contents.data() + filled, contents.size() - filled, got);
+        filled += got;
+    }
+    CloseReading(handle);
+    contents.resize(outcome.Ok() ? filled : 0); // fewer when the file was cut meanwhile
+    return outcome;
+}
+
+FileOutcome ReadWholeFile(std::string_view path, std::string& contents, std::uint64_t limit)
+{
+    // One byte more than allowed tells a file that is too long, also one that grows meanwhile.
+    const FileOutcome outcome = ReadFileHead(path, contents, static_cast<std::size_t>(limit) + 1);
+    if (outcome.Ok() && contents.size() > limit) {
+        contents = {};
+        return {ErrorFileAccess, "is longer than " + WholeText(static_cast<long long>(limit)) + " bytes"};
+    }
+    return outcome;
+}
+
+FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged)
+{
+    staged = {};
+    const std::string spelled = ToHostPath(path);
+    if (spelled.empty())
+        return LeadsNowhere(path);
+    const std::string place = BehindLinks(spelled);
+    struct stat old {};
+    const bool replaces = StatusOf(place, old);
+    if (replaces) {
+        const FileOutcome refused = RefuseUnlessRegular(old.st_mode);
+        if (!refused.Ok())
+            return refused;
+        // A rename asks for the folder's rights only; a file set read-only is meant to stay.
+        if (::faccessat(AT_FDCWD, place.c_str(), W_OK, AT_EACCESS) != 0)
+            return OutcomeOf(errno, ErrorPathNotFound);
+    }
+    std::string aside;
+    const int file = MakeAside(HostFolder(place), aside);
+    if (file < 0)
+        return OutcomeOf(errno, ErrorPathNotFound);
+    const int error = FinishCopy(file, contents, replaces ? &old : nullptr);
+    if (error != 0) {
+        ::unlink(aside.c_str());
+        return OutcomeOf(error, ErrorPathNotFound);
+    }
+    staged = {place, aside};
+    return {};
+}
+
+FileOutcome MoveStaged(StagedFile& staged)
+{
+    if (staged.Aside.empty())
+        return {};
+    if (::rename(staged.Aside.c_str(), staged.Place.c_str()) != 0) {
+        const FileOutcome outcome = OutcomeOf(errno, ErrorPathNotFound);
+        DropStaged(staged);
+        return outcome;
+    }
+    FlushFolder(HostFolder(staged.Place));
+    staged = {};
+    return {};
+}
+
+void DropStaged(StagedFile& staged)
+{
+    if (!staged.Aside.empty())
+        ::unlink(staged.Aside.c_str());
+    staged = {};
+}
+
+FileOutcome ReplaceFile(std::string_view path, std::string_view contents)
+{
+    StagedFile staged;
+    const FileOutcome outcome = StageFile(path, contents, staged);
+    return outcome.Ok() ? MoveStaged(staged) : outcome;
+}
+
+FileOutcome CheckWritable(std::string_view path)
+{
+    const std::string host = ToHostPath(path);
+    if (host.empty())
+        return LeadsNowhere(path);
+    struct stat status {};
+    if (!StatusOf(host, status))
+        return OutcomeOf(errno, NumberForMissing(host));
+    const FileOutcome refused = RefuseUnlessRegular(status.st_mode);
+    if (!refused.Ok())
+        return refused;
+    const int file = ::open(host.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return OutcomeOf(errno, ErrorFileNotFound);
+    const bool held = HeldByAnother(file);
+    ::close(file);
+    return held ? FileOutcome{ErrorPermission, "in use by another program"} : FileOutcome{};
+}
+
+FileOutcome MakeFolder(std::string_view path)
+{
+    const std::string host = WithoutSlash(ToHostPath(path));
+    if (host.empty())
+        return LeadsNowhere(path);
+    if (::mkdir(host.c_str(), NewFolderMode) == 0)
+        return {};
+    const int error = errno;
+    struct stat status {};
+    if (StatusOf(host, status)) // what stands there already wins over the reason of the refusal
+        return S_ISDIR(status.st_mode) ? FileOutcome{} : FileOutcome{ErrorFileAccess, "is no folder"};
+    return OutcomeOf(error, ErrorPathNotFound);
+}
+
+FileOutcome MakeFolders(std::string_view path)
+{
+    const std::string host = WithoutSlash(ToHostPath(path));
+    if (host.empty())
+        return LeadsNowhere(path);
+    struct stat status {};
+    if (StatusOf(host, status) && S_ISDIR(status.st_mode))
+        return {};
+    for (std::size_t end = host.find('/', 1); end != std::string::npos; end = host.find('/', end + 1)) {
+        const std::string above = host.substr(0, end);
+        if (!StatusOf(above, status) && ::mkdir(above.c_str(), NewFolderMode) != 0)
+            return OutcomeOf(errno, ErrorPathNotFound);
+    }
+    return MakeFolder(path);
+}
+
+FileOutcome DeleteFile(std::string_view path)
+{
+    const std::string host = ToHostPath(path);
+    if (host.empty() || ::unlink(host.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR)
+        return {};
+    return OutcomeOf(errno, ErrorFileNotFound);
+}
+
+} // namespace kv

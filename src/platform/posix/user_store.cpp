@@ -1,0 +1,40 @@
+// Small settings of a person: an INI file in the person's configuration folder, one section per
+// application and section. The folder is made with the first value that is saved.
+#include "platform/user_store.h"
+
+#include "platform/files.h"
+#include "platform/ini_file.h"
+#include "platform/paths.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::size_t LongestValue = 4096;
+
+std::string StorePath()
+{
+    return UserConfigFolder() + "user.ini";
+}
+
+std::string StoreSection(std::string_view application, std::string_view section)
+{
+    return std::string(application).append("\\").append(section);
+}
+
+} // namespace
+
+std::string GetUserSetting(std::string_view application, std::string_view section, std::string_view key,
+                           std::string_view missing)
+{
+    return ReadProfileString(StoreSection(application, section), key, missing, LongestValue, StorePath());
+}
+
+bool SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
+                     std::string_view value)
+{
+    return MakeFolders(UserConfigFolder()).Ok() &&
+           WriteProfileString(StoreSection(application, section), key, value, StorePath());
+}
+
+} // namespace kv
