@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kv {
 
@@ -39,6 +40,9 @@ struct StagedFile {
 FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged);
 FileOutcome MoveStaged(StagedFile& staged);
 void DropStaged(StagedFile& staged);
+
+// Host paths of the files that were replaced or made, in order; null: nobody asks.
+extern std::vector<std::string>* WrittenFiles;
 
 // Opens the file for writing and asks whether another program holds a lock on it; changes nothing.
 FileOutcome CheckWritable(std::string_view path);

@@ -24,6 +24,8 @@
 
 namespace kv {
 
+std::vector<std::string>* WrittenFiles = nullptr;
+
 namespace {
 
 constexpr int LongestLinkChain = 40; // as the kernel follows
@@ -63,7 +65,7 @@ FileOutcome LeadsNowhere(std::string_view path)
 {
     const bool unspeakable = path.find_first_of(std::string_view("?\0", 2)) != std::string_view::npos;
     if (unspeakable)
-        return {ErrorPathNotFound, "no file can have this name"};
+        return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252"};
     if (path.size() >= 2 && path[1] == ':')
         return {ErrorPathNotFound, "no drive " + std::string(path.substr(0, 2))};
     return {ErrorPathNotFound, "no path"};
@@ -114,8 +116,7 @@ std::string BehindLinks(std::string host)
 
 // Beyond the size limit of a process the system sends SIGXFSZ, which would end the program; with
 // the signal held back the write just fails. Taken off again before the old mask returns.
-class FileSizeSignalHeld {
-  public:
+struct FileSizeSignalHeld {
     FileSizeSignalHeld()
     {
         sigemptyset(&Set);
@@ -150,18 +151,25 @@ int WriteAll(int file, std::string_view contents)
     return 0;
 }
 
-// Writes, gives the copy the rights of the old file, flushes and closes. 0 or the system's error.
+// Rights, group and owner of the old file, as far as the person may give them; a file system that
+// refuses them all has none to keep.
+void TakeRights(int file, const struct stat& old)
+{
+    constexpr uid_t SameOwner = static_cast<uid_t>(-1);
+    constexpr gid_t SameGroup = static_cast<gid_t>(-1);
+    const bool grouped = ::fchown(file, SameOwner, old.st_gid) == 0;
+    const bool owned = ::fchown(file, old.st_uid, SameGroup) == 0;
+    const mode_t kept = grouped && owned ? AccessBits : AccessBits & ~static_cast<mode_t>(S_ISUID | S_ISGID);
+    ::fchmod(file, old.st_mode & kept);
+}
+
+// Writes, takes over the rights of the old file, flushes and closes. 0 or the system's error.
 int FinishCopy(int file, std::string_view contents, const struct stat* old)
 {
     const FileSizeSignalHeld held;
     int error = WriteAll(file, contents);
-    if (error == 0 && old != nullptr) {
-        // A stranger's file may not be given back to him; then the rights count without the owner.
-        if (::fchown(file, old->st_uid, old->st_gid) != 0 && errno != EPERM)
-            error = errno;
-        if (error == 0 && ::fchmod(file, old->st_mode & AccessBits) != 0)
-            error = errno;
-    }
+    if (error == 0 && old != nullptr)
+        TakeRights(file, *old);
     if (error == 0 && ::fsync(file) != 0)
         error = errno;
     if (::close(file) != 0 && error == 0)
@@ -297,8 +305,9 @@ FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size
 
 FileOutcome ReadWholeFile(std::string_view path, std::string& contents, std::uint64_t limit)
 {
-    // One byte more than allowed tells a file that is too long, also one that grows meanwhile.
-    const FileOutcome outcome = ReadFileHead(path, contents, static_cast<std::size_t>(limit) + 1);
+    // One byte more than allowed tells a file that is too long.
+    const std::size_t most = static_cast<std::size_t>(std::min<std::uint64_t>(limit, SIZE_MAX - 1)) + 1;
+    const FileOutcome outcome = ReadFileHead(path, contents, most);
     if (outcome.Ok() && contents.size() > limit) {
         contents = {};
         return {ErrorFileAccess, "is longer than " + WholeText(static_cast<long long>(limit)) + " bytes"};
@@ -315,6 +324,8 @@ FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFi
     const std::string place = BehindLinks(spelled);
     struct stat old {};
     const bool replaces = StatusOf(place, old);
+    if (!replaces && errno != ENOENT)
+        return OutcomeOf(errno, ErrorPathNotFound);
     if (replaces) {
         const FileOutcome refused = RefuseUnlessRegular(old.st_mode);
         if (!refused.Ok())
@@ -346,6 +357,8 @@ FileOutcome MoveStaged(StagedFile& staged)
         return outcome;
     }
     FlushFolder(HostFolder(staged.Place));
+    if (WrittenFiles != nullptr)
+        WrittenFiles->push_back(staged.Place);
     staged = {};
     return {};
 }
@@ -375,7 +388,7 @@ FileOutcome CheckWritable(std::string_view path)
     const FileOutcome refused = RefuseUnlessRegular(status.st_mode);
     if (!refused.Ok())
         return refused;
-    const int file = ::open(host.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    const int file = ::open(host.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0)
         return OutcomeOf(errno, ErrorFileNotFound);
     const bool held = HeldByAnother(file);
@@ -407,7 +420,7 @@ FileOutcome MakeFolders(std::string_view path)
         return {};
     for (std::size_t end = host.find('/', 1); end != std::string::npos; end = host.find('/', end + 1)) {
         const std::string above = host.substr(0, end);
-        if (!StatusOf(above, status) && ::mkdir(above.c_str(), NewFolderMode) != 0)
+        if (!StatusOf(above, status) && ::mkdir(above.c_str(), NewFolderMode) != 0 && errno != EEXIST)
             return OutcomeOf(errno, ErrorPathNotFound);
     }
     return MakeFolder(path);

@@ -1,0 +1,53 @@
+# Shared by ./run and ./test, which read it with `root` set to the folder of the clone: installs what
+# is missing and builds one preset. Asks the package database first, so that a machine that has all
+# it needs is left alone and no network is used.
+
+build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+test_packages="libgtest-dev"
+
+fail() {
+    echo "$(basename "$0"): $1" >&2
+    exit 1
+}
+
+missing_packages() {
+    for package in "$@"; do
+        status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) || status=absent
+        [ "$status" = installed ] || printf '%s ' "$package"
+    done
+}
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then
+        "$@"
+    else
+        command -v sudo >/dev/null || fail "packages are missing ($missing) and there is no sudo"
+        sudo "$@"
+    fi
+}
+
+# Other systems than Debian and its kin bring the same tools by their own ways.
+install_packages() {
+    command -v dpkg-query >/dev/null || return 0
+    missing=$(missing_packages "$@")
+    [ -n "$missing" ] || return 0
+    echo "Installing $missing" >&2
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q update >&2
+    # shellcheck disable=SC2086  # one word for each package
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y --no-install-recommends install $missing >&2
+}
+
+# build_preset PRESET PROGRAM: standard output stays the program's own, and a build that was there
+# before goes on quietly where nobody watches.
+build_preset() {
+    folder="$root/build/$1"
+    quiet=--quiet
+    if [ -t 2 ] || [ ! -x "$folder/$2" ]; then
+        quiet=
+    fi
+    if [ ! -f "$folder/build.ninja" ]; then
+        (cd "$root" && cmake --preset "$1") >&2
+    fi
+    # shellcheck disable=SC2086  # no word when it is empty
+    cmake --build "$folder" -- $quiet >&2
+}

@@ -1,0 +1,166 @@
+// The command line by CLI11: each call is a subcommand, each option has its line of help. Leaves the
+// fields of CommandLine; help, version and wrong usage are told here and end the program.
+#include "console/command_line.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+
+#include "console/trace_stages.h"
+
+namespace kv {
+
+namespace {
+
+constexpr const char* VersionText = "korvanti " KORVANTI_VERSION;
+
+constexpr const char* MainText = "Korvanti turns DXF panel drawings into programs for woodworking machines.";
+constexpr const char* MainFooter =
+    "\nThe program's folder holds KV90.INI: it is --home, else the variable KORVANTI_HOME, else the\n"
+    "folder of the program when a KV90.INI stands there, else the user's configuration folder.\n"
+    "Exit status: 0 all drawings converted, 1 some failed (each is named on standard error), 2 wrong\n"
+    "usage. Ctrl-C aborts the drawing and the list; a second Ctrl-C ends the program.";
+
+constexpr const char* ConvertText = "Converts each drawing and prints the process report.";
+constexpr const char* ConvertFooter =
+    "\nOUTPUT is a program name (FRONT), a path with a name (out/FRONT) or a folder (out/), in which the\n"
+    "program gets the drawing's name. With several drawings it must be a folder. Without it programs\n"
+    "go to the folder that the settings name.\n"
+    "KEY is a key of KV90.INI, such as SawKerf or DestinationPath90; the file stays as it is.\n"
+    "Behind -- every word is a drawing, also one that begins with a dash.";
+
+constexpr const char* TraceText =
+    "Converts each drawing up to the writers and prints the records and run variables as they stand\n"
+    "after the named stages (all, where none is named) as one JSON document. Writes no file.";
+
+struct Words {
+    std::string Report = "text";
+    std::string System;
+    std::vector<std::string> Settings;
+};
+
+const std::map<std::string, int> SystemNames = {{"cnc90", 0}, {"genesis", 1}, {"evolution", 2}};
+
+void AddConvert(CLI::App& app, CommandLine& line, Words& words)
+{
+    CLI::App* const convert = app.add_subcommand("convert", ConvertText);
+    convert->footer(ConvertFooter);
+    convert->add_option("DRAWING", line.Drawings, "DXF drawings; .DXF is added to a name without it")
+        ->required();
+    convert->add_option("-o,--output", line.Output, "Name, path or folder of the program");
+    convert->add_option("--system", words.System, "Machine control, instead of the one in the settings")
+        ->check(CLI::IsMember({"cnc90", "genesis", "evolution"}));
+    convert->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    convert->add_option("--report", words.Report, "Form of the process report")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+}
+
+void AddTrace(CLI::App& app, CommandLine& line)
+{
+    CLI::App* const trace = app.add_subcommand("trace", TraceText);
+    std::string footer = "\nStages:";
+    for (const std::string& name : StageNames())
+        footer += " " + name;
+    footer += "\nSeveral drawings give an array of documents, in order. Report lines go to standard error.\n"
+              "Behind -- every word is a drawing, also one that begins with a dash.";
+    trace->footer(footer);
+    trace->add_option("DRAWING", line.Drawings, "DXF drawings; .DXF is added to a name without it")
+        ->required();
+    trace->add_option("--after", line.After, "Stage to show; may be given again")
+        ->type_name("STAGE")
+        ->allow_extra_args(false);
+}
+
+// Empty when all is well, else what is wrong.
+std::string TakeSettings(const std::vector<std::string>& typed, CommandLine& line)
+{
+    for (const std::string& text : typed) {
+        const std::size_t equals = text.find('=');
+        if (equals == std::string::npos || equals == 0)
+            return "--set takes KEY=VALUE, not \"" + text + "\"";
+        line.Overrides.emplace_back(text.substr(0, equals), text.substr(equals + 1));
+    }
+    return {};
+}
+
+std::string TakeStages(const std::vector<std::string>& typed)
+{
+    const std::vector<std::string>& known = StageNames();
+    for (const std::string& name : typed) {
+        if (std::find(known.begin(), known.end(), name) != known.end())
+            continue;
+        std::string cause = "there is no stage \"" + name + "\"; stages are";
+        for (const std::string& stage : known)
+            cause += " " + stage;
+        return cause;
+    }
+    return {};
+}
+
+CommandLine Refused(std::string_view cause, Call call)
+{
+    TellUsage(cause, call);
+    CommandLine refused;
+    refused.ExitStatus = ExitUsage;
+    return refused;
+}
+
+CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words)
+{
+    const bool tracing = app.got_subcommand("trace");
+    const Call call = tracing ? Call::Trace : Call::Convert;
+    const std::string cause = tracing ? TakeStages(line.After) : TakeSettings(words.Settings, line);
+    if (!cause.empty())
+        return Refused(cause, call);
+    line.Asked = call;
+    line.ReportJson = words.Report == "json";
+    if (!words.System.empty())
+        line.System = SystemNames.at(words.System);
+    return line;
+}
+
+} // namespace
+
+void TellUsage(std::string_view cause, Call call)
+{
+    const char* const name = call == Call::Convert ? " convert" : call == Call::Trace ? " trace" : "";
+    std::string text = "korvanti: ";
+    text += cause;
+    text += "\nkorvanti";
+    text += name;
+    text += " --help tells how it is called.\n";
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+CommandLine ReadCommandLine(int argc, const char* const* argv)
+{
+    CommandLine line;
+    Words words;
+    CLI::App app(MainText, "korvanti");
+    app.footer(MainFooter);
+    app.set_version_flag("--version", std::string(VersionText), "Prints the version");
+    app.add_option("--home", line.Home, "The program's folder")->type_name("DIR");
+    app.require_subcommand(1);
+    app.allow_windows_style_options(false);
+    AddConvert(app, line, words);
+    AddTrace(app, line);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& shown) { // help or version
+        line.ExitStatus = app.exit(shown);
+        return line;
+    } catch (const CLI::ParseError& wrong) {
+        const Call call = app.got_subcommand("convert") ? Call::Convert
+                          : app.got_subcommand("trace") ? Call::Trace
+                                                        : Call::None;
+        return Refused(wrong.what(), call);
+    }
+    return ReadParsed(app, std::move(line), words);
+}
+
+} // namespace kv

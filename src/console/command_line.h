@@ -1,0 +1,35 @@
+// What a person typed, as plain fields: the calls of `korvanti`, their options and their help.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kv {
+
+enum class Call { None, Convert, Trace }; // None: help or version was shown, or the usage was wrong
+
+constexpr int ExitConverted = 0;
+constexpr int ExitSomeFailed = 1;
+constexpr int ExitUsage = 2;
+constexpr int SystemOfSettings = -1;
+
+struct CommandLine {
+    Call Asked = Call::None;
+    int ExitStatus = ExitConverted; // for Call::None
+    std::string Home;               // host path, empty when not given
+    std::vector<std::string> Drawings;
+    std::string Output; // as typed, empty when not given
+    int System = SystemOfSettings;
+    std::vector<std::pair<std::string, std::string>> Overrides; // setting key and value
+    bool ReportJson = false;
+    std::vector<std::string> After; // stages of a trace; empty: all
+};
+
+CommandLine ReadCommandLine(int argc, const char* const* argv);
+
+// Tells wrong usage on standard error, with the call whose help tells more.
+void TellUsage(std::string_view cause, Call call);
+
+} // namespace kv

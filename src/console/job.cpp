@@ -1,0 +1,58 @@
+// One job of the console: builds the job line, sets what the shell owns of the run and hands it to
+// the driver. The byte 0xFF parts drawing and output name.
+#include "console/calls.h"
+
+#include "console/abort.h"
+#include "console/report_output.h"
+#include "conversion/job_driver.h"
+#include "conversion/run.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "shell/settings.h"
+
+namespace kv {
+
+namespace {
+
+constexpr char NameSeparator = '\xFF';
+
+} // namespace
+
+std::string RunJob(const std::string& drawing, std::string_view outputName, int system)
+{
+    Run.RunState = 0;
+    Run.RunFailed = False;
+    Run.ControlType = system == SystemOfSettings ? SelectedSystem() : static_cast<Int>(system);
+    std::string jobLine = FromHostPath(drawing);
+    if (!outputName.empty()) {
+        jobLine += NameSeparator;
+        jobLine += outputName;
+    }
+    BeginDrawing();
+    ProcessDrawingFile(jobLine);
+    ZeroMeters();
+    SetMeterInterval(0);
+    if (Run.RunFailed == False)
+        return "converted";
+    return AbortAsked() ? "aborted" : "failed";
+}
+
+void TellFailure(const std::string& drawing, std::string_view outcome)
+{
+    EraseProgress();
+    const std::string text = "korvanti: " + drawing + ": " + std::string(outcome) + "\n";
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+std::string OutputName(const std::string& typed)
+{
+    const std::string path = FromHostPath(typed);
+    const char last = typed.back();
+    if (last == '/' || last == '\\' || FolderExists(path))
+        return WithBackslash(path);
+    if (typed.find_first_of("/\\:") == std::string::npos)
+        return FileNameOf(path);
+    return path;
+}
+
+} // namespace kv

@@ -1,0 +1,67 @@
+// The `korvanti` command: finds the program's folder, loads the settings and makes the call. All
+// that people type or read is Unicode here and nowhere below.
+#include <cstdio>
+
+#include "console/abort.h"
+#include "console/calls.h"
+#include "console/command_line.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "shell/settings.h"
+
+namespace {
+
+using namespace kv;
+
+// Empty when the named folder is not there.
+std::string ProgramFolder(const std::string& typedHome)
+{
+    const std::string named = typedHome.empty() ? Utf8FromAnsi(Environment("KORVANTI_HOME")) : typedHome;
+    if (!named.empty()) {
+        const std::string folder = WithBackslash(FromHostPath(named));
+        return FolderExists(folder) ? folder : std::string();
+    }
+    const std::string beside = FolderOf(ExeName());
+    return FileExists(beside + "KV90.INI") ? beside : UserConfigFolder();
+}
+
+bool TakeOverrides(const CommandLine& line)
+{
+    for (const auto& [key, value] : line.Overrides) {
+        const bool folder = IsPathSetting(key) && !value.empty();
+        if (OverrideSetting(AnsiFromUtf8(key), folder ? FromHostPath(value) : AnsiFromUtf8(value)))
+            continue;
+        TellUsage("there is no setting \"" + key + "\"", line.Asked);
+        return false;
+    }
+    return true;
+}
+
+int MakeCall(const CommandLine& line)
+{
+    const std::string folder = ProgramFolder(line.Home);
+    if (folder.empty()) {
+        TellUsage("the folder named by --home or KORVANTI_HOME is not there", Call::None);
+        return ExitUsage;
+    }
+    SetExeFolder(folder);
+    LoadAllSettings();
+    if (!TakeOverrides(line))
+        return ExitUsage;
+    InstallAbort();
+    return line.Asked == Call::Trace ? TraceDrawings(line) : ConvertDrawings(line);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const CommandLine line = ReadCommandLine(argc, argv);
+    int status = line.Asked == Call::None ? line.ExitStatus : MakeCall(line);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::fputs("korvanti: standard output cannot be written\n", stderr);
+        status = status == ExitConverted ? ExitSomeFailed : status;
+    }
+    return status;
+}

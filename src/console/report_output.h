@@ -1,0 +1,34 @@
+// The process report as lines of text: coloured on a terminal, plain elsewhere, gathered for each
+// drawing and written at its end. A message box is a row in its place. On a terminal a long drawing
+// shows its meters as one line that goes away again.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "shell/report.h"
+
+namespace kv {
+
+enum class RowColours { None, Sixteen, Full };
+
+// Sets the hooks of report and dialogs. Colours and progress need terminals: the first for the
+// stream that gets the rows, the second for standard error.
+void OpenReport(bool rowsOnTerminal, bool progressOnTerminal);
+void BeginDrawing(); // starts the clock of the progress line
+
+// The rows since the last call.
+std::vector<ReportRow> TakeRows();
+// Writes the rows since the last call, with what the drawing left in the buffer of the report.
+void WriteRows(std::FILE* stream);
+
+std::string RowLine(const ReportRow& row, RowColours colours); // UTF-8, without a line end
+std::string ColourName(const ReportRow& row);                  // "black", "red", "green", "blue", "pink"
+
+// Called from the event pump: lets the meters creep, and shows them when the drawing takes long.
+void ShowProgress();
+void EraseProgress();
+
+} // namespace kv

@@ -1,0 +1,62 @@
+// `korvanti trace`: the drawings up to the writers, with what stands in the arrays after each stage
+// as JSON. Report lines go to standard error, so that the document stays clean.
+#include "console/calls.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "console/abort.h"
+#include "console/report_output.h"
+#include "console/trace_stages.h"
+#include "conversion/job_driver.h"
+#include "platform/terminal.h"
+
+namespace kv {
+
+namespace {
+
+std::vector<std::string> Wanted; // stages; empty: all
+Json Shown;                      // of the drawing that runs, keyed by stage
+
+void KeepStage(std::string_view stage)
+{
+    if (Wanted.empty() || std::find(Wanted.begin(), Wanted.end(), stage) != Wanted.end())
+        Shown[std::string(stage)] = ShowStage(stage);
+}
+
+void Print(const std::string& text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+} // namespace
+
+int TraceDrawings(const CommandLine& line)
+{
+    OpenReport(IsTerminal(StandardStream::Error), IsTerminal(StandardStream::Error));
+    Wanted = line.After;
+    Stages.Done = KeepStage;
+    Stages.StopBeforeWriters = true;
+    const bool many = line.Drawings.size() > 1;
+    int status = ExitConverted;
+    const char* lead = many ? "[\n" : "";
+    for (const std::string& drawing : line.Drawings) {
+        Shown = Json::object();
+        const std::string outcome = RunJob(drawing, {}, line.System);
+        EraseProgress();
+        // One at a time: the traces of many drawings would not fit in memory together.
+        Print(lead + Shown.dump(1));
+        lead = ",\n";
+        WriteRows(stderr);
+        if (outcome != "converted") {
+            status = ExitSomeFailed;
+            TellFailure(drawing, outcome);
+        }
+        if (AbortAsked())
+            break;
+    }
+    Print(many ? "\n]\n" : "\n");
+    return status;
+}
+
+} // namespace kv
