@@ -1,0 +1,235 @@
+// The drawings of examples/ through the whole conversion, against programs that were worked out from
+// the rules before any converter ran on them. Each test has its own copy of the example installation
+// in a folder named SORG, so that shop notes find their place beside it.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "conversion/job_driver.h"
+#include "conversion/run.h"
+#include "platform/clock.h"
+#include "platform/paths.h"
+#include "shell/report.h"
+#include "shell/settings.h"
+#include "writers/program_writers.h"
+
+namespace kv {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path SourceFolder = KORVANTI_SOURCE_DIR;
+
+std::string FileBytes(const fs::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> Rows;
+
+class Examples : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+        Root = fs::temp_directory_path() / (std::string("kvexamples-") + test.name());
+        fs::remove_all(Root);
+        fs::create_directories(Root);
+        fs::copy(SourceFolder / "examples" / "install", Root / "SORG");
+
+        FolderBefore = ExeFolder;
+        SetExeFolder(FromHostPath((Root / "SORG").string()));
+        Config = Settings{};
+        ExchangeSettings(false);
+        LoadOtherKeys();
+        LoadToolSubstitutions();
+        LoadCutListSettings();
+        Config.DestinationPath90 = WithBackslash(FromHostPath((Root / "SORG").string()));
+        Config.PTSPath = WithBackslash(FromHostPath(Root.string()));
+
+        ForgetEarlierDrawings();
+        Clock.SecondsSinceMidnight = [] { return 3600.0; };
+        Clock.TodayMmDdYy = [] { return std::string("03/09/24"); };
+        Rows.clear();
+        Report.ShowRow = [](const ReportRow& row) { Rows.push_back(row.Text); };
+    }
+
+    void TearDown() override
+    {
+        Report = {};
+        Clock = {};
+        ForgetEarlierDrawings();
+        Config = Settings{};
+        SetExeFolder(FolderBefore);
+        fs::remove_all(Root);
+    }
+
+    static void ForgetEarlierDrawings()
+    {
+        ReleaseRunArrays();
+        Run = {};
+        ResetWriters();
+    }
+
+    void Convert(const std::string& name)
+    {
+        std::string jobLine =
+            FromHostPath((SourceFolder / "examples" / "drawings" / (name + ".dxf")).string());
+        ProcessDrawingFile(jobLine);
+        ReportMessage(2, "");
+        EXPECT_EQ(Run.RunFailed, False) << name;
+    }
+
+    void ExpectProgram(const std::string& name, const fs::path& place)
+    {
+        Convert(name);
+        const std::string expected =
+            FileBytes(SourceFolder / "tests" / "data" / "examples" / (name + ".expected"));
+        ASSERT_FALSE(expected.empty());
+        EXPECT_EQ(FileBytes(Root / "SORG" / place), expected);
+    }
+
+    fs::path Root;
+
+  private:
+    std::string FolderBefore;
+};
+
+const std::string ClosingRow =
+    "---------------------------------------***------------------------------------";
+
+TEST_F(Examples, DoorWithHingeCups)
+{
+    ExpectProgram("door", "SRG/D/OOR");
+    const std::vector<std::string> rows = {"door", "Processed in 0 Sec.", "CNC90/WINNER90",
+                                           "CONVERSION COMPLETED.  11 Lines", ClosingRow};
+    EXPECT_EQ(Rows, rows);
+}
+
+TEST_F(Examples, SideWithTwoRowsAndGrooves)
+{
+    ExpectProgram("side", "SRG/S/IDE");
+    const std::vector<std::string> rows = {"side",
+                                           "Descr: SIDE LEFT OAK",
+                                           "Processed in 0 Sec.",
+                                           "CNC90/WINNER90",
+                                           "CONVERSION COMPLETED.  52 Lines",
+                                           ClosingRow};
+    EXPECT_EQ(Rows, rows);
+}
+
+TEST_F(Examples, BottomWithBoresThatFaceItsEdges)
+{
+    ExpectProgram("bottom", "SRG/B/OTTOM");
+}
+
+TEST_F(Examples, BottomWithBoresInEdgeViews)
+{
+    ExpectProgram("bottom_views", "SRG/B/OTTOM_VI.EWS");
+}
+
+TEST_F(Examples, DrawerFrontWithTextsAndInstructions)
+{
+    ExpectProgram("drawer_front", "SRG/D/F597");
+    EXPECT_EQ(FileBytes(Root / "NOTE/NOC/D/F597"),
+              "\r\nCHECK THE GRAIN DIRECTION\r\nHANDLE BORES FROM THE FRONT\r\n");
+    EXPECT_EQ(FileBytes(Root / "CUTLIST.PTS"),
+              "2.00, 1,M\r\n"
+              "\"DF597\",176,597,2,\"OAK 19\",\"DRAWER FRONT WALNUT 597X176\",12\r\n");
+    ASSERT_EQ(Rows.size(), 8U);
+    EXPECT_EQ(Rows[0], "drawer_front");
+    EXPECT_EQ(Rows[1], "USING \"DF597\" FOR THE PART NAME");
+    EXPECT_EQ(Rows[2], "Descr: DRAWER FRONT WALNUT 597X176");
+    EXPECT_EQ(Rows[3], "Processed in 0 Sec.");
+    EXPECT_EQ(Rows[4], "CNC90/WINNER90");
+    EXPECT_EQ(Rows[5], "CONVERSION COMPLETED.  13 Lines");
+    EXPECT_EQ(Rows[6], ClosingRow);
+    EXPECT_EQ(Rows[7].substr(0, 14), "Entry to PTS: ");
+}
+
+TEST_F(Examples, DrawerFrontTwiceMakesTwoRowsInTheCutList)
+{
+    Convert("drawer_front");
+    Convert("drawer_front");
+    const std::string row = "\"DF597\",176,597,2,\"OAK 19\",\"DRAWER FRONT WALNUT 597X176\",12\r\n";
+    EXPECT_EQ(FileBytes(Root / "CUTLIST.PTS"), "2.00, 2,M\r\n" + row + row);
+}
+
+TEST_F(Examples, ShelfGivenByAPanelSolid)
+{
+    ExpectProgram("panel_solid", "SRG/P/ANEL_SOL.ID");
+}
+
+TEST_F(Examples, InchPanel)
+{
+    ExpectProgram("inch", "SRG/I/NCH");
+}
+
+// One row of the index as the drawings below must leave it.
+struct IndexRow {
+    const char* Name;
+    const char* Description;
+    int Flags;
+    char Unit;
+    float Length, Width, Thickness;
+    int Sides;
+    char Kind;
+};
+
+std::string IndexBytes(const IndexRow& row)
+{
+    std::string bytes(82, '\0');
+    const auto put = [&](std::size_t at, std::size_t width, std::string text) {
+        text.resize(width, ' ');
+        bytes.replace(at, width, text);
+    };
+    put(0, 12, row.Name);
+    put(12, 1, " ");
+    put(13, 25, row.Description);
+    put(38, 8, "03/09/24");
+    put(46, 1, " ");
+    bytes[47] = static_cast<char>(row.Flags);
+    bytes[53] = row.Unit;
+    std::memcpy(&bytes[54], &row.Length, 4);
+    std::memcpy(&bytes[58], &row.Width, 4);
+    std::memcpy(&bytes[62], &row.Thickness, 4);
+    bytes[70] = 1;
+    bytes[72] = static_cast<char>(row.Sides | 0xA0);
+    bytes[74] = row.Kind;
+    bytes[77] = '\xA0';
+    bytes[79] = 'N';
+    put(80, 2, "\r\n");
+    return bytes;
+}
+
+// In the order of names, whatever the order of work. Sides and kind of a record also tell of the
+// drawings before it: the sides of bottom stay for all that follow, its kind of work does not.
+TEST_F(Examples, IndexOfAllInOneProcess)
+{
+    for (const char* const name :
+         {"door", "side", "bottom", "bottom_views", "drawer_front", "panel_solid", "inch"})
+        Convert(name);
+    const std::vector<IndexRow> rows = {
+        {"BOTTOM", "KORVANTI DXF IMPORT", 0, 'M', 568, 500, 19, 0x1F, 'N'},
+        {"BOTTOM_VIEWS", "KORVANTI DXF IMPORT", 0, 'M', 568, 500, 19, 0x1F, 'N'},
+        {"DF597", "DRAWER FRONT WALNUT 597X1", 8, 'M', 597, 176, 19, 0x1F, 's'},
+        {"DOOR", "KORVANTI DXF IMPORT", 0, 'M', 596, 716, 19, 0x10, 'S'},
+        {"INCH", "KORVANTI DXF IMPORT", 0, 'I', 30, 20, 0.75F, 0x1F, 's'},
+        {"PANEL_SOLID", "KORVANTI DXF IMPORT", 0, 'M', 800, 400, 16, 0x1F, 's'},
+        {"SIDE", "SIDE LEFT OAK", 0, 'M', 720, 560, 19, 0x10, 's'},
+    };
+    std::string expected;
+    for (const IndexRow& row : rows)
+        expected += IndexBytes(row);
+    EXPECT_EQ(FileBytes(Root / "SORG" / "INDICE.PRG"), expected);
+}
+
+} // namespace
+} // namespace kv
