@@ -27,6 +27,8 @@ struct LineScanner {
         if (feed == nullptr)
             return NextLineAcrossBuffers();
         std::size_t length = static_cast<std::size_t>(static_cast<const char*>(feed) - start);
+        if (length > LongestLine)
+            return NextLineAcrossBuffers(); // refuses it
         At += length + 1;
         ++LineNumber;
         if (length > 0 && start[length - 1] == '\r')

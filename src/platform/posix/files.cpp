@@ -4,7 +4,6 @@
 // a pipe would block the run, and renaming over a device would take it out of the system.
 #include "platform/files.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -284,37 +283,6 @@ void CloseReading(int handle)
         ::close(handle);
 }
 
-FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length)
-{
-    contents.clear();
-    int handle = -1;
-    std::uint64_t size = 0;
-    FileOutcome outcome = OpenForReading(path, handle, size);
-    if (!outcome.Ok())
-        return outcome;
-    contents.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size, length)));
-    std::size_t filled = 0, got = 1;
-    while (outcome.Ok() && got > 0 && filled < contents.size()) {
-        outcome = ReadSome(handle, contents.data() + filled, contents.size() - filled, got);
-        filled += got;
-    }
-    CloseReading(handle);
-    contents.resize(outcome.Ok() ? filled : 0); // fewer when the file was cut meanwhile
-    return outcome;
-}
-
-FileOutcome ReadWholeFile(std::string_view path, std::string& contents, std::uint64_t limit)
-{
-    // One byte more than allowed tells a file that is too long.
-    const std::size_t most = static_cast<std::size_t>(std::min<std::uint64_t>(limit, SIZE_MAX - 1)) + 1;
-    const FileOutcome outcome = ReadFileHead(path, contents, most);
-    if (outcome.Ok() && contents.size() > limit) {
-        contents = {};
-        return {ErrorFileAccess, "is longer than " + WholeText(static_cast<long long>(limit)) + " bytes"};
-    }
-    return outcome;
-}
-
 FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged)
 {
     staged = {};
@@ -368,13 +336,6 @@ void DropStaged(StagedFile& staged)
     if (!staged.Aside.empty())
         ::unlink(staged.Aside.c_str());
     staged = {};
-}
-
-FileOutcome ReplaceFile(std::string_view path, std::string_view contents)
-{
-    StagedFile staged;
-    const FileOutcome outcome = StageFile(path, contents, staged);
-    return outcome.Ok() ? MoveStaged(staged) : outcome;
 }
 
 FileOutcome CheckWritable(std::string_view path)

@@ -187,7 +187,8 @@ std::string ShownPath(std::string_view path)
         const std::string drives = Environment(DrivesVariable.data());
         if (drives.empty())
             return shown; // no folder to name: the drive's name says most
-        shown = drives + "/" + path[0] + std::string(path.substr(2));
+        shown.replace(1, 1, path.substr(2).starts_with('\\') ? "" : "\\"); // the colon goes
+        shown.insert(0, drives + "/");
     }
     ReplaceChar(shown, '\\', '/');
     return shown;

@@ -1,0 +1,52 @@
+// The parts of file access that both hosts share: reading a file at once and replacing one file.
+// Relies on the backend's reading in pieces and its staged writing.
+#include "platform/files.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/numbers.h"
+#include "platform/run_error.h"
+
+namespace kv {
+
+FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length)
+{
+    contents.clear();
+    int handle = -1;
+    std::uint64_t size = 0;
+    FileOutcome outcome = OpenForReading(path, handle, size);
+    if (!outcome.Ok())
+        return outcome;
+    contents.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size, length)));
+    std::size_t filled = 0, got = 1;
+    while (outcome.Ok() && got > 0 && filled < contents.size()) {
+        outcome = ReadSome(handle, contents.data() + filled, contents.size() - filled, got);
+        filled += got;
+    }
+    CloseReading(handle);
+    contents.resize(outcome.Ok() ? filled : 0); // fewer when the file was cut meanwhile
+    return outcome;
+}
+
+FileOutcome ReadWholeFile(std::string_view path, std::string& contents, std::uint64_t limit)
+{
+    // One byte more than allowed tells a file that is too long.
+    constexpr std::uint64_t Most = std::numeric_limits<std::size_t>::max() - 1;
+    const std::size_t length = static_cast<std::size_t>(std::min(limit, Most)) + 1;
+    const FileOutcome outcome = ReadFileHead(path, contents, length);
+    if (outcome.Ok() && contents.size() > limit) {
+        contents = {};
+        return {ErrorFileAccess, "is longer than " + WholeText(static_cast<long long>(limit)) + " bytes"};
+    }
+    return outcome;
+}
+
+FileOutcome ReplaceFile(std::string_view path, std::string_view contents)
+{
+    StagedFile staged;
+    const FileOutcome outcome = StageFile(path, contents, staged);
+    return outcome.Ok() ? MoveStaged(staged) : outcome;
+}
+
+} // namespace kv

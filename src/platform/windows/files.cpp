@@ -1,0 +1,275 @@
+// File access on Windows. A durable file is written under another name in its folder, flushed and
+// moved over its place with write-through; its attributes are taken over from the old file.
+// Numbers follow the system's error, the cause is the system's wording.
+#include "platform/files.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <windows.h>
+// That header renames the function of ours.
+#undef DeleteFile
+
+#include <fcntl.h>
+#include <io.h>
+
+#include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/windows/wide_text.h"
+
+namespace kv {
+
+namespace {
+
+FileOutcome OutcomeOf(DWORD error, int numberIfMissing)
+{
+    FileOutcome outcome;
+    outcome.Cause = SystemWords(error);
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+        outcome.Number = numberIfMissing;
+        break;
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_BAD_NETPATH:
+    case ERROR_INVALID_NAME:
+        outcome.Number = ErrorPathNotFound;
+        break;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_WRITE_PROTECT:
+        outcome.Number = ErrorPermission;
+        break;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+        outcome.Number = ErrorDiskFull;
+        break;
+    default:
+        outcome.Number = ErrorDeviceIo;
+    }
+    return outcome;
+}
+
+std::wstring WidePath(std::string_view path)
+{
+    return WideFromAnsi(ToHostPath(path));
+}
+
+DWORD AttributesOf(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str());
+}
+
+bool Stands(DWORD attributes)
+{
+    return attributes != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsFolder(DWORD attributes)
+{
+    return Stands(attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+FileOutcome LeadsNowhere()
+{
+    return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252"};
+}
+
+DWORD WriteAll(HANDLE file, std::string_view contents)
+{
+    constexpr std::size_t LargestPiece = 1 << 24;
+    while (!contents.empty()) {
+        DWORD written = 0;
+        const DWORD piece = static_cast<DWORD>(std::min(contents.size(), LargestPiece));
+        if (WriteFile(file, contents.data(), piece, &written, nullptr) == 0)
+            return GetLastError();
+        contents.remove_prefix(written);
+    }
+    return FlushFileBuffers(file) != 0 ? ERROR_SUCCESS : GetLastError();
+}
+
+HANDLE MakeAside(const std::string& folder, std::string& name)
+{
+    static unsigned counter = 0;
+    for (;;) {
+        name = folder + ".kv-" + WholeText(GetCurrentProcessId()) + '-' + WholeText(++counter) + ".tmp";
+        const HANDLE file = CreateFileW(WidePath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS)
+            return file;
+    }
+}
+
+} // namespace
+
+bool FileExists(std::string_view path)
+{
+    const DWORD attributes = AttributesOf(WidePath(path));
+    return Stands(attributes) && !IsFolder(attributes);
+}
+
+bool FolderExists(std::string_view path)
+{
+    return IsFolder(AttributesOf(WidePath(path)));
+}
+
+std::uint64_t FileSize(std::string_view path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA status{};
+    if (GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &status) == 0)
+        return 0;
+    if (IsFolder(status.dwFileAttributes))
+        return 0;
+    return (std::uint64_t{status.nFileSizeHigh} << 32) | status.nFileSizeLow;
+}
+
+FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size)
+{
+    handle = -1;
+    size = 0;
+    const std::wstring host = WidePath(path);
+    if (host.empty())
+        return LeadsNowhere();
+    if (IsFolder(AttributesOf(host)))
+        return {ErrorFileAccess, "is a folder"};
+    const HANDLE file = CreateFileW(host.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return OutcomeOf(GetLastError(), ErrorFileNotFound);
+    LARGE_INTEGER length{};
+    if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &length) == 0) {
+        CloseHandle(file);
+        return {ErrorFileAccess, "is no regular file"};
+    }
+    handle = _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_RDONLY | _O_BINARY);
+    if (handle < 0) {
+        CloseHandle(file);
+        return {ErrorDeviceIo, "too many open files"};
+    }
+    size = static_cast<std::uint64_t>(length.QuadPart);
+    return {};
+}
+
+FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got)
+{
+    constexpr std::size_t LargestPiece = 1 << 30;
+    got = 0;
+    const HANDLE file = reinterpret_cast<HANDLE>(_get_osfhandle(handle));
+    DWORD count = 0;
+    if (ReadFile(file, into, static_cast<DWORD>(std::min(length, LargestPiece)), &count, nullptr) == 0)
+        return OutcomeOf(GetLastError(), ErrorFileNotFound);
+    got = count;
+    return {};
+}
+
+void CloseReading(int handle)
+{
+    if (handle >= 0)
+        _close(handle);
+}
+
+FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged)
+{
+    staged = {};
+    const std::string place = ToHostPath(path);
+    if (place.empty())
+        return LeadsNowhere();
+    const DWORD old = AttributesOf(WideFromAnsi(place));
+    if (IsFolder(old))
+        return {ErrorFileAccess, "is a folder"};
+    if (Stands(old) && (old & FILE_ATTRIBUTE_READONLY) != 0)
+        return OutcomeOf(ERROR_ACCESS_DENIED, ErrorPathNotFound);
+    std::string aside;
+    const HANDLE file = MakeAside(FolderOf(place), aside);
+    if (file == INVALID_HANDLE_VALUE)
+        return OutcomeOf(GetLastError(), ErrorPathNotFound);
+    const DWORD error = WriteAll(file, contents);
+    CloseHandle(file);
+    staged = {place, aside};
+    if (error != ERROR_SUCCESS) {
+        DropStaged(staged);
+        return OutcomeOf(error, ErrorPathNotFound);
+    }
+    if (Stands(old))
+        SetFileAttributesW(WideFromAnsi(aside).c_str(), old);
+    return {};
+}
+
+FileOutcome MoveStaged(StagedFile& staged)
+{
+    if (staged.Aside.empty())
+        return {};
+    if (MoveFileExW(WideFromAnsi(staged.Aside).c_str(), WideFromAnsi(staged.Place).c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
+        const FileOutcome outcome = OutcomeOf(GetLastError(), ErrorPathNotFound);
+        DropStaged(staged);
+        return outcome;
+    }
+    staged = {};
+    return {};
+}
+
+void DropStaged(StagedFile& staged)
+{
+    if (!staged.Aside.empty())
+        DeleteFileW(WideFromAnsi(staged.Aside).c_str());
+    staged = {};
+}
+
+FileOutcome CheckWritable(std::string_view path)
+{
+    const std::wstring host = WidePath(path);
+    if (host.empty())
+        return LeadsNowhere();
+    if (IsFolder(AttributesOf(host)))
+        return {ErrorFileAccess, "is a folder"};
+    // Shared with nobody: whoever has the file open makes this fail.
+    const HANDLE file = CreateFileW(host.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+        CloseHandle(file);
+        return {};
+    }
+    if (GetLastError() == ERROR_SHARING_VIOLATION)
+        return {ErrorPermission, "in use by another program"};
+    return OutcomeOf(GetLastError(), ErrorFileNotFound);
+}
+
+FileOutcome MakeFolder(std::string_view path)
+{
+    const std::wstring host = WidePath(path);
+    if (host.empty())
+        return LeadsNowhere();
+    if (CreateDirectoryW(host.c_str(), nullptr) != 0)
+        return {};
+    const DWORD error = GetLastError();
+    const DWORD attributes = AttributesOf(host);
+    if (Stands(attributes))
+        return IsFolder(attributes) ? FileOutcome{} : FileOutcome{ErrorFileAccess, "is no folder"};
+    return OutcomeOf(error, ErrorPathNotFound);
+}
+
+FileOutcome MakeFolders(std::string_view path)
+{
+    const std::string full = WithBackslash(path);
+    for (std::size_t end = full.find('\\', 1); end != std::string::npos; end = full.find('\\', end + 1)) {
+        const std::string above = full.substr(0, end);
+        if (!FolderExists(above + "\\"))
+            CreateDirectoryW(WidePath(above).c_str(), nullptr); // the last one tells what went wrong
+    }
+    return MakeFolder(path);
+}
+
+FileOutcome DeleteFile(std::string_view path)
+{
+    const std::wstring host = WidePath(path);
+    if (host.empty() || DeleteFileW(host.c_str()) != 0)
+        return {};
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
+        return {};
+    return OutcomeOf(error, ErrorFileNotFound);
+}
+
+} // namespace kv

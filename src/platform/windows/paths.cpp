@@ -1,0 +1,58 @@
+// Backslash paths on Windows, where they are the host's own form: the system looks names up without
+// regard to case and knows the drives. Host text is UTF-8, as the front ends give it.
+#include "platform/paths.h"
+
+#include <windows.h>
+
+#include "platform/text.h"
+#include "platform/windows/wide_text.h"
+
+namespace kv {
+
+std::string FromHostPath(std::string_view host)
+{
+    if (host.empty())
+        return {};
+    const std::wstring path = WideFromAnsi(AnsiFromUtf8(host));
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return AnsiFromWide(full);
+}
+
+std::string ToHostPath(std::string_view path)
+{
+    if (path.find('?') != std::string_view::npos || path.find('\0') != std::string_view::npos)
+        return {};
+    return std::string(path);
+}
+
+std::string ShownPath(std::string_view path)
+{
+    return std::string(path);
+}
+
+std::string ExeName()
+{
+    std::wstring name(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+        if (length < name.size())
+            return AnsiFromWide(std::wstring_view(name).substr(0, length));
+        name.resize(name.size() * 2); // filled to the brim: it was cut
+    }
+}
+
+std::string UserConfigFolder()
+{
+    return WithBackslash(Environment("APPDATA")) + "Korvanti\\";
+}
+
+std::string Environment(const char* name)
+{
+    const std::wstring wideName = WideFromAnsi(name);
+    std::wstring value(GetEnvironmentVariableW(wideName.c_str(), nullptr, 0), L'\0');
+    value.resize(GetEnvironmentVariableW(wideName.c_str(), value.data(), static_cast<DWORD>(value.size())));
+    return AnsiFromWide(value);
+}
+
+} // namespace kv

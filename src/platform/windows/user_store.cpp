@@ -1,0 +1,41 @@
+// Small settings of a person, in the registry of the person at the machine: one key per application
+// and section, texts as values.
+#include "platform/user_store.h"
+
+#include <windows.h>
+
+#include "platform/windows/wide_text.h"
+
+namespace kv {
+
+namespace {
+
+std::wstring StoreKey(std::string_view application, std::string_view section)
+{
+    return L"Software\\Korvanti\\" + WideFromAnsi(application) + L"\\" + WideFromAnsi(section);
+}
+
+} // namespace
+
+std::string GetUserSetting(std::string_view application, std::string_view section, std::string_view key,
+                           std::string_view missing)
+{
+    constexpr std::size_t LongestValue = 4096;
+    std::wstring value(LongestValue, L'\0');
+    DWORD bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+    if (RegGetValueW(HKEY_CURRENT_USER, StoreKey(application, section).c_str(), WideFromAnsi(key).c_str(),
+                     RRF_RT_REG_SZ, nullptr, value.data(), &bytes) != ERROR_SUCCESS)
+        return std::string(missing);
+    return AnsiFromWide(value.c_str()); // up to the zero that the registry keeps at the end
+}
+
+bool SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
+                     std::string_view value)
+{
+    const std::wstring wide = WideFromAnsi(value);
+    const DWORD bytes = static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t));
+    return RegSetKeyValueW(HKEY_CURRENT_USER, StoreKey(application, section).c_str(),
+                           WideFromAnsi(key).c_str(), REG_SZ, wide.c_str(), bytes) == ERROR_SUCCESS;
+}
+
+} // namespace kv

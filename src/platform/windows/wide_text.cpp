@@ -1,0 +1,43 @@
+// CP1252 to the wide text of the Windows calls and back, by way of the converters in platform/text.
+// What CP1252 does not hold becomes "?", which no Windows file name can carry.
+#include "platform/windows/wide_text.h"
+
+#include <array>
+
+#include <windows.h>
+
+#include "platform/text.h"
+
+namespace kv {
+
+std::wstring WideFromAnsi(std::string_view ansi)
+{
+    const std::string utf8 = Utf8FromAnsi(ansi);
+    const int length = static_cast<int>(utf8.size());
+    const int needed = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(needed), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, wide.data(), needed);
+    return wide;
+}
+
+std::string AnsiFromWide(std::wstring_view wide)
+{
+    const int length = static_cast<int>(wide.size());
+    const int needed = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<std::size_t>(needed), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(), needed, nullptr, nullptr);
+    return AnsiFromUtf8(utf8);
+}
+
+std::string SystemWords(unsigned long error)
+{
+    std::array<wchar_t, 512> words{};
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                        error, 0, words.data(), static_cast<DWORD>(words.size()), nullptr);
+    std::string text = AnsiFromWide(std::wstring_view(words.data(), length));
+    while (!text.empty() && (text.back() == '\r' || text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
+    return text;
+}
+
+} // namespace kv
