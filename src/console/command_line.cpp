@@ -31,9 +31,13 @@ constexpr const char* ConvertFooter =
     "KEY is a key of KV90.INI, such as SawKerf or DestinationPath90; the file stays as it is.\n"
     "Behind -- every word is a drawing, also one that begins with a dash.";
 
-constexpr const char* TraceText =
-    "Converts each drawing up to the writers and prints the records and run variables as they stand\n"
-    "after the named stages (all, where none is named) as one JSON document. Writes no file.";
+constexpr const char* TraceText = "Prints the records of a conversion as they stand after its stages.";
+constexpr const char* TraceFooter =
+    "\nConverts each drawing up to the writers and prints the records and run variables as they stand\n"
+    "after the named stages (all, where none is named) as one JSON document; several drawings give an\n"
+    "array of documents, in order. No file is written; report lines go to standard error.\n"
+    "Behind -- every word is a drawing, also one that begins with a dash.\n"
+    "Stages:";
 
 struct Words {
     std::string Report = "text";
@@ -63,11 +67,9 @@ void AddConvert(CLI::App& app, CommandLine& line, Words& words)
 void AddTrace(CLI::App& app, CommandLine& line)
 {
     CLI::App* const trace = app.add_subcommand("trace", TraceText);
-    std::string footer = "\nStages:";
+    std::string footer = TraceFooter;
     for (const std::string& name : StageNames())
         footer += " " + name;
-    footer += "\nSeveral drawings give an array of documents, in order. Report lines go to standard error.\n"
-              "Behind -- every word is a drawing, also one that begins with a dash.";
     trace->footer(footer);
     trace->add_option("DRAWING", line.Drawings, "DXF drawings; .DXF is added to a name without it")
         ->required();
@@ -110,11 +112,30 @@ CommandLine Refused(std::string_view cause, Call call)
     return refused;
 }
 
+Call CallOf(const CLI::App& app)
+{
+    if (app.got_subcommand("convert"))
+        return Call::Convert;
+    return app.got_subcommand("trace") ? Call::Trace : Call::None;
+}
+
+// A word that fits nowhere says more than what is missing for its sake.
+std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error)
+{
+    const std::vector<std::string> strays = app.remaining(true);
+    if (strays.empty())
+        return error.what();
+    return "\"" + strays.front() + "\" is no word of this call" +
+           (strays.front()[0] == '-' ? "; drawings that begin with a dash stand behind --" : "");
+}
+
 CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words)
 {
-    const bool tracing = app.got_subcommand("trace");
-    const Call call = tracing ? Call::Trace : Call::Convert;
-    const std::string cause = tracing ? TakeStages(line.After) : TakeSettings(words.Settings, line);
+    const Call call = CallOf(app);
+    if (call == Call::None)
+        return Refused("a call is missing, such as convert", call);
+    const std::string cause =
+        call == Call::Trace ? TakeStages(line.After) : TakeSettings(words.Settings, line);
     if (!cause.empty())
         return Refused(cause, call);
     line.Asked = call;
@@ -145,7 +166,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv)
     app.footer(MainFooter);
     app.set_version_flag("--version", std::string(VersionText), "Prints the version");
     app.add_option("--home", line.Home, "The program's folder")->type_name("DIR");
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     app.allow_windows_style_options(false);
     AddConvert(app, line, words);
     AddTrace(app, line);
@@ -155,10 +176,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv)
         line.ExitStatus = app.exit(shown);
         return line;
     } catch (const CLI::ParseError& wrong) {
-        const Call call = app.got_subcommand("convert") ? Call::Convert
-                          : app.got_subcommand("trace") ? Call::Trace
-                                                        : Call::None;
-        return Refused(wrong.what(), call);
+        return Refused(WhatIsWrong(app, wrong), CallOf(app));
     }
     return ReadParsed(app, std::move(line), words);
 }

@@ -11,6 +11,7 @@
 #include "conversion/job_driver.h"
 #include "conversion/run.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
 
@@ -106,6 +107,8 @@ int ConvertDrawings(const CommandLine& line)
         PrintDocument({{"version", KORVANTI_VERSION}, {"drawings", std::move(drawings)}});
         return status;
     }
+    for (std::string& path : Run.FailedFiles)
+        path = ShownPath(path);
     ReportFailedFiles(Run.FailedFiles);
     WriteRows(stdout);
     return status;
