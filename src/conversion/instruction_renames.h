@@ -1,0 +1,20 @@
+// Renames that the instruction pass collects and carries out when all its lines are read.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kv {
+
+struct LayerRename {
+    std::string From, To; // upper-cased, trimmed
+};
+struct ColorRename {
+    std::string Color; // a number as text
+    std::string To;    // upper-cased
+};
+
+// Layers first, then the BORDER shift (only with layer renames), then colours.
+void ApplyRenames(const std::vector<LayerRename>& layers, const std::vector<ColorRename>& colors);
+
+} // namespace kv

@@ -1,0 +1,15 @@
+// The bores are written one by one in tour order; HeadPositions stays empty.
+#include "optimizer/optimize_drilling.h"
+
+#include "shell/report.h"
+
+namespace kv {
+
+void OptimizeDrilling()
+{
+    ReportMessage(
+        1,
+        MarkRed + std::string("The drill optimizer is not in this version: bores are written one by one."));
+}
+
+} // namespace kv
