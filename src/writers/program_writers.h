@@ -1,7 +1,14 @@
 // Chooses the writers of a drawing and holds what outlives it.
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace kv {
+
+// Names of the programs written under an index, in order, from element 0. The shell empties it when a
+// list of drawings starts.
+extern std::vector<std::string> ProgramList;
 
 // Mirrors the records to the corner of the machine's origin.
 void ApplyMachineOrigin();

@@ -1,0 +1,148 @@
+// The row of a part in the saw planning program's .PTS list. Relies on the drawing's cut list values,
+// the column table of the settings and the panel; leaves the list with one row more, and no values.
+#include "writers/cut_list.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "conversion/run.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+#include "shell/report.h"
+#include "shell/settings.h"
+#include "writers/number_format.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::size_t Face = 5;
+constexpr std::size_t HeaderWidth = 20; // a first line that ends before is the header
+constexpr std::string_view Extension = ".PTS";
+constexpr double InchInMillimetres = 25.4;
+constexpr double MillimetreInInches = 0.03937;
+
+double UnitFactor()
+{
+    const bool inch = Run.DrawingInInch != 0;
+    if (inch == !Config.PTSMetric)
+        return 1;
+    return inch ? InchInMillimetres : MillimetreInInches;
+}
+
+std::string ListPath(const std::string& given)
+{
+    std::string path = StripBlanks(given);
+    ReplaceChar(path, '/', '\\');
+    std::string folder = FolderOf(path);
+    std::string file = FileNameOf(path);
+    if (folder.empty())
+        folder = WithBackslash(Config.PTSPath);
+    if (file.empty())
+        file = Config.PTSName;
+    if (given.empty() || !Holds(file, "."))
+        file += Extension;
+    return folder + file;
+}
+
+// Sizes given in the drawing are in the drawing's unit, as the panel's are.
+std::string SizeText(const std::string& given, Single panel)
+{
+    const double size = Val(given.empty() ? PlainText(panel) : given);
+    return FormatCoord(ToSingle(size * UnitFactor()));
+}
+
+std::string ColumnValue(std::string_view column, const std::string& given)
+{
+    if (column == "WIDTH" || column == "HEIGHT")
+        return SizeText(given, Run.SideHeight[Face]);
+    if (column == "LENGTH")
+        return SizeText(given, Run.SideWidth[Face]);
+    if (!given.empty())
+        return given;
+    if (column == "POSTLAMINATIONFLAG")
+        return "12";
+    if (column == "DESCRIPTION" || column == "DESCRIPTION1")
+        return Run.PartDescription;
+    return given;
+}
+
+std::string Row(const PtsTexts& values)
+{
+    std::string row;
+    const std::size_t columns =
+        std::min<std::size_t>(static_cast<std::size_t>(Config.PtsFieldCount), HighestPtsField);
+    for (std::size_t i = 1; i <= columns; ++i) {
+        const std::string& quote = Config.PtsQuotes[i];
+        std::string value = ColumnValue(Config.PtsFields[i], values[i]);
+        if (value.empty())
+            value = quote.empty() ? "0" : " ";
+        if (i > 1)
+            row += ',';
+        row += quote + value + quote;
+    }
+    return row;
+}
+
+bool IsLineEnd(char c)
+{
+    return c == '\r' || c == '\n';
+}
+
+// A first row of under 19 characters in a list without header is taken for the header and lost.
+std::string ListWith(std::string list, const std::string& row)
+{
+    while (!list.empty() && IsLineEnd(list.back()))
+        list.pop_back();
+    list += "\r\n" + row;
+    for (int i = 0; i < 2 && !list.empty() && IsLineEnd(list.front()); ++i)
+        list.erase(0, 1);
+    const Long firstEnd = Find(1, list, "\r");
+    if (firstEnd < static_cast<Long>(HeaderWidth))
+        list.erase(0, list.find('\n') + 1); // none: nothing is cut
+    const Long rows = InCount(list, '\r') + 1;
+    return "2.00, " + WholeText(rows) + (Config.PTSMetric ? ",M" : ",D") + "\r\n" + list + "\r\n";
+}
+
+[[noreturn]] void ThrowAbout(const std::string& path, const FileOutcome& outcome)
+{
+    throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
+}
+
+void AddRow(const PtsTexts& values)
+{
+    const std::string path = ListPath(values[0]);
+    if (FolderOf(path).empty())
+        throw RunError{ErrorPathNotFound, "No folder is set for the cut list " + path};
+    std::string list;
+    if (FileExists(path)) {
+        const FileOutcome outcome = ReadWholeFile(path, list);
+        if (!outcome.Ok())
+            ThrowAbout(path, outcome);
+    }
+    const FileOutcome outcome = ReplaceFile(path, ListWith(std::move(list), Row(values)));
+    if (!outcome.Ok())
+        ThrowAbout(path, outcome);
+    ReportMessage(1, "Entry to PTS: " + ShownPath(path));
+}
+
+} // namespace
+
+void WriteCutListEntry()
+{
+    const PtsTexts values = std::exchange(Run.PtsValues, PtsTexts{});
+    const bool off = values[0] == "OFF";
+    const bool error = values[0] == "ERROR";
+    const bool anyValue = std::any_of(values.begin() + 1, values.end(),
+                                      [](const std::string& value) { return !value.empty(); });
+    if (!off && !error && anyValue)
+        AddRow(values);
+    if (error)
+        ReportMessage(1, "Entry not made to PTS file due to Error");
+    if (off)
+        ReportMessage(1, "PTS File Generation Turned OFF in Drawing");
+}
+
+} // namespace kv

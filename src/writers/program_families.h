@@ -1,0 +1,15 @@
+// One writer for each family of machine programs.
+#pragma once
+
+namespace kv {
+
+// Programs of the horizontal drilling machine; takes the bores it makes away from the others.
+void WriteHbdProgram();
+// CNC90, WINNER90 and GENESIS.
+void WriteCncProgram();
+void WriteEvolutionProgram();
+
+// The drawing failed and is listed so.
+void FailDrawing();
+
+} // namespace kv
