@@ -66,11 +66,13 @@ def bottom(folder):
         space.add_circle(centre, radius,
                          dxfattribs={"layer": layer, "extrusion": normal, "thickness": -depth})
 
-    for y in (50, 250, 450):
-        edge_bore("VBORE_S4_F1200", (-1, 0, 0), (x0, y0 + y, 9.5), 4, 30)
+    # Drawn in the order of a walk around the panel from its upper right corner.
+    for y in (450, 250, 50):
         edge_bore("VBORE_S4_F1200", (1, 0, 0), (x0 + width, y0 + y, 9.5), 4, 30)
     for x in (100, 468):
         edge_bore("VBORE", (0, -1, 0), (x0 + x, y0, 9.5), 2.5, 34)
+    for y in (50, 250, 450):
+        edge_bore("VBORE_S4_F1200", (-1, 0, 0), (x0, y0 + y, 9.5), 4, 30)
     # This one is drawn from inside the panel: the side follows the place, not the normal.
     edge_bore("VBORE", (0, -1, 0), (x0 + 284, y0 + height, 9.5), 2.5, 34)
     for x, y in ((64, 64), (504, 64), (64, 436), (504, 436)):

@@ -91,14 +91,14 @@ void BottomViews(const std::string& folder)
     drawing.Rectangle("BORDER", {100, 41}, 568, 19);   // below
     drawing.Rectangle("BORDER", {41, 100}, 19, 500);   // left
     drawing.Rectangle("BORDER", {708, 100}, 19, 500);  // right
-    for (const double y : {50.0, 250.0, 450.0}) {
-        drawing.Circle("HBORE_Z30_S4", {50.5, 100 + y}, 4);
+    for (const double y : {450.0, 250.0, 50.0})
         drawing.Circle("HBORE_Z30_S4", {717.5, 100 + y}, 4);
-    }
-    for (const double x : {64.0, 504.0}) {
-        drawing.Circle("HBORE_Z34_D5_T12", {100 + x, 649.5}, 2.5);
+    for (const double x : {64.0, 504.0})
         drawing.Circle("HBORE_Z34_D5_T12", {100 + x, 48}, 2.5);
-    }
+    for (const double y : {50.0, 250.0, 450.0})
+        drawing.Circle("HBORE_Z30_S4", {50.5, 100 + y}, 4);
+    for (const double x : {64.0, 504.0})
+        drawing.Circle("HBORE_Z34_D5_T12", {100 + x, 649.5}, 2.5);
     for (const double x : {64.0, 504.0})
         drawing.Bore("VBORE_D5_Z12", {100 + x, 350});
 }
