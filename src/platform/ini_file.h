@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kv {
 
@@ -14,5 +15,14 @@ std::string ReadProfileString(std::string_view section, std::string_view key, st
 // False when the file cannot be replaced.
 bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
                         std::string_view path);
+
+// The same for many keys of a section, from one reading or by one writing of the file.
+struct ProfileEntry {
+    std::string Key, Value;
+};
+void ReadProfileStrings(std::string_view section, std::vector<ProfileEntry>& entries,
+                        std::string_view missing, std::size_t size, std::string_view path);
+bool WriteProfileStrings(std::string_view section, const std::vector<ProfileEntry>& entries,
+                         std::string_view path);
 
 } // namespace kv

@@ -6,6 +6,7 @@
 #include "platform/ini_file.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "shell/settings_ini.h"
 
 namespace kv {
 
@@ -41,10 +42,18 @@ std::string GetConfigValue(std::string_view key)
 
 std::string GetIniValue(std::string_view section, std::string_view key)
 {
-    std::string value = ReadProfileString(section, key, MissingMark, ValueBuffer, IniPath);
-    if (value == MissingMark)
-        value.clear();
-    return value;
+    std::vector<ProfileEntry> entries = {{std::string(key), {}}};
+    GetIniValues(section, entries);
+    return entries[0].Value;
+}
+
+void GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries)
+{
+    ReadProfileStrings(section, entries, MissingMark, ValueBuffer, IniPath);
+    for (ProfileEntry& entry : entries) {
+        if (entry.Value == MissingMark)
+            entry.Value.clear();
+    }
 }
 
 bool IsTrueText(std::string_view text)

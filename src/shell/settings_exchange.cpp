@@ -11,6 +11,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/settings.h"
+#include "shell/settings_ini.h"
 
 namespace kv {
 
@@ -202,14 +203,6 @@ std::string StoredText(const SettingRow& row)
     return *std::get<std::string*>(row.Field);
 }
 
-void SaveRow(const SettingRow& row)
-{
-    const std::string text = StoredText(row);
-    if (row.How == Form::Path && Trim(text).empty())
-        return;
-    PutConfigValue(row.Key, text);
-}
-
 // The optimizer's box has no meaning for the Evolution, which sorts by its own rule. The stored key
 // keeps its value for the other systems.
 void SwitchMode()
@@ -226,8 +219,26 @@ void TakeOptimizerBox()
 
 void LoadRows(std::string_view section, std::span<const SettingRow> rows)
 {
+    std::vector<ProfileEntry> entries;
     for (const SettingRow& row : rows)
-        TakeValue(row, GetIniValue(section, row.Key));
+        entries.push_back({std::string(row.Key), {}});
+    GetIniValues(section, entries);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        TakeValue(rows[i], entries[i].Value);
+}
+
+// Under another spelling of the section than the one that is read, and nobody is told of a failure:
+// see PutConfigValue.
+void SaveRows(std::span<const SettingRow> rows)
+{
+    std::vector<ProfileEntry> entries;
+    for (const SettingRow& row : rows) {
+        const std::string text = StoredText(row);
+        if (row.How == Form::Path && Trim(text).empty())
+            continue;
+        entries.push_back({std::string(row.Key), text});
+    }
+    WriteProfileStrings("ConFiguration", entries, IniPath);
 }
 
 const SettingRow* FindRow(std::span<const SettingRow> rows, std::string_view key)
@@ -283,6 +294,18 @@ std::string PlainCell(std::string_view text)
     if (std::abs(value) > std::numeric_limits<Single>::max())
         return "0";
     return PlainText(ToSingle(value));
+}
+
+// Keys and cells of all rows, row by row.
+std::vector<ProfileEntry> ToolSubstitutionEntries()
+{
+    std::vector<ProfileEntry> entries;
+    for (std::size_t row = 0; row < Config.ToolSubData.size(); ++row) {
+        const std::string number = WholeText(static_cast<long long>(row));
+        for (const ToolColumn& column : ToolColumns)
+            entries.push_back({std::string(column.Key) + number, Config.ToolSubData[row].*column.Cell});
+    }
+    return entries;
 }
 
 // The number at the end of `key` behind `head`, written as the program writes it; -1 if it is none
@@ -345,8 +368,7 @@ const SettingRow* FindPlainRow(std::string_view key)
 void ExchangeSettings(bool save)
 {
     if (save) {
-        for (const SettingRow& row : ExchangeRows)
-            SaveRow(row);
+        SaveRows(ExchangeRows);
         return;
     }
     LoadRows("Configuration", ExchangeRows);
@@ -364,8 +386,12 @@ void LoadOtherKeys()
 
 void LoadCutListSettings()
 {
+    std::vector<ProfileEntry> fields;
+    for (int slot = 0; slot < PtsSlots; ++slot)
+        fields.push_back({"Field" + WholeText(slot), {}});
+    GetIniValues("PTSDATA", fields);
     for (std::size_t slot = 0; slot < PtsSlots; ++slot)
-        TakePtsField(slot, GetIniValue("PTSDATA", "Field" + WholeText(static_cast<long long>(slot))));
+        TakePtsField(slot, fields[slot].Value);
     CountPtsFields();
     LoadRows("PTSDATA", CutListRows);
     TakePtsUnit(GetIniValue("PTSDATA", "Unit"));
@@ -374,21 +400,18 @@ void LoadCutListSettings()
 void LoadToolSubstitutions()
 {
     Config.ToolSubData.assign(ToolSubstitutionRows, {});
-    for (int row = 0; row < ToolSubstitutionRows; ++row) {
+    std::vector<ProfileEntry> entries = ToolSubstitutionEntries();
+    GetIniValues("ToolSubData", entries);
+    auto entry = entries.begin();
+    for (ToolSubstitution& row : Config.ToolSubData) {
         for (const ToolColumn& column : ToolColumns)
-            Config.ToolSubData[static_cast<std::size_t>(row)].*column.Cell =
-                PlainCell(GetIniValue("ToolSubData", std::string(column.Key) + WholeText(row)));
+            row.*column.Cell = PlainCell((entry++)->Value);
     }
 }
 
 void SaveToolSubstitutions()
 {
-    for (std::size_t row = 0; row < Config.ToolSubData.size(); ++row) {
-        for (const ToolColumn& column : ToolColumns)
-            WriteProfileString("ToolSubData",
-                               std::string(column.Key) + WholeText(static_cast<long long>(row)),
-                               Config.ToolSubData[row].*column.Cell, IniPath);
-    }
+    WriteProfileStrings("ToolSubData", ToolSubstitutionEntries(), IniPath);
 }
 
 void LoadAllSettings()

@@ -5,6 +5,7 @@
 #include "platform/ini_file.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "platform/files.h"
 #include "platform/run_error.h"
@@ -55,13 +56,49 @@ bool IsSectionLine(std::string_view line, std::string_view& name)
     return true;
 }
 
-bool IsKeyLine(std::string_view line, std::string_view key)
+// The name of the key on a line; false for a comment and any other line.
+bool HasKeyName(std::string_view line, std::string_view& name)
 {
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos)
         return false;
-    const std::string_view name = WithoutBlanks(line.substr(0, equals));
-    return !BeginsWith(name, ";") && EqualIgnoringCase(name, key);
+    name = WithoutBlanks(line.substr(0, equals));
+    return !BeginsWith(name, ";");
+}
+
+bool IsKeyLine(std::string_view line, std::string_view key)
+{
+    std::string_view name;
+    return HasKeyName(line, name) && EqualIgnoringCase(name, key);
+}
+
+std::string_view ValueOf(std::string_view keyLine)
+{
+    std::string_view value = keyLine.substr(keyLine.find('=') + 1);
+    value.remove_prefix(std::min(value.find_first_not_of(Blanks), value.size()));
+    return value;
+}
+
+// All keys of a section by their upper-cased names; the first of a name counts, as in FindPlace.
+using SectionKeys = std::unordered_map<std::string, std::string_view>;
+
+SectionKeys KeysOf(std::string_view file, std::string_view section)
+{
+    section = WithoutBlanks(section);
+    SectionKeys keys;
+    bool inside = false;
+    IniLine line;
+    for (std::size_t at = 0; TakeLine(file, at, line); at = line.Next) {
+        std::string_view name;
+        if (IsSectionLine(line.Text, name)) {
+            if (inside)
+                break;
+            inside = EqualIgnoringCase(name, section);
+        } else if (inside && HasKeyName(line.Text, name)) {
+            keys.emplace(UpperCase(name), ValueOf(line.Text));
+        }
+    }
+    return keys;
 }
 
 // Where a section and a key stand in a file's text.
@@ -141,6 +178,23 @@ std::string_view OneLine(std::string_view value)
     return value.substr(0, value.find_first_of(std::string_view("\r\n\0", 3)));
 }
 
+std::string WithEntry(std::string_view file, std::string_view section, const ProfileEntry& entry)
+{
+    const std::string_view value = OneLine(entry.Value);
+    const IniPlace place = FindPlace(file, section, entry.Key);
+    if (place.HasKey)
+        return WithNewValue(file, place.Line, value);
+    const std::string line = std::string(entry.Key).append("=").append(value);
+    if (place.HasSection)
+        return WithNewKey(file, place.SectionEnd, line);
+    return WithNewSection(file, section, line);
+}
+
+std::string CutTo(std::size_t size, std::string_view value)
+{
+    return std::string(value.substr(0, size > 0 ? size - 1 : 0));
+}
+
 } // namespace
 
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view missing,
@@ -148,32 +202,38 @@ std::string ReadProfileString(std::string_view section, std::string_view key, st
 {
     std::string file;
     ReadWholeFile(path, file, LongestIniFile); // a file that cannot be read holds nothing
-    std::string_view value = missing;
     const IniPlace place = FindPlace(file, section, key);
-    if (place.HasKey) {
-        value = place.Line.Text.substr(place.Line.Text.find('=') + 1);
-        value.remove_prefix(std::min(value.find_first_not_of(Blanks), value.size()));
-    }
-    return std::string(value.substr(0, size > 0 ? size - 1 : 0));
+    return CutTo(size, place.HasKey ? ValueOf(place.Line.Text) : missing);
 }
 
 bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
                         std::string_view path)
 {
+    return WriteProfileStrings(section, {{std::string(key), std::string(value)}}, path);
+}
+
+void ReadProfileStrings(std::string_view section, std::vector<ProfileEntry>& entries,
+                        std::string_view missing, std::size_t size, std::string_view path)
+{
+    std::string file;
+    ReadWholeFile(path, file, LongestIniFile);
+    const SectionKeys keys = KeysOf(file, section);
+    for (ProfileEntry& entry : entries) {
+        const auto key = keys.find(UpperCase(WithoutBlanks(entry.Key)));
+        entry.Value = CutTo(size, key == keys.end() ? missing : key->second);
+    }
+}
+
+bool WriteProfileStrings(std::string_view section, const std::vector<ProfileEntry>& entries,
+                         std::string_view path)
+{
     std::string file;
     const FileOutcome outcome = ReadWholeFile(path, file, LongestIniFile);
     if (!outcome.Ok() && outcome.Number != ErrorFileNotFound)
         return false; // it stands there, and what it holds must not be lost
-    value = OneLine(value);
-    const std::string entry = std::string(key).append("=").append(value);
-    const IniPlace place = FindPlace(file, section, key);
-    std::string changed;
-    if (place.HasKey)
-        changed = WithNewValue(file, place.Line, value);
-    else if (place.HasSection)
-        changed = WithNewKey(file, place.SectionEnd, entry);
-    else
-        changed = WithNewSection(file, section, entry);
+    std::string changed = file;
+    for (const ProfileEntry& entry : entries)
+        changed = WithEntry(changed, section, entry);
     return (outcome.Ok() && changed == file) || ReplaceFile(path, changed).Ok();
 }
 

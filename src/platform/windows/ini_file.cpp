@@ -29,4 +29,21 @@ bool WriteProfileString(std::string_view section, std::string_view key, std::str
                                       WideFromAnsi(ToHostPath(path)).c_str()) != 0;
 }
 
+// The system keeps the file that was used last in memory.
+void ReadProfileStrings(std::string_view section, std::vector<ProfileEntry>& entries,
+                        std::string_view missing, std::size_t size, std::string_view path)
+{
+    for (ProfileEntry& entry : entries)
+        entry.Value = ReadProfileString(section, entry.Key, missing, size, path);
+}
+
+bool WriteProfileStrings(std::string_view section, const std::vector<ProfileEntry>& entries,
+                         std::string_view path)
+{
+    bool written = true;
+    for (const ProfileEntry& entry : entries)
+        written = WriteProfileString(section, entry.Key, entry.Value, path) && written;
+    return written;
+}
+
 } // namespace kv
