@@ -42,6 +42,7 @@ struct ReaderState {
     Int LastColor = 0;
     bool TitleSeen = false; // the current record's layer is the instruction layer
     std::string Changed;    // a value whose commas became points
+    std::string Upper;      // a layer in upper case
 };
 
 ReaderState* Running = nullptr;
@@ -131,11 +132,52 @@ std::string_view GroupValue(ReaderState& state, std::string_view line)
     return state.Changed;
 }
 
-Single NumberField(const ReaderState& state, std::string_view value)
+// What nearly all numbers of a drawing are: blanks, a sign, at most 15 digits, a point among them.
+// Both factors are exact in a double then, so the quotient is the nearest double, as Val gives it.
+bool ReadPlainNumber(std::string_view line, double& number)
 {
-    const double number = Val(value);
+    constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                      1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char* at = line.data();
+    const char* const end = at + line.size();
+    while (at < end && *at == ' ')
+        ++at;
+    const bool isNegative = at < end && *at == '-';
+    if (isNegative)
+        ++at;
+    if (end - at > 16 || at == end)
+        return false;
+    std::int64_t digits = 0;
+    const char* const first = at;
+    while (at < end && *at >= '0' && *at <= '9')
+        digits = digits * 10 + (*at++ - '0');
+    std::ptrdiff_t count = at - first;
+    std::ptrdiff_t decimals = 0;
+    if (at < end && *at == '.') {
+        const char* const point = ++at;
+        while (at < end && *at >= '0' && *at <= '9')
+            digits = digits * 10 + (*at++ - '0');
+        decimals = at - point;
+        count += decimals;
+    }
+    if (at != end || count == 0 || count > 15)
+        return false;
+    const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
+    number = isNegative ? -magnitude : magnitude;
+    return true;
+}
+
+double NumberOf(ReaderState& state, std::string_view line)
+{
+    double number = 0;
+    return ReadPlainNumber(line, number) ? number : Val(GroupValue(state, line));
+}
+
+Single NumberField(ReaderState& state, std::string_view line)
+{
+    const double number = NumberOf(state, line);
     if (!(std::abs(number) <= std::numeric_limits<Single>::max()))
-        RefuseValue(state, "Number", value);
+        RefuseValue(state, "Number", line);
     return static_cast<Single>(number);
 }
 
@@ -241,7 +283,10 @@ void TakeText(ReaderState& state, std::string_view value)
 
 void TakeLayer(ReaderState& state, std::string_view value)
 {
-    const std::string upper = UpperCase(value);
+    std::string& upper = state.Upper; // its room is used again
+    upper.assign(value);
+    for (char& c : upper)
+        c = UpperChar(c);
     if (state.CarriedLayer == LayerToCome)
         state.CarriedLayer = upper;
     Entities[state.Current].Layer = Trim(state.CarriedLayer.empty() ? upper : state.CarriedLayer);
@@ -258,90 +303,90 @@ void FinishLightweightVertex(ReaderState& state)
     state.FirstVertexDone = true;
 }
 
-void TakeExtrusion(ReaderState& state, Single& component, std::string_view value)
+void TakeExtrusion(ReaderState& state, Single& component, std::string_view line)
 {
-    component = NumberField(state, value);
+    component = NumberField(state, line);
     state.ExtrusionPending = true;
 }
 
-void TakeNumber(ReaderState& state, int code, std::string_view value)
+void TakeNumber(ReaderState& state, int code, std::string_view line)
 {
     DxfEntity& own = Entities[state.Current];
-    // Widths and bulge that follow a vertex's coordinates stay with that vertex; header values that
+    // Widths and bulge that follow a vertex's coordinates stay with that vertex; header lines that
     // stand before the first vertex go to the header.
     DxfEntity& before = state.Lightweight ? Entities[state.Current - 1] : own;
     DxfEntity& header = state.Lightweight && !state.FirstVertexDone ? before : own;
     switch (code) {
     case 10:
-        own.X1 = NumberField(state, value);
+        own.X1 = NumberField(state, line);
         break;
     case 20:
-        own.Y1 = NumberField(state, value);
+        own.Y1 = NumberField(state, line);
         if (state.Lightweight)
             FinishLightweightVertex(state);
         break;
     case 11:
-        own.X2 = NumberField(state, value);
+        own.X2 = NumberField(state, line);
         break;
     case 21:
-        own.Y2 = NumberField(state, value);
+        own.Y2 = NumberField(state, line);
         break;
     case 30:
-        own.Z1 = NumberField(state, value);
+        own.Z1 = NumberField(state, line);
         break;
     case 31:
-        own.Z2 = NumberField(state, value);
+        own.Z2 = NumberField(state, line);
         break;
     case 38:
-        header.Elevation = NumberField(state, value);
+        header.Elevation = NumberField(state, line);
         break;
     case 39:
-        header.Thickness = NumberField(state, value);
+        header.Thickness = NumberField(state, line);
         break;
     case 40:
     case 12:
-        before.Radius = NumberField(state, value);
+        before.Radius = NumberField(state, line);
         break;
     case 41:
     case 13:
-        before.EndWidth = NumberField(state, value);
+        before.EndWidth = NumberField(state, line);
         break;
     case 42:
-        before.Bulge = NumberField(state, value);
+        before.Bulge = NumberField(state, line);
         break;
     case 50:
     case 22:
-        own.StartAngle = NumberField(state, value);
+        own.StartAngle = NumberField(state, line);
         break;
     case 51:
     case 23:
-        own.EndAngle = NumberField(state, value);
+        own.EndAngle = NumberField(state, line);
         break;
     case 62:
-        header.Color = IntField(state, "Color", Val(value), value);
+        header.Color = IntField(state, "Color", NumberOf(state, line), line);
         state.LastColor = header.Color;
         break;
     case 70:
-        header.Flags = IntField(state, "Flags", Val(value), value);
+        header.Flags = IntField(state, "Flags", NumberOf(state, line), line);
         break;
     case 72:
     case 73:
-        own.TextAlign = IntField(state, "Alignment", own.TextAlign + Val(value), value);
+        own.TextAlign = IntField(state, "Alignment", own.TextAlign + NumberOf(state, line), line);
         break;
     case 75:
-        own.TextAlign = IntField(state, "Alignment", Val(value), value);
+        own.TextAlign = IntField(state, "Alignment", NumberOf(state, line), line);
         break;
     case 66:
-        own.FollowFlag = IntField(state, "Flag", Val(value), value);
+        own.FollowFlag = IntField(state, "Flag", NumberOf(state, line), line);
         break;
     case 210:
-        TakeExtrusion(state, state.Nx, value);
+        TakeExtrusion(state, state.Nx, line);
         break;
     case 220:
-        TakeExtrusion(state, state.Ny, value);
+        TakeExtrusion(state, state.Ny, line);
         break;
     case 230:
-        TakeExtrusion(state, state.Nz, value);
+        TakeExtrusion(state, state.Nz, line);
         break;
     default:
         break;
@@ -386,21 +431,30 @@ bool IsKept(int code)
     }
 }
 
+int NextGroupCode(ReaderState& state)
+{
+    int code = 0;
+    if (state.Scanner.NextWholeNumber(code))
+        return code;
+    const std::string_view line = state.Scanner.NextLine();
+    code = GroupCode(line);
+    if (code != NoNumber)
+        return code;
+    if (state.Scanner.AtEnd)
+        Refuse(state, "The ENTITIES section has no ENDSEC");
+    if (!state.Scanner.Outcome.Ok())
+        Refuse(state, state.Scanner.Outcome.Cause);
+    code = UnusualGroupCode(line);
+    if (code == NoNumber)
+        Refuse(state, "Group code \"" + std::string(line.substr(0, 40)) + "\" in " + AtLine(state) +
+                          " is no number");
+    return code;
+}
+
 // One pair. False at ENDSEC.
 bool ReadPair(ReaderState& state)
 {
-    const std::string_view line = state.Scanner.NextLine();
-    int code = GroupCode(line);
-    if (code < 0) {
-        if (state.Scanner.AtEnd)
-            Refuse(state, "The ENTITIES section has no ENDSEC");
-        if (!state.Scanner.Outcome.Ok())
-            Refuse(state, state.Scanner.Outcome.Cause);
-        code = UnusualGroupCode(line);
-        if (code == NoNumber)
-            Refuse(state, "Group code \"" + std::string(line.substr(0, 40)) + "\" in " + AtLine(state) +
-                              " is no number");
-    }
+    const int code = NextGroupCode(state);
     const std::string_view raw = state.Scanner.NextLine();
     if (raw.empty() && state.Scanner.AtEnd)
         Refuse(state, "Cut in the middle of a pair behind " + AtLine(state));
@@ -408,15 +462,14 @@ bool ReadPair(ReaderState& state)
         Refuse(state, state.Scanner.Outcome.Cause);
     if (!IsKept(code))
         return true;
-    const std::string_view value = GroupValue(state, raw);
     if (code == 0)
-        return BeginRecord(state, value);
+        return BeginRecord(state, GroupValue(state, raw));
     if (code == 1)
-        TakeText(state, value);
+        TakeText(state, GroupValue(state, raw));
     else if (code == 8)
-        TakeLayer(state, value);
+        TakeLayer(state, GroupValue(state, raw));
     else
-        TakeNumber(state, code, value);
+        TakeNumber(state, code, raw);
     return true;
 }
 

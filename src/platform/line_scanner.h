@@ -35,6 +35,34 @@ struct LineScanner {
             --length;
         return {start, length};
     }
+    // The next line where it is nothing but a short whole number with blanks around it, in one step.
+    // False, and nothing taken, for any other line and near the end of the buffer.
+    bool NextWholeNumber(int& number)
+    {
+        constexpr std::size_t longest = 32; // bytes of such a line, its end included
+        if (End < At + longest)
+            return false;
+        const char* at = Buffer.data() + At;
+        const char* const last = at + 20;
+        while (*at == ' ' && at < last)
+            ++at;
+        const char* const first = at;
+        int digits = 0;
+        while (*at >= '0' && *at <= '9' && at - first < 6)
+            digits = digits * 10 + (*at++ - '0');
+        if (at == first || (at - first > 1 && *first == '0'))
+            return false;
+        while (*at == ' ' && at < last)
+            ++at;
+        if (*at == '\r')
+            ++at;
+        if (*at != '\n')
+            return false;
+        At = static_cast<std::size_t>(at - Buffer.data()) + 1;
+        ++LineNumber;
+        number = digits;
+        return true;
+    }
     void Close();
     int PercentDone() const; // 0 to 100
 
