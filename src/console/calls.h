@@ -15,6 +15,8 @@ int TraceDrawings(const CommandLine& line);
 // (empty: none). Gives what became of it: "converted", "failed" or "aborted".
 std::string RunJob(const std::string& drawing, std::string_view outputName, int system);
 void TellFailure(const std::string& drawing, std::string_view outcome); // on standard error
+// Tells how many drawings an abort left undone; the exit status that this asks for.
+int TellUnconverted(std::size_t count);
 
 // The output name of a job line for OUTPUT as typed: a bare name stays, a path becomes a full one,
 // a folder gets its backslash.

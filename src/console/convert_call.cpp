@@ -2,6 +2,7 @@
 // document. Counts the operations of a drawing while its arrays still stand.
 #include "console/calls.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include <nlohmann/json.hpp>
@@ -86,7 +87,9 @@ int ConvertDrawings(const CommandLine& line)
     WrittenFiles = &Written;
     Json drawings = Json::array();
     int status = ExitConverted;
+    std::size_t left = line.Drawings.size();
     for (const std::string& drawing : line.Drawings) {
+        --left;
         Counts = {};
         Written.clear();
         const Clock::time_point start = Clock::now();
@@ -100,8 +103,10 @@ int ConvertDrawings(const CommandLine& line)
             status = ExitSomeFailed;
             TellFailure(drawing, outcome);
         }
-        if (AbortAsked())
+        if (AbortAsked()) {
+            status = std::max(status, TellUnconverted(left));
             break;
+        }
     }
     if (line.ReportJson) {
         PrintDocument({{"version", KORVANTI_VERSION}, {"drawings", std::move(drawings)}});

@@ -44,6 +44,16 @@ void TellFailure(const std::string& drawing, std::string_view outcome)
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
+int TellUnconverted(std::size_t count)
+{
+    if (count == 0)
+        return ExitConverted;
+    EraseProgress();
+    const std::string text = "korvanti: stopped before " + std::to_string(count) + " more\n";
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    return ExitSomeFailed;
+}
+
 std::string OutputName(const std::string& typed)
 {
     const std::string path = FromHostPath(typed);

@@ -40,7 +40,9 @@ int TraceDrawings(const CommandLine& line)
     const bool many = line.Drawings.size() > 1;
     int status = ExitConverted;
     const char* lead = many ? "[\n" : "";
+    std::size_t left = line.Drawings.size();
     for (const std::string& drawing : line.Drawings) {
+        --left;
         Shown = Json::object();
         const std::string outcome = RunJob(drawing, {}, line.System);
         EraseProgress();
@@ -52,8 +54,10 @@ int TraceDrawings(const CommandLine& line)
             status = ExitSomeFailed;
             TellFailure(drawing, outcome);
         }
-        if (AbortAsked())
+        if (AbortAsked()) {
+            status = std::max(status, TellUnconverted(left));
             break;
+        }
     }
     Print(many ? "\n]\n" : "\n");
     return status;

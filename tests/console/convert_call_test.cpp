@@ -1,0 +1,246 @@
+// `korvanti convert`: names of the output, program folder, settings, report in text and JSON, exit
+// status. Relies on the real program; leaves nothing behind.
+#include "console/console_run.h"
+
+using namespace console_test;
+using nlohmann::json;
+
+namespace {
+
+class ConvertCall : public Console {};
+
+const Words BoredCall = {"convert", "door.dxf"};
+
+} // namespace
+
+TEST_F(ConvertCall, WritesTheProgramIntoTheFolderOfTheSettings)
+{
+    const Ended ended = Run(BoredCall);
+    EXPECT_EQ(ended.Status, 0) << ended.Output << ended.Errors;
+    EXPECT_EQ(ended.Errors, "");
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+    EXPECT_EQ(Contents(Folder / "programs/INDICE.PRG").size(), 82U);
+}
+
+TEST_F(ConvertCall, ABareWordGetsTheExtension)
+{
+    fs::rename(Folder / "door.dxf", Folder / "door.DXF");
+    EXPECT_EQ(Run({"convert", "door"}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+}
+
+TEST_F(ConvertCall, AnOutputNameGoesToTheFolderOfTheSettings)
+{
+    EXPECT_EQ(Run({"convert", "door.dxf", "-o", "FRONT"}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "programs/SRG/F/RONT"), BoredProgram);
+}
+
+TEST_F(ConvertCall, AnOutputPathNamesFolderAndProgram)
+{
+    fs::create_directory(Folder / "out");
+    Put(Folder / "out/INDICE.PRG", "");
+    EXPECT_EQ(Run({"convert", "door.dxf", "-o", "out/FRONT"}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "out/SRG/F/RONT"), BoredProgram);
+    EXPECT_FALSE(fs::exists(Folder / "programs/SRG"));
+}
+
+TEST_F(ConvertCall, AnOutputFolderKeepsTheDrawingsName)
+{
+    fs::create_directory(Folder / "out");
+    Put(Folder / "out/INDICE.PRG", "");
+    for (const char* const spelled : {"out/", "out\\", "out", "./out"}) {
+        fs::remove_all(Folder / "out/SRG");
+        const Ended ended = Run({"convert", "door.dxf", "-o", spelled});
+        EXPECT_EQ(ended.Status, 0) << spelled << ended.Output;
+        EXPECT_EQ(Contents(Folder / "out/SRG/D/OOR"), BoredProgram) << spelled;
+    }
+}
+
+TEST_F(ConvertCall, SeveralDrawingsGoIntoOneFolder)
+{
+    fs::create_directory(Folder / "out");
+    Put(Folder / "out/INDICE.PRG", "");
+    Put(Folder / "side.dxf", BoredPanel());
+    EXPECT_EQ(Run({"convert", "door.dxf", "side.dxf", "-o", "out/"}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "out/SRG/D/OOR"), BoredProgram);
+    EXPECT_EQ(Contents(Folder / "out/SRG/S/IDE"), BoredProgram);
+}
+
+TEST_F(ConvertCall, SeveralDrawingsWithOneNameAreWrongUsage)
+{
+    const Ended ended = Run({"convert", "door.dxf", "side.dxf", "-o", "FRONT"});
+    EXPECT_EQ(ended.Status, 2);
+    EXPECT_TRUE(Holds(ended.Errors, "-o must name a folder")) << ended.Errors;
+    EXPECT_FALSE(fs::exists(Folder / "programs/SRG"));
+}
+
+TEST_F(ConvertCall, ADrawingThatBeginsWithADashStandsBehindTwo)
+{
+    fs::rename(Folder / "door.dxf", Folder / "-door.dxf");
+    EXPECT_EQ(Run({"convert", "--", "-door.dxf"}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "programs/SRG/-/DOOR"), BoredProgram);
+
+    const Ended refused = Run({"convert", "-door.dxf"});
+    EXPECT_EQ(refused.Status, 2);
+    EXPECT_TRUE(Holds(refused.Errors, "behind --")) << refused.Errors;
+}
+
+TEST_F(ConvertCall, OneFailureOfSeveralIsNamedAndTheOthersAreConverted)
+{
+    const Ended ended = Run({"convert", "missing.dxf", "door.dxf"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_EQ(ended.Errors, "korvanti: missing.dxf: failed\n");
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+    EXPECT_TRUE(Holds(ended.Output, "missing.dxf  NOT FOUND\n")) << ended.Output;
+    const std::string list =
+        "*** The Following files failed to process: ***\n" + (Folder / "missing.dxf").string() + "\n";
+    ASSERT_GE(ended.Output.size(), list.size());
+    EXPECT_EQ(ended.Output.substr(ended.Output.size() - list.size()), list);
+}
+
+TEST_F(ConvertCall, AMessageBoxIsARowInItsPlace)
+{
+    fs::remove(Folder / "programs/INDICE.PRG");
+    const Ended ended = Run(BoredCall);
+    EXPECT_EQ(ended.Status, 1);
+    const std::size_t box = ended.Output.find("CNC90/Winner90 Index File ");
+    const std::size_t failed = ended.Output.find("Import Failed");
+    EXPECT_NE(box, std::string::npos) << ended.Output;
+    EXPECT_NE(failed, std::string::npos) << ended.Output;
+    EXPECT_LT(box, failed);
+}
+
+TEST_F(ConvertCall, ASettingOfTheCallStaysOutOfTheFile)
+{
+    const std::string before = Contents(Folder / "home/KV90.INI");
+    fs::create_directory(Folder / "other");
+    Put(Folder / "other/INDICE.PRG", "");
+    EXPECT_EQ(Run({"convert", "door.dxf", "--set", "DestinationPath90=other/", "--set", "OffsetX=5"}).Status,
+              0);
+    EXPECT_TRUE(Holds(Contents(Folder / "other/SRG/D/OOR"), "G92G54P5X5\r\n"));
+    EXPECT_EQ(Contents(Folder / "home/KV90.INI"), before);
+}
+
+TEST_F(ConvertCall, AnUnknownSettingIsWrongUsage)
+{
+    for (const char* const words : {"Colour=1", "Colour", "=1"}) {
+        const Ended ended = Run({"convert", "door.dxf", "--set", words});
+        EXPECT_EQ(ended.Status, 2) << words;
+        EXPECT_TRUE(Holds(ended.Errors, "korvanti convert --help")) << ended.Errors;
+        EXPECT_FALSE(fs::exists(Folder / "programs/SRG"));
+    }
+}
+
+TEST_F(ConvertCall, TheSystemOfTheCallWinsOverTheSettings)
+{
+    const Ended ended = Run({"trace", "door.dxf", "--after", "final"});
+    EXPECT_FALSE(json::parse(ended.Output)["final"]["Run"].contains("ControlType"));
+    Put(Folder / "home/KV90.INI", "[Configuration]\r\nGenesisEV=True\r\n");
+    EXPECT_EQ(
+        json::parse(Run({"trace", "door.dxf", "--after", "final"}).Output)["final"]["Run"]["ControlType"], 2);
+    EXPECT_EQ(Run({"convert", "door.dxf", "--system", "winner"}).Status, 2);
+    const fs::path output = Folder / "programs/";
+    EXPECT_EQ(Run({"convert", "door.dxf", "--system", "cnc90", "-o", output.string()}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+}
+
+TEST_F(ConvertCall, TheProgramFolderComesFromTheCallElseFromTheEnvironment)
+{
+    const Words call = {KORVANTI_CONSOLE, "convert", "door.dxf"};
+    EXPECT_EQ(RunCall(call, {"KORVANTI_HOME=home"}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+
+    // Neither named: the person's configuration.
+    fs::create_directories(Folder / "config");
+    fs::rename(Folder / "home", Folder / "config/korvanti");
+    fs::remove_all(Folder / "programs/SRG");
+    EXPECT_EQ(RunCall(call, {"XDG_CONFIG_HOME=" + (Folder / "config").string()}).Status, 0);
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+
+    const Ended ended = RunCall({KORVANTI_CONSOLE, "--home", "nowhere", "convert", "door.dxf"});
+    EXPECT_EQ(ended.Status, 2);
+    EXPECT_TRUE(Holds(ended.Errors, "--home")) << ended.Errors;
+}
+
+TEST_F(ConvertCall, ReportAsJson)
+{
+    const Ended ended = Run({"convert", "door.dxf", "missing.dxf", "--report", "json"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_EQ(ended.Errors, "korvanti: missing.dxf: failed\n");
+    const json document = json::parse(ended.Output);
+    EXPECT_TRUE(document["version"].is_string());
+    ASSERT_EQ(document["drawings"].size(), 2U);
+
+    const json& door = document["drawings"][0];
+    EXPECT_EQ(door["drawing"], "door.dxf");
+    EXPECT_EQ(door["outcome"], "converted");
+    EXPECT_EQ(
+        door["operations"],
+        json({{"bores", 1}, {"grooves", 0}, {"horizontalBores", 0}, {"routes", 0}, {"headPositions", 0}}));
+    EXPECT_GE(door["seconds"].get<double>(), 0);
+    const std::string program = (Folder / "programs/SRG/D/OOR").string();
+    EXPECT_NE(std::find(door["files"].begin(), door["files"].end(), program), door["files"].end())
+        << door["files"];
+    const json pink = {
+        {"text", "---------------------------------------***------------------------------------"},
+        {"colour", "pink"}};
+    EXPECT_EQ(door["lines"].back(), pink);
+
+    const json& missing = document["drawings"][1];
+    EXPECT_EQ(missing["outcome"], "failed");
+    EXPECT_EQ(missing["files"], json::array());
+    EXPECT_EQ(missing["lines"].size(), 1U);
+}
+
+TEST_F(ConvertCall, ReportLinesAreUnicode)
+{
+    const std::string umlaut = "\xFC"; // CP1252
+    Put(Folder / "door.dxf", BoredPanel("0\nTEXT\n8\nDESCR\n10\n0\n20\n0\n1\nT" + umlaut + "r\n"));
+    EXPECT_TRUE(Holds(Run(BoredCall).Output, "Descr: T\xC3\xBCr\n"));
+}
+
+TEST_F(ConvertCall, NoColoursWhereNobodyWatches)
+{
+    EXPECT_FALSE(Holds(Run(BoredCall, {"TERM=xterm", "COLORTERM=truecolor"}).Output, "\x1b"));
+}
+
+TEST_F(ConvertCall, MarkColoursOnATerminal)
+{
+    const std::string dashes =
+        "---------------------------------------***------------------------------------";
+    const Ended full = RunOnTerminal(BoredCall, {"TERM=xterm", "COLORTERM=truecolor"});
+    EXPECT_EQ(full.Status, 0);
+    EXPECT_TRUE(Holds(full.Output, "\x1b[38;2;255;0;100m" + dashes + "\x1b[0m")) << full.Output;
+    const Ended sixteen = RunOnTerminal(BoredCall, {"TERM=xterm"});
+    EXPECT_TRUE(Holds(sixteen.Output, "\x1b[35m" + dashes + "\x1b[0m")) << sixteen.Output;
+}
+
+TEST_F(ConvertCall, NoColoursOnATerminalThatWantsNone)
+{
+    for (const char* const wish : {"NO_COLOR=1", "TERM=dumb"}) {
+        const Ended ended = RunOnTerminal(BoredCall, {"TERM=xterm", wish});
+        EXPECT_EQ(ended.Status, 0);
+        EXPECT_TRUE(Holds(ended.Output, "***")) << wish;
+        EXPECT_FALSE(Holds(ended.Output, "\x1b")) << wish;
+    }
+}
+
+TEST_F(ConvertCall, ADrawingsTextCannotSteerTheTerminal)
+{
+    Put(Folder / "door.dxf", BoredPanel("0\nTEXT\n8\nDESCR\n10\n0\n20\n0\n1\nA\x1b[2JB\n"));
+    const Ended ended = RunOnTerminal(BoredCall, {"TERM=xterm"});
+    EXPECT_FALSE(Holds(ended.Output, "\x1b[2J")) << ended.Output;
+    EXPECT_TRUE(Holds(ended.Output, "A?[2JB")) << ended.Output;
+}
+
+TEST_F(ConvertCall, OutputThatCannotBeWrittenIsNoSuccess)
+{
+    const int child = ::fork();
+    if (child == 0) {
+        ::dup2(::open("/dev/full", O_WRONLY), 1);
+        ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT, 0600), 2);
+        Become(Call(BoredCall), {});
+    }
+    EXPECT_EQ(StatusOf(child), 1);
+    EXPECT_TRUE(Holds(Contents(Folder / "stderr"), "standard output")) << Contents(Folder / "stderr");
+}
