@@ -74,7 +74,7 @@ class Examples : public testing::Test {
     static void ForgetEarlierDrawings()
     {
         ReleaseRunArrays();
-        Run = {};
+        kv::Run = {};
         ResetWriters();
     }
 
@@ -84,7 +84,7 @@ class Examples : public testing::Test {
             FromHostPath((SourceFolder / "examples" / "drawings" / (name + ".dxf")).string());
         ProcessDrawingFile(jobLine);
         ReportMessage(2, "");
-        EXPECT_EQ(Run.RunFailed, False) << name;
+        EXPECT_EQ(kv::Run.RunFailed, False) << name;
     }
 
     void ExpectProgram(const std::string& name, const fs::path& place)
