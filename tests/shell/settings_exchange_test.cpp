@@ -1,12 +1,14 @@
 // The load and the save of all settings, their fix-ups, and the override of single keys.
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/text.h"
-#include "shell/settings_folder.h"
 #include "shell/settings.h"
+#include "shell/settings_folder.h"
 
 namespace kv {
 namespace {
@@ -113,6 +115,19 @@ TEST_F(SettingsExchange, SaveWritesEveryKeyInItsOrderAndForm)
     std::filesystem::remove(Folder / "KV90.INI");
     ExchangeSettings(true);
     EXPECT_EQ(FileText("KV90.INI"), FileOfAllKeys());
+}
+
+TEST_F(SettingsExchange, ManualNamesEveryKeyInTheOrderOfTheFile)
+{
+    std::ifstream manual(std::string(KORVANTI_SOURCE_DIR) + "/docs/settings.md", std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(manual), std::istreambuf_iterator<char>()};
+    std::size_t row = 0;
+    for (const auto& [key, value] : AllKeys) {
+        const std::size_t place = text.find("\n| `" + key + "` |");
+        ASSERT_NE(place, std::string::npos) << key;
+        EXPECT_GT(place, row) << key;
+        row = place;
+    }
 }
 
 TEST_F(SettingsExchange, ValuesOffAreWrittenAsBlankZeroAndFalse)
@@ -313,6 +328,19 @@ TEST_F(SettingsExchange, LoadUndoesEdits)
     EXPECT_EQ(Config.SawKerf, "4.2");
     EXPECT_EQ(Config.MakeHBD, 1);
     EXPECT_TRUE(Config.Genesis);
+}
+
+TEST_F(SettingsExchange, ExampleInstallationNamesEveryKey)
+{
+    const std::string folder = std::string(KORVANTI_SOURCE_DIR) + "/examples/install/";
+    SetExeFolder(FromHostPath(folder));
+    std::ifstream example(folder + "KV90.INI", std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(example), std::istreambuf_iterator<char>()};
+    for (const auto& [key, value] : AllKeys)
+        EXPECT_TRUE(Holds(text, "\n" + key + "=")) << key;
+    LoadAllSettings();
+    EXPECT_EQ(SelectedSystem(), 0);
+    EXPECT_EQ(Config.SawKerf, "4");
 }
 
 using OtherKeys = SettingsExchange;
