@@ -1,0 +1,79 @@
+// The hooks of the front end: silent and safe without one, passed on with one.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/dialogs.h"
+#include "platform/events.h"
+#include "platform/keys.h"
+#include "platform/processes.h"
+
+namespace kv {
+namespace {
+
+std::string Seen; // what the hooks of a test were given
+
+class Hooks : public testing::Test {
+  protected:
+    void SetUp() override { Reset(); }
+    void TearDown() override { Reset(); }
+
+  private:
+    static void Reset()
+    {
+        Dialogs = {};
+        Events = {};
+        Keys = {};
+        Processes = {};
+        Seen.clear();
+    }
+};
+
+TEST_F(Hooks, WithoutAFrontEndAQuestionIsAnsweredNo)
+{
+    EXPECT_FALSE(AskYesNo("Delete?", "Korvanti"));
+}
+
+TEST_F(Hooks, WithoutAFrontEndNothingIsShownSentOrStarted)
+{
+    ShowBox("text", "title", BoxIcon::Error);
+    SendKeystrokes("%F");
+    DoEvents();
+    ForgetProcess(1);
+    EXPECT_EQ(FocusedTitleLength(), 0);
+    EXPECT_EQ(StartProcess("anything"), 0);
+    EXPECT_NE(ProcessExitCode(1), StillActive); // else its caller would wait for ever
+}
+
+TEST_F(Hooks, BoxesAndQuestionsReachTheFrontEnd)
+{
+    Dialogs.Box = [](std::string_view text, std::string_view title, BoxIcon icon) {
+        Seen = std::string(title) + "|" + std::string(text) + (icon == BoxIcon::Warning ? "|warning" : "");
+    };
+    Dialogs.Ask = [](std::string_view text, std::string_view) { return text == "Sure?"; };
+    ShowBox("text", "title", BoxIcon::Warning);
+    EXPECT_EQ(Seen, "title|text|warning");
+    EXPECT_TRUE(AskYesNo("Sure?", "title"));
+    EXPECT_FALSE(AskYesNo("Other?", "title"));
+}
+
+TEST_F(Hooks, ProcessesAndKeysReachTheFrontEnd)
+{
+    Processes.Start = [](std::string_view commandLine) -> Long { return commandLine == "edit" ? 7 : 0; };
+    Processes.ExitCode = [](Long handle) -> Long { return handle == 7 ? StillActive : 3; };
+    Processes.Forget = [](Long handle) { Seen += std::to_string(handle); };
+    Keys.Send = [](std::string_view keys) { Seen += keys; };
+    Keys.FocusedTitleLength = []() -> Long { return 12; };
+    Events.Pump = [] { Seen += "pump"; };
+    EXPECT_EQ(StartProcess("edit"), 7);
+    EXPECT_EQ(ProcessExitCode(7), StillActive);
+    EXPECT_EQ(ProcessExitCode(8), 3);
+    EXPECT_EQ(FocusedTitleLength(), 12);
+    ForgetProcess(7);
+    SendKeystrokes("%F");
+    DoEvents();
+    EXPECT_EQ(Seen, "7%Fpump");
+}
+
+} // namespace
+} // namespace kv

@@ -1,0 +1,222 @@
+// Paths between people, program and the POSIX host: both forms, drives, lookup without case.
+#include "platform/paths.h"
+
+#include "platform/files.h"
+#include "platform/run_error.h"
+#include "platform/scratch_folder.h"
+#include "platform/text.h"
+
+namespace kv {
+namespace {
+
+constexpr const char* Drives = "KORVANTI_DRIVES";
+
+class HostPaths : public ScratchFolder {
+  protected:
+    void SetUp() override
+    {
+        ScratchFolder::SetUp();
+        FolderBefore = std::filesystem::current_path();
+        std::filesystem::current_path(Folder);
+        SetVariable(Drives, std::nullopt);
+    }
+    void TearDown() override
+    {
+        std::filesystem::current_path(FolderBefore);
+        ScratchFolder::TearDown();
+    }
+    void MakeFolderFor(const std::string& name) const { std::filesystem::create_directories(Folder / name); }
+    // Host path of an entry of the folder.
+    std::string Host(const std::string& name) const { return (Folder / name).string(); }
+
+  private:
+    std::filesystem::path FolderBefore;
+};
+
+TEST_F(HostPaths, BothFormsBecomeBackslashPaths)
+{
+    EXPECT_EQ(FromHostPath("/srv/dxf/"), "\\srv\\dxf\\");
+    EXPECT_EQ(FromHostPath("/srv/dxf"), "\\srv\\dxf");
+    EXPECT_EQ(FromHostPath("\\srv\\dxf\\door.dxf"), "\\srv\\dxf\\door.dxf");
+    EXPECT_EQ(FromHostPath("/"), "\\");
+    EXPECT_EQ(FromHostPath("/srv//dxf/./a"), "\\srv\\dxf\\a");
+    EXPECT_EQ(FromHostPath("/srv/../a"), "\\srv\\..\\a"); // the folder above a link is the disk's affair
+    EXPECT_EQ(FromHostPath("\\\\server\\share\\a"), "\\\\server\\share\\a");
+}
+
+TEST_F(HostPaths, DrivePathsStayDrivePaths)
+{
+    EXPECT_EQ(FromHostPath("C:\\dxf\\a.dxf"), "C:\\dxf\\a.dxf");
+    EXPECT_EQ(FromHostPath("c:/dxf/"), "c:\\dxf\\");
+    EXPECT_EQ(FromHostPath("C:"), "C:\\");
+    EXPECT_EQ(FromHostPath("C:dxf"), "C:\\dxf");
+}
+
+TEST_F(HostPaths, ARelativePathStandsInTheCurrentFolder)
+{
+    EXPECT_EQ(ShownPath(FromHostPath("door.dxf")), Host("door.dxf"));
+    EXPECT_EQ(ShownPath(FromHostPath("./sub/door.dxf")), Host("sub/door.dxf"));
+    EXPECT_EQ(ShownPath(FromHostPath("sub\\door.dxf")), Host("sub/door.dxf"));
+    EXPECT_EQ(ShownPath(FromHostPath(".")), Folder.string());
+    EXPECT_EQ(ShownPath(FromHostPath("../a")), Host("../a"));
+    std::filesystem::current_path("/");
+    EXPECT_EQ(FromHostPath("door.dxf"), "\\door.dxf");
+    EXPECT_EQ(FromHostPath("."), "\\");
+}
+
+TEST_F(HostPaths, AnEmptyPathStaysEmptyAndLeadsNowhere)
+{
+    EXPECT_EQ(FromHostPath(""), "");
+    EXPECT_EQ(ToHostPath(""), "");
+    EXPECT_FALSE(FolderExists(""));
+    EXPECT_EQ(ReplaceFile("", "x").Number, ErrorPathNotFound);
+    EXPECT_TRUE(Names().empty());
+}
+
+TEST_F(HostPaths, HostNamesAreUtf8)
+{
+    EXPECT_EQ(FromHostPath("/srv/T\xC3\xBCr.dxf"), "\\srv\\T\xFCr.dxf");
+    PutFile("T\xC3\xBCr.dxf", "x");
+    EXPECT_EQ(ToHostPath(PathOf("T\xC3\xBCr.dxf")), Host("T\xC3\xBCr.dxf"));
+    EXPECT_EQ(ToHostPath(PathOf("T\xC3\x9CR.DXF")), Host("T\xC3\xBCr.dxf")); // U-umlaut
+}
+
+TEST_F(HostPaths, EachComponentIsLookedUpWithoutCase)
+{
+    MakeFolderFor("Srg/Deep");
+    PutFile("Srg/Deep/Door.Dxf", "x");
+    EXPECT_EQ(ToHostPath(PathOf("SRG\\DEEP\\DOOR.DXF")), Host("Srg/Deep/Door.Dxf"));
+    EXPECT_EQ(ToHostPath(PathOf("srg\\deep\\")), Host("Srg/Deep/"));
+    EXPECT_TRUE(FileExists(PathOf("srg\\deep\\door.dxf")));
+}
+
+TEST_F(HostPaths, TheExactSpellingWinsOverAnother)
+{
+    PutFile("DOOR.DXF", "upper");
+    PutFile("door.dxf", "lower");
+    std::string contents;
+    EXPECT_TRUE(ReadWholeFile(PathOf("door.dxf"), contents).Ok());
+    EXPECT_EQ(contents, "lower");
+    EXPECT_TRUE(ReadWholeFile(PathOf("DOOR.DXF"), contents).Ok());
+    EXPECT_EQ(contents, "upper");
+    EXPECT_EQ(ToHostPath(PathOf("Door.Dxf")), Host("DOOR.DXF")); // the first in byte order
+}
+
+TEST_F(HostPaths, ANewComponentIsMadeAsSpelled)
+{
+    MakeFolderFor("srg");
+    EXPECT_EQ(ToHostPath(PathOf("SRG\\New\\Door.P")), Host("srg/New/Door.P"));
+    EXPECT_TRUE(MakeFolders(PathOf("SRG\\New\\Sub\\")).Ok());
+    EXPECT_TRUE(ReplaceFile(PathOf("SRG\\NEW\\SUB\\Door.P"), "x").Ok());
+    EXPECT_EQ(FileText("srg/New/Sub/Door.P"), "x");
+    EXPECT_EQ(Names(), std::vector<std::string>{"srg"});
+}
+
+TEST_F(HostPaths, AFileWrittenInAnotherCaseReplacesTheOneThatStands)
+{
+    PutFile("Indice.prg", "old");
+    EXPECT_TRUE(ReplaceFile(PathOf("INDICE.PRG"), "new").Ok());
+    EXPECT_EQ(Names(), std::vector<std::string>{"Indice.prg"});
+    EXPECT_EQ(FileText("Indice.prg"), "new");
+}
+
+TEST_F(HostPaths, ALinkWithoutAnEndIsAnEntryThatStands)
+{
+    std::filesystem::create_symlink("nowhere", Folder / "Link");
+    EXPECT_EQ(ToHostPath(PathOf("LINK")), Host("Link"));
+}
+
+TEST_F(HostPaths, DriveLettersAreFoldersUnderTheDrivesFolder)
+{
+    MakeFolderFor("drives/c/dxf");
+    SetVariable(Drives, Host("drives"));
+    PutFile("drives/c/dxf/door.dxf", "x");
+    EXPECT_EQ(ToHostPath("C:\\DXF\\Door.dxf"), Host("drives") + "/c/dxf/door.dxf");
+    EXPECT_TRUE(FileExists("c:\\dxf\\door.dxf"));
+    EXPECT_TRUE(FolderExists("C:\\"));
+    EXPECT_TRUE(FolderExists("C:"));
+}
+
+TEST_F(HostPaths, ADriveThatIsNotThereLeadsNowhere)
+{
+    MakeFolderFor("drives/c");
+    SetVariable(Drives, Host("drives"));
+    EXPECT_EQ(ToHostPath("D:\\dxf\\door.dxf"), "");
+    EXPECT_EQ(MakeFolders("D:\\dxf\\").Number, ErrorPathNotFound);
+    EXPECT_EQ(MakeFolders("D:\\dxf\\").Cause, "no drive D:");
+    EXPECT_FALSE(std::filesystem::exists(Folder / "drives/D"));
+}
+
+TEST_F(HostPaths, WithoutADrivesFolderADrivePathNeverLandsInTheCurrentFolder)
+{
+    for (const std::optional<std::string>& unset :
+         {std::optional<std::string>(), std::optional<std::string>("")}) {
+        SetVariable(Drives, unset);
+        for (const std::string path : {"C:\\door.p", "C:\\sub\\door.p", "C:door.p", "C:"}) {
+            EXPECT_EQ(ToHostPath(path), "") << path;
+            EXPECT_EQ(ReplaceFile(path, "x").Number, ErrorPathNotFound) << path;
+            EXPECT_EQ(MakeFolders(path).Number, ErrorPathNotFound) << path;
+            EXPECT_EQ(CheckWritable(path).Number, ErrorPathNotFound) << path;
+            EXPECT_FALSE(FolderExists(path)) << path;
+        }
+    }
+    EXPECT_TRUE(Names().empty());
+}
+
+TEST_F(HostPaths, ANameOutsideTheCodePageMatchesNothing)
+{
+    PutFile("\xD0\x94.dxf", "Cyrillic");
+    PutFile("\xFF.dxf", "no UTF-8");
+    PutFile("?.dxf", "question mark");
+    const std::string path = PathOf("\xD0\x94.dxf");
+    EXPECT_EQ(FileNameOf(path), "?.dxf");
+    EXPECT_EQ(ToHostPath(path), "");
+    EXPECT_FALSE(FileExists(path));
+    EXPECT_EQ(ReplaceFile(path, "x").Number, ErrorPathNotFound);
+    EXPECT_EQ(FileText("?.dxf"), "question mark");
+    EXPECT_EQ(Names().size(), 3u);
+}
+
+TEST_F(HostPaths, ANulByteLeadsNowhere)
+{
+    PutFile("door", "x");
+    EXPECT_FALSE(FileExists(PathOf("door") + std::string("\0.dxf", 5)));
+}
+
+TEST_F(HostPaths, PathsForPeopleAreInTheHostsForm)
+{
+    EXPECT_EQ(ShownPath("\\srv\\T\xFCr.dxf"), "/srv/T\xFCr.dxf");
+    EXPECT_EQ(ShownPath("C:\\dxf\\a.dxf"), "C:\\dxf\\a.dxf"); // no folder stands for the drive
+    SetVariable(Drives, "/mnt/shop");
+    EXPECT_EQ(ShownPath("C:\\dxf\\a.dxf"), "/mnt/shop/C/dxf/a.dxf");
+    EXPECT_EQ(ShownPath("C:dxf"), "/mnt/shop/C/dxf");
+    EXPECT_EQ(ShownPath(""), "");
+}
+
+TEST_F(HostPaths, TheConfigurationFolderFollowsTheDesktopsRules)
+{
+    SetVariable("XDG_CONFIG_HOME", "/cfg");
+    EXPECT_EQ(UserConfigFolder(), "\\cfg\\korvanti\\");
+    SetVariable("XDG_CONFIG_HOME", "relative"); // to be ignored
+    SetVariable("HOME", "/home/anna");
+    EXPECT_EQ(UserConfigFolder(), "\\home\\anna\\.config\\korvanti\\");
+    SetVariable("XDG_CONFIG_HOME", std::nullopt);
+    EXPECT_EQ(UserConfigFolder(), "\\home\\anna\\.config\\korvanti\\");
+}
+
+TEST_F(HostPaths, EnvironmentVariablesAreTextOfTheCodePage)
+{
+    SetVariable("DIRNOT", "/not/T\xC3\xBCr");
+    EXPECT_EQ(Environment("DIRNOT"), "/not/T\xFCr");
+    SetVariable("DIRNOT", std::nullopt);
+    EXPECT_EQ(Environment("DIRNOT"), "");
+}
+
+TEST_F(HostPaths, TheExecutableStandsWhereItsNameSays)
+{
+    EXPECT_TRUE(FileExists(ExeName()));
+    EXPECT_TRUE(BeginsWith(ExeName(), "\\"));
+}
+
+} // namespace
+} // namespace kv

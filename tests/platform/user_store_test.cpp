@@ -1,0 +1,36 @@
+// The user store: values come back by application, section and key; the folder is made when needed.
+#include "platform/user_store.h"
+
+#include "platform/scratch_folder.h"
+
+namespace kv {
+namespace {
+
+class UserStore : public ScratchFolder {
+  protected:
+    void SetUp() override
+    {
+        ScratchFolder::SetUp();
+        SetVariable("XDG_CONFIG_HOME", (Folder / "config").string());
+    }
+};
+
+TEST_F(UserStore, ValuesComeBackByApplicationSectionAndKey)
+{
+    EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
+    EXPECT_TRUE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "120"));
+    EXPECT_TRUE(SaveUserSetting("ZLT", "AboutFrmMain", "Top", "-5"));
+    EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "120");
+    EXPECT_EQ(GetUserSetting("ZLT", "AboutFrmMain", "Top", "none"), "-5");
+    EXPECT_EQ(GetUserSetting("Other", "KVFrmMain", "Top", "none"), "none");
+}
+
+TEST_F(UserStore, AStoreThatCannotBeWrittenIsTold)
+{
+    PutFile("config", "a file where the folder should be");
+    EXPECT_FALSE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "120"));
+    EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
+}
+
+} // namespace
+} // namespace kv
