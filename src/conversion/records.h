@@ -25,7 +25,8 @@ template <std::size_t N> struct Text {
     Text& operator=(std::string_view text)
     {
         const std::size_t kept = text.size() < N ? text.size() : N;
-        std::memmove(Characters, text.data(), kept);
+        if (kept > 0) // an empty view may stand at no place
+            std::memmove(Characters, text.data(), kept);
         std::memset(Characters + kept, ' ', N - kept);
         return *this;
     }
