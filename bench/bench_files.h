@@ -1,0 +1,22 @@
+// Drawings and folders that the benchmarks make for themselves, in one scratch folder that goes when
+// the program ends.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+
+namespace kv::bench {
+
+// Made at the first call. On the memory file system where there is one: the disk is no subject here.
+const std::filesystem::path& ScratchFolder();
+void RemoveScratchFolder();
+
+// A drawing of LINEs, CIRCLEs and LWPOLYLINEs as CAD programs write them, with handles, owners,
+// subclass markers and colours; ends at the first entity past `bytes`.
+std::filesystem::path LargeDrawing(std::size_t bytes);
+
+// A panel as a shop knows it: border, four system rows, dowels, cups, grooves, edge bores and the
+// drawing's own lines on layers that are passed over: 200 entities in all.
+void WriteTypicalPanel(const std::filesystem::path& path);
+
+} // namespace kv::bench

@@ -1,0 +1,99 @@
+// One drawing given as bytes, from reader to writers, in a scratch installation of its own. Shared by
+// the fuzz target and by the test that replays the corpus. Leaves the process as a program start
+// does, and the scratch folder empty but for its index.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <system_error>
+
+#include "conversion/job_driver.h"
+#include "conversion/run.h"
+#include "platform/paths.h"
+#include "shell/settings.h"
+#include "writers/program_writers.h"
+
+namespace kv::fuzz {
+
+// On the memory file system where there is one: each input writes a handful of files.
+inline std::filesystem::path ScratchRoot()
+{
+    std::error_code refused;
+    const std::filesystem::path memory = "/dev/shm";
+    return std::filesystem::is_directory(memory, refused) ? memory : std::filesystem::temp_directory_path();
+}
+
+inline void PutFile(const std::filesystem::path& path, std::string_view bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+inline void EmptyInstallation(const std::filesystem::path& home)
+{
+    std::filesystem::remove_all(home);
+    std::filesystem::create_directories(home / "SORG");
+    PutFile(home / "SORG" / "INDICE.PRG", "");
+}
+
+// Settings that let as much run as there is; the small line limit makes portions common.
+inline Settings SettingsFor(const std::filesystem::path& home, int system)
+{
+    Settings settings;
+    settings.Winner90 = system == 0;
+    settings.Genesis = system == 1;
+    settings.GenesisEV = system == 2;
+    settings.DestinationPath90 = settings.DestinationPathGen = settings.DestinationPathEV =
+        settings.HBDDestinationPath = FromHostPath((home / "SORG").string() + "/");
+    settings.MakeHBD = 1;
+    settings.HbdAvailable = true;
+    settings.HBDVBoreLimit = "50";
+    settings.LeadS = settings.LeadRampIn = settings.LeadRampOut = 1;
+    settings.CornerComp = settings.RemoveBorderRoute = 1;
+    settings.PrecisionMetric = "2";
+    settings.PrecisionInch = "3";
+    settings.SawKerf = "4";
+    settings.LineLimit = "200";
+    settings.Optimizer = "1";
+    settings.OptimizerBox = true;
+    settings.DRAlternate = "1";
+    settings.Sequence = "VGHR";
+    settings.PtsFields[1] = "NAME";
+    settings.PtsQuotes[1] = "\"";
+    settings.PtsFields[2] = "WIDTH";
+    settings.PtsFields[3] = "LENGTH";
+    settings.PtsFieldCount = 3;
+    settings.PTSPath = FromHostPath(home.string() + "/");
+    settings.PTSName = "CUTLIST";
+    return settings;
+}
+
+inline void AsAtProgramStart()
+{
+    ReleaseRunArrays();
+    Run = {};
+    ResetWriters();
+}
+
+// Converts the drawing for one machine control. A drawing may name folders anywhere on the disk;
+// here the separators are taken out of its texts, so that nothing is written outside `home`.
+inline void ConvertBytes(std::string_view drawing, const std::filesystem::path& home, int system)
+{
+    std::string text(drawing);
+    std::replace(text.begin(), text.end(), '\\', '_');
+    std::replace(text.begin(), text.end(), '/', '_');
+    EmptyInstallation(home);
+    PutFile(home / "INPUT.DXF", text);
+    SetExeFolder(FromHostPath(home.string()));
+    Config = SettingsFor(home, system);
+    AsAtProgramStart();
+    Run.ControlType = static_cast<Int>(system);
+    std::string jobLine = FromHostPath((home / "INPUT.DXF").string());
+    ProcessDrawingFile(jobLine);
+    AsAtProgramStart();
+}
+
+} // namespace kv::fuzz
