@@ -7,6 +7,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "platform/run_error.h"
@@ -15,22 +16,20 @@ namespace kv {
 
 namespace {
 
-constexpr std::array<double, 23> ExactPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                     1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int ExactPowerLimit = 22;
-constexpr int DigitsOfWord = 19;                                     // always fit 64 bits
+constexpr std::array<double, 20> ExactPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,
+                                                     1e7,  1e8,  1e9,  1e10, 1e11, 1e12, 1e13,
+                                                     1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+constexpr std::ptrdiff_t DigitsOfWord = 19;                          // always fit 64 bits
 constexpr std::uint64_t ExactMantissaLimit = std::uint64_t{1} << 53; // whole numbers of a double
 constexpr int ExponentLimit = 100'000'000;                           // far beyond any double
 
 // The first double that rounds to no Single any more.
 constexpr double SingleLimit = 0x1.ffffffp+127;
 
+// What has to be known of a number that goes to the library.
 struct Decimal {
-    std::uint64_t Mantissa = 0;
-    int Digits = 0;      // significant digits met, also those that Mantissa has no room for
-    int Exponent = 0;    // power of ten of Mantissa while it has room for all digits
-    bool Found = false;  // at least one digit, zeros included
+    int Digits = 0;      // from the first one that is not 0
+    int Exponent = 0;    // power of ten of the last digit
     std::size_t End = 0; // behind the last character of the number
     std::size_t ExponentAt = std::string_view::npos;
 };
@@ -40,25 +39,25 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-Decimal ScanMantissa(std::string_view text, std::size_t at)
+bool IsExponentLetter(char c)
+{
+    return c == 'E' || c == 'e' || c == 'D' || c == 'd';
+}
+
+Decimal ScanMantissa(std::string_view text)
 {
     Decimal number;
     bool behindPoint = false;
-    for (; at < text.size(); ++at) {
-        const char c = text[at];
-        if (c == '.' && !behindPoint) {
+    std::size_t at = 0;
+    for (; at < text.size() && (IsDigit(text[at]) || (text[at] == '.' && !behindPoint)); ++at) {
+        if (text[at] == '.') {
             behindPoint = true;
             continue;
         }
-        if (!IsDigit(c))
-            break;
-        number.Found = true;
         if (behindPoint)
             --number.Exponent;
-        if (c == '0' && number.Digits == 0)
-            continue;
-        if (++number.Digits <= DigitsOfWord)
-            number.Mantissa = number.Mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+        if (text[at] != '0' || number.Digits > 0)
+            ++number.Digits;
     }
     number.End = at;
     return number;
@@ -68,7 +67,7 @@ Decimal ScanMantissa(std::string_view text, std::size_t at)
 void ScanExponent(std::string_view text, Decimal& number)
 {
     std::size_t at = number.End;
-    if (at >= text.size() || (text[at] != 'E' && text[at] != 'e' && text[at] != 'D' && text[at] != 'd'))
+    if (at >= text.size() || !IsExponentLetter(text[at]))
         return;
     ++at;
     bool negative = false;
@@ -86,12 +85,16 @@ void ScanExponent(std::string_view text, Decimal& number)
     number.Exponent += negative ? -power : power;
 }
 
-// Exact rounding for what the quick way cannot hold; `start` stands behind the sign.
-double ReadByLibrary(std::string_view text, std::size_t start, const Decimal& number)
+// Any number behind its sign, exactly rounded.
+double ReadAnyNumber(std::string_view text)
 {
-    std::string clean(text.substr(start, number.End - start));
+    Decimal number = ScanMantissa(text);
+    if (number.Digits == 0)
+        return 0;
+    ScanExponent(text, number);
+    std::string clean(text.substr(0, number.End));
     if (number.ExponentAt != std::string_view::npos)
-        clean[number.ExponentAt - start] = 'e'; // the library knows no D
+        clean[number.ExponentAt] = 'e'; // the library knows no D
     double value = 0;
     const std::from_chars_result result = std::from_chars(clean.data(), clean.data() + clean.size(), value);
     if (result.ec == std::errc())
@@ -112,30 +115,35 @@ double ReadByLibrary(std::string_view text, std::size_t start, const Decimal& nu
 
 double Val(std::string_view text)
 {
-    std::size_t start = 0;
-    while (start < text.size() && text[start] == ' ')
-        ++start;
-    bool negative = false;
-    if (start < text.size() && (text[start] == '-' || text[start] == '+'))
-        negative = text[start++] == '-';
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end && *at == ' ')
+        ++at;
+    const bool negative = at != end && *at == '-';
+    if (at != end && (*at == '-' || *at == '+'))
+        ++at;
+    const char* const start = at;
 
-    Decimal number = ScanMantissa(text, start);
-    if (!number.Found || number.Mantissa == 0)
-        return 0; // "-0" too: a negative zero would turn an arctangent round
-    ScanExponent(text, number);
-
-    double value = 0;
-    if (number.Digits <= DigitsOfWord && number.Mantissa < ExactMantissaLimit &&
-        number.Exponent >= -ExactPowerLimit && number.Exponent <= ExactPowerLimit) {
-        value = static_cast<double>(number.Mantissa);
-        if (number.Exponent < 0)
-            value /= ExactPowersOfTen[static_cast<std::size_t>(-number.Exponent)];
-        else
-            value *= ExactPowersOfTen[static_cast<std::size_t>(number.Exponent)];
-    } else {
-        value = ReadByLibrary(text, start, number);
+    // Digits that fit a word; leading zeros count along, which costs a long text the slow way.
+    std::uint64_t mantissa = 0;
+    while (at != end && IsDigit(*at))
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+    std::ptrdiff_t digits = at - start, decimals = 0;
+    if (at != end && *at == '.') {
+        const char* const point = at++;
+        while (at != end && IsDigit(*at))
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+        decimals = at - point - 1;
+        digits += decimals;
     }
-    return negative && value != 0 ? -value : value;
+    if (digits == 0)
+        return 0;
+    double value = 0;
+    if (digits <= DigitsOfWord && mantissa < ExactMantissaLimit && (at == end || !IsExponentLetter(*at)))
+        value = static_cast<double>(mantissa) / ExactPowersOfTen[static_cast<std::size_t>(decimals)];
+    else
+        value = ReadAnyNumber({start, static_cast<std::size_t>(end - start)});
+    return negative && value != 0 ? -value : value; // "-0" too is 0: its sign would turn an arctangent
 }
 
 Int ToInt(double value)

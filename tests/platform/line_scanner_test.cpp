@@ -162,6 +162,58 @@ TEST_F(Scanner, TheLongestLinePasses)
     EXPECT_EQ(LinesOf("a\n" + longest + "\nb\n" + longest), (Lines{"a", longest, "b", longest}));
 }
 
+TEST_F(Scanner, AWholeNumberIsTakenInOneStepOnlyWhereItStandsAlone)
+{
+    struct Row {
+        std::string Line;
+        int Number; // -1: left to the other way
+    };
+    const std::vector<Row> rows = {
+        {"0", 0},    {"  8", 8},      {" 62\r", 62}, {"10  ", 10}, {"1000", 1000}, {"999999", 999999},
+        {"", -1},    {"   ", -1},     {"-1", -1},    {"1.0", -1},  {"1 2", -1},    {"5E", -1},
+        {"\t5", -1}, {"1000000", -1}, {"7\r\r", -1}, {"05", -1},   {"+3", -1},     {"LINE", -1},
+    };
+    std::string contents;
+    for (const Row& row : rows)
+        contents += row.Line + "\n";
+    PutFile("d", "first\n" + contents + std::string(64, '\n'));
+    LineScanner scanner;
+    scanner.OpenAt(PathOf("d"), "first");
+    for (const Row& row : rows) {
+        const std::uint64_t before = scanner.LineNumber;
+        int number = -1;
+        if (!scanner.NextWholeNumber(number)) {
+            EXPECT_EQ(scanner.LineNumber, before);
+            const bool endsInCr = row.Line.ends_with('\r');
+            EXPECT_EQ(scanner.NextLine(), row.Line.substr(0, row.Line.size() - (endsInCr ? 1 : 0)));
+        }
+        EXPECT_EQ(number, row.Number) << row.Line;
+        EXPECT_EQ(scanner.LineNumber, before + 1);
+    }
+}
+
+TEST_F(Scanner, WholeNumbersAndLinesGiveTheSameFile)
+{
+    std::string contents;
+    for (int i = 0; contents.size() < 3 * 4 * LongestLine; ++i)
+        contents += std::to_string(i) + (i % 3 == 0 ? "\r\n" : "\n");
+    PutFile("d", contents);
+    LineScanner scanner;
+    scanner.OpenAt(PathOf("d"), "");
+    for (int expected = 1;; ++expected) {
+        int number = -1;
+        if (!scanner.NextWholeNumber(number)) {
+            const std::string_view line = scanner.NextLine();
+            if (scanner.AtEnd)
+                break;
+            number = std::stoi(std::string(line));
+        }
+        ASSERT_EQ(number, expected);
+        ASSERT_EQ(scanner.LineNumber, static_cast<std::uint64_t>(expected) + 1);
+    }
+    EXPECT_GT(scanner.LineNumber, 400000u);
+}
+
 TEST_F(Scanner, PercentDoneGrowsWithTheLines)
 {
     std::string contents;
