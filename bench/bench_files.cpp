@@ -3,6 +3,7 @@
 #include "bench_files.h"
 
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <fstream>
 #include <string>
@@ -19,11 +20,12 @@ namespace {
 // A plain linear congruence: the same numbers on every machine.
 struct Numbers {
     std::uint32_t State = 12345;
+    double Grid = 1; // steps to a unit
 
     double Next(double below)
     {
         State = State * 1664525U + 1013904223U;
-        return static_cast<double>(State >> 8) / 16777216.0 * below;
+        return std::floor(static_cast<double>(State >> 8) / 16777216.0 * below * Grid) / Grid;
     }
 };
 
@@ -35,12 +37,15 @@ struct DrawingText {
     {
         Text.append(code).append("\r\n").append(value).append("\r\n");
     }
+    // Shortest text that reads back, with a point, as CAD programs print.
     void Pair(const char* code, double value)
     {
         char digits[40];
-        const auto written =
-            std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 12);
-        Pair(code, std::string_view(digits, static_cast<std::size_t>(written.ptr - digits)));
+        const auto written = std::to_chars(digits, digits + sizeof digits, value);
+        std::string text(digits, written.ptr);
+        if (text.find('.') == std::string::npos)
+            text += ".0";
+        Pair(code, text);
     }
     void Start()
     {
@@ -128,14 +133,15 @@ void RemoveScratchFolder()
     fs::remove_all(ScratchFolder(), ignored);
 }
 
-fs::path LargeDrawing(std::size_t bytes)
+fs::path LargeDrawing(std::size_t bytes, int decimals)
 {
-    const fs::path path = ScratchFolder() / ("large-" + std::to_string(bytes) + ".dxf");
+    const fs::path path = ScratchFolder() / ("large-" + std::to_string(decimals) + ".dxf");
     if (fs::exists(path))
         return path;
     std::ofstream file(path, std::ios::binary);
     DrawingText drawing;
     Numbers numbers;
+    numbers.Grid = std::pow(10, decimals);
     drawing.Start();
     std::size_t written = 0;
     for (int i = 0; written + drawing.Text.size() < bytes; ++i) {

@@ -12,8 +12,9 @@ const std::filesystem::path& ScratchFolder();
 void RemoveScratchFolder();
 
 // A drawing of LINEs, CIRCLEs and LWPOLYLINEs as CAD programs write them, with handles, owners,
-// subclass markers and colours; ends at the first entity past `bytes`.
-std::filesystem::path LargeDrawing(std::size_t bytes);
+// subclass markers and colours; ends at the first entity past `bytes`. Coordinates have at most
+// `decimals` decimals: 3 as drawn by hand or by a cabinet program, 12 as after a rotation.
+std::filesystem::path LargeDrawing(std::size_t bytes, int decimals);
 
 // A panel as a shop knows it: border, four system rows, dowels, cups, grooves, edge bores and the
 // drawing's own lines on layers that are passed over: 200 entities in all.

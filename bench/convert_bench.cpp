@@ -72,7 +72,7 @@ BENCHMARK(ConvertOnePanel)->UseManualTime()->Iterations(51)->Unit(benchmark::kMi
 void ConvertThousandPanels(benchmark::State& state)
 {
     constexpr int Panels = 1000;
-    double best = 0;
+    double best = 0, bestOfCore = 0;
     for (auto _ : state) {
         const fs::path home = Installation("thousand", Panels);
         const ChildUse use = RunProgram(ConvertCall(home), true);
@@ -82,8 +82,10 @@ void ConvertThousandPanels(benchmark::State& state)
         }
         state.SetIterationTime(use.Seconds);
         best = std::max(best, Panels / use.Seconds);
+        bestOfCore = std::max(bestOfCore, Panels / use.CpuSeconds);
     }
-    state.counters["panels/s"] = best; // at least 500
+    state.counters["panels/s"] = best; // at least 500 on a machine with nothing else to do
+    state.counters["panels/core_s"] = bestOfCore;
 }
 BENCHMARK(ConvertThousandPanels)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 
