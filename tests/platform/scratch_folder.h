@@ -11,6 +11,7 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,8 @@ class ScratchFolder : public testing::Test {
     {
         const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
         Folder = std::filesystem::canonical(std::filesystem::temp_directory_path()) /
-                 (std::string("kvscratch-") + test.test_suite_name() + "-" + test.name());
-        std::filesystem::remove_all(Folder);
+                 (std::string("kvscratch-") + test.test_suite_name() + "-" + test.name() + "-" +
+                  std::to_string(std::random_device{}())); // two runs at a time keep apart
         std::filesystem::create_directories(Folder);
     }
     void TearDown() override

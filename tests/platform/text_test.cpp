@@ -249,6 +249,8 @@ TEST(Edge, BrokenUtf8IsAQuestionMarkForEachByte)
     EXPECT_EQ(AnsiFromUtf8("\xC3"), "?");                // cut
     EXPECT_EQ(AnsiFromUtf8("\xE2\x82"), "??");           // cut
     EXPECT_EQ(AnsiFromUtf8("\xC0\xAF"), "??");           // a longer form of "/"
+    EXPECT_EQ(AnsiFromUtf8("\xE0\x80\xAF"), "???");      // and longer
+    EXPECT_EQ(AnsiFromUtf8("\xF0\x80\x80\xAF"), "????"); // and longer still
     EXPECT_EQ(AnsiFromUtf8("\xED\xA0\x80"), "???");      // half of a pair
     EXPECT_EQ(AnsiFromUtf8("\xF4\x90\x80\x80"), "????"); // behind the last character
 }

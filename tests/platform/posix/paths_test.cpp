@@ -99,7 +99,21 @@ TEST_F(HostPaths, TheExactSpellingWinsOverAnother)
     EXPECT_EQ(contents, "lower");
     EXPECT_TRUE(ReadWholeFile(PathOf("DOOR.DXF"), contents).Ok());
     EXPECT_EQ(contents, "upper");
-    EXPECT_EQ(ToHostPath(PathOf("Door.Dxf")), Host("DOOR.DXF")); // the first in byte order
+}
+
+TEST_F(HostPaths, OfSeveralOtherSpellingsTheFirstInByteOrderIsTaken)
+{
+    for (const char* const name : {"door", "doOr", "dOor", "DOor", "Door", "DooR", "dooR", "doOR"})
+        PutFile(name, name);
+    EXPECT_EQ(ToHostPath(PathOf("DOOR")), Host("DOor"));
+}
+
+TEST_F(HostPaths, TheExactFolderWinsForANewFileToo)
+{
+    MakeFolderFor("SRG");
+    MakeFolderFor("Srg");
+    EXPECT_EQ(ToHostPath(PathOf("Srg\\new")), Host("Srg/new"));
+    EXPECT_EQ(ToHostPath(PathOf("srg\\new")), Host("SRG/new"));
 }
 
 TEST_F(HostPaths, ANewComponentIsMadeAsSpelled)
@@ -123,7 +137,9 @@ TEST_F(HostPaths, AFileWrittenInAnotherCaseReplacesTheOneThatStands)
 TEST_F(HostPaths, ALinkWithoutAnEndIsAnEntryThatStands)
 {
     std::filesystem::create_symlink("nowhere", Folder / "Link");
-    EXPECT_EQ(ToHostPath(PathOf("LINK")), Host("Link"));
+    EXPECT_EQ(ToHostPath(PathOf("lINK")), Host("Link"));
+    PutFile("LINK", "x");
+    EXPECT_EQ(ToHostPath(PathOf("Link")), Host("Link"));
 }
 
 TEST_F(HostPaths, DriveLettersAreFoldersUnderTheDrivesFolder)
