@@ -72,6 +72,24 @@ void PrintDocument(const Json& document)
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
+// Brings the files of a list to the disk, at least every second and at its end. False when the disk
+// refuses.
+struct ListFlush {
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::seconds Longest{1};
+    Clock::time_point Last = Clock::now();
+
+    bool AfterDrawing() { return Clock::now() - Last < Longest || AtEnd(); }
+    bool AtEnd()
+    {
+        const FileOutcome outcome = FlushFiles();
+        Last = Clock::now();
+        if (!outcome.Ok())
+            TellFailure("not on the disk", Utf8FromAnsi(outcome.Cause));
+        return outcome.Ok();
+    }
+};
+
 } // namespace
 
 int ConvertDrawings(const CommandLine& line)
@@ -87,6 +105,7 @@ int ConvertDrawings(const CommandLine& line)
     WrittenFiles = &Written;
     Json drawings = Json::array();
     int status = ExitConverted;
+    ListFlush flush;
     std::size_t left = line.Drawings.size();
     for (const std::string& drawing : line.Drawings) {
         --left;
@@ -103,11 +122,15 @@ int ConvertDrawings(const CommandLine& line)
             status = ExitSomeFailed;
             TellFailure(drawing, outcome);
         }
+        if (!flush.AfterDrawing())
+            status = ExitSomeFailed;
         if (AbortAsked()) {
             status = std::max(status, TellUnconverted(left));
             break;
         }
     }
+    if (!flush.AtEnd())
+        status = ExitSomeFailed;
     if (line.ReportJson) {
         PrintDocument({{"version", KORVANTI_VERSION}, {"drawings", std::move(drawings)}});
         return status;

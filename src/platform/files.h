@@ -1,5 +1,7 @@
-// File access by backslash path. Durable files are written whole beside their place, flushed and
-// moved over the old one, so that no reader ever sees half a file.
+// File access by backslash path. Durable files are written whole beside their place and moved over the
+// old one, so that no reader ever sees half a file. FlushFiles brings what was moved to the disk: once
+// for a list of drawings and not twice for each, since a disk flushes some hundred times a second at
+// best.
 #pragma once
 
 #include <cstdint>
@@ -31,8 +33,8 @@ void CloseReading(int handle);
 // Replaces or makes a file, whole or not at all. Keeps the access rights of an old file.
 FileOutcome ReplaceFile(std::string_view path, std::string_view contents);
 
-// The same in two steps, for files that must change together: all are staged (written aside and
-// flushed), then all are moved. A staged file that is not moved disappears with DropStaged.
+// The same in two steps, for files that must change together: all are staged (written aside), then all
+// are moved. A staged file that is not moved disappears with DropStaged.
 struct StagedFile {
     std::string Place; // host path of the file to replace
     std::string Aside; // host path of the written copy; empty when nothing is staged
@@ -40,6 +42,9 @@ struct StagedFile {
 FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged);
 FileOutcome MoveStaged(StagedFile& staged);
 void DropStaged(StagedFile& staged);
+// Waits until all files moved since the last call are on the disk. Front ends call it at the end of a
+// job or a list, and at least every second in between.
+FileOutcome FlushFiles();
 
 // Host paths of the files that were replaced or made, in order; null: nobody asks.
 extern std::vector<std::string>* WrittenFiles;

@@ -1,7 +1,8 @@
 // File access on the POSIX host. Numbers follow the host's error, the cause is the host's wording.
-// A durable file is written under another name in its folder, flushed and renamed over its place;
-// a link stays a link, the file behind it is replaced. Only regular files are read or replaced:
-// a pipe would block the run, and renaming over a device would take it out of the system.
+// A durable file is written under another name in its folder and renamed over its place, and reaches
+// the disk with the next FlushFiles; a link stays a link, the file behind it is replaced. Only regular
+// files are read or replaced: a pipe would block the run, and renaming over a device would take it out
+// of the system.
 #include "platform/files.h"
 
 #include <cerrno>
@@ -9,6 +10,8 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <set>
+#include <utility>
 
 #include <fcntl.h>
 #include <pthread.h>
@@ -162,15 +165,13 @@ void TakeRights(int file, const struct stat& old)
     ::fchmod(file, old.st_mode & kept);
 }
 
-// Writes, takes over the rights of the old file, flushes and closes. 0 or the system's error.
+// Writes, takes over the rights of the old file and closes. 0 or the system's error.
 int FinishCopy(int file, std::string_view contents, const struct stat* old)
 {
     const FileSizeSignalHeld held;
     int error = WriteAll(file, contents);
     if (error == 0 && old != nullptr)
         TakeRights(file, *old);
-    if (error == 0 && ::fsync(file) != 0)
-        error = errno;
     if (::close(file) != 0 && error == 0)
         error = errno;
     return error;
@@ -186,6 +187,20 @@ int MakeAside(const std::string& folder, std::string& name)
         if (file >= 0 || errno != EEXIST)
             return file;
     }
+}
+
+// Host paths of moved files that the disk may not hold yet; an index that a list of drawings replaces
+// a thousand times stands here once.
+std::set<std::string> Unflushed;
+
+int FlushFile(const std::string& host)
+{
+    const int file = ::open(host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return errno == ENOENT ? 0 : errno; // taken away since
+    const int error = ::fsync(file) != 0 ? errno : 0;
+    ::close(file);
+    return error;
 }
 
 // A rename is durable when its folder is. Some file systems know no flush of a folder; the new
@@ -324,11 +339,28 @@ FileOutcome MoveStaged(StagedFile& staged)
         DropStaged(staged);
         return outcome;
     }
-    FlushFolder(HostFolder(staged.Place));
+    Unflushed.insert(staged.Place);
     if (WrittenFiles != nullptr)
         WrittenFiles->push_back(staged.Place);
     staged = {};
     return {};
+}
+
+FileOutcome FlushFiles()
+{
+    FileOutcome outcome;
+    std::set<std::string> folders;
+    for (const std::string& host : std::exchange(Unflushed, {})) {
+        const int error = FlushFile(host);
+        if (error != 0 && outcome.Ok()) {
+            outcome = OutcomeOf(error, ErrorFileNotFound);
+            outcome.Cause = AnsiFromUtf8(host) + ": " + outcome.Cause;
+        }
+        folders.insert(HostFolder(host));
+    }
+    for (const std::string& folder : folders)
+        FlushFolder(folder);
+    return outcome;
 }
 
 void DropStaged(StagedFile& staged)

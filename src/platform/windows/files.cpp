@@ -20,6 +20,8 @@
 
 namespace kv {
 
+std::vector<std::string>* WrittenFiles = nullptr;
+
 namespace {
 
 FileOutcome OutcomeOf(DWORD error, int numberIfMissing)
@@ -207,7 +209,15 @@ FileOutcome MoveStaged(StagedFile& staged)
         DropStaged(staged);
         return outcome;
     }
+    if (WrittenFiles != nullptr)
+        WrittenFiles->push_back(staged.Place);
     staged = {};
+    return {};
+}
+
+// Nothing is left to do: a copy is flushed before it is moved, and the move is written through.
+FileOutcome FlushFiles()
+{
     return {};
 }
 
