@@ -38,16 +38,16 @@ install_packages() {
 }
 
 # build_preset PRESET PROGRAM: standard output stays the program's own, and a build that was there
-# before goes on quietly where nobody watches.
+# before goes on silently where nobody watches.
 build_preset() {
     folder="$root/build/$1"
-    quiet=--quiet
-    if [ -t 2 ] || [ ! -x "$folder/$2" ]; then
-        quiet=
-    fi
     if [ ! -f "$folder/build.ninja" ]; then
         (cd "$root" && cmake --preset "$1") >&2
     fi
-    # shellcheck disable=SC2086  # no word when it is empty
-    cmake --build "$folder" -- $quiet >&2
+    if [ -t 2 ] || [ ! -x "$folder/$2" ]; then
+        cmake --build "$folder" >&2
+        return
+    fi
+    said=$(cmake --build "$folder" 2>&1) || fail "the build failed:
+$said"
 }
