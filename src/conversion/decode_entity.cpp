@@ -72,6 +72,7 @@ void MapView(const DxfEntity& entity)
     case 5:
         current.X1 = x1;
         current.X2 = std::abs(current.X2);
+        current.Y2 = std::abs(current.Y2); // Y1 keeps its sign
         current.Elevation = z1;
         return;
     default:
@@ -97,15 +98,16 @@ Int SequenceOf(std::string_view layer)
     if (std::find(std::begin(words), std::end(words), word) == std::end(words))
         return 0;
     const std::string_view behind = Mid(layer, 6);
+    constexpr double lowest = std::numeric_limits<Long>::min();
     double number = std::nearbyint(NumberBehind(behind));
-    if (number > HighestSequence || number < std::numeric_limits<Long>::min())
+    if (number > HighestSequence || number < lowest)
         return 0;
     if (number == 0) {
         const std::size_t loose = behind.find_first_not_of(" _");
         if (loose == std::string_view::npos)
             return 0;
         number = std::nearbyint(NumberBehind(behind.substr(loose)));
-        if (number > HighestLooseSequence)
+        if (number > HighestLooseSequence || number < lowest)
             return 0;
     }
     return ToInt(number);

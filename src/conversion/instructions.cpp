@@ -231,7 +231,8 @@ void SetCutListValue(Pass& pass)
         return;
     }
     pass.Scratch = ToInt(Val(token));
-    if (token.size() > 2 || pass.Scratch == 0) {
+    const bool byName = token.size() > 2 || pass.Scratch == 0;
+    if (byName) {
         const int slot = PtsSlotOf(token);
         if (slot < 0) {
             Run.PtsValues[0] = "ERROR";
@@ -243,7 +244,7 @@ void SetCutListValue(Pass& pass)
     if (pass.Scratch < 0 || pass.Scratch > HighestPtsField)
         throw RunError{ErrorSubscript, "No cut list field of that number: \"" + pass.Line + "\""};
     const auto slot = static_cast<std::size_t>(pass.Scratch);
-    if (slot != 0 && Config.PtsFields[slot].empty())
+    if (!byName && Config.PtsFields[slot].empty())
         Config.PtsFields[slot] = "FIELD" + WholeText(pass.Scratch);
     Run.PtsValues[slot] = Trim(BehindFirst(Trim(Rest(pass)), '='));
 }

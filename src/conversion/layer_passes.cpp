@@ -35,8 +35,13 @@ NameNumber ReadNameNumber(std::string_view name)
     const std::size_t first = at;
     if (text[at] == '+' || text[at] == '-')
         ++at;
-    while (at < text.size() && ((text[at] >= '0' && text[at] <= '9') || text[at] == '.'))
-        ++at;
+    bool behindPoint = false;
+    for (; at < text.size(); ++at) {
+        if (text[at] == '.' && !behindPoint)
+            behindPoint = true;
+        else if (text[at] < '0' || text[at] > '9')
+            break;
+    }
     number.Length = at - first;
     return number;
 }

@@ -137,7 +137,7 @@ std::string ReadCompensation(char code, std::string_view prefix)
     const Single radius = StoredSingle(WholeAndFraction(found), found.Text());
     std::string text(prefix);
     if (radius != 0)
-        text += ' ' + std::string(1, code) + PlainText(radius);
+        text += " R" + PlainText(radius); // a radius is R for both hands
     return text;
 }
 
@@ -282,8 +282,9 @@ Int ReadMCode()
 // L wins whole over R.
 std::string ReadComp()
 {
+    const std::string right = ReadCompensation('R', "G42");
     const std::string left = ReadCompensation('L', "G41");
-    return left.empty() ? ReadCompensation('R', "G42") : left;
+    return left.empty() ? right : left;
 }
 
 Int ReadBottom()
