@@ -14,7 +14,7 @@ constexpr std::size_t FirstRouteRow = 4; // of the layer table
 void ReadRoutes()
 {
     for (std::size_t row = FirstRouteRow; row < Run.LayerTable.size(); ++row)
-        ReportMessage(1, MarkRed + ("Routes are not machined by this version: layer " + Run.LayerTable[row]));
+        ReportMessage(1, "Routes are not machined by this version: layer " + Run.LayerTable[row]);
 }
 
 } // namespace kv

@@ -9,8 +9,8 @@ namespace kv {
 void BuildHorizontalBores()
 {
     if (HBoreLines.Last() > 0)
-        ReportMessage(1, MarkRed + ("Horizontal drilling lines are not machined by this version: " +
-                                    WholeText(HBoreLines.Last())));
+        ReportMessage(1, "Horizontal drilling lines are not machined by this version: " +
+                             WholeText(HBoreLines.Last()));
 }
 
 } // namespace kv

@@ -7,9 +7,7 @@ namespace kv {
 
 void OptimizeDrilling()
 {
-    ReportMessage(
-        1,
-        MarkRed + std::string("The drill optimizer is not in this version: bores are written one by one."));
+    ReportMessage(1, "The drill optimizer is not in this version: bores are written one by one.");
 }
 
 } // namespace kv
