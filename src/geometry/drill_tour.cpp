@@ -59,7 +59,9 @@ Long NextBore(const PointGrid& grid, double x, double y, double weight, double h
     return grid.Lowest(bound, score);
 }
 
-Tour TryTour(PointGrid& grid, Long bores, double attemptWeight)
+// lookedAtY is the Y of the bore looked at last: the last free one of the search before, be it that of
+// the attempt before.
+Tour TryTour(PointGrid& grid, Long bores, double attemptWeight, double& lookedAtY)
 {
     const double startX = Run.SideWidth[5];
     const double startY = Run.SideHeight[5];
@@ -72,7 +74,6 @@ Tour TryTour(PointGrid& grid, Long bores, double attemptWeight)
     double y = startY;
     double weight = attemptWeight;
     Long lastFree = bores - 1; // the last free bore of the list
-    double lookedAtY = startY; // Y of the bore looked at last: the last free one of the search before
     for (Long step = 1; step <= bores; ++step) {
         if (y < half && lookedAtY < half)
             weight = attemptWeight * LowerHalfFactor;
@@ -145,9 +146,10 @@ void OrderBores()
     SortBoresByY(VBores, 1, bores);
     PointGrid grid(PointsOfBores());
     double bestLength = 0;
+    double lookedAtY = 0;   // before the first search: that of the blank element 0
     std::vector<Long> best; // empty: the order by Y stays
     for (const double weight : AttemptWeights) {
-        Tour tour = TryTour(grid, bores, weight);
+        Tour tour = TryTour(grid, bores, weight, lookedAtY);
         if (weight == AttemptWeights.front())
             bestLength = tour.Length + FirstAttemptLead;
         if (!(tour.Length < bestLength))

@@ -80,7 +80,9 @@ class PointGrid {
     void Search(std::int32_t at, double lower, const Bound& bound, const Score& score, Best& best) const
     {
         const Cell& cell = Cells[static_cast<std::size_t>(at)];
-        if (cell.Live == 0 || lower > best.Score || (lower == best.Score && cell.LowestPoint > best.Point))
+        if (cell.Live == 0 || lower > best.Score)
+            return;
+        if (lower == best.Score && best.Point != None && cell.LowestPoint > best.Point)
             return;
         if (cell.Half < 0) {
             for (std::int32_t i = cell.First; i < cell.First + cell.Count; ++i)
