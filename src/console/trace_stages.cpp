@@ -49,6 +49,7 @@ const std::vector<std::string>& StageNames()
 {
     static const std::vector<std::string> names = [] {
         std::vector<std::string> list;
+        list.reserve(StageTable.size());
         for (const Stage& stage : StageTable)
             list.push_back(stage.Name);
         return list;
