@@ -73,6 +73,8 @@ std::string AtLine(const ReaderState& state)
 std::string OfRecord(const ReaderState& state)
 {
     const DxfEntity& entity = Entities[state.Current];
+    if (entity.Kind.Trimmed().empty())
+        return {};
     std::string text = " of " + std::string(entity.Kind.Trimmed());
     if (!entity.Layer.Trimmed().empty())
         text += " on layer " + std::string(entity.Layer.Trimmed());
@@ -93,8 +95,9 @@ int GroupCode(std::string_view line)
         ++at;
     const std::size_t first = at;
     int code = 0;
-    while (at < line.size() && line[at] >= '0' && line[at] <= '9' && code < 100000)
-        code = code * 10 + (line[at++] - '0');
+    for (; at < line.size() && line[at] >= '0' && line[at] <= '9'; ++at)
+        if (code < 100000) // none that long is kept, whatever its last digits
+            code = code * 10 + (line[at] - '0');
     const std::size_t digits = at - first;
     while (at < line.size() && line[at] == ' ')
         ++at;
@@ -163,7 +166,7 @@ bool ReadPlainNumber(std::string_view line, double& number)
     if (at != end || count == 0 || count > 15)
         return false;
     const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
-    number = isNegative ? -magnitude : magnitude;
+    number = isNegative && digits != 0 ? -magnitude : magnitude; // "-0" is 0
     return true;
 }
 
@@ -261,6 +264,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
         Entities[state.Current].Kind = Trim(word);
         return true;
     }
+    state.CarriedLayer = LayerToCome;
     state.FirstVertexDone = false;
     Entities[state.Current].Kind = "POLYLINE";
     GrowEntities(state);

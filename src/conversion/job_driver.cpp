@@ -62,8 +62,13 @@ void ReadJobLine(std::string& jobLine)
     Run.SourceFolder = FolderOf(Run.SourceFile);
 }
 
-void FailJob(const std::string& line)
+// One row of the report, whatever bytes of the drawing a cause quotes: a carriage return would begin
+// a second row.
+void FailJob(std::string line)
 {
+    for (char& c : line)
+        if (static_cast<unsigned char>(c) < ' ')
+            c = '?';
     ReportMessage(1, line);
     AddFailedFile(Run.SourceFile);
     Run.RunFailed = True;
