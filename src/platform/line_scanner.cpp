@@ -71,7 +71,7 @@ std::string_view LineScanner::NextLineAcrossBuffers()
     std::size_t searched = End - At;
     for (;;) {
         if (searched > LongestLine) {
-            Outcome = {ErrorFileAccess, "line " + WholeText(static_cast<long long>(LineNumber + 1)) +
+            Outcome = {ErrorFileAccess, "line " + WholeText(static_cast<long long>(LineNumber) + 1) +
                                             " is longer than " + WholeText(LongestLine) + " bytes"};
             return {};
         }

@@ -67,6 +67,9 @@ bool StageIndex(const std::string& path, std::string_view record, StagedFile& st
     FileOutcome outcome = ReadWholeFile(path, index);
     if (outcome.Ok() && index.size() % IndexRecordSize != 0) {
         Warn("!!! PROBLEM DETECTED WITH " + std::string(IndexFileName) + " FILE !!!");
+        ReportMessage(1, ShownPath(path) + ": left as it is, " +
+                             WholeText(static_cast<long long>(index.size())) +
+                             " bytes are no whole records; the program is not in it");
         return true;
     }
     if (outcome.Ok())
