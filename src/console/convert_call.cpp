@@ -72,11 +72,11 @@ void PrintDocument(const Json& document)
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
-// Brings the files of a list to the disk, at least every second and at its end. False when the disk
+// Brings the files of a list to the disk, at least every two seconds and at its end. False when the disk
 // refuses.
 struct ListFlush {
     using Clock = std::chrono::steady_clock;
-    static constexpr std::chrono::seconds Longest{1};
+    static constexpr std::chrono::seconds Longest{2};
     Clock::time_point Last = Clock::now();
 
     bool AfterDrawing() { return Clock::now() - Last < Longest || AtEnd(); }

@@ -43,7 +43,7 @@ FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFi
 FileOutcome MoveStaged(StagedFile& staged);
 void DropStaged(StagedFile& staged);
 // Waits until all files moved since the last call are on the disk. Front ends call it at the end of a
-// job or a list, and at least every second in between.
+// job or a list, and at least every two seconds in between.
 FileOutcome FlushFiles();
 
 // Host paths of the files that were replaced or made, in order; null: nobody asks.

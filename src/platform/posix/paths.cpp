@@ -78,13 +78,29 @@ std::vector<std::string_view> Components(std::string_view path)
     return parts;
 }
 
+// A new file in a folder that stands as it is spelled, which most new files are: only its name is
+// looked for. Empty when the folder does not stand so.
+std::string LookUpInFolder(const std::string& exact, std::string_view name)
+{
+    if (exact.back() == '/' || exact.find("//") != std::string::npos)
+        return {};
+    const std::string folder = exact.substr(0, exact.rfind('/') + 1);
+    if (folder.empty() || !Exists(folder))
+        return {};
+    const std::string entry = EntryIgnoringCase(folder, name);
+    return entry.empty() ? exact : folder + entry;
+}
+
 // Follows `path` (CP1252) from `root`, which ends in a slash or is empty for the current folder.
 std::string LookUp(const std::string& root, std::string_view path)
 {
     std::string exact = root + WithSlashes(path);
     if (Exists(exact))
         return exact;
-    std::string host = root;
+    std::string host = LookUpInFolder(exact, path.substr(path.find_last_of("/\\") + 1));
+    if (!host.empty())
+        return host;
+    host = root;
     bool missing = false; // below a missing entry everything is new
     for (const std::string_view part : Components(path)) {
         const std::string spelled = Utf8FromAnsi(part);
