@@ -5,7 +5,9 @@
 // A file with bare carriage returns is not repaired here: it holds no second line, and is told so.
 #include "conversion/dxf_reader.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include "conversion/run.h"
@@ -25,6 +27,8 @@ namespace {
 constexpr std::string_view LayerToCome = "\x01";
 constexpr std::string_view Titles[] = {"POST INSTRUCTIONS", "KORVANTI INSTRUCTIONS"};
 constexpr std::string_view BinarySentinel = "AutoCAD Binary DXF"; // first bytes of the binary form
+// Kinds that no rule of the reader looks at; nearly every record is one.
+constexpr std::string_view PlainKinds[] = {"LINE", "CIRCLE", "VERTEX", "POINT", "ARC"};
 constexpr int OtherGroup = -1;
 constexpr int NoNumber = -2;
 
@@ -43,6 +47,8 @@ struct ReaderState {
     bool TitleSeen = false; // the current record's layer is the instruction layer
     std::string Changed;    // a value whose commas became points
     std::string Upper;      // a layer in upper case
+    std::string LayerRead;  // the last layer as the file spells it, and what became of it
+    Text<114> LayerField;
 };
 
 ReaderState* Running = nullptr;
@@ -251,6 +257,11 @@ bool BeginRecord(ReaderState& state, std::string_view value)
 {
     EndRecord(state);
     GrowEntities(state);
+    if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
+        state.Lightweight = false;
+        Entities[state.Current].Kind = value;
+        return true;
+    }
     const std::string word = UpperCase(value);
     if (Holds(word, "ENDSEC"))
         return false;
@@ -287,6 +298,12 @@ void TakeText(ReaderState& state, std::string_view value)
 
 void TakeLayer(ReaderState& state, std::string_view value)
 {
+    // Neighbours mostly share a layer.
+    const bool isPlain = state.CarriedLayer.empty() && !state.Lightweight;
+    if (isPlain && value == state.LayerRead) {
+        Entities[state.Current].Layer = state.LayerField;
+        return;
+    }
     std::string& upper = state.Upper; // its room is used again
     upper.assign(value);
     for (char& c : upper)
@@ -296,6 +313,10 @@ void TakeLayer(ReaderState& state, std::string_view value)
     Entities[state.Current].Layer = Trim(state.CarriedLayer.empty() ? upper : state.CarriedLayer);
     if (state.Lightweight)
         Entities[state.Current - 1].Layer = Trim(upper);
+    if (isPlain) {
+        state.LayerRead.assign(value);
+        state.LayerField = Entities[state.Current].Layer;
+    }
 }
 
 // A vertex of an LWPOLYLINE is complete with its Y.

@@ -25,9 +25,11 @@ template <std::size_t N> struct Text {
     Text& operator=(std::string_view text)
     {
         const std::size_t kept = text.size() < N ? text.size() : N;
+        char field[N]; // filled apart: the text may stand in this very field
+        std::memset(field, ' ', N);
         if (kept > 0) // an empty view may stand at no place
-            std::memmove(Characters, text.data(), kept);
-        std::memset(Characters + kept, ' ', N - kept);
+            std::memcpy(field, text.data(), kept);
+        std::memcpy(Characters, field, N);
         return *this;
     }
     std::string_view Padded() const { return {Characters, N}; }

@@ -175,7 +175,15 @@ Long Find(Long position, std::string_view text, std::string_view part)
 
 Long FindAnyOf(Long position, std::string_view text, std::string_view characters)
 {
-    return Position(text.find_first_of(characters, Start(position)));
+    // One pass with a table of what to stop at; find_first_of looks through `characters` at each place.
+    bool stops[256] = {};
+    for (const char c : characters)
+        stops[Byte(c)] = true;
+    for (std::size_t at = Start(position); at < text.size(); ++at) {
+        if (stops[Byte(text[at])])
+            return Position(at);
+    }
+    return 0;
 }
 
 std::string_view ParseString(Long& position, std::string_view text, std::string_view delimiters)
