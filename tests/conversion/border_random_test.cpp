@@ -8,8 +8,8 @@
 
 #include "conversion/border.h"
 #include "conversion/layer_rules.h"
-#include "conversion/run.h"
 #include "conversion/plain_border.h"
+#include "conversion/run.h"
 #include "support/scene.h"
 
 namespace kv {
