@@ -14,6 +14,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -121,6 +122,16 @@ class Console : public testing::Test {
     Ended Run(const Words& words, const Words& environment = {}) const
     {
         return RunCall(Call(words), environment);
+    }
+
+    // A bare root without /dev/pts has no terminals to give.
+    static bool HasTerminals()
+    {
+        const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+        const bool usable = terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0;
+        if (terminal >= 0)
+            ::close(terminal);
+        return usable;
     }
 
     // With a terminal for all streams; what was shown is in Output.

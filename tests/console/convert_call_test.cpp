@@ -206,6 +206,8 @@ TEST_F(ConvertCall, NoColoursWhereNobodyWatches)
 
 TEST_F(ConvertCall, MarkColoursOnATerminal)
 {
+    if (!HasTerminals())
+        GTEST_SKIP() << "this system gives no pseudo-terminal";
     const std::string dashes =
         "---------------------------------------***------------------------------------";
     const Ended full = RunOnTerminal(BoredCall, {"TERM=xterm", "COLORTERM=truecolor"});
@@ -217,6 +219,8 @@ TEST_F(ConvertCall, MarkColoursOnATerminal)
 
 TEST_F(ConvertCall, NoColoursOnATerminalThatWantsNone)
 {
+    if (!HasTerminals())
+        GTEST_SKIP() << "this system gives no pseudo-terminal";
     for (const char* const wish : {"NO_COLOR=1", "TERM=dumb"}) {
         const Ended ended = RunOnTerminal(BoredCall, {"TERM=xterm", wish});
         EXPECT_EQ(ended.Status, 0);
@@ -227,6 +231,8 @@ TEST_F(ConvertCall, NoColoursOnATerminalThatWantsNone)
 
 TEST_F(ConvertCall, ADrawingsTextCannotSteerTheTerminal)
 {
+    if (!HasTerminals())
+        GTEST_SKIP() << "this system gives no pseudo-terminal";
     Put(Folder / "door.dxf", BoredPanel("0\nTEXT\n8\nDESCR\n10\n0\n20\n0\n1\nA\x1b[2JB\n"));
     const Ended ended = RunOnTerminal(BoredCall, {"TERM=xterm"});
     EXPECT_FALSE(Holds(ended.Output, "\x1b[2J")) << ended.Output;
