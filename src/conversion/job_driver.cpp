@@ -20,6 +20,7 @@
 #include "geometry/leads.h"
 #include "geometry/pockets.h"
 #include "geometry/route_chains.h"
+#include "geometry/route_sides.h"
 #include "optimizer/optimize_drilling.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -149,7 +150,7 @@ void ConvertDrawing()
         return;
     }
     // 11. Routes.
-    ReadRoutes();
+    ReadRoutePasses();
     StageDone("routes");
     // 12. to 14. Saw passes, bores in the edges, chains of routes.
     Entities.Clear();
@@ -157,7 +158,11 @@ void ConvertDrawing()
     BuildHorizontalBores();
     DropDeadSegments();
     CloseLoneCircles();
-    ChainRoutes();
+    if (!ChainRoutes()) {
+        ReportMessage(1, " USER ABORTED ");
+        Run.RunFailed = True;
+        return;
+    }
     StageDone("chained");
     // 15. Pockets and the drill tour.
     SetMeter(Meter::Processing, 100);

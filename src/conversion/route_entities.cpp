@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t FirstRouteRow = 4; // of the layer table
 } // namespace
 
-void ReadRoutes()
+void ReadRoutePasses()
 {
     for (std::size_t row = FirstRouteRow; row < Run.LayerTable.size(); ++row)
         ReportMessage(1, "Routes are not machined by this version: layer " + Run.LayerTable[row]);

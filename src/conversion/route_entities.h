@@ -4,6 +4,6 @@
 namespace kv {
 
 // Reads all route layers in table order. Today no route is made: each route layer is told.
-void ReadRoutes();
+void ReadRoutePasses();
 
 } // namespace kv

@@ -1,7 +1,8 @@
-// There are no routes to divide yet.
 #include "geometry/depth_passes.h"
 
 namespace kv {
+
+void ReverseClosedPolylines() {}
 
 void ReseamClosedPolylines() {}
 

@@ -1,0 +1,7 @@
+#include "geometry/route_order.h"
+
+namespace kv {
+
+void OrderRouteChains() {}
+
+} // namespace kv

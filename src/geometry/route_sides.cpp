@@ -1,0 +1,7 @@
+#include "geometry/route_sides.h"
+
+namespace kv {
+
+void AssignRouteSides() {}
+
+} // namespace kv
