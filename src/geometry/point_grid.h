@@ -49,6 +49,13 @@ class PointGrid {
 
     void Remove(Long point);
     void Restore(); // all points back
+    // Walks the points of the cells for which `reaches(box)` holds, in no particular order, until
+    // `visit(point)` returns true; returns whether it did. `reaches` may hold for too many boxes, never
+    // for too few.
+    template <typename Reaches, typename Visit> bool Walk(const Reaches& reaches, const Visit& visit) const
+    {
+        return !Cells.empty() && WalkCell(0, reaches, visit);
+    }
     const GridPoint& At(Long point) const { return Points[static_cast<std::size_t>(point)]; }
 
     // The point with the lowest Score, the lowest index among equals; None when all are taken out.
@@ -98,6 +105,22 @@ class PointGrid {
             Search(cell.Half + 1, second, bound, score, best);
             Search(cell.Half, first, bound, score, best);
         }
+    }
+
+    template <typename Reaches, typename Visit>
+    bool WalkCell(std::int32_t at, const Reaches& reaches, const Visit& visit) const
+    {
+        const Cell& cell = Cells[static_cast<std::size_t>(at)];
+        if (cell.Live == 0 || !reaches(cell.Box))
+            return false;
+        if (cell.Half >= 0)
+            return WalkCell(cell.Half, reaches, visit) || WalkCell(cell.Half + 1, reaches, visit);
+        for (std::int32_t i = cell.First; i < cell.First + cell.Count; ++i) {
+            const Long point = Order[static_cast<std::size_t>(i)];
+            if (Taken[static_cast<std::size_t>(point)] == 0 && visit(point))
+                return true;
+        }
+        return false;
     }
 
     template <typename Score> void Try(Long point, const Score& score, Best& best) const
