@@ -4,6 +4,23 @@
 
 namespace kv::test {
 
+namespace {
+
+std::string PairUnlessZero(int code, double value)
+{
+    return value != 0 ? Pair(code, value) : std::string();
+}
+
+// Coordinates first: in the new form what follows them belongs to the finished vertex.
+std::string VertexGroups(const Vertex& vertex)
+{
+    return Pair(10, vertex.X) + Pair(20, vertex.Y) + PairUnlessZero(30, vertex.Z) +
+           PairUnlessZero(40, vertex.StartWidth) + PairUnlessZero(41, vertex.EndWidth) +
+           PairUnlessZero(42, vertex.Bulge);
+}
+
+} // namespace
+
 std::string Number(double value)
 {
     char text[64];
@@ -33,6 +50,13 @@ std::string Circle(std::string_view layer, double x, double y, double radius, st
            std::string(more);
 }
 
+std::string Arc(std::string_view layer, double x, double y, double radius, double startAngle, double endAngle,
+                std::string_view more)
+{
+    return Pair(0, "ARC") + Pair(8, layer) + Pair(10, x) + Pair(20, y) + Pair(40, radius) +
+           Pair(50, startAngle) + Pair(51, endAngle) + std::string(more);
+}
+
 std::string Point(std::string_view layer, double x, double y, std::string_view more)
 {
     return Pair(0, "POINT") + Pair(8, layer) + Pair(10, x) + Pair(20, y) + std::string(more);
@@ -47,7 +71,7 @@ std::string Polyline(std::string_view layer, const std::vector<Vertex>& vertices
 {
     std::string text = Pair(0, "POLYLINE") + Pair(8, layer) + Pair(66, "1") + std::string(header);
     for (const Vertex& vertex : vertices)
-        text += Pair(0, "VERTEX") + Pair(8, layer) + Pair(10, vertex.X) + Pair(20, vertex.Y);
+        text += Pair(0, "VERTEX") + Pair(8, layer) + VertexGroups(vertex);
     return text + Pair(0, "SEQEND") + Pair(8, layer);
 }
 
@@ -55,7 +79,7 @@ std::string Lwpolyline(std::string_view layer, const std::vector<Vertex>& vertic
 {
     std::string text = Pair(0, "LWPOLYLINE") + Pair(8, layer) + std::string(header);
     for (const Vertex& vertex : vertices)
-        text += Pair(10, vertex.X) + Pair(20, vertex.Y);
+        text += VertexGroups(vertex);
     return text;
 }
 

@@ -13,13 +13,20 @@ std::string Number(double value);
 std::string Pair(int code, std::string_view value);
 std::string Pair(int code, double value);
 
+// What is 0 is not written.
 struct Vertex {
     double X = 0, Y = 0;
+    double Bulge = 0;
+    double StartWidth = 0, EndWidth = 0;
+    double Z = 0;
 };
 
 std::string Line(std::string_view layer, double x1, double y1, double x2, double y2,
                  std::string_view more = "");
 std::string Circle(std::string_view layer, double x, double y, double radius, std::string_view more = "");
+// Angles in degrees, counter-clockwise from start to end.
+std::string Arc(std::string_view layer, double x, double y, double radius, double startAngle, double endAngle,
+                std::string_view more = "");
 std::string Point(std::string_view layer, double x, double y, std::string_view more = "");
 std::string TextAt(std::string_view layer, double x, double y, std::string_view text,
                    std::string_view more = "");
