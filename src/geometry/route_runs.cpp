@@ -27,6 +27,13 @@ RouteSegment& AddSegment(const RouteSegment& record)
     return Grow(RouteSegments, "route segments", record);
 }
 
+void AddTo(std::vector<RouteSegment>& records, const RouteSegment& record)
+{
+    if (records.size() >= MaxIndex)
+        throw RunError{ErrorOverflow, "More than " + WholeText(MaxIndex) + " route segments"};
+    records.push_back(record);
+}
+
 void StoreSegments(const std::vector<RouteSegment>& records)
 {
     RouteSegments.Clear();

@@ -40,6 +40,8 @@ Long LastOfRoute(Long first);
 
 // Appends a record; more than 32767 end the run.
 RouteSegment& AddSegment(const RouteSegment& record);
+// The same for a list that is built aside.
+void AddTo(std::vector<RouteSegment>& records, const RouteSegment& record);
 // Replaces all records, the first of the vector becoming record 1, and sets SegmentCount.
 void StoreSegments(const std::vector<RouteSegment>& records);
 
