@@ -3,7 +3,8 @@
 
 namespace kv {
 
-// Reads all route layers in table order. Today no route is made: each route layer is told.
+// Reads all route layers in table order. The records stay in drawing coordinates. What has nothing to
+// cut is told, layer by layer.
 void ReadRoutePasses();
 
 } // namespace kv
