@@ -56,14 +56,16 @@ ChainList GatherChains(const std::vector<ChainEntry>& linked)
     ChainList list;
     list.Records.reserve(static_cast<std::size_t>(RouteSegments.Last()));
     for (const ChainEntry& path : linked) {
-        const std::size_t first = list.Records.size();
-        for (Long i = path.First; i <= path.Last; ++i)
+        if (path.ChainHead)
+            RouteSegments[path.First].Dir = RouteStart;
+        // A closed circle that was linked behind another one bears a mark too and is cut by itself.
+        for (Long i = path.First; i <= path.Last; ++i) {
+            const std::size_t at = list.Records.size();
             list.Records.push_back(RouteSegments[i]);
-        if (path.ChainHead) {
-            list.Records[first].Dir = RouteStart;
-            list.Chains.push_back({first, first, 0});
+            if (StartsRoute(RouteSegments[i]))
+                list.Chains.push_back({at, at, 0});
+            list.Chains.back().Last = at;
         }
-        list.Chains.back().Last = list.Records.size() - 1;
     }
     return list;
 }

@@ -1,6 +1,6 @@
 #include "geometry/point_grid.h"
 
-#include <numeric>
+#include <algorithm>
 
 namespace kv {
 
@@ -10,41 +10,46 @@ constexpr std::int32_t PointsOfALeaf = 8;
 
 PointGrid::PointGrid(std::vector<GridPoint> points) : Points(std::move(points))
 {
-    Order.resize(Points.size());
-    std::iota(Order.begin(), Order.end(), 0);
     Taken.assign(Points.size(), 0);
     LeafOf.assign(Points.size(), 0);
     if (Points.empty())
         return;
+    std::vector<Placed> placed;
+    placed.reserve(Points.size());
+    for (const GridPoint& point : Points)
+        placed.push_back({point, static_cast<Long>(placed.size())});
     Cells.emplace_back();
     Cells[0].Count = static_cast<std::int32_t>(Points.size());
     // Cells are appended behind the one that is halved, so one walk builds them all.
     for (std::size_t cell = 0; cell < Cells.size(); ++cell)
-        Build(static_cast<std::int32_t>(cell));
+        Build(static_cast<std::int32_t>(cell), placed);
+    Order.reserve(placed.size());
+    for (const Placed& point : placed)
+        Order.push_back(point.Index);
     Restore();
 }
 
-void PointGrid::Build(std::int32_t at)
+void PointGrid::Build(std::int32_t at, std::vector<Placed>& placed)
 {
     Cell cell = Cells[static_cast<std::size_t>(at)];
-    const auto first = Order.begin() + cell.First;
+    const auto first = placed.begin() + cell.First;
     const auto last = first + cell.Count;
-    cell.LowestPoint = *std::min_element(first, last);
-    for (auto point = first; point != last; ++point)
-        cell.Box.Widen(Points[static_cast<std::size_t>(*point)]);
+    cell.LowestPoint = first->Index;
+    for (auto point = first; point != last; ++point) {
+        cell.Box.Widen(point->At);
+        cell.LowestPoint = std::min(cell.LowestPoint, point->Index);
+    }
     if (cell.Count <= PointsOfALeaf) {
         for (auto point = first; point != last; ++point)
-            LeafOf[static_cast<std::size_t>(*point)] = at;
+            LeafOf[static_cast<std::size_t>(point->Index)] = at;
         Cells[static_cast<std::size_t>(at)] = cell;
         return;
     }
     const bool acrossX = cell.Box.MaxX - cell.Box.MinX >= cell.Box.MaxY - cell.Box.MinY;
-    const auto before = [&](Long a, Long b) {
-        const GridPoint& p = Points[static_cast<std::size_t>(a)];
-        const GridPoint& q = Points[static_cast<std::size_t>(b)];
-        const double u = acrossX ? p.X : p.Y;
-        const double v = acrossX ? q.X : q.Y;
-        return u < v || (u == v && a < b);
+    const auto before = [acrossX](const Placed& a, const Placed& b) {
+        const double u = acrossX ? a.At.X : a.At.Y;
+        const double v = acrossX ? b.At.X : b.At.Y;
+        return u < v || (u == v && a.Index < b.Index);
     };
     const std::int32_t half = cell.Count / 2;
     std::nth_element(first, first + half, last, before);

@@ -81,7 +81,13 @@ class PointGrid {
         Long Point = None;
     };
 
-    void Build(std::int32_t cell);
+    // A point on its way into the cells.
+    struct Placed {
+        GridPoint At;
+        Long Index = 0;
+    };
+
+    void Build(std::int32_t cell, std::vector<Placed>& placed);
 
     template <typename Bound, typename Score>
     void Search(std::int32_t at, double lower, const Bound& bound, const Score& score, Best& best) const

@@ -3,6 +3,7 @@
 // head of the list. Relies on RouteSegments in drawing order; leaves it reordered.
 #include "geometry/route_order.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "geometry/point_grid.h"
@@ -60,21 +61,28 @@ bool AnotherTouches(const std::vector<Piece>& pieces, const PointGrid& ends, std
                      });
 }
 
-void FlagFreeEnds(Int kind)
+// Returns whether there is any.
+bool FlagFreeEnds(Int kind)
 {
+    const auto opens = [kind](const RouteSegment& record) { return record.Kind == -kind; };
+    if (std::none_of(RouteSegments.begin(), RouteSegments.end(), opens))
+        return false;
+    bool any = false;
     const std::vector<Piece> pieces = FindPieces();
     const PointGrid ends = GridOfEnds(pieces);
     for (std::size_t n = pieces.size(); n-- > 0;) {
         const Piece& piece = pieces[n];
-        if (RouteSegments[piece.First].Kind != -kind)
+        if (!opens(RouteSegments[piece.First]))
             continue;
         if (piece.First == piece.Last)
-            return; // nothing behind it: the sweep ends
+            return any; // nothing behind it: the sweep ends
         if (AnotherTouches(pieces, ends, n, piece.First) == AnotherTouches(pieces, ends, n, piece.Last))
             continue;
         RouteSegments[piece.First].Flag = 1;
         RouteSegments[piece.Last].Flag = 1;
+        any = true;
     }
+    return any;
 }
 
 // Only the two flagged records of a path move, not what lies between them.
@@ -136,8 +144,8 @@ void BringStartMarksForward()
 void OrderRouteChains()
 {
     for (const Int kind : SweepKinds) {
-        FlagFreeEnds(kind);
-        BringFlaggedForward();
+        if (FlagFreeEnds(kind))
+            BringFlaggedForward();
     }
     if (UpperCase(Config.SPDA) != "NO")
         BringStartMarksForward();

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -120,6 +121,55 @@ TEST(PointGrid, RandomPointsTakenOutOneByOneAsByAWalk)
             taken[static_cast<std::size_t>(expected)] = true;
         }
     }
+}
+
+std::vector<Long> Within(const PointGrid& grid, double x, double y, double squaredReach)
+{
+    std::vector<Long> found;
+    grid.Walk([&](const GridBox& box) { return Squared(x, y, box.Nearest(x, y)) < squaredReach; },
+              [&](Long point) {
+                  if (Squared(x, y, grid.At(point)) < squaredReach)
+                      found.push_back(point);
+                  return false;
+              });
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+TEST(PointGrid, WalkMeetsEachPointInReachOnceAndNoneThatIsTakenOut)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        std::uniform_int_distribution<int> place(0, 12);
+        std::vector<GridPoint> points(random() % 120);
+        for (GridPoint& point : points)
+            point = {place(random) * 0.5, place(random) * 0.5};
+        PointGrid grid(points);
+        std::vector<bool> taken(points.size());
+        for (std::size_t i = 0; i < points.size(); i += 1 + random() % 4) {
+            grid.Remove(static_cast<Long>(i));
+            taken[i] = true;
+        }
+        const double x = place(random) * 0.5;
+        const double y = place(random) * 0.5;
+        const double reach = place(random) * 0.25;
+        std::vector<Long> plain;
+        for (std::size_t i = 0; i < points.size(); ++i)
+            if (!taken[i] && Squared(x, y, points[i]) < reach)
+                plain.push_back(static_cast<Long>(i));
+        ASSERT_EQ(Within(grid, x, y, reach), plain);
+    }
+}
+
+TEST(PointGrid, WalkEndsWhereTheVisitorHasSeenEnough)
+{
+    const PointGrid grid({{1, 1}, {2, 2}, {3, 3}});
+    int visited = 0;
+    const auto everywhere = [](const GridBox&) { return true; };
+    EXPECT_TRUE(grid.Walk(everywhere, [&](Long) { return ++visited == 2; }));
+    EXPECT_EQ(visited, 2);
+    EXPECT_FALSE(grid.Walk(everywhere, [](Long) { return false; }));
+    EXPECT_FALSE(PointGrid({}).Walk(everywhere, [](Long) { return true; }));
 }
 
 } // namespace
