@@ -14,7 +14,6 @@ namespace kv {
 
 namespace {
 
-constexpr Int TopBit = 0x10;
 constexpr double HighestDrill = 63;            // numbers above name router tools
 constexpr std::size_t DrillChainTextWidth = 4; // a tool text of two digit pairs names drills
 constexpr Long SawAlongX = 60, SawAlongY = 61;
@@ -23,11 +22,6 @@ void RaiseTopDrilling()
 {
     Writers.TopDrillingWritten = true;
     Writers.SideMask |= TopBit;
-}
-
-std::string PlaceWords(Single x, Single y)
-{
-    return "X" + FormatCoord(x) + "Y" + FormatCoord(y);
 }
 
 void WriteHeadPosition(CncProgram& program, const HeadPosition& stop)

@@ -38,6 +38,11 @@ std::string PlainWord(std::string_view letter, Single value)
     return value == 0 ? std::string() : std::string(letter) + PlainText(value);
 }
 
+std::string PlaceWords(Single x, Single y)
+{
+    return "X" + FormatCoord(x) + "Y" + FormatCoord(y);
+}
+
 std::string SpeedWord(Int speed)
 {
     if (speed <= 0)

@@ -11,6 +11,7 @@ namespace kv {
 // Letter and value, empty for 0.
 std::string WholeWord(std::string_view letter, Long value);
 std::string PlainWord(std::string_view letter, Single value);
+std::string PlaceWords(Single x, Single y); // "X100Y50"
 // The speed, remembered where it is above 0; a record without one has no word.
 std::string SpeedWord(Int speed);
 // Depth text: "12.5", or for 90 and more "=" and the character of that code.

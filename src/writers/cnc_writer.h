@@ -10,15 +10,28 @@
 
 namespace kv {
 
+// Words of the plane in which a route is cut, as the last record set them.
+struct PlaneWords {
+    std::string Side = "P5";
+    std::string Code = "G17";
+    std::string X, Y, Z, I, J, K; // letter and value; empty on the face
+};
+
+constexpr Int FaceSide = 5;
+constexpr Int TopBit = 0x10; // of the side mask
+
 // Working variables that outlive a drawing on purpose; ResetWriters() alone brings them back.
 struct WriterMemory {
     // Raised by the blocks and never lowered: a drawing without operations behind one with
     // operations writes its short program.
     bool TopDrillingWritten = false, GrooveWritten = false, RouteWritten = false;
-    Int SideMask = 0;             // 0x10 work on top, 0x01 to 0x08 bores in sides 1 to 4
+    Int SideMask = 0;             // TopBit work on top, 0x01 to 0x08 bores in sides 1 to 4
     bool ToolSubstituted = false; // told again with every later drawing
     Int LastSpeed = 0;            // head positions have no speed of their own and print this one
     std::string ToolWord;         // one for all blocks; a route that names no tool keeps the last
+    Int RouteSide = FaceSide;     // of the last record that opened a route
+    PlaneWords Plane;             // a panel from a solid leaves them as they stand
+    Single FitX = 0, FitY = 0;    // where the last arc through fit points began
     std::string PortionName;      // output name of the first drawing that was cut into portions
     std::string IndexFolder;      // program folder of the first drawing that needed one
 };
@@ -41,6 +54,7 @@ bool WriteVerticalBlock(CncProgram& program);
 bool WriteGrooveBlock(CncProgram& program);
 bool WriteHorizontalBlock(CncProgram& program);
 bool WriteRouteBlock(CncProgram& program);
+bool WriteRoutePaths(CncProgram& program); // of block R
 // Lets events run before a record is taken; false when the operator asked to abort.
 bool MayTakeRecord();
 
