@@ -360,6 +360,20 @@ TEST_F(JobDriver, AnAbortWhileWritingLeavesNoProgram)
     EXPECT_EQ(VBores.Last(), 0) << "the run goes on behind the writer to its normal end";
 }
 
+TEST_F(JobDriver, AnAbortWhileChainingLeavesTheRunAtOnce)
+{
+    const AtStage look("routes", [] { kv::Run.RunState = 1; });
+    EXPECT_FALSE(
+        Home.Convert(Drawing(Rectangle("BORDER", 10, 20, 600, 400) + Circle("VBORE Z12", 110, 70, 4) +
+                             Line("ROUTE T71 Z5", 20, 60, 500, 60))));
+    EXPECT_TRUE(Home.Reported("USER ABORTED")) << Home.ReportText();
+    EXPECT_EQ(Run.RunFailed, True);
+    EXPECT_TRUE(Run.FailedFiles.empty()) << "an abort is no failure of the file";
+    EXPECT_FALSE(Home.HasProgram());
+    EXPECT_EQ(VBores.Last(), 1) << "the arrays are left as they are";
+    EXPECT_EQ(RouteSegments.Last(), 2);
+}
+
 TEST_F(JobDriver, BehindAnAbortTheNextJobConverts)
 {
     Run.RunState = 1;
