@@ -1,0 +1,25 @@
+// The first and the last element of a route as a lead sees them: a line, an arc by centre or the
+// bulged span of a polyline, with the direction in which the way enters or leaves it.
+#pragma once
+
+#include "conversion/records.h"
+#include "geometry/angles.h"
+
+namespace kv {
+
+enum class ElementShape { Line, Arc, Bulge };
+
+struct RouteElement {
+    ElementShape Shape = ElementShape::Line;
+    double Direction = 0;  // of the way, at the first point of a first element, the last of a last one
+    int Sense = 0;         // 1 counter-clockwise, -1 clockwise, 0 straight
+    double Radius = 0;     // of a line its length
+    PlanePoint Centre;     // of an arc alone
+    double StartAngle = 0; // of an arc alone, seen from its centre
+    double ArcLength = 0;  // of a bulge alone
+};
+
+RouteElement FirstElement(const RouteSegment& start, const RouteSegment& next);
+RouteElement LastElement(const RouteSegment& before, const RouteSegment& end);
+
+} // namespace kv
