@@ -11,6 +11,7 @@
 #include "console/report_output.h"
 #include "conversion/job_driver.h"
 #include "conversion/run.h"
+#include "geometry/route_runs.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
@@ -37,8 +38,10 @@ void CountOperations(std::string_view stage)
     Counts.Grooves = GroovePasses.Last();
     Counts.HorizontalBores = HBores.Last();
     Counts.HeadPositions = HeadPositions.Last();
-    for (Long i = 1; i <= RouteSegments.Last(); ++i)
-        Counts.Routes += RouteSegments[i].Dir < 0 ? 1 : 0;
+    Counts.Routes = static_cast<Long>(
+        std::count_if(RouteSegments.begin(), RouteSegments.end(), StartsRoute) +
+        std::count_if(RouteCircles.begin(), RouteCircles.end(),
+                      [](const RouteCircle& circle) { return circle.Pass > 0; })); // cut as they stand
 }
 
 Json ShowLines()

@@ -1,6 +1,7 @@
 // `korvanti convert`: names of the output, program folder, settings, report in text and JSON, exit
 // status. Relies on the real program; leaves nothing behind.
 #include "console/console_run.h"
+#include "support/dxf.h"
 
 using namespace console_test;
 using nlohmann::json;
@@ -190,6 +191,20 @@ TEST_F(ConvertCall, ReportAsJson)
     EXPECT_EQ(missing["outcome"], "failed");
     EXPECT_EQ(missing["files"], json::array());
     EXPECT_EQ(missing["lines"].size(), 1U);
+}
+
+// The line runs on counter-clockwise into the circle, which is no route of its own.
+TEST_F(ConvertCall, JsonCountsRoutesNotTheirArcs)
+{
+    Put(Folder / "route.dxf", kv::test::Drawing(kv::test::Rectangle("BORDER Z18", 10, 20, 600, 400) +
+                                                kv::test::Line("ROUTE T71 Z5", 100, 100, 200, 100) +
+                                                kv::test::Circle("ROUTE T71 Z5", 200, 150, 50) +
+                                                kv::test::Line("ROUTE T71 Z5", 100, 300, 200, 300)));
+    const Ended ended = Run({"convert", "route.dxf", "--report", "json"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_NE(Contents(Folder / "programs/SRG/R/OUTE").find("\nG38G90X190Y130A"), std::string::npos)
+        << Contents(Folder / "programs/SRG/R/OUTE");
+    EXPECT_EQ(json::parse(ended.Output)["drawings"][0]["operations"]["routes"], 2);
 }
 
 TEST_F(ConvertCall, ReportLinesAreUnicode)
