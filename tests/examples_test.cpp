@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -172,6 +173,56 @@ TEST_F(Examples, InchPanel)
     ExpectProgram("inch", "SRG/I/NCH");
 }
 
+// The start mark of the rectangular pocket is a polyline on a pocket's layer; it is told of, and taken.
+TEST_F(Examples, RoutedDoorWithProfileAndPockets)
+{
+    ExpectProgram("routed_door", "SRG/R/OUTED_DO.OR");
+    const std::vector<std::string> rows = {
+        "routed_door",    "Explode Polylines for Excavation.", "Processed in 0 Sec.",
+        "CNC90/WINNER90", "CONVERSION COMPLETED.  102 Lines",  ClosingRow};
+    EXPECT_EQ(Rows, rows);
+}
+
+TEST_F(Examples, CountertopWithCutOutsInDepthPasses)
+{
+    ExpectProgram("countertop", "SRG/C/OUNTERTO.P");
+}
+
+TEST_F(Examples, NestedSheet)
+{
+    ExpectProgram("nested_sheet", "SRG/N/ESTED_SH.EET");
+}
+
+// 32 parts with one cut-out each are 64 routes. Feeds tell them apart: cut-outs run at 5000 and
+// 2500, outlines at 6000 and 3000. A part that was cut out would not stay in its place.
+TEST_F(Examples, NestedSheetFreesNoPartBeforeItsCutOuts)
+{
+    Convert("nested_sheet");
+    std::istringstream program(FileBytes(Root / "SORG/SRG/N/ESTED_SH.EET"));
+    std::vector<char> order; // a letter for each route, by its first feed
+    bool opened = false;
+    for (std::string line; std::getline(program, line);) {
+        if (line.rfind("G88", 0) == 0) {
+            EXPECT_FALSE(opened) << "a route without a move";
+            opened = true;
+        } else if (opened) {
+            const bool inner =
+                line.find("F5000") != std::string::npos || line.find("F2500") != std::string::npos;
+            const bool outline =
+                line.find("F6000") != std::string::npos || line.find("F3000") != std::string::npos;
+            EXPECT_NE(inner, outline) << line;
+            order.push_back(inner ? 'i' : 'o');
+            opened = false;
+        }
+    }
+    EXPECT_EQ(std::string(order.begin(), order.end()), std::string(32, 'i') + std::string(32, 'o'));
+}
+
+TEST_F(Examples, EdgesRoutedInTheirViews)
+{
+    ExpectProgram("edge_views", "SRG/E/DGE_VIEW.S");
+}
+
 // One row of the index as the drawings below must leave it.
 struct IndexRow {
     const char* Name;
@@ -213,16 +264,20 @@ std::string IndexBytes(const IndexRow& row)
 // drawings before it: the sides of bottom stay for all that follow, its kind of work does not.
 TEST_F(Examples, IndexOfAllInOneProcess)
 {
-    for (const char* const name :
-         {"door", "side", "bottom", "bottom_views", "drawer_front", "panel_solid", "inch"})
+    for (const char* const name : {"door", "side", "bottom", "bottom_views", "drawer_front", "panel_solid",
+                                   "inch", "routed_door", "countertop", "nested_sheet", "edge_views"})
         Convert(name);
     const std::vector<IndexRow> rows = {
         {"BOTTOM", "KORVANTI DXF IMPORT", 0, 'M', 568, 500, 19, 0x1F, 'N'},
         {"BOTTOM_VIEWS", "KORVANTI DXF IMPORT", 0, 'M', 568, 500, 19, 0x1F, 'N'},
+        {"COUNTERTOP", "KORVANTI DXF IMPORT", 0, 'M', 2400, 600, 38, 0x1F, 's'},
         {"DF597", "DRAWER FRONT WALNUT 597X1", 8, 'M', 597, 176, 19, 0x1F, 's'},
         {"DOOR", "KORVANTI DXF IMPORT", 0, 'M', 596, 716, 19, 0x10, 'S'},
+        {"EDGE_VIEWS", "KORVANTI DXF IMPORT", 0, 'M', 600, 400, 22, 0x1F, 's'},
         {"INCH", "KORVANTI DXF IMPORT", 0, 'I', 30, 20, 0.75F, 0x1F, 's'},
+        {"NESTED_SHEET", "KORVANTI DXF IMPORT", 0, 'M', 2500, 1250, 18, 0x1F, 's'},
         {"PANEL_SOLID", "KORVANTI DXF IMPORT", 0, 'M', 800, 400, 16, 0x1F, 's'},
+        {"ROUTED_DOOR", "KORVANTI DXF IMPORT", 0, 'M', 596, 716, 19, 0x1F, 's'},
         {"SIDE", "SIDE LEFT OAK", 0, 'M', 720, 560, 19, 0x10, 's'},
     };
     std::string expected;
