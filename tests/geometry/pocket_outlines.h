@@ -1,0 +1,90 @@
+// Outlines of pockets as the chained routes hold them: a start mark of two records, then a pair of
+// records for each line and each rounded corner.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "geometry/segment_rows.h"
+
+namespace kv::rows {
+
+struct Corners {
+    double MinX = 0, MinY = 0, MaxX = 0, MaxY = 0;
+};
+
+inline void MarkPocket(std::vector<RouteSegment>& records, double oscZ, std::string_view comp, int pass = 1)
+{
+    for (RouteSegment& record : records) {
+        record.OscZ = ToSingle(oscZ);
+        record.Comp = comp;
+        record.Pass = pass;
+    }
+}
+
+// Four lines counter-clockwise from the lower left corner; the mark leads along the lower side.
+inline std::vector<RouteSegment> SquareOutline(const Corners& box, double oscZ, std::string_view comp)
+{
+    std::vector<RouteSegment> records = {
+        Segment(-4, box.MinX, box.MinY, -8), Segment(4, box.MinX + 1, box.MinY),
+        Segment(-1, box.MinX, box.MinY),     Segment(1, box.MaxX, box.MinY),
+        Segment(-1, box.MaxX, box.MinY),     Segment(1, box.MaxX, box.MaxY),
+        Segment(-1, box.MaxX, box.MaxY),     Segment(1, box.MinX, box.MaxY),
+        Segment(-1, box.MinX, box.MaxY),     Segment(1, box.MinX, box.MinY),
+    };
+    MarkPocket(records, oscZ, comp);
+    return records;
+}
+
+// Clockwise from the lower end of the left side, corners of radius r as arcs; 18 records.
+inline std::vector<RouteSegment> RoundedOutline(const Corners& box, double r, double oscZ,
+                                                std::string_view comp)
+{
+    const double left = box.MinX + r, right = box.MaxX - r, low = box.MinY + r, high = box.MaxY - r;
+    std::vector<RouteSegment> records = {
+        Segment(-4, box.MinX, low, -8),
+        Segment(4, box.MinX, low + 1),
+        Segment(-1, box.MinX, low),
+        Segment(1, box.MinX, high),
+        Arc(-3, box.MinX, high, left, high),
+        Arc(3, left, box.MaxY, 180, 90),
+        Segment(-1, left, box.MaxY),
+        Segment(1, right, box.MaxY),
+        Arc(-3, right, box.MaxY, right, high),
+        Arc(3, box.MaxX, high, 90, 0),
+        Segment(-1, box.MaxX, high),
+        Segment(1, box.MaxX, low),
+        Arc(-3, box.MaxX, low, right, low),
+        Arc(3, right, box.MinY, 0, 270),
+        Segment(-1, right, box.MinY),
+        Segment(1, left, box.MinY),
+        Arc(-3, left, box.MinY, left, low),
+        Arc(3, box.MinX, low, 270, 180),
+    };
+    MarkPocket(records, oscZ, comp);
+    return records;
+}
+
+// Two clockwise half circles; from the top, or from the bottom where the radius is below 0.
+inline std::vector<RouteSegment> CircleOutline(double x, double y, double radius, double oscZ,
+                                               std::string_view comp)
+{
+    const double start = radius > 0 ? 90 : 270;
+    const double end = radius > 0 ? 270 : 90;
+    std::vector<RouteSegment> records = {
+        Arc(-3, x, y + radius, x, y, -8),
+        Arc(3, x, y - radius, start, end),
+        Arc(-3, x, y - radius, x, y),
+        Arc(3, x, y + radius, end, start),
+    };
+    MarkPocket(records, oscZ, comp);
+    return records;
+}
+
+inline std::vector<RouteSegment> Together(std::vector<RouteSegment> a, const std::vector<RouteSegment>& b)
+{
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+} // namespace kv::rows
