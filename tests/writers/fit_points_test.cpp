@@ -1,12 +1,12 @@
 // Arcs through three points: start, middle, end.
-#include "writers/route_scene.h"
+#include "writers/route_records.h"
 
 namespace kv {
 namespace {
 
 constexpr const char* FitStart = "G88G90F2000G55P5T0171S18000G41R5X0Y0Z5";
 
-class FitPoints : public RouteScene {
+class FitPoints : public RouteRecords {
   protected:
     static RouteSegment& AddFit(Single x, Single y) { return AddPoint(x, y, 2); }
     // The line of the arc from (0, 0) through a middle point to an end.

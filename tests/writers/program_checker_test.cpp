@@ -2,7 +2,7 @@
 #include <limits>
 
 #include "support/program_checker.h"
-#include "writers/route_scene.h"
+#include "writers/route_records.h"
 
 namespace kv {
 namespace {
@@ -127,7 +127,7 @@ TEST(ProgramChecker, AFitArcHasACircle)
     EXPECT_EQ(FaultsOf({"G112G90G17X120Y50J60"}).front(), "line 3: G112 has no I");
 }
 
-class RouteChecker : public RouteScene {
+class RouteChecker : public RouteRecords {
   protected:
     // A quarter arc from (100, 10) to (150, 60) between two lines.
     void AddSound()

@@ -2,12 +2,12 @@
 #include <limits>
 
 #include "platform/run_error.h"
-#include "writers/route_scene.h"
+#include "writers/route_records.h"
 
 namespace kv {
 namespace {
 
-class RouteBlock : public RouteScene {};
+class RouteBlock : public RouteRecords {};
 
 TEST_F(RouteBlock, AStraightRouteIsItsStartAndOneMotion)
 {

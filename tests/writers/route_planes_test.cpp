@@ -1,16 +1,16 @@
 // Routes of edge views in the plane of their edge.
-#include "writers/route_scene.h"
+#include "writers/route_records.h"
 
 namespace kv {
 namespace {
 
 constexpr const char* StartOf = "S18000G41R5";
 
-class RoutePlanes : public RouteScene {
+class RoutePlanes : public RouteRecords {
   protected:
     void SetUp() override
     {
-        RouteScene::SetUp();
+        RouteRecords::SetUp();
         SetViews();
     }
     void SetViews() // each 50 away from the panel of 600 by 400

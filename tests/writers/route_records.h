@@ -7,7 +7,7 @@
 
 namespace kv {
 
-class RouteScene : public ProgramScene {
+class RouteRecords : public ProgramScene {
   protected:
     static RouteSegment& AddStart(Single x, Single y, Int kind = -1)
     {
