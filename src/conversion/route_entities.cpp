@@ -121,6 +121,14 @@ void PutOnArc(RouteSegment& record, Single angle)
     record.Y = StoredCoordinate(CurrentEntity.Y1 + radius * std::sin(radians));
 }
 
+// Counter-clockwise from the start angle, 0 to below 360; 0 is the full circle.
+double SpanOfArc()
+{
+    const double span =
+        std::fmod(static_cast<double>(CurrentEntity.EndAngle) - CurrentEntity.StartAngle, 360.0);
+    return span < 0 ? span + 360 : span;
+}
+
 // Ends at one place mean a full circle to the control, so a tiny arc must not come with such ends.
 bool HasNoLength(const RouteSegment& start, const RouteSegment& end)
 {
@@ -131,9 +139,7 @@ bool HasNoLength(const RouteSegment& start, const RouteSegment& end)
         return false;
     if (start.X == arc.X1 && start.Y == arc.Y1) // a radius below what a Single resolves
         return true;
-    double span = std::fmod(static_cast<double>(arc.EndAngle) - arc.StartAngle, 360.0);
-    if (span < 0)
-        span += 360;
+    const double span = SpanOfArc();
     return span > 0 && span < 180;
 }
 
@@ -165,7 +171,8 @@ void TakeArc(RouteWalk& walk)
     start.Aux1 = arc.X1;
     start.Aux2 = arc.Y1;
     start.Z = DepthOfArcStart();
-    PutOnArc(start, arc.EndAngle);
+    // 0 and 360 degrees differ in the last bits: the run's Pi is not exact.
+    PutOnArc(start, SpanOfArc() == 0 ? arc.StartAngle : arc.EndAngle);
     end.Kind = 3;
     end.Aux1 = arc.EndAngle;
     end.Aux2 = arc.StartAngle;
