@@ -20,8 +20,9 @@ using ProgramText = std::vector<std::string>;
 
 inline const std::string Panel = Rectangle("BORDERZ18", 0, 0, 600, 400);
 inline const std::string Closed = Pair(70, "1");
-// Widths that differ make a polyline a start mark, or its first two points one.
-inline const std::string TaperedWidths = Pair(41, 2.0);
+// Widths that differ make a polyline a start mark, or its first two points one: an arrow, wide where it
+// begins.
+inline const std::string Arrow = Pair(40, 2.0);
 inline const std::string Start = "G88G90G55P5T0171"; // of a route on the face with tool 71
 
 // The lines around the operations. The header counts all lines and, behind L, the operations' alone.
