@@ -133,13 +133,15 @@ TEST_F(RouteBlock, ABulgeBelowNothingIsClockwise)
 
 TEST_F(RouteBlock, ABulgeAboveOneGoesTheLongWayRound)
 {
-    // Half chord 40, rise 80: (1600 + 6400) / 160.
+    // Half chord 40, rise 80: (1600 + 6400) / 160. The feed is that of the record in front.
     AddStart(100, 100, -5).Aux2 = 2;
-    AddPoint(180, 100, 5).Aux2 = -2;
+    RouteSegment& second = AddPoint(180, 100, 5);
+    second.Aux2 = -2;
+    second.Feed = 4000;
     AddPoint(100, 100, 5);
     const Texts lines = LinesOfRoutes();
     EXPECT_EQ(lines[1], "G38G90F5000X180Y100U-50Z5");
-    EXPECT_EQ(lines[2], "G37G90F5000X100Y100U-50Z5");
+    EXPECT_EQ(lines[2], "G37G90F4000X100Y100U-50Z5");
 }
 
 TEST_F(RouteBlock, ABulgeWithoutChordGivesNoLine)
@@ -311,6 +313,8 @@ TEST_F(RouteBlock, AMarkOfTheLastTwoRecordsWritesNothing)
     AddPoint(50, 50, -4);
     AddPoint(51, 50, 4);
     EXPECT_EQ(LinesOfRoutes().size(), 1U);
+    EXPECT_EQ(RouteSegments[2].Kind, 0);
+    EXPECT_EQ(RouteSegments[3].Kind, 0);
 }
 
 TEST_F(RouteBlock, AMarkAtTheVeryEndIsNotRewritten)
@@ -355,6 +359,12 @@ TEST_F(RouteBlock, ACircleHasNoRapidFeed)
     circle.FeedRapid = 900;
     circle.ExtraSlot = 4;
     EXPECT_EQ(LinesOfRoutes().front(), "G88G90E4F2000G55P5T0171S18000G41X100Y50Z5");
+}
+
+TEST_F(RouteBlock, ACirclesNumbersAreRounded)
+{
+    AddCircle(100, 80, 30.126F);
+    EXPECT_EQ(LinesOfRoutes().back(), "G2G90G17X100Y49.87I0J30.13");
 }
 
 TEST_F(RouteBlock, ACirclesToolFollowsTheRulesOfRoutes)
