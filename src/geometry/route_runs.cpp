@@ -36,7 +36,7 @@ void AddTo(std::vector<RouteSegment>& records, const RouteSegment& record)
 
 void StoreSegments(const std::vector<RouteSegment>& records)
 {
-    RouteSegments.Clear();
+    RouteSegments.CutTo(0); // keeps the memory: several passes build the list anew
     for (const RouteSegment& record : records)
         AddSegment(record);
     Run.SegmentCount = ToInt(RouteSegments.Last());

@@ -1,0 +1,143 @@
+// Pockets and leads: the time must grow as the records do that are written, so the time per record
+// stays as it is from a thousand records to the most that a drawing can have.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <ctime>
+
+#include "conversion/run.h"
+#include "geometry/leads.h"
+#include "geometry/pockets.h"
+
+namespace kv::bench {
+namespace {
+
+constexpr Single SheetWidth = 2800, SheetHeight = 2070; // mm
+
+// Of the processor, in seconds: other work on the machine must not count as growth.
+double ProcessorTime()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+RouteSegment& Add(Int kind, Single x, Single y)
+{
+    RouteSegment record;
+    record.Kind = kind;
+    record.X = x;
+    record.Y = y;
+    record.Z = 8;
+    record.Pass = 1;
+    record.Group = 1;
+    record.ToolNo = 71;
+    record.Comp = "G42 R4";
+    return RouteSegments.Append(record);
+}
+
+void SetSheet()
+{
+    ResetRun();
+    Run.RouteTolerance = 0.1F;
+    Run.SideWidth[5] = Run.SideMaxX[5] = SheetWidth;
+    Run.SideHeight[5] = Run.SideMaxY[5] = SheetHeight;
+    Run.LayerTable.emplace_back("EXCAV");
+    Run.LeadLength = 20;
+    Run.LeadsOn = True;
+}
+
+void AddLine(Single x1, Single y1, Single x2, Single y2, Single oscZ)
+{
+    Add(-1, x1, y1).OscZ = oscZ;
+    Add(1, x2, y2).OscZ = oscZ;
+}
+
+// Start mark and four lines; the pitch is that which gives about so many records, eight for a loop.
+void PutRectanglePocket(int records)
+{
+    SetSheet();
+    const Single width = 2000, height = 1000;
+    const Single pitch = height / 2 / (static_cast<Single>(records) / 8);
+    const Single oscZ = -(pitch + 1);
+    RouteSegment& mark = Add(-4, 100, 100);
+    mark.Dir = -8;
+    mark.OscZ = oscZ;
+    Add(4, 101, 100).OscZ = oscZ;
+    AddLine(100, 100, 100 + width, 100, oscZ);
+    AddLine(100 + width, 100, 100 + width, 100 + height, oscZ);
+    AddLine(100 + width, 100 + height, 100, 100 + height, oscZ);
+    AddLine(100, 100 + height, 100, 100, oscZ);
+}
+
+void PutCirclePocket(int records)
+{
+    SetSheet();
+    RouteCircle circle;
+    circle.X = circle.Y = 1000;
+    circle.Radius = 900;
+    circle.Pass = 1;
+    circle.Comp = "G42 R4";
+    circle.OscZ =
+        -(900 / (static_cast<Single>(records) / 4) + 1); // a half turn, two records, for half a pitch
+    RouteCircles.Append(circle);
+}
+
+// Closed squares, compensated, four lines each.
+void PutContours(int records)
+{
+    SetSheet();
+    for (int n = 0; n < records / 12; ++n) {
+        const Single x = static_cast<Single>(n % 50) * 50 + 50;
+        const Single y = static_cast<Single>(n / 50) * 30 + 50;
+        AddLine(x, y, x + 20, y, 0);
+        RouteSegments[RouteSegments.Last() - 1].Dir = -8;
+        AddLine(x + 20, y, x + 20, y + 20, 0);
+        AddLine(x + 20, y + 20, x, y + 20, 0);
+        AddLine(x, y + 20, x, y, 0);
+    }
+}
+
+void TimePerRecord(benchmark::State& state, void (*put)(int), void (*pass)())
+{
+    const int records = static_cast<int>(state.range(0));
+    double shortest = 0;
+    for (auto _ : state) {
+        put(records);
+        const double start = ProcessorTime();
+        pass();
+        const double seconds = ProcessorTime() - start;
+        state.SetIterationTime(seconds);
+        shortest = shortest == 0 ? seconds : std::min(shortest, seconds);
+    }
+    state.counters["records"] = RouteSegments.Last();
+    state.counters["ns_per_record"] = shortest * 1e9 / RouteSegments.Last();
+    ReleaseRunArrays();
+}
+
+void PocketsOfARectangle(benchmark::State& state)
+{
+    TimePerRecord(state, PutRectanglePocket, ExcavatePockets);
+}
+
+void PocketsOfACircle(benchmark::State& state)
+{
+    TimePerRecord(state, PutCirclePocket, ExcavatePockets);
+}
+
+void LeadsOfContours(benchmark::State& state)
+{
+    TimePerRecord(state, PutContours, SynthesizeLeads);
+}
+
+void Sizes(benchmark::internal::Benchmark* bench)
+{
+    bench->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
+    for (const int records : {1000, 8000, 16000, 32000})
+        bench->Arg(records);
+}
+
+BENCHMARK(PocketsOfARectangle)->Apply(Sizes);
+BENCHMARK(PocketsOfACircle)->Apply(Sizes);
+BENCHMARK(LeadsOfContours)->Apply(Sizes);
+
+} // namespace
+} // namespace kv::bench
