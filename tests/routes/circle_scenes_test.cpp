@@ -85,8 +85,7 @@ TEST_F(CircleScene, TheCircleHasItsOwnDepthAndTheChainsTool)
 
 TEST_F(CircleScene, AFreeCircleBeginsAtItsTopAndRunsClockwise)
 {
-    Expect(Other + Circle(Route, 300, 200, 50),
-           BehindOther({Start + "X300Y250Z5", "G37G90X300Y200A90.Z5"}));
+    Expect(Other + Circle(Route, 300, 200, 50), BehindOther({Start + "X300Y250Z5", "G37G90X300Y200A90.Z5"}));
     Expect(Circle(Route, 300, 200, 50), {Start + "X300Y250Z5", "G37G90X300Y200A90.Z5"});
 }
 
@@ -166,9 +165,8 @@ TEST_F(CircleScene, AloneAShortRampedCircleRunsOnForTwentyDegrees)
 {
     // A lead of 100 mm is longer than the circumference of 62.8 mm. The lead-in's first element is an arc
     // turned away from the tool (clockwise for G41), so it is no short one: a quarter turn of 100 mm.
-    Expect(Circle("ROUTEZ5T71L5LD100RO7", 300, 200, 10),
-           {Start + "G41R5X200Y310Z5", "G38G90X300Y310A270.Z5", "G37G90X300Y200A90.Z5",
-            "G37G90X300Y200A70.Z-7"});
+    Expect(Circle("ROUTEZ5T71L5LD100RO7", 300, 200, 10), {Start + "G41R5X200Y310Z5", "G38G90X300Y310A270.Z5",
+                                                          "G37G90X300Y200A90.Z5", "G37G90X300Y200A70.Z-7"});
 }
 
 TEST_F(CircleScene, AloneASmallInnerCircleIsEnteredStraight)
@@ -176,8 +174,8 @@ TEST_F(CircleScene, AloneASmallInnerCircleIsEnteredStraight)
     // Radius 10 below a lead of 20 and the arc turns toward the tool: straight leads, no longer than the
     // radius, square to the way: from and to the centre. A line does not follow an arc directly, yet the
     // path is the same.
-    Expect(Circle(Right, 300, 200, 10), {Start + "G42R5X300Y200Z5", "G1G90X300Y210Z5",
-                                         "G37G90X300Y200A90.Z5", "G1G90X300Y200Z5"});
+    Expect(Circle(Right, 300, 200, 10),
+           {Start + "G42R5X300Y200Z5", "G1G90X300Y210Z5", "G37G90X300Y200A90.Z5", "G1G90X300Y200Z5"});
 }
 
 } // namespace

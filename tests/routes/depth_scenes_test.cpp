@@ -47,8 +47,9 @@ TEST_F(DepthScene, AThroughCutOscillates)
 {
     // Steps of 1, 2, 3, 2 and 1 mm: up by .5, 1 and 1.5 (held at 2), then down by 1 and .5.
     const std::string layer = "ROUTEZ20OZ2T71";
-    Expect(Line(layer, 100, 100, 101, 100) + Line(layer, 101, 100, 103, 100) + Line(layer, 103, 100, 106, 100) +
-               Line(layer, 106, 100, 108, 100) + Line(layer, 108, 100, 109, 100),
+    Expect(Line(layer, 100, 100, 101, 100) + Line(layer, 101, 100, 103, 100) +
+               Line(layer, 103, 100, 106, 100) + Line(layer, 106, 100, 108, 100) +
+               Line(layer, 108, 100, 109, 100),
            {Start + "X100Y100Z20", "G1G90X101Y100Z20.5", "G1G90X103Y100Z21.5", "G1G90X106Y100Z22",
             "G1G90X108Y100Z21", "G1G90X109Y100Z20.5"});
 }
@@ -82,7 +83,8 @@ TEST_F(DepthScene, AShallowCutDoesNotOscillateAndSaysSo)
 
 TEST_F(DepthScene, AThousandthThroughIsThrough)
 {
-    Expect(Line("ROUTEZ18.001OZ2T71", 100, 100, 200, 100), {Start + "X100Y100Z18.001", "G1G90X200Y100Z20.001"});
+    Expect(Line("ROUTEZ18.001OZ2T71", 100, 100, 200, 100),
+           {Start + "X100Y100Z18.001", "G1G90X200Y100Z20.001"});
     EXPECT_FALSE(Warned());
 }
 

@@ -24,26 +24,25 @@ class LeadScene : public RouteScene {
 TEST_F(LeadScene, AtAnOpenCornerBothLeadsLieOnTheBisector)
 {
     // The tool is inside: in and out at 45 degrees, 20 mm long.
-    Expect(Square(Left), {LeftStart + "X114.142Y114.142Z5", "G1G90X100Y100Z5", "G1G90X200Y100Z5",
-                          "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5",
-                          "G1G90X114.142Y114.142Z5"});
+    Expect(Square(Left),
+           {LeftStart + "X114.142Y114.142Z5", "G1G90X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5",
+            "G1G90X100Y200Z5", "G1G90X100Y100Z5", "G1G90X114.142Y114.142Z5"});
 }
 
 TEST_F(LeadScene, AtAClosedCornerQuarterArcsAreTangentToTheirSides)
 {
     Expect(Square(Right), {RightStart + "X80Y80Z5", "G37G90X100Y80A90.Z5", "G1G90X200Y100Z5",
-                           "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5",
-                           "G37G90X80Y100A270.Z5"});
+                           "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5", "G37G90X80Y100A270.Z5"});
 }
 
 TEST_F(LeadScene, TheOtherWayRoundTheHandsChangePlaces)
 {
-    Expect(SquareClockwise(Left), {LeftStart + "X80Y80Z5", "G38G90X80Y100A0.00Z5", "G1G90X100Y200Z5",
-                                   "G1G90X200Y200Z5", "G1G90X200Y100Z5", "G1G90X100Y100Z5",
-                                   "G38G90X100Y80A180.Z5"});
-    Expect(SquareClockwise(Right), {RightStart + "X114.142Y114.142Z5", "G1G90X100Y100Z5", "G1G90X100Y200Z5",
-                                    "G1G90X200Y200Z5", "G1G90X200Y100Z5", "G1G90X100Y100Z5",
-                                    "G1G90X114.142Y114.142Z5"});
+    Expect(SquareClockwise(Left),
+           {LeftStart + "X80Y80Z5", "G38G90X80Y100A0.00Z5", "G1G90X100Y200Z5", "G1G90X200Y200Z5",
+            "G1G90X200Y100Z5", "G1G90X100Y100Z5", "G38G90X100Y80A180.Z5"});
+    Expect(SquareClockwise(Right),
+           {RightStart + "X114.142Y114.142Z5", "G1G90X100Y100Z5", "G1G90X100Y200Z5", "G1G90X200Y200Z5",
+            "G1G90X200Y100Z5", "G1G90X100Y100Z5", "G1G90X114.142Y114.142Z5"});
 }
 
 TEST_F(LeadScene, ARampedLeadOutRunsOnAlongTheFirstSide)
@@ -80,8 +79,14 @@ TEST_F(LeadScene, ASmoothSeamHasTangentArcs)
     Config.CornerComp = 1;
     const std::vector<Vertex> square = {{100, 100}, {200, 100}, {200, 200}, {100, 200}};
     const auto around = [](const std::string& start, const std::string& in, const std::string& out) {
-        return ProgramText{start,            in, "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5",
-                           "G1G90X100Y100Z5", "G1G90X150Y100Z5", out};
+        return ProgramText{start,
+                           in,
+                           "G1G90X200Y100Z5",
+                           "G1G90X200Y200Z5",
+                           "G1G90X100Y200Z5",
+                           "G1G90X100Y100Z5",
+                           "G1G90X150Y100Z5",
+                           out};
     };
     Expect(Polyline(Left, square, Closed),
            around(LeftStart + "X130Y120Z5", "G38G90X150Y120A270.Z5", "G38G90X150Y120A0.00Z5"));
@@ -104,8 +109,8 @@ TEST_F(LeadScene, AShortRoundEndIsLeftStraightOnItsOwnSide)
     // shorter than the lead and turns toward the tool, the way out is straight; the way in is an arc.
     const std::string slot = Line(Left, 100, 100, 200, 100) + Arc(Left, 200, 110, 10, 270, 90) +
                              Line(Left, 200, 120, 100, 120) + Arc(Left, 100, 110, 10, 90, 270);
-    Expect(slot, {LeftStart + "X80Y120Z5", "G38G90X100Y120A270.Z5", "G1G90X200Y100Z5",
-                  "G38G90X200Y110A90.Z5", "G1G90X100Y120Z5", "G38G90X100Y110A270.Z5", "G1G90X100Y120Z5"});
+    Expect(slot, {LeftStart + "X80Y120Z5", "G38G90X100Y120A270.Z5", "G1G90X200Y100Z5", "G38G90X200Y110A90.Z5",
+                  "G1G90X100Y120Z5", "G38G90X100Y110A270.Z5", "G1G90X100Y120Z5"});
 }
 
 TEST_F(LeadScene, AnArcTurnedAwayIsNoShortElement)
@@ -235,18 +240,19 @@ TEST_F(LeadScene, AtTheEdgeNothingIsRamped)
 
 TEST_F(LeadScene, ThePanelsPlaceInTheDrawingDoesNotMatter)
 {
-    ASSERT_TRUE(Home.Convert(Drawing(Rectangle("BORDERZ18", 10, 20, 600, 400) +
-                                     Line(Plain, 10, 120, 610, 120))));
-    EXPECT_EQ(Home.Program(), Around({Start + "X-20Y100Z5", "G1G90X0Y100Z5", "G1G90X600Y100Z5",
-                                      "G1G90X620Y100Z5"}));
+    ASSERT_TRUE(
+        Home.Convert(Drawing(Rectangle("BORDERZ18", 10, 20, 600, 400) + Line(Plain, 10, 120, 610, 120))));
+    EXPECT_EQ(Home.Program(),
+              Around({Start + "X-20Y100Z5", "G1G90X0Y100Z5", "G1G90X600Y100Z5", "G1G90X620Y100Z5"}));
 }
 
 TEST_F(LeadScene, TheMachinesCornerMirrorsLeadsWithTheirRoute)
 {
     // Upper left: Y from 400. The sense of arcs and the compensation stay as they are.
-    ASSERT_TRUE(Home.Convert(Drawing(Rectangle("BORDERULZ18", 0, 0, 600, 400) + Line(Plain, 0, 100, 0, 300))));
-    EXPECT_EQ(Home.Program(), Around({"G88G90G54P5T0171X-20Y320Z5", "G38G90X-20Y300A0.00Z5",
-                                      "G1G90X0Y100Z5", "G38G90X-20Y100A90.Z5"}));
+    ASSERT_TRUE(
+        Home.Convert(Drawing(Rectangle("BORDERULZ18", 0, 0, 600, 400) + Line(Plain, 0, 100, 0, 300))));
+    EXPECT_EQ(Home.Program(), Around({"G88G90G54P5T0171X-20Y320Z5", "G38G90X-20Y300A0.00Z5", "G1G90X0Y100Z5",
+                                      "G38G90X-20Y100A90.Z5"}));
 }
 
 } // namespace

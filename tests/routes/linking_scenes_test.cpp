@@ -63,12 +63,10 @@ TEST_F(LinkingScene, AnInchDrawingTakesTheSettingInMillimetres)
     };
     const std::string size = "G70X40Y20Z.75T00";
     ASSERT_TRUE(Home.Convert(corner(10.9375))) << Home.ReportText();
-    EXPECT_EQ(Home.Program(),
-              Around({Start + "X5Y5Z.25", "G1G90X10Y5Z.25", "G1G90X10.938Y10Z.25"}, size));
+    EXPECT_EQ(Home.Program(), Around({Start + "X5Y5Z.25", "G1G90X10Y5Z.25", "G1G90X10.938Y10Z.25"}, size));
     ASSERT_TRUE(Home.Convert(corner(11))) << Home.ReportText();
-    EXPECT_EQ(Home.Program(), Around({Start + "X11Y5Z.25", "G1G90X11Y10Z.25", Start + "X5Y5Z.25",
-                                      "G1G90X10Y5Z.25"},
-                                     size));
+    EXPECT_EQ(Home.Program(),
+              Around({Start + "X11Y5Z.25", "G1G90X11Y10Z.25", Start + "X5Y5Z.25", "G1G90X10Y5Z.25"}, size));
 }
 
 TEST_F(LinkingScene, LinesDrawnAgainstTheWayAreTurned)
@@ -109,7 +107,8 @@ TEST_F(LinkingScene, FreeEndsComeToTheFront)
     // The middle line is drawn first, yet the chain begins at a free end: that of the second line, which
     // heads the list now. The middle line's end meets its start, so both are turned; the third is turned
     // too.
-    Expect(Line(Route, 200, 100, 300, 100) + Line(Route, 300, 100, 300, 200) + Line(Route, 100, 100, 200, 100),
+    Expect(Line(Route, 200, 100, 300, 100) + Line(Route, 300, 100, 300, 200) +
+               Line(Route, 100, 100, 200, 100),
            {Start + "X300Y200Z5", "G1G90X300Y100Z5", "G1G90X200Y100Z5", "G1G90X100Y100Z5"});
 }
 
@@ -143,8 +142,8 @@ TEST_F(LinkingScene, ToolsGoUpWhateverIsNearest)
 {
     Expect(Line("ROUTEZ5T73", 500, 300, 400, 300) + Line("ROUTEZ5T72", 100, 100, 200, 100) +
                Line("ROUTEZ5T71", 100, 200, 200, 200),
-           {"G88G90G55P5T0171X100Y200Z5", "G1G90X200Y200Z5", "G88G90G55P5T0172X100Y100Z5",
-            "G1G90X200Y100Z5", "G88G90G55P5T0173X500Y300Z5", "G1G90X400Y300Z5"});
+           {"G88G90G55P5T0171X100Y200Z5", "G1G90X200Y200Z5", "G88G90G55P5T0172X100Y100Z5", "G1G90X200Y100Z5",
+            "G88G90G55P5T0173X500Y300Z5", "G1G90X400Y300Z5"});
 }
 
 TEST_F(LinkingScene, SequencesGoBeforeTools)
@@ -152,15 +151,15 @@ TEST_F(LinkingScene, SequencesGoBeforeTools)
     // 5 and 3 of the names, and none, which is the lowest.
     Expect(Line("ROUTE5Z5T71", 500, 300, 400, 300) + Line("ROUTE3Z5T72", 100, 100, 200, 100) +
                Line("ROUTEZ5T73", 100, 200, 200, 200),
-           {"G88G90G55P5T0173X100Y200Z5", "G1G90X200Y200Z5", "G88G90G55P5T0172X100Y100Z5",
-            "G1G90X200Y100Z5", "G88G90G55P5T0171X500Y300Z5", "G1G90X400Y300Z5"});
+           {"G88G90G55P5T0173X100Y200Z5", "G1G90X200Y200Z5", "G88G90G55P5T0172X100Y100Z5", "G1G90X200Y100Z5",
+            "G88G90G55P5T0171X500Y300Z5", "G1G90X400Y300Z5"});
 }
 
 TEST_F(LinkingScene, AmongEqualSequencesTheToolOrderStands)
 {
-    Expect(Line("ROUTE5Z5T72", 500, 300, 400, 300) + Line("ROUTE5Z5T71", 100, 100, 200, 100),
-           {"G88G90G55P5T0171X100Y100Z5", "G1G90X200Y100Z5", "G88G90G55P5T0172X500Y300Z5",
-            "G1G90X400Y300Z5"});
+    Expect(
+        Line("ROUTE5Z5T72", 500, 300, 400, 300) + Line("ROUTE5Z5T71", 100, 100, 200, 100),
+        {"G88G90G55P5T0171X100Y100Z5", "G1G90X200Y100Z5", "G88G90G55P5T0172X500Y300Z5", "G1G90X400Y300Z5"});
 }
 
 TEST_F(LinkingScene, ANegativeToolIsOutOfTheSortAndDropsOut)
@@ -180,8 +179,8 @@ TEST_F(LinkingScene, LowAndHighToolsHaveGroupTwo)
 {
     Expect(Line("ROUTEZ5T5", 100, 100, 200, 100) + Line("ROUTEZ5T105", 100, 200, 200, 200) +
                Line("ROUTEZ5T205", 100, 300, 200, 300),
-           {"G88G90G55P5T025X100Y100Z5", "G1G90X200Y100Z5", "G88G90G55P5T01a5X100Y200Z5",
-            "G1G90X200Y200Z5", "G88G90G55P5T0205M66X100Y300Z5", "G1G90X200Y300Z5"});
+           {"G88G90G55P5T025X100Y100Z5", "G1G90X200Y100Z5", "G88G90G55P5T01a5X100Y200Z5", "G1G90X200Y200Z5",
+            "G88G90G55P5T0205M66X100Y300Z5", "G1G90X200Y300Z5"});
 }
 
 TEST_F(LinkingScene, AFlatArcIsALine)

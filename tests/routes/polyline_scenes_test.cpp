@@ -24,8 +24,8 @@ TEST_F(PolylineScene, AnOpenOneEndsAtItsLastVertex)
 
 TEST_F(PolylineScene, AClosedOneComesBack)
 {
-    const ProgramText around = {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5",
-                                "G1G90X100Y200Z5", "G1G90X100Y100Z5"};
+    const ProgramText around = {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5",
+                                "G1G90X100Y100Z5"};
     Expect(Polyline(Route, Square, Closed), around);
     Expect(Lwpolyline(Route, Square, Closed), around);
 }
@@ -34,9 +34,9 @@ TEST_F(PolylineScene, BulgesAreArcsWithTheirRadius)
 {
     // Bulge 1: a half circle over 100 mm. Bulge -.5: s = 25, (2500 + 625) / 50 = 62.5, clockwise. Bulge
     // 1.5: s = 75, (2500 + 5625) / 150 = 54.167, the long way round.
-    Expect(Polyline(Route, {{100, 100, 1}, {200, 100, -0.5}, {200, 200, 1.5}, {100, 200}}),
-           {Start + "X100Y100Z5", "G38G90X200Y100U50Z5", "G37G90X200Y200U62.5Z5",
-            "G38G90X100Y200U-54.167Z5"});
+    Expect(
+        Polyline(Route, {{100, 100, 1}, {200, 100, -0.5}, {200, 200, 1.5}, {100, 200}}),
+        {Start + "X100Y100Z5", "G38G90X200Y100U50Z5", "G37G90X200Y200U62.5Z5", "G38G90X100Y200U-54.167Z5"});
 }
 
 TEST_F(PolylineScene, TheClosingStepHasTheLastVertexsBulge)
@@ -48,16 +48,17 @@ TEST_F(PolylineScene, TheClosingStepHasTheLastVertexsBulge)
 
 TEST_F(PolylineScene, ABulgeWithoutAChordGivesNoLine)
 {
-    Expect(Polyline(Route, {{100, 100, 1}, {100, 100}, {200, 100}}), {Start + "X100Y100Z5", "G1G90X200Y100Z5"});
+    Expect(Polyline(Route, {{100, 100, 1}, {100, 100}, {200, 100}}),
+           {Start + "X100Y100Z5", "G1G90X200Y100Z5"});
 }
 
 TEST_F(PolylineScene, NothingIsLinkedToAPolyline)
 {
     // The line's end lies at the polyline's start, so the polyline goes on; the line at its end does not.
-    Expect(Line(Route, 50, 100, 100, 100) + Polyline(Route, {{100, 100}, {200, 100}}) +
-               Line(Route, 200, 100, 200, 200),
-           {Start + "X200Y100Z5", "G1G90X200Y200Z5", Start + "X50Y100Z5", "G1G90X100Y100Z5",
-            "G1G90X200Y100Z5"});
+    Expect(
+        Line(Route, 50, 100, 100, 100) + Polyline(Route, {{100, 100}, {200, 100}}) +
+            Line(Route, 200, 100, 200, 200),
+        {Start + "X200Y100Z5", "G1G90X200Y200Z5", Start + "X50Y100Z5", "G1G90X100Y100Z5", "G1G90X200Y100Z5"});
 }
 
 TEST_F(PolylineScene, APolylineIsNeverTurned)
@@ -70,8 +71,8 @@ TEST_F(PolylineScene, APolylineIsNeverTurned)
 TEST_F(PolylineScene, AStartMarkLeadsToItsContour)
 {
     // The mark gives no lines; the contour begins where it is drawn to begin.
-    const ProgramText around = {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5",
-                                "G1G90X100Y200Z5", "G1G90X100Y100Z5"};
+    const ProgramText around = {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5",
+                                "G1G90X100Y100Z5"};
     Expect(Polyline(Route, Square, Closed) + Mark(Route, 90, 100, 100, 100), around);
     // Either end of the mark may touch it.
     Expect(Polyline(Route, Square, Closed) + Mark(Route, 100, 100, 90, 100), around);
@@ -84,9 +85,9 @@ TEST_F(PolylineScene, AStartMarkChoosesTheFirstOfManyLines)
                                Line(Route, 100, 200, 100, 100) + Line(Route, 100, 100, 200, 100);
     Expect(square, {Start + "X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5",
                     "G1G90X200Y100Z5"});
-    Expect(square + Mark(Route, 90, 100, 100, 100),
-           {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5",
-            "G1G90X100Y100Z5"});
+    Expect(
+        square + Mark(Route, 90, 100, 100, 100),
+        {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5"});
 }
 
 TEST_F(PolylineScene, AMarkWithAZIsALineDownToTheContour)
@@ -102,8 +103,8 @@ TEST_F(PolylineScene, AClosedOneIsNotLinkedBehindThatLine)
 {
     const std::string mark = Polyline(Route, {{90, 100, 0, 0, 0, 3}, {100, 100, 0, 0, 0, 3}}, Arrow);
     Expect(Polyline(Route, Square, Closed) + mark,
-           {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5",
-            "G1G90X100Y100Z5", Start + "X90Y100Z3C3V0", "G1G90X100Y100Z0"});
+           {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5",
+            Start + "X90Y100Z3C3V0", "G1G90X100Y100Z0"});
 }
 
 // As told, not as meant: the mark keeps its end width where a polyline keeps its bulge.
@@ -176,13 +177,22 @@ TEST_F(PolylineScene, CornerCompLeavesOpenAndRoundBeginningsAlone)
 // The outline of a part along the whole panel, with a notch in its upper edge and one in its right edge.
 TEST_F(PolylineScene, RemBorderLeavesWhatDoesNotRunAlongTheEdges)
 {
-    const std::string outline =
-        Polyline("ROUTEZ19T71",
-                 {{0, 0}, {600, 0}, {600, 100}, {500, 100}, {500, 200}, {600, 200}, {600, 400}, {350, 400},
-                  {350, 300}, {250, 300}, {250, 400}, {0, 400}},
-                 Closed);
+    const std::string outline = Polyline("ROUTEZ19T71",
+                                         {{0, 0},
+                                          {600, 0},
+                                          {600, 100},
+                                          {500, 100},
+                                          {500, 200},
+                                          {600, 200},
+                                          {600, 400},
+                                          {350, 400},
+                                          {350, 300},
+                                          {250, 300},
+                                          {250, 400},
+                                          {0, 400}},
+                                         Closed);
     Config.RemoveBorderRoute = 1;
-    const ProgramText notches = {Start + "X350Y400Z19", "G1G90X350Y300Z19", "G1G90X250Y300Z19",
+    const ProgramText notches = {Start + "X350Y400Z19", "G1G90X350Y300Z19",    "G1G90X250Y300Z19",
                                  "G1G90X250Y400Z19",    Start + "X600Y100Z19", "G1G90X500Y100Z19",
                                  "G1G90X500Y200Z19",    "G1G90X600Y200Z19"};
     Expect(outline, notches);

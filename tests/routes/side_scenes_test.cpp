@@ -8,13 +8,14 @@ namespace {
 
 // The face from (50, 50) on, 600 x 400 x 18, and a view of each edge at a distance of the thickness:
 // above Y 468 to 486, below 14 to 32, left X 14 to 32, right 668 to 686.
-const std::string Views = Rectangle("BORDERZ18", 50, 50, 600, 400) + Rectangle("BORDERZ18", 50, 468, 600, 18) +
-                          Rectangle("BORDERZ18", 50, 14, 600, 18) + Rectangle("BORDERZ18", 14, 50, 18, 400) +
-                          Rectangle("BORDERZ18", 668, 50, 18, 400);
+const std::string Views = Rectangle("BORDERZ18", 50, 50, 600, 400) +
+                          Rectangle("BORDERZ18", 50, 468, 600, 18) + Rectangle("BORDERZ18", 50, 14, 600, 18) +
+                          Rectangle("BORDERZ18", 14, 50, 18, 400) + Rectangle("BORDERZ18", 668, 50, 18, 400);
 
 // Cut in the order right, below, left, above, by nearness from (600, 400) on.
-const std::string LinesInViews = Line("ROUTEZ5T71", 150, 472, 250, 472) + Line("ROUTEZ5T71", 160, 20, 260, 20) +
-                                 Line("ROUTEZ5T71", 26, 150, 26, 250) + Line("ROUTEZ5T71", 675, 150, 675, 250);
+const std::string LinesInViews = Line("ROUTEZ5T71", 150, 472, 250, 472) +
+                                 Line("ROUTEZ5T71", 160, 20, 260, 20) + Line("ROUTEZ5T71", 26, 150, 26, 250) +
+                                 Line("ROUTEZ5T71", 675, 150, 675, 250);
 
 const std::string Edge = "G88G90G55P";
 
@@ -42,11 +43,10 @@ class SideScene : public RouteScene {
 };
 
 // The plane's third axis is the depth in the view: the distance from the view's edge at the face.
-const ProgramText ViewsOfAxes = {
-    Edge + "4T0171X5Y100Z7", "G1G90X5Y200Z7",    // right: 675 - 668
-    Edge + "2T0171X110Y5Z12", "G1G90X210Y5Z12",  // below: 32 - 20
-    Edge + "3T0171X5Y100Z6", "G1G90X5Y200Z6",    // left: 32 - 26
-    Edge + "1T0171X100Y5Z4", "G1G90X200Y5Z4"};   // above: 472 - 468
+const ProgramText ViewsOfAxes = {Edge + "4T0171X5Y100Z7",  "G1G90X5Y200Z7",  // right: 675 - 668
+                                 Edge + "2T0171X110Y5Z12", "G1G90X210Y5Z12", // below: 32 - 20
+                                 Edge + "3T0171X5Y100Z6",  "G1G90X5Y200Z6",  // left: 32 - 26
+                                 Edge + "1T0171X100Y5Z4",  "G1G90X200Y5Z4"}; // above: 472 - 468
 
 TEST_F(SideScene, LinesInTheViewsOfACnc90)
 {
@@ -88,8 +88,7 @@ TEST_F(SideScene, LinesInTheViewsOfAnEvolution)
 TEST_F(SideScene, AnArcAboveIsCutInThePlaneOfThatEdge)
 {
     // From 180 to 0 degrees round (350, 472): the centre is 5 to the right of the start.
-    ExpectViews(Arc("ROUTEZ5T71", 350, 472, 5, 0, 180),
-                {Edge + "1T0171X295Y5Z4", "G2G90G18X305Z4I5K0"});
+    ExpectViews(Arc("ROUTEZ5T71", 350, 472, 5, 0, 180), {Edge + "1T0171X295Y5Z4", "G2G90G18X305Z4I5K0"});
 }
 
 TEST_F(SideScene, AnArcBelowHasItsHeightTurned)
@@ -169,10 +168,10 @@ TEST_F(SideScene, AMachineOriginAtTheUpperRightMirrorsTheFace)
 {
     // Both mirrored: the points from 600 and 400; the centre with them.
     const std::string panel = Rectangle("BORDERURZ18", 50, 50, 600, 400);
-    ASSERT_TRUE(Home.Convert(Drawing(panel + Line("ROUTEZ5T71", 150, 250, 250, 250) +
-                                     Arc("ROUTEZ5T71", 250, 300, 50, 270, 0))));
-    EXPECT_EQ(Home.Program(), Around({"G88G90G56P5T0171X500Y200Z5", "G1G90X400Y200Z5",
-                                      "G38G90X400Y150A0.00Z5"}));
+    ASSERT_TRUE(Home.Convert(
+        Drawing(panel + Line("ROUTEZ5T71", 150, 250, 250, 250) + Arc("ROUTEZ5T71", 250, 300, 50, 270, 0))));
+    EXPECT_EQ(Home.Program(),
+              Around({"G88G90G56P5T0171X500Y200Z5", "G1G90X400Y200Z5", "G38G90X400Y150A0.00Z5"}));
 }
 
 } // namespace
