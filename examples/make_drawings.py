@@ -159,8 +159,8 @@ def routed_door(folder):
     # The pockets: a rounded rectangle with its start mark, which ends where the first line begins
     # and points along it, and a circle.
     pocket = "EXCAV_K8_Z8_T103_R6_S18_F5000_FD1500"
-    rounded_lines(space, 250, 200, 196, 100, 20, pocket)
-    space.add_lwpolyline([(260, 200, 2, 0), (270, 200, 0, 0)], format="xyse", dxfattribs={"layer": pocket})
+    rounded_lines(space, 250, 200, 196, 100, 36, pocket)
+    space.add_lwpolyline([(276, 200, 2, 0), (286, 200, 0, 0)], format="xyse", dxfattribs={"layer": pocket})
     space.add_circle((348, 420), 40, dxfattribs={"layer": pocket})
 
     # The outline comes last; it begins in mid-edge, so that the tool comes in from outside.
