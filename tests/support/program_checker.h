@@ -31,9 +31,9 @@ struct RouteCheck {
     double Tolerance = 0.01;
     // Off for circular pockets, whose half turns end by centre and angle beside their own point.
     bool EndsAtPoints = true;
-    // Off for rectangular pockets, whose loops begin beside the end of the one in front, and for
-    // lines that were linked across a gap.
-    bool LinesJoin = true;
+    // Off for rectangular pockets, whose loops begin beside the end of the one in front (a first move
+    // that is an arc then has the wrong radius), and for lines that were linked across a gap.
+    bool Joined = true;
     // Off where the machine's origin mirrored the points: angles stay as they were.
     bool AnglesHold = true;
 };

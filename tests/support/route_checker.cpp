@@ -123,7 +123,7 @@ struct RouteWalker {
     {
         const RouteSegment& start = Records[i];
         const RouteSegment& end = Records[i + 1];
-        if (!Opens(start) && !Near(Tool, PlaceOf(start)) && !GoesOnAround(i))
+        if (Check.Joined && !Opens(start) && !Near(Tool, PlaceOf(start)) && !GoesOnAround(i))
             Tell(i, "an arc that does not start where the tool stands");
         const double radius = Between(PlaceOf(start), Centre(start));
         LookAtLength(i, radius);
@@ -134,14 +134,16 @@ struct RouteWalker {
             Tell(i + 1, "an arc that ends beside its circle");
         else if (Check.EndsAtPoints && angle && !Near(byAngle, PlaceOf(end)))
             Tell(i + 1, "an arc whose end angle points elsewhere");
-        GoTo(i + 1, false, angle ? byAngle : PlaceOf(end));
+        // The control knows the place where the tool stands, not that of the record.
+        const Point reached = On(Centre(start), Between(Tool, Centre(start)), end.Aux2);
+        GoTo(i + 1, false, angle ? reached : PlaceOf(end));
     }
     void TakePoint(std::size_t i)
     {
         const RouteSegment& record = Records[i];
         const RouteSegment& before = Records[i - 1];
         if (record.Kind < 0) {
-            if (!Opens(record) && Check.LinesJoin && !Near(Tool, PlaceOf(record)))
+            if (!Opens(record) && Check.Joined && !Near(Tool, PlaceOf(record)))
                 Tell(i, "a line that does not start where the tool stands");
             return;
         }

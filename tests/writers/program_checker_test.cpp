@@ -205,12 +205,24 @@ TEST_F(RouteChecker, ACircleMayGoOnAroundBehindItself)
     EXPECT_FALSE(Faults().empty());
 }
 
-TEST_F(RouteChecker, LinesJoinUnlessTheCallerSaysOtherwise)
+TEST_F(RouteChecker, RecordsJoinUnlessTheCallerSaysOtherwise)
 {
     AddSound();
     RouteSegments[5].X = 150.02F;
     EXPECT_EQ(Faults(), Texts{"record 5: a line that does not start where the tool stands"});
-    EXPECT_EQ(Faults({.LinesJoin = false}), Texts());
+    EXPECT_EQ(Faults({.Joined = false}), Texts());
+    RouteSegments[5].X = 150;
+    RouteSegments[3].Y = 8;
+    RouteSegments[4].X = 152;
+    RouteSegments[5].X = 152;
+    EXPECT_EQ(Faults(), (Texts{"record 3: an arc that does not start where the tool stands",
+                               "record 5: a line that does not start where the tool stands"}));
+    EXPECT_EQ(Faults({.Joined = false}), Texts());
+    Texts lines{"H", "N"};
+    const std::vector<RouteSegment> records = CurrentRoutes();
+    for (const std::string& line : LinesOfRoutes())
+        lines.push_back(line);
+    EXPECT_EQ(PathFaults(lines, records), Texts()); // it follows the tool, which is 2 nearer
 }
 
 TEST_F(RouteChecker, ArcsEndOnTheirCircle)
