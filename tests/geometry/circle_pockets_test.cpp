@@ -1,12 +1,8 @@
 // Circular pockets: two half circles of a route, and circles of the circle list. Expected places are
 // worked out by hand.
-#include "geometry/pockets.h"
-
 #include <gtest/gtest.h>
 
 #include "geometry/pocket_outlines.h"
-#include "geometry/segment_rows.h"
-#include "support/scene.h"
 
 namespace kv {
 namespace {
@@ -19,9 +15,8 @@ using rows::Together;
 using Records = std::vector<RouteSegment>;
 using Texts = std::vector<std::string>;
 
-const Texts NotCleared = {"Layer EXCAV20: the pocket is not cleared"};
-const Texts NoPitch = {"Excavation Pitch not specified! (Circle)",
-                       "Layer EXCAV20: the pocket is not cleared"};
+const Texts NotCleared = {rows::NotCleared};
+const Texts NoPitch = {"Excavation Pitch not specified! (Circle)", rows::NotCleared};
 
 RouteCircle Circle(double x, double y, double radius, double oscZ, std::string_view comp)
 {
@@ -35,30 +30,7 @@ RouteCircle Circle(double x, double y, double radius, double oscZ, std::string_v
     return circle;
 }
 
-class CirclePockets : public testing::Test {
-  protected:
-    void SetUp() override
-    {
-        test::ResetProcess();
-        ResetRun();
-        kv::Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "EXCAV20"};
-    }
-    void TearDown() override { test::ResetProcess(); }
-
-    Records Excavate(const Records& records, const std::vector<RouteCircle>& circles = {})
-    {
-        rows::Hand(records);
-        RouteCircles.Clear();
-        for (const RouteCircle& circle : circles)
-            RouteCircles.Append(circle);
-        const rows::ReportLines report;
-        ExcavatePockets();
-        Lines = rows::ReportLines::Shown();
-        EXPECT_EQ(kv::Run.SegmentCount, RouteSegments.Last());
-        return rows::All();
-    }
-    Texts Lines;
-};
+class CirclePockets : public rows::PocketTest {};
 
 TEST_F(CirclePockets, PairFromTheTopIsASpiralFromInsideAndItsOutline)
 {

@@ -2,10 +2,15 @@
 // records for each line and each rounded corner.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include <gtest/gtest.h>
+
+#include "geometry/pockets.h"
 #include "geometry/segment_rows.h"
+#include "support/scene.h"
 
 namespace kv::rows {
 
@@ -86,5 +91,34 @@ inline std::vector<RouteSegment> Together(std::vector<RouteSegment> a, const std
     a.insert(a.end(), b.begin(), b.end());
     return a;
 }
+
+// Passes 1 and 2 of a run, the report kept.
+class PocketTest : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        test::ResetProcess();
+        ResetRun();
+        kv::Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "EXCAV20Z5   ", "EXCAV30"};
+    }
+    void TearDown() override { test::ResetProcess(); }
+
+    std::vector<RouteSegment> Excavate(const std::vector<RouteSegment>& records,
+                                       const std::vector<RouteCircle>& circles = {})
+    {
+        Hand(records);
+        RouteCircles.Clear();
+        for (const RouteCircle& circle : circles)
+            RouteCircles.Append(circle);
+        const ReportLines report;
+        ExcavatePockets();
+        Lines = ReportLines::Shown();
+        EXPECT_EQ(kv::Run.SegmentCount, RouteSegments.Last());
+        return All();
+    }
+    std::vector<std::string> Lines;
+};
+
+inline const std::string NotCleared = "Layer EXCAV20Z5: the pocket is not cleared";
 
 } // namespace kv::rows

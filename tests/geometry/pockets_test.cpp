@@ -1,14 +1,10 @@
-// Rectangular pockets, and what becomes of outlines that are none. Expected places are worked out by
-// hand; the circles have their own file.
-#include "geometry/pockets.h"
-
+// Rectangular pockets. Expected places are worked out by hand; outlines that are none and the circles
+// have their own files.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "geometry/pocket_outlines.h"
-#include "geometry/segment_rows.h"
-#include "support/scene.h"
 
 namespace kv {
 namespace {
@@ -19,35 +15,10 @@ using rows::Row;
 using rows::RowsOf;
 using rows::Segment;
 using rows::SquareOutline;
-using rows::Together;
 using Records = std::vector<RouteSegment>;
 using Texts = std::vector<std::string>;
 
-const Texts NotClearedLine = {"Layer EXCAV20Z5: the pocket is not cleared"};
-const Texts NoPitchLines = {"Excavation Pitch not specified! (Rectangle)",
-                            "Layer EXCAV20Z5: the pocket is not cleared"};
-
-class RectanglePockets : public testing::Test {
-  protected:
-    void SetUp() override
-    {
-        test::ResetProcess();
-        ResetRun();
-        kv::Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "EXCAV20Z5   ", "EXCAV30"};
-    }
-    void TearDown() override { test::ResetProcess(); }
-
-    Records Excavate(const Records& records)
-    {
-        rows::Hand(records);
-        const rows::ReportLines report;
-        ExcavatePockets();
-        Lines = rows::ReportLines::Shown();
-        EXPECT_EQ(kv::Run.SegmentCount, RouteSegments.Last());
-        return rows::All();
-    }
-    Texts Lines;
-};
+class RectanglePockets : public rows::PocketTest {};
 
 Texts Part(const Texts& rows, std::size_t first, std::size_t count)
 {
@@ -237,12 +208,36 @@ TEST_F(RectanglePockets, NearSquareTakesTheFirstEndsPlaceAndTheLastEndsMark)
     EXPECT_EQ(made[32], "-4 126.502 123.384");
 }
 
-TEST_F(RectanglePockets, PointAPitchAwayFromAnEndDoesNotReachIt)
+TEST_F(RectanglePockets, CornerWithinAPitchOfTheMiddleEndsTheLoops)
 {
     // 100 by 100, K 25 times the root of 2 would be 35.36; with K 50 loop 0 is 70.7 away, loop 1 is the
     // middle. With a box of 60 by 80 and K 50 the corner is 30, 30 from the end: 42.4, within the pitch.
     EXPECT_EQ(Excavate(SquareOutline({0, 0, 100, 100}, -51, "")).size(), 18U);
     EXPECT_EQ(Excavate(SquareOutline({0, 0, 60, 80}, -51, "")).size(), 10U);
+}
+
+TEST_F(RectanglePockets, PointExactlyAPitchAwayFromAnEndDoesNotReachIt)
+{
+    // 80 by 80: the middle is (140, 140). A corner of radius 4 around (148, 140) has shrunk to its points
+    // at once, and the first of them, (144, 140), lies exactly the pitch away. The loops go on to inset
+    // 40, where the corners of the box lie on the middle.
+    Records outline = RoundedOutline({100, 100, 180, 180}, 15, -5, "");
+    outline[16].X = outline[16].Aux1 = 148;
+    outline[16].Y = 136;
+    outline[16].Aux2 = 140;
+    const Texts made = RowsOf(Excavate(outline));
+    EXPECT_EQ(made[0], "-1 144 140 d-8");
+    EXPECT_EQ(made.size(), 11U * 16 + 2);
+}
+
+TEST_F(RectanglePockets, ArcRecordWithoutItsOtherHalfIsALinePoint)
+{
+    Records outline = RoundedOutline({100, 100, 220, 180}, 15, -5, "");
+    outline[17].Kind = 1;
+    const Texts made = RowsOf(Excavate(outline));
+    EXPECT_EQ(made[0], "-1 100 100 d-8");
+    EXPECT_EQ(made[1], "1 100 100");
+    EXPECT_EQ(made[2], "-1 100 100"); // the line that met the corner
 }
 
 TEST_F(RectanglePockets, PitchBiggerThanTheBoxIsOneLoopAroundTheEnds)
@@ -296,6 +291,14 @@ TEST_F(RectanglePockets, MarkThatTurnsHalfwayRoundIsNoLongerCountedClockwise)
     EXPECT_EQ(Excavate(outline)[0].Comp, "G41");
     // 270 and 90: above, and 360 - 270 + 90 is not above 180.
     std::swap(outline[0].Y, outline[1].Y);
+    EXPECT_EQ(Excavate(outline)[0].Comp, "G42");
+}
+
+TEST_F(RectanglePockets, MarkThatLeadsStraightAwayIsNotCountedClockwise)
+{
+    // Both points lie at 225 degrees of (130, 130).
+    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G41");
+    outline[1].X = outline[1].Y = 99;
     EXPECT_EQ(Excavate(outline)[0].Comp, "G42");
 }
 
@@ -362,43 +365,6 @@ TEST_F(RectanglePockets, PitchOfALayerIsNotThatOfTheTool)
     EXPECT_EQ(Part(made, 8, 8), SquareLoop(102, 102, 198, 158));
 }
 
-TEST_F(RectanglePockets, PitchNotGivenIsToldAndTheOutlineStays)
-{
-    const Records outline = SquareOutline({100, 100, 200, 160}, -1, "G42");
-    EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NoPitchLines);
-}
-
-TEST_F(RectanglePockets, PitchBelowZeroIsNone)
-{
-    const Records outline = SquareOutline({100, 100, 200, 160}, -0.5, "G42 R5");
-    EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NoPitchLines);
-    const Records negative = SquareOutline({100, 100, 200, 160}, -1, "G42 R-5");
-    EXPECT_EQ(rows::Difference(Excavate(negative), negative), "");
-    EXPECT_EQ(Lines, NoPitchLines);
-}
-
-TEST_F(RectanglePockets, EachOutlineWithoutPitchIsTold)
-{
-    Records second = SquareOutline({300, 100, 400, 160}, -1, "G41");
-    rows::MarkPocket(second, -1, "G41", 2);
-    Excavate(Together(SquareOutline({100, 100, 200, 160}, -1, "G42"), second));
-    const Texts expected = {NoPitchLines[0], NoPitchLines[1], NoPitchLines[0],
-                            "Layer EXCAV30: the pocket is not cleared"};
-    EXPECT_EQ(Lines, expected);
-}
-
-TEST_F(RectanglePockets, FiveRecordsAreNoRectangle)
-{
-    // A closed polyline of four lines and a closing point.
-    Records outline = {Segment(-4, 100, 100, -8), Segment(5, 200, 100), Segment(5, 200, 160),
-                       Segment(5, 100, 160), Segment(5, 100, 100)};
-    rows::MarkPocket(outline, -5, "G42");
-    EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NotClearedLine);
-}
-
 TEST_F(RectanglePockets, SixRecordsAreARectangle)
 {
     // One tapered polyline with its width on the first point, and no mark in front: all six take part.
@@ -432,16 +398,6 @@ TEST_F(RectanglePockets, PointAsNearToTwoCornersTakesTheLastOfThem)
     EXPECT_EQ(made[7], "5 100 100"); // (130, 100)
 }
 
-TEST_F(RectanglePockets, BoxWithoutAreaIsLeft)
-{
-    Records line = SquareOutline({100, 100, 200, 100}, -5, "G42 R5");
-    EXPECT_EQ(rows::Difference(Excavate(line), line), "");
-    EXPECT_EQ(Lines, NotClearedLine);
-    Records upright = SquareOutline({100, 100, 100, 200}, -5, "G42 R5");
-    EXPECT_EQ(rows::Difference(Excavate(upright), upright), "");
-    EXPECT_EQ(Lines, NotClearedLine);
-}
-
 TEST_F(RectanglePockets, MarkTakesNoPartInTheBox)
 {
     // The mark leads from far outside; the box and so the loops stay those of the lines.
@@ -452,82 +408,6 @@ TEST_F(RectanglePockets, MarkTakesNoPartInTheBox)
     ASSERT_EQ(made.size(), 66U);
     EXPECT_EQ(made[8], "-1 104 104");
     EXPECT_EQ(made[65], "4 101 500");
-}
-
-TEST_F(RectanglePockets, MarkInTheMiddleOfItsChainIsBroughtToTheFront)
-{
-    // The chain begins with two sides, then the mark, then the other two.
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G42 R5");
-    const Records wanted = Excavate(outline);
-    std::rotate(outline.begin(), outline.begin() + 6, outline.end());
-    outline[0].Dir = -8;
-    outline[4].Dir = 0;
-    ASSERT_EQ(Row(outline[4]), "-4 100 100");
-    const Records before = {Segment(-1, 0, 0, -8), Segment(1, 10, 0)};
-    const Records behind = {Segment(-1, 500, 0, -8), Segment(1, 510, 0)};
-    const Records made = Excavate(Together(Together(before, outline), behind));
-    EXPECT_EQ(rows::Difference(made, Together(Together(before, wanted), behind)), "");
-}
-
-TEST_F(RectanglePockets, ChainAtTheListsHeadNeedsNoStart)
-{
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G42 R5");
-    const Records wanted = Excavate(outline);
-    outline[0].Dir = 0;
-    EXPECT_EQ(rows::Difference(Excavate(outline), wanted), "");
-    // Nor does one whose mark comes later.
-    outline[0].Dir = 0;
-    std::rotate(outline.begin(), outline.begin() + 6, outline.end());
-    EXPECT_EQ(rows::Difference(Excavate(outline), wanted), "");
-}
-
-TEST_F(RectanglePockets, ChainPutInOrderStaysSoWhenItIsNotCleared)
-{
-    Records chain = {Segment(-1, 0, 0, -8), Segment(1, 10, 0), Segment(-4, 20, 0), Segment(4, 30, 0)};
-    rows::MarkPocket(chain, -5, "");
-    const Texts expected = {"-4 20 0 d-8", "4 30 0", "-1 0 0", "1 10 0"};
-    EXPECT_EQ(RowsOf(Excavate(chain)), expected);
-    EXPECT_EQ(Lines, NotClearedLine);
-}
-
-TEST_F(RectanglePockets, SecondMarkOfAChainIsPartOfTheOutline)
-{
-    // Only the first mark counts: no second set of loops begins at the other one.
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "");
-    Records mark = {Segment(-4, 150, 100), Segment(4, 151, 100)};
-    rows::MarkPocket(mark, -5, "");
-    const Texts made = RowsOf(Excavate(Together(outline, mark)));
-    ASSERT_EQ(made.size(), 8U * 10 + 2);
-    EXPECT_EQ(made[0], "-5 200 100 d-8"); // (151, 100), a polyline's point by its kind
-    EXPECT_EQ(made[1], "5 100 100");      // (150, 100): as near to both, the lower left is last
-    EXPECT_EQ(made[2], "-1 100 100");
-}
-
-TEST_F(RectanglePockets, RoutesBetweenPocketsStayAsTheyAre)
-{
-    const Records route = {Segment(-4, 1, 1, -8), Segment(4, 2, 1),  Segment(-1, 3, 3),
-                           Segment(1, 4, 4),      Segment(-1, 5, 5), Segment(1, 6, 6)};
-    const Records pocket = SquareOutline({100, 100, 200, 160}, -5, "G42 R5");
-    const Records cleared = Excavate(pocket);
-    const Records made = Excavate(Together(Together(route, pocket), Together(route, pocket)));
-    EXPECT_EQ(rows::Difference(made, Together(Together(route, cleared), Together(route, cleared))), "");
-    EXPECT_TRUE(Lines.empty());
-}
-
-TEST_F(RectanglePockets, OscillatedRouteIsNoPocket)
-{
-    Records route = SquareOutline({100, 100, 200, 160}, 5, "G42 R5");
-    EXPECT_EQ(rows::Difference(Excavate(route), route), "");
-    EXPECT_TRUE(Lines.empty());
-}
-
-TEST_F(RectanglePockets, PocketWhoseMarkBecameALineStaysARouteAndIsTold)
-{
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G42 R5");
-    outline[0].Kind = -1;
-    outline[1].Kind = 1;
-    EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NotClearedLine);
 }
 
 TEST_F(RectanglePockets, OutlineThatIsNoRectangleEndsWhenTheInsetPassesItsBox)
@@ -554,28 +434,8 @@ TEST_F(RectanglePockets, OutlineThatReachesNoEndClosesAtTheFirst)
     outline[2].Kind = 0;
     const Texts made = RowsOf(Excavate(outline));
     ASSERT_EQ(made.size(), 2U + 6U * 3);
+    EXPECT_EQ(made[3], "5 40 0");              // a record of no kind counts as a polyline's
     EXPECT_EQ(made[18], "-4 -11.213 -11.213"); // 30 from (10, 10) at 225 degrees
-}
-
-TEST_F(RectanglePockets, TinyPitchEndsAtTheLimitOfTheList)
-{
-    EXPECT_THROW(Excavate(SquareOutline({0, 0, 3000, 2000}, -1, "G42 R1E-9")), RunError);
-    // An inset so small that it does not move the corners.
-    EXPECT_THROW(Excavate(SquareOutline({1e30, 1e30, 3e30, 2e30}, -1, "G42 R1E-9")), RunError);
-    EXPECT_THROW(Excavate(SquareOutline({0, 0, 3000, 2000}, -1, "G42 R1E-99")), RunError);
-}
-
-TEST_F(RectanglePockets, FullListTakesNoRecordMore)
-{
-    const Records outline = SquareOutline({100, 100, 200, 160}, -5, ""); // 66 records when cleared
-    EXPECT_EQ(Excavate(Together(Records(32701, Segment(1, 1, 1)), outline)).size(), 32767U);
-    EXPECT_THROW(Excavate(Together(Records(32702, Segment(1, 1, 1)), outline)), RunError);
-}
-
-TEST_F(RectanglePockets, EmptyListStaysEmpty)
-{
-    EXPECT_TRUE(Excavate({}).empty());
-    EXPECT_EQ(kv::Run.SegmentCount, 0);
 }
 
 } // namespace
