@@ -4,25 +4,25 @@
 namespace kv {
 namespace {
 
-using test::Arc;
-using test::ChainLengthsNow;
-using test::Circle;
-using test::Circles;
-using test::Drawing;
-using test::KindsNow;
-using test::LayRoutes;
-using test::Line;
-using test::OnPass;
-using test::PlacesNow;
-using test::Point;
-using test::Points;
-using test::Polyline;
-using test::Segments;
-using test::SegmentsNow;
+using chain_test::Arc;
+using chain_test::ChainLengthsNow;
+using chain_test::Circle;
+using chain_test::Circles;
+using chain_test::Drawing;
+using chain_test::KindsNow;
+using chain_test::LayRoutes;
+using chain_test::Line;
+using chain_test::OnPass;
+using chain_test::PlacesNow;
+using chain_test::Point;
+using chain_test::Points;
+using chain_test::Polyline;
+using chain_test::Segments;
+using chain_test::SegmentsNow;
 
 using Lengths = std::vector<std::size_t>;
 
-class CircleJoins : public test::RouteChainTest {
+class CircleJoins : public chain_test::RouteChainTest {
   protected:
     // Dir of the arc that one path and one circle leave as records 3 and 4.
     static Int HandOf(const Segments& path, const RouteCircle& circle)
@@ -424,7 +424,7 @@ TEST_F(CircleJoins, MoreRecordsThanAnIntCountsEndTheRun)
 {
     Segments lines;
     for (int i = 0; i < 16383; ++i)
-        test::Add(lines, Line({0, static_cast<Single>(i)}, {0.5F, static_cast<Single>(i)}));
+        chain_test::Add(lines, Line({0, static_cast<Single>(i)}, {0.5F, static_cast<Single>(i)}));
     LayRoutes(lines);
     EXPECT_TRUE(ChainRoutes());
     LayRoutes(lines, {Circle({900, 300}, 50)});

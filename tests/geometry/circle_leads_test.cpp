@@ -7,16 +7,16 @@
 namespace kv {
 namespace {
 
-using test::ChainLengthsNow;
-using test::Circle;
-using test::Circles;
-using test::KindsNow;
-using test::LayRoutes;
-using test::Line;
-using test::Point;
-using test::Points;
-using test::Segments;
-using test::SegmentsNow;
+using chain_test::ChainLengthsNow;
+using chain_test::Circle;
+using chain_test::Circles;
+using chain_test::KindsNow;
+using chain_test::LayRoutes;
+using chain_test::Line;
+using chain_test::Point;
+using chain_test::Points;
+using chain_test::Segments;
+using chain_test::SegmentsNow;
 
 struct LeadRecord {
     int Kind;
@@ -25,7 +25,7 @@ struct LeadRecord {
     double Z;
 };
 
-class CircleLeads : public test::RouteChainTest {
+class CircleLeads : public chain_test::RouteChainTest {
   protected:
     // A run with leads of 20 and ramps of 3.
     static void Lay(const Circles& circles, const Segments& segments = {})

@@ -17,7 +17,7 @@
 #include "shell/settings.h"
 #include "support/scene.h"
 
-namespace kv::test {
+namespace kv::chain_test {
 
 struct Point {
     Single X, Y;
@@ -159,8 +159,8 @@ class RouteChainTest : public testing::Test {
   protected:
     static constexpr RunBlock& Run = kv::Run; // the base has a member of that name
 
-    void SetUp() override { ResetProcess(); }
-    void TearDown() override { ResetProcess(); }
+    void SetUp() override { test::ResetProcess(); }
+    void TearDown() override { test::ResetProcess(); }
 
     static void Chain(const Segments& segments, const Circles& circles = {})
     {
@@ -175,4 +175,4 @@ class RouteChainTest : public testing::Test {
     }
 };
 
-} // namespace kv::test
+} // namespace kv::chain_test

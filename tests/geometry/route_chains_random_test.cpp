@@ -114,7 +114,7 @@ std::string Differences(const std::vector<RouteSegment>& segments, const std::ve
     return text.str();
 }
 
-class RandomRoutes : public test::RouteChainTest {
+class RandomRoutes : public chain_test::RouteChainTest {
   protected:
     std::mt19937 Engine{1};
 
@@ -168,13 +168,13 @@ class RandomRoutes : public test::RouteChainTest {
 
     RouteSegment Record(int kind, Long pass)
     {
-        RouteSegment record = test::Segment(static_cast<Int>(kind), Coordinate(), Coordinate());
+        RouteSegment record = chain_test::Segment(static_cast<Int>(kind), Coordinate(), Coordinate());
         Dress(record);
         record.Pass = pass;
         return record;
     }
 
-    void AddPath(test::Segments& list)
+    void AddPath(chain_test::Segments& list)
     {
         const Long pass = Pick(1, Passes);
         const int kind = !OneIn(OddKindsIn) ? 1 : OneOf({1, 2, 3, 3, 3, 4, 4, 5, 5});
@@ -218,9 +218,9 @@ class RandomRoutes : public test::RouteChainTest {
 
     RouteCircle AnyCircle()
     {
-        RouteCircle circle = test::Circle({Coordinate(), Coordinate()},
-                                          OneOf<Single>({10, 10, 10, 20, 14.142136F, 5, 10.03F, 0}),
-                                          OneOf({"", "", "G41", "G42", "G42 R2"}));
+        RouteCircle circle = chain_test::Circle({Coordinate(), Coordinate()},
+                                                OneOf<Single>({10, 10, 10, 20, 14.142136F, 5, 10.03F, 0}),
+                                                OneOf({"", "", "G41", "G42", "G42 R2"}));
         circle.Pass = static_cast<Int>(Pick(1, Passes));
         circle.Z = OneOf<Single>({0, 4, 12.5F});
         circle.ToolNo = OneIn(20) ? Int(-2) : static_cast<Int>(Pick(0, 2));
@@ -255,12 +255,12 @@ class RandomRoutes : public test::RouteChainTest {
     }
 
     // One drawing through the passes and through the rules.
-    void Compare(const test::Segments& segments, const test::Circles& circles, bool closeLone)
+    void Compare(const chain_test::Segments& segments, const chain_test::Circles& circles, bool closeLone)
     {
         const Single width = Run.SideWidth[5], height = Run.SideHeight[5], tolerance = Run.RouteTolerance;
         const Long least = Run.MinSequence;
         const RunBlock kept = Run;
-        test::LayRoutes(segments, circles);
+        chain_test::LayRoutes(segments, circles);
         Run = kept;
         ASSERT_EQ(width, Run.SideWidth[5]);
         plain::Routes told{AllSegments(), AllCircles(), Run.MaxSequence, least};
@@ -306,10 +306,10 @@ class RandomRoutes : public test::RouteChainTest {
     {
         for (int round = 0; round < rounds && !HasFailure(); ++round) {
             SCOPED_TRACE("round " + std::to_string(round));
-            test::Segments segments;
+            chain_test::Segments segments;
             for (int i = Pick(paths > 0 ? 1 : 0, paths); i > 0; --i)
                 AddPath(segments);
-            test::Circles discs;
+            chain_test::Circles discs;
             for (int i = Pick(0, circles); i > 0; --i)
                 discs.push_back(AnyCircle());
             SetRun();
@@ -325,10 +325,10 @@ TEST_F(RandomRoutes, OrderAlone)
     for (int round = 0; round < 4000 && !HasFailure(); ++round) {
         Cells = Pick(1, 5);
         OddKindsIn = Pick(1, 3);
-        test::Segments segments;
+        chain_test::Segments segments;
         for (int i = Pick(1, 10); i > 0; --i)
             AddPath(segments);
-        test::LayRoutes(segments);
+        chain_test::LayRoutes(segments);
         Config.SPDA = OneOf({"", "NO", "No", "YES"});
         std::vector<RouteSegment> told = AllSegments();
         const std::vector<RouteSegment> drawn = told;
@@ -386,25 +386,66 @@ TEST_F(RandomRoutes, DamagedLists)
     Rounds(3000, 8, 2);
 }
 
+TEST_F(RandomRoutes, EndsAtAFewPlacesAnywhere)
+{
+    // Angles and distances without a round value, near the origin and far from it.
+    for (int round = 0; round < 3000 && !HasFailure(); ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
+        const double reach = OneOf({30.0, 3000.0, 100000.0});
+        chain_test::Points places;
+        for (int i = Pick(2, 6); i > 0; --i)
+            places.push_back({static_cast<Single>(reach * Pick(-99999, 99999) / 99999),
+                              static_cast<Single>(reach * Pick(-99999, 99999) / 99999)});
+        const auto place = [&] {
+            chain_test::Point point =
+                places[static_cast<std::size_t>(Pick(0, static_cast<int>(places.size()) - 1))];
+            if (OneIn(6))
+                point.X += static_cast<Single>(Pick(-12, 12)) * 0.01F;
+            return point;
+        };
+        chain_test::Segments segments;
+        for (int i = Pick(1, 9); i > 0; --i) {
+            chain_test::Segments path = OneIn(5) ? chain_test::Polyline({place(), place(), place()})
+                                                 : chain_test::Line(place(), place());
+            if (OneIn(4)) {
+                const Single angle = static_cast<Single>(Pick(0, 36000)) * 0.01F;
+                path = chain_test::Arc(place(), place(), place(), angle, static_cast<Single>(Pick(0, 360)));
+            }
+            chain_test::Add(segments, path);
+        }
+        chain_test::Circles circles;
+        for (int i = Pick(0, 4); i > 0; --i) {
+            const chain_test::Point centre = place(), rim = place();
+            circles.push_back(
+                chain_test::Circle(centre,
+                                   static_cast<Single>(std::hypot(double(rim.X) - double(centre.X),
+                                                                  double(rim.Y) - double(centre.Y))),
+                                   OneOf({"", "G41", "G42"})));
+        }
+        SetRun();
+        Compare(segments, circles, OneIn(2));
+    }
+}
+
 // ---- Sheets
 
 TEST_F(RandomRoutes, NestedPartsOutOfLines)
 {
     // 500 rectangles of four lines, drawn in a shuffled order and direction.
-    std::vector<test::Segments> lines;
+    std::vector<chain_test::Segments> lines;
     for (int part = 0; part < 500; ++part) {
         const Single x = static_cast<Single>(part % 25) * 110 + 5,
                      y = static_cast<Single>(part / 25) * 70 + 5;
-        const test::Point corners[] = {{x, y}, {x + 100, y}, {x + 100, y + 60}, {x, y + 60}};
+        const chain_test::Point corners[] = {{x, y}, {x + 100, y}, {x + 100, y + 60}, {x, y + 60}};
         for (int i = 0; i < 4; ++i)
-            lines.push_back(OneIn(2) ? test::Line(corners[i], corners[(i + 1) % 4])
-                                     : test::Line(corners[(i + 1) % 4], corners[i]));
+            lines.push_back(OneIn(2) ? chain_test::Line(corners[i], corners[(i + 1) % 4])
+                                     : chain_test::Line(corners[(i + 1) % 4], corners[i]));
     }
     std::shuffle(lines.begin(), lines.end(), Engine);
-    test::Segments segments;
-    for (const test::Segments& line : lines)
-        test::Add(segments, line);
-    test::LayRoutes({});
+    chain_test::Segments segments;
+    for (const chain_test::Segments& line : lines)
+        chain_test::Add(segments, line);
+    chain_test::LayRoutes({});
     Run.SideWidth[5] = 2800;
     Run.SideHeight[5] = 1500;
     Compare(segments, {}, true);
@@ -414,16 +455,16 @@ TEST_F(RandomRoutes, NestedPartsOutOfLines)
 TEST_F(RandomRoutes, HatchWithAllLinesOnOneColumn)
 {
     // Zigzag of 1000 lines, then their turns, so that every end meets at the two columns.
-    test::Segments segments;
+    chain_test::Segments segments;
     for (int i = 0; i < 1000; ++i) {
         const Single y = static_cast<Single>(i) * 1.5F;
-        test::Add(segments, test::Line({0, y}, {500, y}));
+        chain_test::Add(segments, chain_test::Line({0, y}, {500, y}));
     }
     for (int i = 0; i + 1 < 1000; ++i) {
         const Single y = static_cast<Single>(i) * 1.5F, x = i % 2 == 0 ? 500.0F : 0.0F;
-        test::Add(segments, test::Line({x, y}, {x, y + 1.5F}));
+        chain_test::Add(segments, chain_test::Line({x, y}, {x, y + 1.5F}));
     }
-    test::LayRoutes({});
+    chain_test::LayRoutes({});
     Run.SideWidth[5] = 600;
     Run.SideHeight[5] = 1600;
     Compare(segments, {}, true);
@@ -435,13 +476,13 @@ TEST_F(RandomRoutes, BigMixedSheet)
     Cells = 40;
     OddKindsIn = 3;
     Passes = 3;
-    test::Segments segments;
+    chain_test::Segments segments;
     for (int i = 0; i < 1000; ++i)
         AddPath(segments);
-    test::Circles circles;
+    chain_test::Circles circles;
     for (int i = 0; i < 300; ++i)
         circles.push_back(AnyCircle());
-    test::LayRoutes({});
+    chain_test::LayRoutes({});
     Run.LeadLength = 5;
     Run.LeadsOn = True;
     Compare(segments, circles, true);
@@ -450,19 +491,21 @@ TEST_F(RandomRoutes, BigMixedSheet)
 TEST_F(RandomRoutes, ManyLinesThroughOnePlace)
 {
     // A star of 600 lines, some drawn towards the middle, in two passes, and circles around it.
-    test::Segments segments;
+    chain_test::Segments segments;
     for (int i = 0; i < 600; ++i) {
         const double angle = Pick(0, 359) * 0.0174533;
         const double reach = 10.0 * Pick(1, 20);
-        const test::Point far{static_cast<Single>(250 + reach * std::cos(angle)),
-                              static_cast<Single>(250 + reach * std::sin(angle))};
-        const test::Segments line = OneIn(2) ? test::Line({250, 250}, far) : test::Line(far, {250, 250});
-        test::Add(segments, test::OnPass(Pick(1, 2), line));
+        const chain_test::Point far{static_cast<Single>(250 + reach * std::cos(angle)),
+                                    static_cast<Single>(250 + reach * std::sin(angle))};
+        const chain_test::Segments line =
+            OneIn(2) ? chain_test::Line({250, 250}, far) : chain_test::Line(far, {250, 250});
+        chain_test::Add(segments, chain_test::OnPass(Pick(1, 2), line));
     }
-    test::Circles circles;
+    chain_test::Circles circles;
     for (int i = 1; i <= 20; ++i)
-        circles.push_back(test::Circle({250, 250}, static_cast<Single>(10 * i), i % 2 == 0 ? "G41" : ""));
-    test::LayRoutes({});
+        circles.push_back(
+            chain_test::Circle({250, 250}, static_cast<Single>(10 * i), i % 2 == 0 ? "G41" : ""));
+    chain_test::LayRoutes({});
     Compare(segments, circles, true);
 }
 

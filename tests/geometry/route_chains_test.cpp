@@ -11,23 +11,23 @@
 namespace kv {
 namespace {
 
-using test::Arc;
-using test::ChainLengthsNow;
-using test::ChainStartsNow;
-using test::Circle;
-using test::Drawing;
-using test::KindsNow;
-using test::LayRoutes;
-using test::Line;
-using test::PlacesNow;
-using test::Point;
-using test::Points;
-using test::Polyline;
-using test::Segment;
-using test::Segments;
-using test::SegmentsNow;
+using chain_test::Arc;
+using chain_test::ChainLengthsNow;
+using chain_test::ChainStartsNow;
+using chain_test::Circle;
+using chain_test::Drawing;
+using chain_test::KindsNow;
+using chain_test::LayRoutes;
+using chain_test::Line;
+using chain_test::PlacesNow;
+using chain_test::Point;
+using chain_test::Points;
+using chain_test::Polyline;
+using chain_test::Segment;
+using chain_test::Segments;
+using chain_test::SegmentsNow;
 
-class RouteChains : public test::RouteChainTest {
+class RouteChains : public chain_test::RouteChainTest {
   protected:
     // A chain of one short line; nearer to the far corner, so earlier, the greater X is.
     static Segments At(Single x, Int toolNo = 0, Int sequence = 0)
@@ -380,8 +380,9 @@ class RouteChainsProgress : public RouteChains {
     {
         Segments lines;
         for (int i = 0; i < count; ++i)
-            test::Add(lines, Line({static_cast<Single>(i % 100) * 9, static_cast<Single>(i / 100) * 9},
-                                  {static_cast<Single>(i % 100) * 9 + 5, static_cast<Single>(i / 100) * 9}));
+            chain_test::Add(lines,
+                            Line({static_cast<Single>(i % 100) * 9, static_cast<Single>(i / 100) * 9},
+                                 {static_cast<Single>(i % 100) * 9 + 5, static_cast<Single>(i / 100) * 9}));
         return lines;
     }
 };

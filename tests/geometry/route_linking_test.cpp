@@ -6,29 +6,29 @@
 namespace kv {
 namespace {
 
-using test::Arc;
-using test::ChainLengthsNow;
-using test::ChainStartsNow;
-using test::Drawing;
-using test::KindsNow;
-using test::Line;
-using test::OnPass;
-using test::PlacesNow;
-using test::Points;
-using test::Polyline;
-using test::Segment;
-using test::Segments;
+using chain_test::Arc;
+using chain_test::ChainLengthsNow;
+using chain_test::ChainStartsNow;
+using chain_test::Drawing;
+using chain_test::KindsNow;
+using chain_test::Line;
+using chain_test::OnPass;
+using chain_test::PlacesNow;
+using chain_test::Points;
+using chain_test::Polyline;
+using chain_test::Segment;
+using chain_test::Segments;
 
 using Lengths = std::vector<std::size_t>;
 
-class RouteLinking : public test::RouteChainTest {
+class RouteLinking : public chain_test::RouteChainTest {
   protected:
     // Places of the chain that starts here.
-    static Points ChainFrom(test::Point start)
+    static Points ChainFrom(chain_test::Point start)
     {
         for (Long i = 1; i <= RouteSegments.Last(); ++i) {
             if (!StartsRoute(RouteSegments[i]) ||
-                !(test::Point{RouteSegments[i].X, RouteSegments[i].Y} == start))
+                !(chain_test::Point{RouteSegments[i].X, RouteSegments[i].Y} == start))
                 continue;
             Points places;
             for (Long k = i; k <= LastOfRoute(i); ++k)
@@ -53,7 +53,7 @@ TEST_F(RouteLinking, LinesWithinTheToleranceAreOneChain)
 {
     Chain(Drawing(Line({0, 0}, {100, 0}), Line({100.0625F, 0.0625F}, {200, 0}))); // .088 apart
     EXPECT_EQ(ChainLengthsNow(), (Lengths{4}));
-    EXPECT_EQ(PlacesNow()[2], (test::Point{100.0625F, 0.0625F})); // as drawn
+    EXPECT_EQ(PlacesNow()[2], (chain_test::Point{100.0625F, 0.0625F})); // as drawn
 }
 
 TEST_F(RouteLinking, LinesFurtherApartAreTwoChains)
@@ -261,7 +261,7 @@ TEST_F(RouteLinking, ForkLooksAtALineAsItWouldBeTurned)
 TEST_F(RouteLinking, ForkOfEqualTurnsTakesTheFirst)
 {
     Chain(Drawing(Line({0, 0}, {100, 0}), Line({100, 0}, {100, -50}), Line({100, 0}, {100, 50})));
-    EXPECT_EQ(ChainFrom({0, 0}).back(), (test::Point{100, -50}));
+    EXPECT_EQ(ChainFrom({0, 0}).back(), (chain_test::Point{100, -50}));
 }
 
 TEST_F(RouteLinking, ForkTurnsTheHeadForAStraighterWay)

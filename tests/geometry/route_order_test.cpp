@@ -6,32 +6,32 @@
 namespace kv {
 namespace {
 
-using test::Arc;
-using test::Drawing;
-using test::KindsNow;
-using test::LayRoutes;
-using test::Line;
-using test::OnPass;
-using test::PlacesNow;
-using test::Points;
-using test::Polyline;
-using test::Segment;
-using test::Segments;
-using test::SegmentsNow;
+using chain_test::Arc;
+using chain_test::Drawing;
+using chain_test::KindsNow;
+using chain_test::LayRoutes;
+using chain_test::Line;
+using chain_test::OnPass;
+using chain_test::PlacesNow;
+using chain_test::Points;
+using chain_test::Polyline;
+using chain_test::Segment;
+using chain_test::Segments;
+using chain_test::SegmentsNow;
 
 const Segments Lone = Line({500, 300}, {600, 300});
 
-class RouteOrder : public test::RouteChainTest {
+class RouteOrder : public chain_test::RouteChainTest {
   protected:
     // Whether the line from the left and this line from its end are taken for two ends of a chain.
-    static bool Touches(test::Point from)
+    static bool Touches(chain_test::Point from)
     {
         return Order(Drawing(Lone, Line({-100, 0}, {0, 0}), Line(from, {100, 50}))).front() ==
-               test::Point{-100, 0};
+               chain_test::Point{-100, 0};
     }
 
     // A start mark of two records.
-    static Segments Mark(test::Point from, test::Point to, Single paramA, Single paramB)
+    static Segments Mark(chain_test::Point from, chain_test::Point to, Single paramA, Single paramB)
     {
         Segments mark = Polyline({from, to}, -4);
         mark[0].ParamA = paramA;
@@ -69,7 +69,7 @@ TEST_F(RouteOrder, TouchingIsJudgedByEachCoordinate)
 TEST_F(RouteOrder, PieceOfAnotherPassDoesNotTouch)
 {
     EXPECT_EQ(Order(Drawing(Lone, Line({0, 0}, {100, 0}), OnPass(2, Line({100, 0}, {200, 0})))).front(),
-              (test::Point{500, 300}));
+              (chain_test::Point{500, 300}));
 }
 
 TEST_F(RouteOrder, PieceThatTouchesAPolylineIsAnEnd)
@@ -82,7 +82,7 @@ TEST_F(RouteOrder, PieceThatTouchesAPolylineIsAnEnd)
 TEST_F(RouteOrder, PolylineInsideTouchesWithItsEndsAlone)
 {
     const Segments drawn = Drawing(Lone, Polyline({{50, 80}, {100, 0}, {200, 0}}), Line({0, 0}, {100, 0}));
-    EXPECT_EQ(Order(drawn).front(), (test::Point{500, 300}));
+    EXPECT_EQ(Order(drawn).front(), (chain_test::Point{500, 300}));
 }
 
 TEST_F(RouteOrder, LinesStandBeforeArcsBeforeThreePointArcs)
@@ -112,7 +112,7 @@ TEST_F(RouteOrder, PieceWithoutARecordBehindItEndsTheSweep)
 {
     const Segments drawn =
         Drawing(Lone, Line({0, 0}, {100, 0}), Line({100, 0}, {200, 0}), Segments{Segment(-1, 700, 0)});
-    EXPECT_EQ(Order(drawn).front(), (test::Point{500, 300}));
+    EXPECT_EQ(Order(drawn).front(), (chain_test::Point{500, 300}));
 }
 
 TEST_F(RouteOrder, WhatTheSweepHasMarkedBeforeItsEndMoves)
@@ -126,7 +126,7 @@ TEST_F(RouteOrder, PieceWithoutARecordBehindItEndsTheSweepOfItsOwnKindAlone)
     EXPECT_EQ(
         Order(Drawing(Lone, Line({0, 0}, {100, 0}), Line({100, 0}, {200, 0}), Segments{Segment(-3, 700, 0)}))
             .front(),
-        (test::Point{0, 0}));
+        (chain_test::Point{0, 0}));
 }
 
 TEST_F(RouteOrder, MarksOfTheSweepAreCleared)
@@ -180,7 +180,7 @@ TEST_F(RouteOrder, SettingNoLeavesStartMarksInTheirPlace)
 {
     for (const char* no : {"NO", "no", "No"}) {
         Config.SPDA = no;
-        EXPECT_EQ(Order(Drawing(Lone, Mark({50, 50}, {60, 50}, 3, 0))).front(), (test::Point{500, 300}))
+        EXPECT_EQ(Order(Drawing(Lone, Mark({50, 50}, {60, 50}, 3, 0))).front(), (chain_test::Point{500, 300}))
             << no;
         EXPECT_EQ(KindsNow(), (std::vector<int>{-1, 1, -4, 5})) << no;
     }
@@ -190,14 +190,14 @@ TEST_F(RouteOrder, SettingNoLeavesTheSweeps)
 {
     Config.SPDA = "NO";
     EXPECT_EQ(Order(Drawing(Lone, Line({0, 0}, {100, 0}), Line({100, 0}, {200, 0}))).front(),
-              (test::Point{0, 0}));
+              (chain_test::Point{0, 0}));
 }
 
 TEST_F(RouteOrder, SettingNoIsTheWordAlone)
 {
     for (const char* other : {"", "YES", "NONE", " NO", "NO "}) {
         Config.SPDA = other;
-        EXPECT_EQ(Order(Drawing(Lone, Mark({50, 50}, {60, 50}, 0, 0))).front(), (test::Point{50, 50}))
+        EXPECT_EQ(Order(Drawing(Lone, Mark({50, 50}, {60, 50}, 0, 0))).front(), (chain_test::Point{50, 50}))
             << '[' << other << ']';
     }
 }
@@ -232,7 +232,7 @@ TEST_F(RouteOrder, StartMarkTakesTheRecordBehindItWhateverThatIs)
 
 TEST_F(RouteOrder, PolylinesThatAreNotTaperedStay)
 {
-    EXPECT_EQ(Order(Drawing(Lone, Polyline({{1, 0}, {2, 0}}))).front(), (test::Point{500, 300}));
+    EXPECT_EQ(Order(Drawing(Lone, Polyline({{1, 0}, {2, 0}}))).front(), (chain_test::Point{500, 300}));
     EXPECT_EQ(KindsNow(), (std::vector<int>{-1, 1, -5, 5}));
 }
 
