@@ -1,6 +1,7 @@
 // Polylines on route layers, open and closed, bulged and tapered.
 #include "conversion/route_polylines.h"
 
+#include "conversion/route_entities.h"
 #include "conversion/route_scene.h"
 
 namespace kv {
@@ -395,6 +396,27 @@ TEST_F(RoutePolylines, ExcavationPolylineIsToldAndStored)
     ASSERT_EQ(Segments.size(), 6U);
     EXPECT_EQ(Segments[0].Kind, -5);
     EXPECT_EQ(Segments[0].OscZ, -4);
+}
+
+// Straight onto the arrays: a drawing's reader gives all vertices their header's layer.
+TEST_F(RoutePolylines, LayerAndSequenceOfTheHeaderHoldForVerticesOnAnotherLayer)
+{
+    Entities.Clear();
+    const char* const records[][2] = {
+        {"POLYLINE", "ROUTE60Z5"}, {"VERTEX", "OTHERZ9"}, {"VERTEX", "OTHERZ9"}, {"SEQEND", "OTHERZ9"}};
+    for (const auto& [kind, layer] : records) {
+        DxfEntity& entity = Entities.Append({});
+        entity.Kind = kind;
+        entity.Layer = layer;
+        entity.X1 = static_cast<Single>(Entities.Last());
+    }
+    ResetRun();
+    Run.LayerTable.emplace_back("ROUTE60Z5");
+    ReadRoutePasses();
+    Segments.assign(RouteSegments.begin() + 1, RouteSegments.end());
+    EXPECT_EQ(KindsAndPlaces(Segments), (Places{{-5, 2, 0, 5}, {5, 3, 0, 5}}));
+    EXPECT_EQ(Segments[0].Sequence, 60);
+    EXPECT_EQ(Segments[1].Sequence, 60);
 }
 
 // What cannot be cut

@@ -302,11 +302,14 @@ TEST_F(RouteSides, CirclesTakeTheViewOfTheirCentreAndOnlyTheFaceTakesOffTheOrigi
 
 TEST_F(RouteSides, ValuesAreRoundedOnce)
 {
-    // 2 x 20 + 400 - (.1 - 80) with the Single .1, .100000001490116: 519.899999998509884.
-    Run.SideMinX[1] = -1000;
-    Run.SideMinY[1] = -1000;
-    AddRoute({{300, static_cast<double>(.1F)}});
-    EXPECT_EQ(AssignedFor(Evolution)[0].Y, 519.9F);
+    // As Singles: 2 x 7.80000019 + 766.20001221 - (708.90002441 - 25.79999924) = 98.69998741. Rounded
+    // step by step it would be 98.69995117.
+    Run.PartThickness = 7.8F;
+    Run.SideHeight[5] = 766.2F;
+    Run.OriginY = 25.8F;
+    Extents(1, 100, 700, 700, 720);
+    AddRoute({{300, 708.9}});
+    EXPECT_EQ(AssignedFor(Evolution)[0].Y, 98.69998741F);
 }
 
 } // namespace
