@@ -427,6 +427,29 @@ TEST_F(LeadsOfContours, SeamAtALimitIsLeftToTheBorderRule)
         EXPECT_EQ(arcs(seam), 2) << seam.X << " " << seam.Y;
 }
 
+TEST_F(LeadsOfContours, EitherEndOfTheSeamAtALimitIsEnough)
+{
+    const auto kindOfLead = [](double startX, double endX) {
+        return WithLeads(Join({Lines({{startX, 200}, {300, 210}, {310, 190}, {endX, 200}})}, "G41"))[0].Kind;
+    };
+    EXPECT_EQ(kindOfLead(0.011, 0.012), -3);
+    EXPECT_EQ(kindOfLead(0.011, 0.006), -1); // its end is at the border, so its start has no lead
+    EXPECT_EQ(WithLeads(Join({Lines({{0.011, 200}, {300, 210}, {310, 190}, {0.006, 200}})}, "G41")).size(),
+              7U);
+    EXPECT_EQ(kindOfLead(0.006, 0.011), -1);
+}
+
+TEST_F(LeadsOfContours, StoredAnglesLieWithinOneTurn)
+{
+    for (const char* comp : {"G41", "G42"})
+        for (double entry : {0.0, 45.0, 90.0, 170.0, 270.0, 315.0})
+            for (bool counterClockwise : {false, true})
+                for (const RouteSegment& r :
+                     WithLeads(Join({Arc({300, 200}, 50, entry, entry, counterClockwise)}, comp)))
+                    EXPECT_TRUE(r.Kind != 3 || (r.Aux1 >= 0 && r.Aux1 < 360 && r.Aux2 >= 0 && r.Aux2 < 360))
+                        << TextOf(r);
+}
+
 // Only the seam is asked for: the rest of the contour may run along the border.
 TEST_F(LeadsOfContours, ContourThatTouchesTheBorderElsewhereIsLedAtItsSeam)
 {

@@ -463,7 +463,7 @@ TEST_F(LeadsOfRandomRoutes, RoutesAtTheBorderLeaveThePartAlongTheirWay)
 Route WildRoute(Random& random)
 {
     const Int kinds[] = {-1, 1, -3, 3, -5, 5, -4, 4, 0, 1, 5, 3};
-    const Single places[] = {0, 0.004F, 600, 400, 100, 110, 200, 100, 110, 300};
+    const Single places[] = {0, 0.005F, 600, 400, 100, 110, 200, 100, 0.01F, 300};
     Route route;
     const int count = 1 + OneOf(random, 7);
     for (int i = 0; i < count; ++i) {
@@ -521,6 +521,7 @@ void RandomDefaults(Random& random)
     kv::Run.RampInOn = OneOf(random, 2) == 0 ? False : True;
     kv::Run.RampOutOn = OneOf(random, 2) == 0 ? False : True;
     kv::Run.OriginX = OneOf(random, 3) == 0 ? 100.0F : 0.0F;
+    kv::Run.OriginY = OneOf(random, 3) == 0 ? 100.0F : 0.0F;
     for (std::size_t side = 1; side <= 4; ++side) {
         kv::Run.SideMinX[side] = kv::Run.SideMinY[side] = static_cast<Single>(OneOf(random, 3) * 100);
         kv::Run.SideMaxX[side] = kv::Run.SideMaxY[side] = 300;
