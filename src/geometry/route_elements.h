@@ -1,5 +1,6 @@
 // The first and the last element of a route as a lead sees them: a line, an arc by centre or the
-// bulged span of a polyline, with the direction in which the way enters or leaves it.
+// bulged span of a polyline, with the direction in which the way enters or leaves it. Relies on the two
+// records alone; all figures are numbers, whatever the records hold.
 #pragma once
 
 #include "conversion/records.h"
