@@ -58,8 +58,8 @@ void AppendDistinct(Point point)
             std::abs(static_cast<double>(known.Y) - point.Y) < tolerance)
             return;
     if (BorderPoints.size() >= MaxIndex)
-        throw RunError{ErrorOverflow,
-                       "More than " + WholeText(MaxIndex) + " border points on layer " + CurrentEntity.Layer};
+        throw RunError{ErrorOverflow, "More than " + WholeText(MaxIndex) + " border points on layer " +
+                                          ShownLayer(CurrentEntity.Layer)};
     BorderPoints.push_back(point);
 }
 
@@ -92,7 +92,7 @@ void TakeBorderPolyline(Long& index)
         if (kind == "SEQEND")
             return;
         if (kind != "VERTEX")
-            throw RunError{ErrorSubscript, "Polyline without SEQEND on layer " + layer};
+            throw RunError{ErrorSubscript, "Polyline without SEQEND on layer " + ShownLayer(layer)};
         DecodeEntity(index);
         TakeBorderPoints(false);
     }

@@ -116,6 +116,16 @@ bool RewriteOnce()
 
 } // namespace
 
+std::string ShownLayer(std::string_view layer)
+{
+    std::string shown(TrimRight(layer));
+    for (std::size_t i = 0; i + 1 < shown.size(); ++i)
+        for (const LayerCode& code : LayerCodes)
+            if (code.Second != 'Z' && shown[i] == code.First && shown[i + 1] == code.Second)
+                shown.replace(i, code.Pair.size(), code.Pair);
+    return shown;
+}
+
 Long FirstCodePosition(std::string_view layer)
 {
     constexpr std::string_view longWords[] = {"BORDER", "GROOVE", "DRILLING", "ROUTEROUTE"};

@@ -59,8 +59,8 @@ Found FindCode(char code, bool fromFifth = false)
 
 [[noreturn]] void RefuseValue(std::string_view text)
 {
-    throw RunError{ErrorOverflow,
-                   "Value out of range at \"" + std::string(text) + "\" on layer " + CurrentEntity.Layer};
+    throw RunError{ErrorOverflow, "Value out of range at \"" + std::string(text) + "\" on layer " +
+                                      ShownLayer(CurrentEntity.Layer)};
 }
 
 Single StoredSingle(double value, std::string_view text)

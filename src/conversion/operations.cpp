@@ -40,7 +40,7 @@ void RequireSeqend(Long index)
     while (KindAt(index) == "VERTEX")
         ++index;
     if (KindAt(index) != "SEQEND")
-        throw RunError{ErrorSubscript, "Polyline without SEQEND on layer " + CurrentEntity.Layer};
+        throw RunError{ErrorSubscript, "Polyline without SEQEND on layer " + ShownLayer(CurrentEntity.Layer)};
 }
 
 Int GroupOrOne()
@@ -185,7 +185,7 @@ Long GrooveTool()
 {
     const double tool = Val(ReadToolString());
     if (!(tool < 2147483647.5))
-        throw RunError{ErrorOverflow, "Tool number out of range on layer " + CurrentEntity.Layer};
+        throw RunError{ErrorOverflow, "Tool number out of range on layer " + ShownLayer(CurrentEntity.Layer)};
     return ToLong(tool);
 }
 

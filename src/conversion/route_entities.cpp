@@ -208,7 +208,7 @@ void TakeCircle(RouteWalk& walk)
     circle.Z = DepthOfArcStart();
     ReadTool(circle);
     ReadParameters(circle);
-    Grow(RouteCircles, "route circles, layer " + drawn.Layer, circle);
+    Grow(RouteCircles, "route circles, layer " + ShownLayer(drawn.Layer), circle);
 }
 
 // Passes
@@ -264,8 +264,8 @@ void TellUncut(const std::string& layer, Long count, const std::string& one, con
                const std::string& why)
 {
     if (count > 0)
-        ReportMessage(1, "Layer " + layer + ": " + WholeText(count) + " " + (count == 1 ? one : several) +
-                             why + " cannot be cut");
+        ReportMessage(1, "Layer " + ShownLayer(layer) + ": " + WholeText(count) + " " +
+                             (count == 1 ? one : several) + why + " cannot be cut");
 }
 
 void TellUncut(const std::string& layer, const Uncut& left)

@@ -10,7 +10,7 @@ namespace kv {
 Single StoredCoordinate(double value)
 {
     if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<Single>::max())))
-        throw RunError{ErrorOverflow, "Coordinate out of range on layer " + CurrentEntity.Layer};
+        throw RunError{ErrorOverflow, "Coordinate out of range on layer " + ShownLayer(CurrentEntity.Layer)};
     return static_cast<Single>(value);
 }
 
@@ -23,7 +23,8 @@ void RefuseInfinities()
 
 void AddRouteRecord(const RouteSegment& record)
 {
-    Grow(RouteSegments, "route segments, layer " + CurrentEntity.Layer, record);
+    const bool isFull = RouteSegments.Last() >= MaxIndex; // only then a name is wanted
+    Grow(RouteSegments, isFull ? "route segments, layer " + ShownLayer(CurrentEntity.Layer) : "", record);
 }
 
 bool SamePlace(const RouteSegment& a, const RouteSegment& b)

@@ -40,6 +40,17 @@ struct LayerCodes : ::testing::Test {
 
 using BorderFlags = LayerCodes;
 
+TEST_F(LayerCodes, AreShownToPeopleAsTheyWereWritten)
+{
+    for (const std::string name : {"ROUTE1Z18LD20RIROZ6", "ROUTE_FA5FD2FR9OZ3", "VBOREPD4ESZR5",
+                                   "EXCAV_K4_Z8", "DRILLTBSBCBBBDG", "DRILLINGDI", "BORDERZ18"})
+        EXPECT_EQ(ShownLayer(Rewritten(name)), name);
+    EXPECT_EQ(ShownLayer(Rewritten("VBOREEX3")), "VBOREES3") << "both mean the extra slot";
+    EXPECT_EQ(ShownLayer(Rewritten("VBOREXP12")), "VBORE Z12") << "the rewritten name says no more";
+    EXPECT_EQ(ShownLayer("ROUTE1   "), "ROUTE1");
+    EXPECT_EQ(ShownLayer(""), "");
+}
+
 TEST_F(LayerCodes, BecomeABlankAndAMarker)
 {
     const std::vector<std::string> pairs[] = {
