@@ -10,8 +10,9 @@ namespace kv {
 
 namespace {
 
-constexpr double SmoothSeam = 0.01; // degrees
-constexpr double ShortArcTurn = 20; // degrees, of a ramp along an arc whose whole rim is no lead long
+constexpr double SmoothSeam = 0.01;      // degrees
+constexpr double FlattestRadius = 10000; // drawing units; the end of a ramp is 0.004 off there
+constexpr double ShortArcTurn = 20;      // degrees, of a ramp along an arc whose whole rim is no lead long
 
 // What the leads of one contour are made from. `Side` is the tool's: 1 left of the way, -1 right.
 struct Seam {
@@ -85,18 +86,26 @@ LeadPlan RampAlongArc(const Seam& seam)
     return ArcLead(Polar(arc.Centre, arc.Radius, end), arc.Centre, arc.StartAngle, end, arc.Sense > 0);
 }
 
-// By the chord, not from the centre: a nearly straight span has its centre too far away to find the
-// way back from there.
+// Angles are a little off, since DegToRad is a Single: a nearly straight span has its centre too far
+// away to find the way back from there, so its ramp ends by the chord.
+PlanePoint EndAlongBulge(const Seam& seam, double turn)
+{
+    const RouteElement& bulge = seam.First;
+    const double pi = Run.Pi;
+    if (bulge.Radius <= FlattestRadius)
+        return Polar(bulge.Centre, bulge.Radius, bulge.StartAngle + bulge.Sense * turn * 180 / pi);
+    const double halfTurn = turn / 2 * 180 / pi;
+    return Polar(seam.Start, 2 * bulge.Radius * std::sin(turn / 2), bulge.Direction + bulge.Sense * halfTurn);
+}
+
 LeadPlan RampAlongBulge(const Seam& seam)
 {
     const RouteElement& bulge = seam.First;
     const double turn = std::min(seam.Length, bulge.ArcLength) / bulge.Radius; // radians
-    const double halfTurn = turn / 2 * 180 / static_cast<double>(Run.Pi);
     LeadPlan lead;
     lead.Form = LeadForm::Bulge;
     lead.Bulge = bulge.Sense * std::tan(turn / 4);
-    lead.Far =
-        Polar(seam.Start, 2 * bulge.Radius * std::sin(turn / 2), bulge.Direction + bulge.Sense * halfTurn);
+    lead.Far = EndAlongBulge(seam, turn);
     return lead;
 }
 

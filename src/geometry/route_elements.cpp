@@ -43,6 +43,9 @@ RouteElement BulgeElement(const RouteSegment& from, const RouteSegment& to, int 
     bulge.Radius = std::fabs(Distance(PointOf(from), PointOf(to)) / 2 / std::sin(2 * quarter));
     bulge.ArcLength = std::fabs(4 * quarter) * bulge.Radius;
     bulge.Direction = Turn360(end == 0 ? chord - halfTurn : chord + halfTurn);
+    const double entering = Turn360(chord - halfTurn);
+    bulge.Centre = Polar(PointOf(from), bulge.Radius, entering + 90 * bulge.Sense);
+    bulge.StartAngle = Turn360(entering - 90 * bulge.Sense);
     return bulge;
 }
 

@@ -15,8 +15,8 @@ struct RouteElement {
     double Direction = 0;  // of the way, at the first point of a first element, the last of a last one
     int Sense = 0;         // 1 counter-clockwise, -1 clockwise, 0 straight
     double Radius = 0;     // of a line its length
-    PlanePoint Centre;     // of an arc alone
-    double StartAngle = 0; // of an arc alone, seen from its centre
+    PlanePoint Centre;     // of an arc and of a first bulge
+    double StartAngle = 0; // the same, of its first point seen from there
     double ArcLength = 0;  // of a bulge alone
 };
 

@@ -335,6 +335,14 @@ TEST_F(LeadsOfContours, RampAlongAShortBulgeEndsWithIt)
     ExpectRecords(Tail(led, 2), {Record(5, 100, 100, -1, 1), AtDepth(Record(5, 106, 100), -6)});
 }
 
+// The centre lies 100 km away: the ramp of 20 still ends 20 along the span.
+TEST_F(LeadsOfContours, RampAlongANearlyStraightBulgeStaysOnIt)
+{
+    const Route led = WithLeads(
+        Ramped(Join({Polyline({{100, 100, 5e-7F}, {300, 100}, {300, 200}, {100, 100}})}, "G42"), 0, 6));
+    ExpectRecords(Tail(led, 1), {AtDepth(Record(5, 120, 100), -6)});
+}
+
 TEST_F(LeadsOfContours, RampAlongABulgeBehindAnArcStartsARunOfItsOwn)
 {
     const Route led = WithLeads(Ramped(
