@@ -32,14 +32,14 @@ TEST_F(LinkingScene, LinesThatMeetAreOneRoute)
 
 TEST_F(LinkingScene, TheToleranceIsATenthOfAMillimetreWhenNothingIsSet)
 {
-    Expect(Corner(0.09375), OneRoute("200.094"));
+    Expect(Corner(0.09375), OneRoute("200.094"), AcrossGaps);
     Expect(Corner(0.109375), TwoRoutes("200.109"));
 }
 
 TEST_F(LinkingScene, JustBelowTheToleranceTheyMeet)
 {
     Config.RouteTolerance = "0.5";
-    Expect(Corner(0.4375), OneRoute("200.438"));
+    Expect(Corner(0.4375), OneRoute("200.438"), AcrossGaps);
 }
 
 TEST_F(LinkingScene, AtTheToleranceTheyDoNotMeet)

@@ -67,7 +67,7 @@ TEST_F(PocketScene, ARectangleWithRoundCornersIsClearedInward)
     AddLines(
         program,
         {{106, 110}, {120, 122}, {110, 136}, {140, 122}, {154, 132}, {140, 120}, {150, 106}, {120, 120}});
-    Expect(RoundedRectangle(Pocket), program);
+    Expect(RoundedRectangle(Pocket), program, LoopByLoop);
     EXPECT_FALSE(Home.Reported("Excavation Pitch not specified! (Rectangle)")) << Home.ReportText();
 }
 
@@ -78,7 +78,7 @@ TEST_F(PocketScene, ARectangleOfFourLinesIsClearedInward)
     ProgramText program = {PocketStart + "X100Y100Z5"};
     for (int d = 0; d <= 28; d += 4)
         AddLines(program, {{100 + d, 160 - d}, {200 - d, 160 - d}, {200 - d, 100 + d}, {100 + d, 100 + d}});
-    Expect(Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, 99, 100, 100, 100), program);
+    Expect(Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, 99, 100, 100, 100), program, LoopByLoop);
 }
 
 TEST_F(PocketScene, TheMarkSaysWhichWayTheOutlineRuns)
@@ -91,7 +91,7 @@ TEST_F(PocketScene, TheMarkSaysWhichWayTheOutlineRuns)
     ProgramText program = {Start + "G41R2X100Y100Z5"};
     for (int d = 0; d <= 28; d += 4)
         AddLines(program, {{200 - d, 100 + d}, {200 - d, 160 - d}, {100 + d, 160 - d}, {100 + d, 100 + d}});
-    Expect(clockwise + Mark(Pocket, 100, 99, 100, 100), program);
+    Expect(clockwise + Mark(Pocket, 100, 99, 100, 100), program, LoopByLoop);
 }
 
 TEST_F(PocketScene, WithoutAPitchTheToolsDiameterIsTaken)
@@ -101,7 +101,7 @@ TEST_F(PocketScene, WithoutAPitchTheToolsDiameterIsTaken)
     for (int d = 0; d <= 28; d += 4)
         AddLines(program, {{100 + d, 160 - d}, {200 - d, 160 - d}, {200 - d, 100 + d}, {100 + d, 100 + d}});
     const std::string layer = "EXCAVZ5T71R2";
-    Expect(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), program);
+    Expect(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), program, LoopByLoop);
 }
 
 TEST_F(PocketScene, ARectangleWithoutAPitchStaysARoute)
@@ -132,7 +132,8 @@ TEST_F(PocketScene, ACircleOfTwoArcsIsClearedFromTheInsideOut)
     // Half turns of radius 5, 7, 9 and 10 round centres that change sides, then the circle once more.
     Expect(HalfCircles(Pocket),
            {PocketStart + "X100Y104Z5", "G37G90X100Y99A270.Z5", "G37G90X100Y101A90.Z5",
-            "G37G90X100Y99A270.Z5", "G37G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"});
+            "G37G90X100Y99A270.Z5", "G37G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"},
+           HalfTurns);
 }
 
 TEST_F(PocketScene, OnTheLeftTheHalfTurnsChangeTheirSense)
@@ -140,7 +141,8 @@ TEST_F(PocketScene, OnTheLeftTheHalfTurnsChangeTheirSense)
     // The outline behind them keeps its own.
     Expect(HalfCircles("EXCAVZ5K4T71L2"),
            {Start + "G41R2X100Y104Z5", "G38G90X100Y99A270.Z5", "G38G90X100Y101A90.Z5", "G38G90X100Y99A270.Z5",
-            "G38G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"});
+            "G38G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"},
+           HalfTurns);
 }
 
 TEST_F(PocketScene, ACircleIsClearedFromItsCentre)
@@ -149,11 +151,11 @@ TEST_F(PocketScene, ACircleIsClearedFromItsCentre)
     const ProgramText program = {PocketStart + "X100Y98Z5", "G37G90X100Y101A90.Z5", "G37G90X100Y99A270.Z5",
                                  "G37G90X100Y101A90.Z5",    "G37G90X100Y99A270.Z5", "G37G90X100Y100A90.Z5",
                                  "G37G90X100Y100A90.Z5",    "G37G90X100Y100A55.Z5"};
-    Expect(Circle(Pocket, 100, 100, 10), program);
+    Expect(Circle(Pocket, 100, 100, 10), program, HalfTurns);
     // Beside another route too; pockets come last.
     ProgramText behind = {Start + "X500Y300Z5", "G1G90X550Y300Z5"};
     behind.insert(behind.end(), program.begin(), program.end());
-    Expect(Circle(Pocket, 100, 100, 10) + Line("ROUTEZ5T71", 500, 300, 550, 300), behind);
+    Expect(Circle(Pocket, 100, 100, 10) + Line("ROUTEZ5T71", 500, 300, 550, 300), behind, HalfTurns);
 }
 
 TEST_F(PocketScene, ACircleBelowHalfThePitchIsRunRoundOnce)
@@ -166,8 +168,10 @@ TEST_F(PocketScene, ACircleBelowHalfThePitchIsRunRoundOnce)
 TEST_F(PocketScene, ACircleBelowThePitchHasOneHalfTurn)
 {
     // Radius 3: a half turn from (100, 98) of radius 2.5 to the top, then round.
-    Expect(Circle(Pocket, 100, 100, 3), {PocketStart + "X100Y98Z5", "G37G90X100Y100.5A90.Z5",
-                                         "G37G90X100Y100A90.Z5", "G37G90X100Y100A55.Z5"});
+    Expect(
+        Circle(Pocket, 100, 100, 3),
+        {PocketStart + "X100Y98Z5", "G37G90X100Y100.5A90.Z5", "G37G90X100Y100A90.Z5", "G37G90X100Y100A55.Z5"},
+        HalfTurns);
 }
 
 TEST_F(PocketScene, ACircleWithoutAPitchIsCutAsACircle)
@@ -199,7 +203,7 @@ TEST_F(PocketScene, APocketGetsNoLeads)
     ProgramText program = {PocketStart + "X100Y100Z5"};
     for (int d = 0; d <= 28; d += 4)
         AddLines(program, {{100 + d, 160 - d}, {200 - d, 160 - d}, {200 - d, 100 + d}, {100 + d, 100 + d}});
-    Expect(Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, 99, 100, 100, 100), program);
+    Expect(Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, 99, 100, 100, 100), program, LoopByLoop);
 }
 
 TEST_F(PocketScene, APocketInPassesIsClearedAtEachDepth)
@@ -212,7 +216,7 @@ TEST_F(PocketScene, APocketInPassesIsClearedAtEachDepth)
         for (const char* const arc : {"99A270.", "101A90.", "99A270.", "100A90.", "100A270.", "100A90."})
             program.push_back(std::string("G37G90X100Y") + arc + z);
     }
-    Expect(HalfCircles(layer), program);
+    Expect(HalfCircles(layer), program, HalfTurns);
 }
 
 } // namespace

@@ -124,7 +124,8 @@ TEST_F(PolylineScene, WithTheMarkLeftInPlaceALoopOfLinesRunsTheOtherWay)
     const std::string loop = Mark(Route, 90, 100, 100, 100) + Line(Route, 100.0625, 100, 200, 100) +
                              Line(Route, 200, 100.0625, 200, 200) +
                              Line(Route, 200, 200.0625, 100, 100.015625);
-    Expect(loop, {Start + "X100.063Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y100.016Z5"});
+    Expect(loop, {Start + "X100.063Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y100.016Z5"},
+           AcrossGaps);
     // Turned, all points are one polyline.
     Config.SPDA = "no";
     Expect(loop, {Start + "X100Y100.016Z5", "G1G90X200Y200.063Z5", "G1G90X200Y200Z5", "G1G90X200Y100.063Z5",

@@ -12,6 +12,7 @@
 #include "platform/clock.h"
 #include "shell/settings.h"
 #include "support/dxf.h"
+#include "support/program_checker.h"
 #include "support/scene.h"
 
 namespace kv::test {
@@ -24,6 +25,12 @@ inline const std::string Closed = Pair(70, "1");
 // begins.
 inline const std::string Arrow = Pair(40, 2.0);
 inline const std::string Start = "G88G90G55P5T0171"; // of a route on the face with tool 71
+
+// What the rules themselves bring about: no move leads over a gap between linked lines, nor from one
+// loop of a rectangular pocket to the next; half turns of a round pocket end by centre and angle.
+inline constexpr RouteCheck AcrossGaps{.Joined = false};
+inline constexpr RouteCheck LoopByLoop{.Joined = false};
+inline constexpr RouteCheck HalfTurns{.EndsAtPoints = false};
 
 // The lines around the operations. The header counts all lines and, behind L, the operations' alone.
 inline ProgramText Around(const ProgramText& operations, const std::string& size = "G71X600Y400Z18T00")
@@ -47,12 +54,29 @@ class RouteScene : public testing::Test {
         Clock.SecondsSinceMidnight = [] { return 1000.0; };
         Config.PrecisionMetric = "3";
     }
-    // The drawing's entities beside the panel give these operations.
-    void Expect(const std::string& entities, const ProgramText& operations)
+    // The drawing's entities beside the panel give these operations, and a machine could run them.
+    void Expect(const std::string& entities, const ProgramText& operations, const RouteCheck& check = {})
     {
-        ASSERT_TRUE(Home.Convert(Drawing(Panel + entities))) << Home.ReportText();
+        ExpectOf(Panel + entities, operations, check);
+    }
+    void ExpectOf(const std::string& entities, const ProgramText& operations, const RouteCheck& check = {})
+    {
+        std::vector<RouteSegment> records;
+        bool hasCircles = false; // they have no records
+        const AtStage look("final", [&] {
+            records = CurrentRoutes();
+            for (Long i = 1; i <= RouteCircles.Last(); ++i)
+                hasCircles = hasCircles || RouteCircles[i].Pass > 0;
+        });
+        ASSERT_TRUE(Home.Convert(Drawing(entities))) << Home.ReportText();
         ASSERT_TRUE(Home.HasProgram()) << Home.ReportText();
         EXPECT_EQ(Home.Program(), Around(operations)) << Home.ReportText();
+        const std::vector<std::string> none;
+        EXPECT_EQ(ProgramFaults(Home.Program()), none);
+        EXPECT_EQ(RouteFaults(records, check), none);
+        if (!hasCircles) {
+            EXPECT_EQ(PathFaults(Home.Program(), records, check), none);
+        }
     }
 };
 

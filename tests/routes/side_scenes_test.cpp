@@ -23,8 +23,7 @@ class SideScene : public RouteScene {
   protected:
     void ExpectViews(const std::string& entities, const ProgramText& operations)
     {
-        ASSERT_TRUE(Home.Convert(Drawing(Views + entities))) << Home.ReportText();
-        EXPECT_EQ(Home.Program(), Around(operations)) << Home.ReportText();
+        ExpectOf(Views + entities, operations);
     }
     // The records that a writer of the third kind of control would get.
     std::vector<RouteSegment> FinalRecords(const std::string& entities)
