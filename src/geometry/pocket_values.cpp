@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "conversion/layer_rules.h"
 #include "platform/text.h"
 #include "shell/report.h"
 
@@ -12,6 +13,12 @@ namespace {
 constexpr Long CompNumberStart = 6; // "G42 R5": the tool radius
 constexpr std::size_t CompCodeLength = 3;
 constexpr Long FirstRouteRow = 4; // of the layer table: the row of pass 1
+
+std::string_view LayerOf(Long pass)
+{
+    const std::size_t row = static_cast<std::size_t>(pass) + FirstRouteRow - 1;
+    return pass > 0 && row < Run.LayerTable.size() ? std::string_view(Run.LayerTable[row]) : "";
+}
 
 } // namespace
 
@@ -30,12 +37,19 @@ Text<10> CompOnSide(const Text<10>& comp, PocketSide side)
     return Text<10>(text);
 }
 
+bool IsExcavation(Long pass)
+{
+    return Holds(LayerOf(pass), "EXCAV");
+}
+
+void TellOfPocket(Long pass, std::string_view what)
+{
+    ReportMessage(1, "Layer " + ShownLayer(LayerOf(pass)) + ": " + std::string(what));
+}
+
 void ReportUncleared(Long pass)
 {
-    const std::size_t row = static_cast<std::size_t>(pass) + FirstRouteRow - 1;
-    const bool isRow = pass > 0 && row < Run.LayerTable.size();
-    const std::string layer = isRow ? std::string(Trim(Run.LayerTable[row])) : "";
-    ReportMessage(1, "Layer " + layer + ": the pocket is not cleared");
+    TellOfPocket(pass, "the pocket is not cleared");
 }
 
 } // namespace kv

@@ -2,6 +2,8 @@
 // of the tool, and the report line of a pocket that cannot be cleared.
 #pragma once
 
+#include <string_view>
+
 #include "conversion/run.h"
 
 namespace kv {
@@ -17,7 +19,10 @@ inline bool MarksPocket(Single oscZ)
 double PocketPitch(Single oscZ, const Text<10>& comp);
 // The compensation with its code exchanged; what stands behind the code stays.
 Text<10> CompOnSide(const Text<10>& comp, PocketSide side);
-// Names the layer of a pocket that stays as it was drawn.
+// Whether the layer of a route pass is one for pockets.
+bool IsExcavation(Long pass);
+// Report lines that name the layer of a pocket: what became of it, and that it stays as it was drawn.
+void TellOfPocket(Long pass, std::string_view what);
 void ReportUncleared(Long pass);
 
 } // namespace kv

@@ -78,7 +78,8 @@ void ClearCircleOf(Chain chain, std::vector<RouteSegment>& records)
     const bool isPocket = std::any_of(chain.begin(), chain.end(),
                                       [](const RouteSegment& record) { return MarksPocket(record.OscZ); });
     const bool isTold = !chain.empty() && StartsPocket(chain.front()); // as a rectangle
-    if (isPocket && !isTold)
+    // An oscillation without a number marks a route as a pocket does, and is none.
+    if (isPocket && !isTold && IsExcavation(chain.front().Pass))
         ReportUncleared(chain.front().Pass);
     Copy(chain, records);
 }

@@ -279,8 +279,11 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
     // The product, not a sum: the number of records ends a pitch that is nothing beside the box.
     for (int loop = 0; !clearing.IsReached[0] || !clearing.IsReached[1]; ++loop) {
         const double inset = loop * outline.Pitch;
-        if (inset > furthest) // no rectangle
+        if (inset > furthest) { // no rectangle of lines: an end was never reached
+            TellOfPocket(contour[0].Pass,
+                         "the pocket's way leaves its outline, which is no rectangle of lines");
             break;
+        }
         AddLoop(outline, clearing, inset);
     }
     AddClosingMark(outline, clearing);

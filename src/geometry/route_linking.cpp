@@ -100,15 +100,14 @@ void FindEndsOnRims(Linking& linking)
         if (circle.Used != False || IsPocket(circle))
             continue;
         std::vector<std::size_t>& found = linking.PathsAtCircle[static_cast<std::size_t>(i)];
-        linking.Ends.Walk(
-            [&](const GridBox& box) { return RimReaches(circle, box); },
-            [&](Long end) {
-                const auto path = static_cast<std::size_t>(end / 2);
-                const GridPoint& at = linking.Ends.At(end);
-                if (PassOf(linking.Paths[path]) == circle.Pass && RimHolds(circle, {at.X, at.Y}, RimReach))
-                    found.push_back(path);
-                return false;
-            });
+        linking.Ends.Walk([&](const GridBox& box) { return RimReaches(circle, box); },
+                          [&](Long end) {
+                              const auto path = static_cast<std::size_t>(end / 2);
+                              const GridPoint& at = linking.Ends.At(end);
+                              if (RimHolds(circle, {at.X, at.Y}, RimReach))
+                                  found.push_back(path);
+                              return false;
+                          });
         std::sort(found.begin(), found.end());
         found.erase(std::unique(found.begin(), found.end()), found.end());
         for (const std::size_t path : found)
@@ -123,14 +122,14 @@ void MarkUsed(Linking& linking, std::size_t path)
     linking.Ends.Remove(static_cast<Long>(2 * path + 1));
 }
 
-// Goes on round the circle, which has just been joined, to the first free path that begins or ends on
-// its rim.
-void ContinueToOtherPath(Linking& linking, Long circleIndex)
+// Goes on round the circle, which has just been joined and was of `pass`, to the first free path of
+// that pass that begins or ends on its rim.
+void ContinueToOtherPath(Linking& linking, Long circleIndex, Long pass)
 {
     const RouteCircle& circle = RouteCircles[circleIndex];
     for (const std::size_t n : linking.PathsAtCircle[static_cast<std::size_t>(circleIndex)]) {
         ChainEntry& path = linking.Paths[n];
-        if (path.Used || IsPolyline(path))
+        if (path.Used || IsPolyline(path) || PassOf(path) != pass)
             continue;
         if (!RimHolds(circle, StartOf(path), OtherPathReach)) {
             if (!RimHolds(circle, EndOf(path), OtherPathReach))
@@ -172,12 +171,14 @@ void JoinCircleAtEnds(Linking& linking, std::size_t pathIndex)
     for (const Long i : linking.CirclesAtPath[pathIndex]) {
         RouteCircle& circle = RouteCircles[i];
         Meeting meeting;
-        if (circle.Used != False || !MeetsRim(linking.Current(), circle, meeting))
+        const Long pass = circle.Pass;
+        if (circle.Used != False || pass != PassOf(linking.Current()) ||
+            !MeetsRim(linking.Current(), circle, meeting))
             continue;
         if (meeting.AtStart)
             ReversePath(linking.Current());
         linking.Linked.push_back(JoinCircle(circle, meeting.Entry, meeting.Arriving));
-        ContinueToOtherPath(linking, i);
+        ContinueToOtherPath(linking, i, pass);
         return;
     }
 }

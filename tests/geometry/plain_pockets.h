@@ -40,10 +40,13 @@ inline double PitchOf(Single oscZ, const Text<10>& comp)
         pitch = 2 * Val(Mid(comp.Padded(), 6));
     return pitch;
 }
+inline std::string LayerText(Long pass)
+{
+    return std::string(Trim(Run.LayerTable.at(static_cast<std::size_t>(pass) + 3)));
+}
 inline void Tell(Lines& lines, Long pass)
 {
-    const std::string& row = Run.LayerTable.at(static_cast<std::size_t>(pass) + 3);
-    lines.push_back("Layer " + std::string(Trim(row)) + ": the pocket is not cleared");
+    lines.push_back("Layer " + LayerText(pass) + ": the pocket is not cleared");
 }
 
 // One contour, c from 1; false when it stays as it is.
@@ -146,8 +149,11 @@ inline bool Rectangle(Records c, Records& made, Lines& lines)
     };
     for (int loop = 0;; ++loop) {
         const double inset = loop * pitch;
-        if (inset > w + h)
+        if (inset > w + h) {
+            lines.push_back("Layer " + LayerText(Nth(c, 1).Pass) +
+                            ": the pocket's way leaves its outline, which is no rectangle of lines");
             break;
+        }
         int k = n;
         while (k >= first) {
             if (isArc(k)) {
@@ -309,7 +315,8 @@ inline void RoutePairs(Records& list, Lines& lines)
             continue;
         }
         const bool told = Nth(list, i).Kind == -4 && Nth(list, i).OscZ < 0;
-        if (marked && !told)
+        const bool pocketLayer = LayerText(Nth(list, i).Pass).find("EXCAV") != std::string::npos;
+        if (marked && !told && pocketLayer)
             Tell(lines, Nth(list, i).Pass);
         i = e + 1;
     }

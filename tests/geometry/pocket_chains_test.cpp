@@ -38,6 +38,25 @@ TEST_F(PocketChains, PitchBelowZeroIsNone)
     EXPECT_EQ(Lines, NoPitchLines);
 }
 
+TEST_F(PocketChains, OscillationWithoutANumberOnARouteIsNoPocketToTellOf)
+{
+    kv::Run.LayerTable[4] = "ROUTE \xEA"; // ROUTEOZ
+    Records line = {Segment(-1, 100, 100, -8), Segment(1, 200, 100)};
+    rows::MarkPocket(line, -1, "G42");
+    EXPECT_EQ(rows::Difference(Excavate(line), line), "");
+    EXPECT_EQ(Lines, Texts());
+}
+
+TEST_F(PocketChains, LayerOfAPocketIsNamedAsItWasDrawn)
+{
+    kv::Run.LayerTable[4] = "EXCAV \xE4"
+                            "20"; // EXCAVLD20
+    Records line = {Segment(-1, 100, 100, -8), Segment(1, 200, 100)};
+    rows::MarkPocket(line, -5, "G42");
+    Excavate(line);
+    EXPECT_EQ(Lines, Texts{"Layer EXCAVLD20: the pocket is not cleared"});
+}
+
 TEST_F(PocketChains, EachOutlineWithoutPitchIsTold)
 {
     Records second = SquareOutline({300, 100, 400, 160}, -1, "G41");

@@ -161,7 +161,7 @@ TEST_F(RandomPockets, ListsAsTheRulesAreTold)
     for (int round = 0; round < 4000; ++round) {
         ResetRun();
         kv::Run.LayerTable = {"BORDER",  "VBORE DRILLING", "GROOVE",   "HBORE",
-                              "EXCAV20", "EXCAV30 ",       "EXCAV40Z5"};
+                              "EXCAV20", "ROUTEZ5 ",       "EXCAV40Z5"};
         Records list;
         for (int chains = Pick(1, 5); chains > 0; --chains)
             list = rows::Together(list, AnyChain());

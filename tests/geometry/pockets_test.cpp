@@ -422,6 +422,9 @@ TEST_F(RectanglePockets, OutlineThatIsNoRectangleEndsWhenTheInsetPassesItsBox)
     EXPECT_EQ(made[36], "-5 60 60");
     // The last end reached is the first: 10 from (10, 10) towards (0, 0).
     EXPECT_EQ(made[42], "-4 2.929 2.929");
+    const Texts told = {
+        "Layer EXCAV20Z5: the pocket's way leaves its outline, which is no rectangle of lines"};
+    EXPECT_EQ(Lines, told);
 }
 
 TEST_F(RectanglePockets, OutlineThatReachesNoEndClosesAtTheFirst)
