@@ -108,7 +108,8 @@ struct RouteWalker {
         const RouteSegment& end = Records[i + 1];
         if (radius < Check.Tolerance)
             return Tell(i, "an arc of no radius");
-        const bool fullCircle = end.Aux1 == end.Aux2;
+        // 360 and 0 too: an arc drawn all the way round.
+        const bool fullCircle = std::remainder(end.Aux1 - end.Aux2, 360.0F) == 0;
         double sweep = std::fmod(static_cast<double>(end.Aux2) - static_cast<double>(end.Aux1), 360);
         if (end.Dir == 0)
             sweep = -sweep;
