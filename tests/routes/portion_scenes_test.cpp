@@ -194,5 +194,27 @@ TEST_F(NextScene, NothingOfTheFirstDrawingsRoutesIsInTheSecond)
             "G1G90X100Y100Z5"});
 }
 
+// As told, not as meant.
+TEST_F(NextScene, APanelGivenByItsSolidKeepsThePlaneOfTheDrawingBefore)
+{
+    const std::string solid =
+        PanelSolid("PANEL", 0, 0, 600, 400, 18) + Line("ROUTEZ5T71", 100, 100, 200, 100);
+    ExpectOf(solid, {Start + "X100Y100Z5", "G1G90X200Y100Z5"});
+    First(Rectangle("BORDERZ18", 0, 418, 600, 18) + Line("ROUTEZ5T71", 100, 422, 200, 422));
+    ASSERT_TRUE(Home.Convert(Drawing(solid))) << Home.ReportText(); // no path that the checker could follow
+    EXPECT_EQ(Home.Program(), Around({"G88G90G55P1T0171X100Y100Z5", "G1G90X200Y100Z5"}));
+}
+
+TEST_F(NextScene, AFailedDrawingLeavesOnlyItsToolWord)
+{
+    // The second route cannot be written, the first one has been.
+    EXPECT_FALSE(Home.Convert(Drawing(Panel + Line("ROUTEZ5T72", 500, 300, 550, 300) +
+                                      Line("ROUTEZ5T73", 100, 300, 200, 300) +
+                                      Polyline("ROUTEZ5T74", {{100, 100, 1e38}, {200, 100}})),
+                              "BAD.DXF"));
+    EXPECT_FALSE(Home.HasProgram("BAD"));
+    Expect(Line("ROUTEZ5", 100, 100, 200, 100), {"G88G90G55P5T0174X100Y100Z5", "G1G90X200Y100Z5"});
+}
+
 } // namespace
 } // namespace kv::test
