@@ -1,0 +1,77 @@
+// Fields, variables and file of the programs that are ordered by panel sides. Relies on the run block;
+// keeps nothing.
+#include "writers/side_program.h"
+
+#include "conversion/run.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+#include "shell/report.h"
+#include "writers/number_format.h"
+
+namespace kv {
+
+namespace {
+
+constexpr double FirstVariableDepth = 200;
+
+FileOutcome WriteWhole(const std::string& path, std::string_view contents)
+{
+    // Never a file of the folder that the program happens to be started in.
+    if (FolderOf(path).empty())
+        return {ErrorPathNotFound, "no program folder is set"};
+    if (!FolderExists(FolderOf(path)))
+        return {ErrorPathNotFound, "the folder does not exist"};
+    return ReplaceFile(path, contents);
+}
+
+} // namespace
+
+std::string DescriptionField()
+{
+    return "\n$=" + Run.PartDescription;
+}
+
+std::string PanelField(Single width, Single height)
+{
+    return "\n::UN" + std::string(Run.DrawingInInch != 0 ? "i" : "m") + " DL=" + FormatCoord(width) +
+           " DH=" + FormatCoord(height) + " DS=" + FormatCoord(Run.PartThickness) + "\r";
+}
+
+void AppendRVariables(TemplateFields& fields)
+{
+    const Long row = FieldHolding(fields, "VAR{");
+    if (row == 0 || Run.HasVars == 0)
+        return;
+    std::string text(FieldText(fields, row));
+    for (std::size_t i = 1; i < Run.VarNames.size(); ++i) {
+        const std::string& name = Run.VarNames[i];
+        const std::string& value = Run.VarValues[i];
+        if (!BeginsWith(name, "R"))
+            continue;
+        const Long number = ToLong(Val(name.substr(1)));
+        text += "\r\n#" + WholeText(number) + "=" + value + "|" + value;
+    }
+    ReplaceField(fields, row, std::move(text));
+}
+
+std::string SideDepthWord(Single depth)
+{
+    if (depth < FirstVariableDepth)
+        return "#3=" + FormatCoord(-depth);
+    return "#3=R" + FormatCoord(ToSingle(static_cast<double>(depth) - FirstVariableDepth));
+}
+
+bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, const SideTexts& sides)
+{
+    const FileOutcome outcome = WriteWhole(path, JoinedFields(fields) + sides.SideText[0] + "\r\n");
+    if (outcome.Ok())
+        return true;
+    ReportMessage(1, " Destination Path not Ready  " + ShownPath(path));
+    ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
+    Run.RunFailed = True;
+    return false;
+}
+
+} // namespace kv
