@@ -4,13 +4,13 @@
 #include <chrono>
 #include <cmath>
 
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 #include "support/program_checker.h"
 
 namespace kv::test {
 namespace {
 
-class BadRoutes : public RouteScene {
+class BadRoutes : public RouteProgram {
   protected:
     const std::string Route = "ROUTEZ5T71";
     const std::string Good = Line(Route, 500, 300, 550, 300); // cut in all of these drawings

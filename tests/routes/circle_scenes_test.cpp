@@ -1,10 +1,10 @@
 // Circles on route layers: as detours of lines that touch them, with leads of their own, alone.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class CircleScene : public RouteScene {
+class CircleScene : public RouteProgram {
   protected:
     const std::string Route = "ROUTEZ5T71";
     const std::string Left = "ROUTEZ5T71L5LD20", Right = "ROUTEZ5T71R5LD20";

@@ -1,10 +1,10 @@
 // Depth along a route: passes, oscillation, depths of the drawing, coded depths.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class DepthScene : public RouteScene {
+class DepthScene : public RouteProgram {
   protected:
     bool Warned() const { return Home.Reported("OSCILLATION IN Z attempted on shallow route!"); }
 };

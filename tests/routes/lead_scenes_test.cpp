@@ -1,11 +1,11 @@
 // Leads in the program: closed contours at open, closed and smooth seams on both hands, straight, arc
 // and ramped; routes that reach the panel's edge. Leads are 20 mm, by the layer's code.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class LeadScene : public RouteScene {
+class LeadScene : public RouteProgram {
   protected:
     const std::string Left = "ROUTEZ5T71L5LD20", Right = "ROUTEZ5T71R5LD20", Plain = "ROUTEZ5T71LD20";
     const std::string LeftStart = Start + "G41R5", RightStart = Start + "G42R5";

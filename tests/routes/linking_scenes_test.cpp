@@ -1,10 +1,10 @@
 // Paths that meet, fork and close, and the order of what does not meet.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class LinkingScene : public RouteScene {
+class LinkingScene : public RouteProgram {
   protected:
     const std::string Route = "ROUTEZ5T71";
 

@@ -1,11 +1,11 @@
 // Pockets in the program: rectangles out of a start mark and lines, with round corners or without,
 // circles out of two arcs, circles as such, and pockets that cannot be cleared.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class PocketScene : public RouteScene {
+class PocketScene : public RouteProgram {
   protected:
     // K 4: loops 4 mm apart.
     const std::string Pocket = "EXCAVZ5K4T71R2";

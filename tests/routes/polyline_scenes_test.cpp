@@ -1,11 +1,11 @@
 // Polylines: open and closed, bulged, tapered ones as start marks, outlines along the panel's edge,
 // closed ones that begin in the middle of a side.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class PolylineScene : public RouteScene {
+class PolylineScene : public RouteProgram {
   protected:
     const std::string Route = "ROUTEZ5T71";
     const std::vector<Vertex> Square = {{100, 100}, {200, 100}, {200, 200}, {100, 200}};

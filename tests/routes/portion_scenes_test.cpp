@@ -1,11 +1,11 @@
 // What becomes of the finished lines: programs cut into portions, drillings between tool changes, the
 // order of blocks, texts among routes, and what one drawing leaves to the next.
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
 
-class PortionScene : public RouteScene {
+class PortionScene : public RouteProgram {
   protected:
     const std::string Route = "ROUTEZ5T71";
     // Cut in this order: each begins where the one before ends, in X, but for the first.
@@ -144,7 +144,7 @@ TEST_F(PortionScene, TheDrawingsTextsStandAroundThePaths)
             "G1G90X300Y300Z5", "M52"});
 }
 
-class NextScene : public RouteScene {
+class NextScene : public RouteProgram {
   protected:
     void First(const std::string& entities)
     {

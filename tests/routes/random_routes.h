@@ -13,10 +13,10 @@
 
 namespace kv::test {
 
-class RandomRoutes {
+class RandomRouteDrawing {
   public:
     // Tame ones can be cut as drawn: no pockets, no marks, nothing mirrored, no lengths of zero.
-    RandomRoutes(unsigned seed, bool tame) : Numbers(seed), Tame(tame) {}
+    RandomRouteDrawing(unsigned seed, bool tame) : Numbers(seed), Tame(tame) {}
 
     std::string Drawn()
     {

@@ -57,7 +57,7 @@ std::vector<std::string> RowsOf(const Scene& place)
 Made Make(unsigned seed, bool tame)
 {
     Scene place;
-    RandomRoutes random(seed, tame);
+    RandomRouteDrawing random(seed, tame);
     const std::string drawing = random.Drawn();
     random.Settle();
     Made made;

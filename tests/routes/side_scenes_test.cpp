@@ -1,7 +1,7 @@
 // Routes drawn in the views around the face, under each kind of control; the panel away from the
 // drawing's origin, and the machine's origin in each corner.
 #include "conversion/job_driver.h"
-#include "routes/route_scene.h"
+#include "routes/route_program.h"
 
 namespace kv::test {
 namespace {
@@ -19,7 +19,7 @@ const std::string LinesInViews = Line("ROUTEZ5T71", 150, 472, 250, 472) +
 
 const std::string Edge = "G88G90G55P";
 
-class SideScene : public RouteScene {
+class SideScene : public RouteProgram {
   protected:
     void ExpectViews(const std::string& entities, const ProgramText& operations)
     {

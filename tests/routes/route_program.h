@@ -43,7 +43,7 @@ inline ProgramText Around(const ProgramText& operations, const std::string& size
     return program;
 }
 
-class RouteScene : public testing::Test {
+class RouteProgram : public testing::Test {
   protected:
     RunBlock& Run = kv::Run; // the test class has a Run of its own
     Scene Home;
