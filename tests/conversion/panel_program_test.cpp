@@ -1,5 +1,5 @@
-// Two panels from drawing to program: bores in edge views, and a panel that lies in the negative
-// quadrant.
+// Panels from drawing to program: bores in edge views, bores drawn as a T in plan, and a panel that
+// lies in the negative quadrant.
 #include <gtest/gtest.h>
 
 #include "support/dxf.h"
@@ -25,8 +25,26 @@ TEST(PanelProgram, EdgeViewsGiveBoresOnTheirSides)
     ASSERT_TRUE(place.Convert(Drawing(drawing))) << place.ReportText();
     EXPECT_EQ(place.Program(),
               (Program{"G71X600Y400Z18T00N8L5", "G150(KORVANTI DXF IMPORT)", "G81G90G55P5R54=5X64Y50Z12",
-                       "G81G90G55P1R54=8X100Y30Z9", "G81G90G55P2R54=8X100Y30Z12", "G81G90G55P3R54=8X30Y100Z8",
-                       "G81G90F1500G55P4T0104S6000X30Y100Z12", "M2"}));
+                       "G81G90F1500G55P4T0104S6000X30Y100Z12", "G81G90G55P2R54=8X100Y30Z12",
+                       "G81G90G55P3R54=8X30Y100Z8", "G81G90G55P1R54=8X100Y30Z9", "M2"}));
+}
+
+TEST(PanelProgram, TwoLinesAsATGiveABoreInEachEdge)
+{
+    // Face (200, 200) to (800, 600). The way in counts from the opposite edge: 570 of 600, 370 of 400.
+    Scene place;
+    const std::string drawing =
+        PanelSolid("PANEL", 200, 200, 600, 400, 18) + Line("HBORE", 300, 600, 300, 570) +
+        Line("HBORE Z9T61S6000F1500", 296, 570, 304, 570) + Line("HBORE", 300, 230, 300, 200) +
+        Line("HBORE Z9", 304, 230, 296, 230) +
+        Polyline("HBORE Z9", {{200, 300}, {230, 300}, {230, 308}}) + // an L in one piece
+        Line("HBORE", 800, 300, 770, 300) + Line("MYHBORE", 770, 296, 770, 304, Pair(38, -8.5)) +
+        Line("HBORE Z9", 400, 400, 430, 400); // alone in the middle
+    ASSERT_TRUE(place.Convert(Drawing(drawing))) << place.ReportText();
+    EXPECT_EQ(place.Program(),
+              (Program{"G71X600Y400Z18T00N7L4", "G150(KORVANTI DXF IMPORT)", "G81G90G55P4R54=8X570Y100Z8.5",
+                       "G81G90G55P2R54=8X100Y370Z9", "G81G90G55P3R54=8X570Y104Z9",
+                       "G81G90F1500G55P1T0161S6000X100Y370Z9", "M2"}));
 }
 
 TEST(PanelProgram, PanelSolidInTheNegativeQuadrant)
