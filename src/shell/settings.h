@@ -72,6 +72,8 @@ struct Settings {
 
     // Not stored.
     bool HbdAvailable = false;
+    // Classes of operations that a Genesis Evolution program holds.
+    bool EvVBore = true, EvHBore = true, EvGroove = true, EvRoute = true;
     bool OptimizerBox = false; // the check box; cleared for Genesis Evolution, the stored key is not
 };
 extern Settings Config;

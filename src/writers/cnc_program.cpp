@@ -110,13 +110,6 @@ bool AnyOperation(const CncProgram& program)
            program.HorizontalWritten;
 }
 
-void ReportProcessingTime()
-{
-    const double now = ToSingle(SecondsSinceMidnight());
-    const Single seconds = ToSingle(now - static_cast<double>(Run.RunStartTime));
-    ReportMessage(1, "Processed in " + PlainText(RoundToPrecision(seconds)) + " Sec.");
-}
-
 // False when the operator asked to abort.
 bool BuildProgram(CncProgram& program)
 {
@@ -160,6 +153,13 @@ void WriteProgramOfDrawing()
 }
 
 } // namespace
+
+void ReportProcessingTime()
+{
+    const double now = ToSingle(SecondsSinceMidnight());
+    const Single seconds = ToSingle(now - static_cast<double>(Run.RunStartTime));
+    ReportMessage(1, "Processed in " + PlainText(RoundToPrecision(seconds)) + " Sec.");
+}
 
 void WriteCncProgram()
 {

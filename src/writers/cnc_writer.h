@@ -34,6 +34,10 @@ struct WriterMemory {
     Single FitX = 0, FitY = 0;    // where the last arc through fit points began
     std::string PortionName;      // output name of the first drawing that was cut into portions
     std::string IndexFolder;      // program folder of the first drawing that needed one
+    // Of the Genesis Evolution alone.
+    bool EvolutionWritten = false; // as the flags above
+    Single EvolutionDiameter = 0;  // last bore's that has one; a route names it too
+    Single EvolutionFeed = 0;      // last vertical bore's; bores in the edges by router name it
 };
 extern WriterMemory Writers;
 
@@ -57,6 +61,7 @@ bool WriteRouteBlock(CncProgram& program);
 bool WriteRoutePaths(CncProgram& program); // of block R
 // Lets events run before a record is taken; false when the operator asked to abort.
 bool MayTakeRecord();
+void ReportProcessingTime();
 
 // Moves drillings between the tool changes of the router.
 void AlternateDrillingsAndRoutes(std::vector<std::string>& lines);

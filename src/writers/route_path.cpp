@@ -16,22 +16,6 @@ namespace {
 
 constexpr double StraightTurn = 0.005; // degrees; below it three points lie on a line
 
-bool OpensRoute(const RouteSegment& record)
-{
-    return record.Dir < 0;
-}
-
-// A start mark of two records gives its place as the route's start to the record behind it.
-void ClearStartMark(Long i)
-{
-    if (RouteSegments[i].Kind != -4 || i >= RouteSegments.Last()) // one at the very end stays
-        return;
-    for (const Long marked : {i, i + 1})
-        RouteSegments[marked].Kind = RouteSegments[marked].Dir = 0;
-    if (i + 2 <= RouteSegments.Last())
-        RouteSegments[i + 2].Dir = -1;
-}
-
 // A record that names neither tool nor diameter keeps the word of the one in front.
 void TakeTool(RouteSegment& record)
 {

@@ -22,6 +22,16 @@ std::string CompensationWord(const RouteSegment& record)
 
 } // namespace
 
+void ClearStartMark(Long i)
+{
+    if (RouteSegments[i].Kind != -4 || i >= RouteSegments.Last()) // one at the very end stays
+        return;
+    for (const Long marked : {i, i + 1})
+        RouteSegments[marked].Kind = RouteSegments[marked].Dir = 0;
+    if (i + 2 <= RouteSegments.Last())
+        RouteSegments[i + 2].Dir = -1;
+}
+
 std::string NamedToolWord(Int group, Int tool)
 {
     return "T" + TwoDigits(group) + ToolCode(tool);

@@ -17,6 +17,12 @@ template <typename Record> void SettleRouteGroup(Record& record)
     if (record.ToolNo < LowestRouterTool || record.ToolNo > HighestRouterTool)
         record.Group = OtherTools;
 }
+inline bool OpensRoute(const RouteSegment& record)
+{
+    return record.Dir < 0;
+}
+// A start mark of two records gives its place as the route's start to the record behind it.
+void ClearStartMark(Long i);
 // "T", group and tool.
 std::string NamedToolWord(Int group, Int tool);
 

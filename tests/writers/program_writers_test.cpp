@@ -29,12 +29,13 @@ TEST_F(ChosenWriter, AClosingLineEndsTheReport)
     EXPECT_EQ(Reported(), (Texts{" No Selected Operations found for PTP", Closing}));
 }
 
-TEST_F(ChosenWriter, AnEvolutionDrawingFailsAndSaysWhy)
+TEST_F(ChosenWriter, AnEvolutionDrawingWithoutATemplateFailsAndSaysWhy)
 {
     AddBore();
     Run.ControlType = 2;
     RunProgramWriters();
-    EXPECT_EQ(Reported(), (Texts{"Genesis Evolution programs are not written by this version.", Closing}));
+    EXPECT_EQ(Boxes, Texts{"EvHeader.dat file not found"});
+    EXPECT_EQ(Reported(), Texts{Closing});
     EXPECT_EQ(Run.RunFailed, True);
     EXPECT_EQ(Run.FailedFiles, (Texts{"", Run.SourceFile}));
 }
