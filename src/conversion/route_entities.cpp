@@ -236,6 +236,13 @@ bool IsTaken(Drawn kind)
     return kind == Drawn::Line || kind == Drawn::Arc || kind == Drawn::Polyline || kind == Drawn::Circle;
 }
 
+// Splines, ellipses, hatches and the like. Texts are notes.
+void CountUnknown(RouteWalk& walk, const DxfEntity& entity)
+{
+    if (entity.Layer == walk.Layer && !Holds(entity.Kind.Trimmed(), "TEXT"))
+        ++walk.Left.Unknown[std::string(entity.Kind.Trimmed())];
+}
+
 // All entities are decoded, since a note or a sequence counts for every name that begins with the
 // row's. Other names can only move the meter, and that they do in the first pass for all passes: so
 // later passes step over them.
@@ -247,14 +254,20 @@ void RunPass(RouteWalk& walk, const std::string& row, bool isFirstPass)
         if (kind == Drawn::EndOfFile)
             return;
         const DxfEntity& entity = Entities[i];
+        if (kind == Drawn::Other)
+            CountUnknown(walk, entity);
         if (!IsTaken(kind) || (!isFirstPass && !BeginsWith(entity.Layer.Padded(), row))) {
             ++i;
             continue;
         }
         CurrentEntity.SearchNotes = kind != Drawn::Polyline ? True : False;
         DecodeEntity(i);
-        if (!(entity.Layer == walk.Layer) || CurrentEntity.Side != Face)
+        if (!(entity.Layer == walk.Layer))
             continue;
+        if (CurrentEntity.Side != Face) {
+            ++walk.Left.OnSides;
+            continue;
+        }
         RefuseInfinities();
         TakeEntity(walk, kind, i);
     }
@@ -274,6 +287,9 @@ void TellUncut(const std::string& layer, const Uncut& left)
     TellUncut(layer, left.Arcs, "arc", "arcs", " of length 0");
     TellUncut(layer, left.Circles, "circle", "circles", " without a radius");
     TellUncut(layer, left.Polylines, "polyline", "polylines", " with fewer than 2 different points");
+    TellUncut(layer, left.OnSides, "entity", "entities", " drawn in the plane of an edge");
+    for (const auto& [kind, count] : left.Unknown)
+        TellUncut(layer, count, "entity", "entities", " of kind " + kind);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // entities, the parameters that all read alike, and the way into RouteSegments.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ enum class Drawn : unsigned char { Other, Line, Arc, Polyline, Vertex, Seqend, C
 // What one pass meets and cannot cut.
 struct Uncut {
     Long Lines = 0, Arcs = 0, Circles = 0, Polylines = 0;
+    Long OnSides = 0;                    // drawn in the plane of an edge
+    std::map<std::string, Long> Unknown; // by the entity's kind
 };
 
 struct RouteWalk {

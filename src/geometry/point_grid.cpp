@@ -76,6 +76,17 @@ void PointGrid::Remove(Long point)
         --Cells[static_cast<std::size_t>(at)].Live;
 }
 
+void PointGrid::Return(Long point)
+{
+    char& taken = Taken[static_cast<std::size_t>(point)];
+    if (taken == 0)
+        return;
+    taken = 0;
+    for (std::int32_t at = LeafOf[static_cast<std::size_t>(point)]; at >= 0;
+         at = Cells[static_cast<std::size_t>(at)].Parent)
+        ++Cells[static_cast<std::size_t>(at)].Live;
+}
+
 void PointGrid::Restore()
 {
     std::fill(Taken.begin(), Taken.end(), char{0});

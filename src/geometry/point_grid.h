@@ -48,7 +48,8 @@ class PointGrid {
     explicit PointGrid(std::vector<GridPoint> points);
 
     void Remove(Long point);
-    void Restore(); // all points back
+    void Return(Long point); // undoes its Remove
+    void Restore();          // all points back
     // Walks the points of the cells for which `reaches(box)` holds, in no particular order, until
     // `visit(point)` returns true; returns whether it did. `reaches` may hold for too many boxes, never
     // for too few.

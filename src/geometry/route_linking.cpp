@@ -6,6 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <numeric>
+#include <tuple>
+#include <utility>
 
 #include "geometry/circle_joins.h"
 #include "geometry/point_grid.h"
@@ -22,15 +26,25 @@ constexpr double HalfTurn = 180;
 constexpr std::size_t LongList = 4000; // paths; above it the meter moves and abort is polled by path
 constexpr int MeterAtEnd = 90;         // percent, of a long list's linking
 
+constexpr std::size_t NoPath = static_cast<std::size_t>(-1);
+
+// Circles of one place, radius and pass, in list order.
+struct EqualCircles {
+    std::vector<Long> Circles;
+    std::size_t Next = 0;           // the first free one
+    std::vector<std::size_t> Paths; // with an end on the rim, in list order
+};
+
 struct Linking {
     std::vector<ChainEntry>& Paths;
     std::vector<ChainEntry>& Linked;
     PointGrid Ends; // of path n: 2n and 2n + 1, whichever way it runs
-    // By circle: the paths with an end on its rim, in list order; empty where there is no circle.
-    std::vector<std::vector<std::size_t>> PathsAtCircle;
-    // By path: the circles whose rim holds one of its ends, in list order.
-    std::vector<std::vector<Long>> CirclesAtPath;
-    bool CanReverse = true; // the head, until the first path is linked to it
+    // Of paths that fit alike in every respect only the first free one is in the grid, or a drawing
+    // that was copied onto itself would take for ever. By path: the next one, or NoPath.
+    std::vector<std::size_t> Twin;
+    std::vector<EqualCircles> Rims;
+    std::vector<std::vector<std::size_t>> RimsAtPath; // by path: the rims that hold one of its ends
+    bool CanReverse = true;                           // the head, until the first path is linked to it
 
     ChainEntry& Current() { return Linked.back(); }
 };
@@ -91,28 +105,78 @@ bool RimReaches(const RouteCircle& circle, const GridBox& box)
     return nearby < circle.Radius + 2 * RimReach && farthest > circle.Radius - 2 * RimReach;
 }
 
-void FindEndsOnRims(Linking& linking)
+std::vector<EqualCircles> GroupCircles()
 {
-    linking.PathsAtCircle.resize(static_cast<std::size_t>(RouteCircles.Last()) + 1);
-    linking.CirclesAtPath.resize(linking.Paths.size());
+    std::map<std::tuple<Single, Single, Single, Int>, std::size_t> groups;
+    std::vector<EqualCircles> rims;
     for (Long i = 1; i <= RouteCircles.Last(); ++i) {
         const RouteCircle& circle = RouteCircles[i];
         if (circle.Used != False || IsPocket(circle))
             continue;
-        std::vector<std::size_t>& found = linking.PathsAtCircle[static_cast<std::size_t>(i)];
+        const auto place = groups.try_emplace({circle.X, circle.Y, circle.Radius, circle.Pass}, rims.size());
+        if (place.second)
+            rims.emplace_back();
+        rims[place.first->second].Circles.push_back(i);
+    }
+    return rims;
+}
+
+void FindEndsOnRims(Linking& linking)
+{
+    linking.Rims = GroupCircles();
+    linking.RimsAtPath.resize(linking.Paths.size());
+    for (std::size_t rim = 0; rim < linking.Rims.size(); ++rim) {
+        const RouteCircle& circle = RouteCircles[linking.Rims[rim].Circles.front()];
+        std::vector<std::size_t>& found = linking.Rims[rim].Paths;
         linking.Ends.Walk([&](const GridBox& box) { return RimReaches(circle, box); },
                           [&](Long end) {
-                              const auto path = static_cast<std::size_t>(end / 2);
                               const GridPoint& at = linking.Ends.At(end);
                               if (RimHolds(circle, {at.X, at.Y}, RimReach))
-                                  found.push_back(path);
+                                  found.push_back(static_cast<std::size_t>(end / 2));
                               return false;
                           });
         std::sort(found.begin(), found.end());
         found.erase(std::unique(found.begin(), found.end()), found.end());
         for (const std::size_t path : found)
-            linking.CirclesAtPath[path].push_back(i);
+            linking.RimsAtPath[path].push_back(rim);
     }
+}
+
+// All that decides whether and how a path fits.
+auto FitOf(const ChainEntry& path)
+{
+    const PlanePoint start = StartOf(path);
+    const PlanePoint end = EndOf(path);
+    return std::tuple(start.X, start.Y, end.X, end.Y, path.StartAngle, path.EndAngle, IsPolyline(path),
+                      PassOf(path));
+}
+
+// Leaves only the first of each set of twins in the grid.
+void FindTwins(Linking& linking)
+{
+    std::vector<std::size_t> order(linking.Paths.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return FitOf(linking.Paths[a]) < FitOf(linking.Paths[b]);
+    });
+    linking.Twin.assign(linking.Paths.size(), NoPath);
+    for (std::size_t n = 1; n < order.size(); ++n) {
+        if (FitOf(linking.Paths[order[n - 1]]) != FitOf(linking.Paths[order[n]]))
+            continue;
+        linking.Twin[order[n - 1]] = order[n];
+        linking.Ends.Remove(static_cast<Long>(2 * order[n]));
+        linking.Ends.Remove(static_cast<Long>(2 * order[n] + 1));
+    }
+}
+
+// The path is used, or no longer like its twins: the next of them takes its place in the grid.
+void ReleaseTwin(Linking& linking, std::size_t path)
+{
+    const std::size_t twin = std::exchange(linking.Twin[path], NoPath);
+    if (twin == NoPath)
+        return;
+    linking.Ends.Return(static_cast<Long>(2 * twin));
+    linking.Ends.Return(static_cast<Long>(2 * twin + 1));
 }
 
 void MarkUsed(Linking& linking, std::size_t path)
@@ -120,14 +184,14 @@ void MarkUsed(Linking& linking, std::size_t path)
     linking.Paths[path].Used = true;
     linking.Ends.Remove(static_cast<Long>(2 * path));
     linking.Ends.Remove(static_cast<Long>(2 * path + 1));
+    ReleaseTwin(linking, path);
 }
 
 // Goes on round the circle, which has just been joined and was of `pass`, to the first free path of
 // that pass that begins or ends on its rim.
-void ContinueToOtherPath(Linking& linking, Long circleIndex, Long pass)
+void ContinueToOtherPath(Linking& linking, const RouteCircle& circle, const EqualCircles& rim, Long pass)
 {
-    const RouteCircle& circle = RouteCircles[circleIndex];
-    for (const std::size_t n : linking.PathsAtCircle[static_cast<std::size_t>(circleIndex)]) {
+    for (const std::size_t n : rim.Paths) {
         ChainEntry& path = linking.Paths[n];
         if (path.Used || IsPolyline(path) || PassOf(path) != pass)
             continue;
@@ -135,6 +199,7 @@ void ContinueToOtherPath(Linking& linking, Long circleIndex, Long pass)
             if (!RimHolds(circle, EndOf(path), OtherPathReach))
                 continue;
             ReversePath(path);
+            ReleaseTwin(linking, n);
         }
         const PlanePoint entry = StartOf(path);
         const PlanePoint last = StartOf(linking.Current());
@@ -162,25 +227,43 @@ bool MeetsRim(const ChainEntry& path, const RouteCircle& circle, Meeting& meetin
     return RimHolds(circle, EndOf(path), RimReach);
 }
 
-// Joins the first free circle whose rim holds an end of the current path, which is `pathIndex` of
-// the list.
+// The rim of the first free circle of the list that holds an end of the current path, which is
+// `pathIndex` of the list; null where none does.
+EqualCircles* RimAtEnds(Linking& linking, std::size_t pathIndex, Meeting& meeting)
+{
+    EqualCircles* first = nullptr;
+    for (const std::size_t n : linking.RimsAtPath[pathIndex]) {
+        EqualCircles& rim = linking.Rims[n];
+        if (rim.Next == rim.Circles.size())
+            continue;
+        const Long index = rim.Circles[rim.Next];
+        const RouteCircle& circle = RouteCircles[index];
+        Meeting found;
+        if (circle.Pass != PassOf(linking.Current()) || !MeetsRim(linking.Current(), circle, found))
+            continue;
+        if (first != nullptr && first->Circles[first->Next] < index)
+            continue;
+        first = &rim;
+        meeting = found;
+    }
+    return first;
+}
+
+// The circle becomes a detour of the path.
 void JoinCircleAtEnds(Linking& linking, std::size_t pathIndex)
 {
     if (EndsInVertex(linking.Current()))
         return;
-    for (const Long i : linking.CirclesAtPath[pathIndex]) {
-        RouteCircle& circle = RouteCircles[i];
-        Meeting meeting;
-        const Long pass = circle.Pass;
-        if (circle.Used != False || pass != PassOf(linking.Current()) ||
-            !MeetsRim(linking.Current(), circle, meeting))
-            continue;
-        if (meeting.AtStart)
-            ReversePath(linking.Current());
-        linking.Linked.push_back(JoinCircle(circle, meeting.Entry, meeting.Arriving));
-        ContinueToOtherPath(linking, i, pass);
+    Meeting meeting;
+    EqualCircles* const rim = RimAtEnds(linking, pathIndex, meeting);
+    if (rim == nullptr)
         return;
-    }
+    RouteCircle& circle = RouteCircles[rim->Circles[rim->Next++]];
+    const Long pass = circle.Pass;
+    if (meeting.AtStart)
+        ReversePath(linking.Current());
+    linking.Linked.push_back(JoinCircle(circle, meeting.Entry, meeting.Arriving));
+    ContinueToOtherPath(linking, circle, *rim, pass);
 }
 
 // The ways in which a candidate can touch the current path, in the order in which they count.
@@ -305,8 +388,9 @@ void GrowChain(Linking& linking, std::size_t head)
 
 bool LinkPaths(std::vector<ChainEntry>& paths, std::vector<ChainEntry>& linked)
 {
-    Linking linking{paths, linked, GridOfEnds(paths), {}, {}, true};
+    Linking linking{paths, linked, GridOfEnds(paths), {}, {}, {}, true};
     FindEndsOnRims(linking);
+    FindTwins(linking);
     const bool isLong = paths.size() > LongList;
     const int meterBefore = MeterValue(Meter::Processing);
     for (std::size_t n = 0; n < paths.size(); ++n) {

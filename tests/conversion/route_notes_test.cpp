@@ -200,6 +200,27 @@ TEST_F(RouteBadInput, TinyArcWhoseEndsCoincideIsNotCutAsAFullCircle)
     EXPECT_EQ(Uncut(), (Rows{"Layer ROUTEZ5: 1 arc of length 0 cannot be cut"}));
 }
 
+TEST_F(RouteBadInput, KindsThatNoRouteComesFromAreToldByLayer)
+{
+    const auto entity = [](const std::string& kind, const std::string& layer) {
+        return Pair(0, kind) + Pair(8, layer) + Pair(10, 100.0) + Pair(20, 100.0);
+    };
+    Read(entity("SPLINE", "ROUTEZ5") + entity("ELLIPSE", "ROUTEZ5") + entity("SPLINE", "ROUTEZ5") +
+         entity("SPLINE", "OTHER") + entity("SPLINE", "ROUTEZ6") + TextAt("ROUTEZ5", 50, 50, "NOTE") +
+         Line("ROUTEZ5", 150, 90, 300, 200));
+    EXPECT_EQ(KindsAndPlaces(Segments), (Places{{-1, 150, 90, 5}, {1, 300, 200, 5}}));
+    EXPECT_EQ(Uncut(), (Rows{"Layer ROUTEZ5: 1 entity of kind ELLIPSE cannot be cut",
+                             "Layer ROUTEZ5: 2 entities of kind SPLINE cannot be cut",
+                             "Layer ROUTEZ6: 1 entity of kind SPLINE cannot be cut"}));
+}
+
+TEST_F(RouteBadInput, EntitiesInThePlaneOfAnEdgeAreTold)
+{
+    const std::string toTheBack = Pair(210, 0.0) + Pair(220, 1.0) + Pair(230, 0.0);
+    Read(Line("ROUTEZ5", 150, 5, 300, 5, toTheBack) + Circle("ROUTEZ5", 150, 5, 4, toTheBack));
+    EXPECT_EQ(Uncut(), (Rows{"Layer ROUTEZ5: 2 entities drawn in the plane of an edge cannot be cut"}));
+}
+
 TEST_F(RouteBadInput, ValuesThatAreNoNumbersReadAsZero)
 {
     Read(Line("ROUTEZ5", 150, 90, 300, 200, Pair(30, "NAN") + Pair(39, "INF")));

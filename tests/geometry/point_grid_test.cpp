@@ -55,6 +55,18 @@ TEST(PointGrid, FindsNoneWhenAllAreTakenOut)
     EXPECT_EQ(NearestIn(grid, 0, 0), 0);
 }
 
+TEST(PointGrid, PointPutBackIsFoundAgain)
+{
+    PointGrid grid({{1, 1}, {2, 2}});
+    grid.Remove(0);
+    grid.Remove(1);
+    grid.Return(0);
+    grid.Return(0); // counts once
+    EXPECT_EQ(NearestIn(grid, 9, 9), 0);
+    grid.Remove(0);
+    EXPECT_EQ(NearestIn(grid, 9, 9), PointGrid::None);
+}
+
 TEST(PointGrid, PointTakenOutTwiceCountsOnce)
 {
     PointGrid grid({{1, 1}, {2, 2}});

@@ -130,6 +130,7 @@ class RandomRoutes : public chain_test::RouteChainTest {
     int OffsetsIn = 8;  // one coordinate in so many lies a little off it
     int OddKindsIn = 3; // one path in so many is no line
     int Passes = 1;
+    int Copies = 0;       // at most so many of each path and circle, at the very same place
     bool Damaged = false; // paths without followers, records without a path
 
     Single Coordinate()
@@ -198,6 +199,20 @@ class RandomRoutes : public chain_test::RouteChainTest {
             list.push_back(Record(0, pass));
         if (Damaged && OneIn(12))
             list.push_back(Record(OneOf({1, 5}), pass));
+    }
+
+    // Of the last path, told apart by their slots.
+    void AddCopies(chain_test::Segments& list)
+    {
+        std::size_t begin = list.size() - 1;
+        while (begin > 0 && list[begin].Kind >= 0)
+            --begin;
+        const chain_test::Segments path(list.begin() + static_cast<std::ptrdiff_t>(begin), list.end());
+        for (int copies = Pick(0, Copies); copies > 0; --copies)
+            for (RouteSegment record : path) {
+                record.ExtraSlot = static_cast<Int>(Pick(10, 99));
+                list.push_back(record);
+            }
     }
 
     void ShapeArc(RouteSegment& start, RouteSegment& end)
@@ -307,11 +322,17 @@ class RandomRoutes : public chain_test::RouteChainTest {
         for (int round = 0; round < rounds && !HasFailure(); ++round) {
             SCOPED_TRACE("round " + std::to_string(round));
             chain_test::Segments segments;
-            for (int i = Pick(paths > 0 ? 1 : 0, paths); i > 0; --i)
+            for (int i = Pick(paths > 0 ? 1 : 0, paths); i > 0; --i) {
                 AddPath(segments);
+                AddCopies(segments);
+            }
             chain_test::Circles discs;
-            for (int i = Pick(0, circles); i > 0; --i)
+            for (int i = Pick(0, circles); i > 0; --i) {
                 discs.push_back(AnyCircle());
+                for (int copies = Pick(0, Copies); copies > 0; --copies)
+                    discs.push_back(discs.back());
+            }
+            std::shuffle(discs.begin(), discs.end(), Engine);
             SetRun();
             Compare(segments, discs, OneIn(2));
         }
@@ -371,6 +392,16 @@ TEST_F(RandomRoutes, CirclesAndPathsOfAllKinds)
     Passes = 2;
     Cells = 3;
     Rounds(4000, 7, 6);
+}
+
+TEST_F(RandomRoutes, DrawingsCopiedOntoThemselves)
+{
+    Copies = 3;
+    Passes = 2;
+    Cells = 2;
+    Rounds(3000, 4, 3);
+    OddKindsIn = 1;
+    Rounds(3000, 3, 3);
 }
 
 TEST_F(RandomRoutes, CirclesAlone)
