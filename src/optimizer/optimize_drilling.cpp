@@ -1,13 +1,28 @@
-// The bores are written one by one in tour order; HeadPositions stays empty.
+// The order of the drill optimizer's passes. Relies on the bores in tour order and on the head's file;
+// leaves HeadPositions in VBores' place.
 #include "optimizer/optimize_drilling.h"
 
-#include "shell/report.h"
+#include "conversion/run.h"
+#include "optimizer/drill_head.h"
+#include "optimizer/head_positions.h"
+#include "optimizer/hole_chaining.h"
+#include "shell/settings.h"
 
 namespace kv {
 
 void OptimizeDrilling()
 {
-    ReportMessage(1, "The drill optimizer is not in this version: bores are written one by one.");
+    const bool flipSet = Val(Config.Origin) != 0;
+    const bool originFlip = flipSet != (Run.OriginTop != False); // a top origin turns the head over again
+    LoadDrillHead();
+    FillDrillHead();
+    ClassifyHeadRows();
+    RemoveDuplicateBores();
+    ClearChains();
+    FindChains();
+    CountChainSizes();
+    GatherChains();
+    PlanHeadPositions(originFlip);
 }
 
 } // namespace kv

@@ -1,9 +1,10 @@
-// The drill optimizer: chains bores and plans the stops of the multi-spindle head.
+// The drill optimizer: turns the vertical bores into the stops of the multi-spindle boring head.
 #pragma once
 
 namespace kv {
 
-// Today no stop is planned: the bores stay as they are, and that is told.
+// Chains the bores that stand in rows at a multiple of 32 mm and for which the head has drills, makes
+// one head position for each chain and each lone bore, and empties VBores. HeadPositions must be empty.
 void OptimizeDrilling();
 
 } // namespace kv
