@@ -159,11 +159,7 @@ void AddDiameter(SideTexts& sides, Single diameter)
     if (diameter == 0)
         return;
     Writers.EvolutionDiameter = diameter;
-    std::string text = PlainText(diameter);
-    const std::size_t point = text.find('.');
-    if (point == 0 || (point == 1 && text[0] == '-'))
-        text.insert(point, "0");
-    AppendSideText(sides, "#1002=" + text);
+    AppendSideText(sides, DiameterWord(diameter));
 }
 
 void EndOperation(SideTexts& sides)

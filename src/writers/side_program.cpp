@@ -41,8 +41,8 @@ std::string PanelField(Single width, Single height)
 
 void AppendRVariables(TemplateFields& fields)
 {
-    const Long row = FieldHolding(fields, "VAR{");
-    if (row == 0 || Run.HasVars == 0)
+    const Long row = Run.HasVars != 0 ? FieldHolding(fields, "VAR{") : 0;
+    if (row == 0)
         return;
     std::string text(FieldText(fields, row));
     for (std::size_t i = 1; i < Run.VarNames.size(); ++i) {
@@ -61,6 +61,15 @@ std::string SideDepthWord(Single depth)
     if (depth < FirstVariableDepth)
         return "#3=" + FormatCoord(-depth);
     return "#3=R" + FormatCoord(ToSingle(static_cast<double>(depth) - FirstVariableDepth));
+}
+
+std::string DiameterWord(Single diameter)
+{
+    std::string text = PlainText(diameter);
+    const std::size_t point = text.find('.');
+    if (point == 0 || (point == 1 && text[0] == '-'))
+        text.insert(point, "0");
+    return "#1002=" + text;
 }
 
 bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, const SideTexts& sides)

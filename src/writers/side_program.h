@@ -18,6 +18,8 @@ std::string PanelField(Single width, Single height);
 void AppendRVariables(TemplateFields& fields);
 // "#3=-12"; a depth of 200 and more names an R variable: "#3=R5" for 205.
 std::string SideDepthWord(Single depth);
+// "#1002=" and the diameter, with a zero before its point: "#1002=0.5".
+std::string DiameterWord(Single diameter);
 // Writes the fields, the finished sides and a line end over the file. False when it failed; that is
 // reported and the run is aborted.
 bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, const SideTexts& sides);

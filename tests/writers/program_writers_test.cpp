@@ -10,7 +10,7 @@ class ChosenWriter : public ProgramScene {
   protected:
     const std::string Closing =
         " ---------------------------------------***------------------------------------";
-    const std::string NoHbd = "HBD programs are not written by this version.";
+    const std::string NoHbd = "HBD not indicated for \"DOOR\"";
 };
 
 TEST_F(ChosenWriter, TheControlTypeDecides)
@@ -62,14 +62,15 @@ TEST_F(ChosenWriter, TheBatchCanTurnTheProgramOff)
     EXPECT_EQ(Run.RunFailed, False);
 }
 
-TEST_F(ChosenWriter, AnAskedForHbdProgramIsNeverPassedOverInSilence)
+TEST_F(ChosenWriter, TheHbdProgramComesBeforeTheControls)
 {
     AddBore();
     Config.MakeHBD = 1;
     Config.HbdAvailable = true;
     RunProgramWriters();
     EXPECT_EQ(Reported().front(), NoHbd);
-    EXPECT_EQ(VBores[1].Group, 1); // no bore is taken away
+    EXPECT_EQ(VBores[1].Group, 1); // no bore is taken away where the machine has nothing to do
+    EXPECT_TRUE(Stands("PROG/SRG/D/OOR"));
     EXPECT_EQ(Run.RunFailed, False);
 }
 
@@ -84,6 +85,19 @@ TEST_F(ChosenWriter, HbdNeedsItsBoxItsMachineAndTheBatchsLeave)
     Config.MakeHBD = 0;
     RunProgramWriters();
     EXPECT_FALSE(WasReported(NoHbd));
+    Config.MakeHBD = 1;
+    RunProgramWriters();
+    EXPECT_TRUE(WasReported(NoHbd));
+}
+
+TEST_F(ChosenWriter, WithTheProgramOffTheHbdProgramIsMadeAlone)
+{
+    AddBore();
+    Config.MakeHBD = 1;
+    Config.HbdAvailable = true;
+    Run.CncOff = True;
+    RunProgramWriters();
+    EXPECT_EQ(Reported(), (Texts{NoHbd, Closing}));
 }
 
 } // namespace
