@@ -67,6 +67,16 @@ void WriteLine(SideTexts& sides, const RouteSegment& from, const RouteSegment& t
     EndOperation(sides);
 }
 
+// To three decimals first, then to those of the setting. Rounded between -180 and 180, so that a hair
+// below the X axis is 0 and not 360.
+Single EndAngle(const PlanePoint& centre, const PlanePoint& point)
+{
+    constexpr double halfTurn = 180, fullTurn = 360;
+    const double angle = Bearing(centre, point);
+    const double rounded = Val(FormatAngle(ToSingle(angle > halfTurn ? angle - fullTurn : angle)));
+    return ToSingle(rounded < 0 ? rounded + fullTurn : rounded);
+}
+
 // No radius, no line: the two points are the same.
 void WriteBulge(SideTexts& sides, const RouteSegment& from, const RouteSegment& to)
 {
@@ -81,9 +91,6 @@ void WriteBulge(SideTexts& sides, const RouteSegment& from, const RouteSegment& 
         clockwise = !clockwise;
     const double longWay = bulge > 1 ? -radius : radius;
     const PlanePoint centre = ArcCentre(PointOf(to), PointOf(from), clockwise ? -longWay : longWay);
-    // Three decimals first, then those of the setting.
-    const double end = Val(FormatAngle(ToSingle(Bearing(centre, PointOf(to)))));
-
     AppendSideText(sides, "W#2113{ ::WTa");
     AppendSideText(sides, "#8015=0");
     AppendSideText(sides, SideDepthWord(to.Z));
@@ -91,7 +98,7 @@ void WriteBulge(SideTexts& sides, const RouteSegment& from, const RouteSegment& 
     AddCoord(sides, "#32=", ToSingle(centre.Y - static_cast<double>(from.Y)));
     AppendSideText(sides, clockwise ? "#34=0" : "#34=1");
     AppendSideText(sides, "#8017=" + FormatAngle(ToSingle(radius)));
-    AddCoord(sides, "#8044=", ToSingle(end));
+    AddCoord(sides, "#8044=", EndAngle(centre, PointOf(to)));
     AddCoordUnlessZero(sides, "#2008=", from.Feed);
     EndOperation(sides);
 }

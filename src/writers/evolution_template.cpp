@@ -43,9 +43,10 @@ std::string OffsetRow(Long number, Single value)
 void FillOffsets(TemplateFields& fields)
 {
     const Single offsets[] = {Run.OffsetX, Run.OffsetY, Run.OffsetZ};
+    if (std::ranges::all_of(offsets, [](Single offset) { return offset == 0; }))
+        return;
     const Long row = FieldHolding(fields, "OFFS{");
-    const bool any = std::ranges::any_of(offsets, [](Single offset) { return offset != 0; });
-    if (row == 0 || !any)
+    if (row == 0)
         return;
     for (Long i = 0; i < 3; ++i)
         ReplaceField(fields, row + 1 + i, OffsetRow(i, offsets[i]));
@@ -64,8 +65,8 @@ Long RowOfVariable(const std::string& name)
 
 void FillVariables(TemplateFields& fields)
 {
-    const Long row = FieldHolding(fields, "VARV{");
-    if (row == 0 || row == fields.Count || Run.HasVars == 0)
+    const Long row = Run.HasVars != 0 ? FieldHolding(fields, "VARV{") : 0;
+    if (row == 0 || row == fields.Count)
         return;
     for (std::size_t i = 1; i < Run.VarNames.size(); ++i) {
         if (Run.VarNames[i].empty())
@@ -94,8 +95,10 @@ Int SortMode()
 void FillSorting(TemplateFields& fields)
 {
     const Int mode = SortMode();
+    if (mode == 0)
+        return;
     const Long row = FieldHolding(fields, "OPTI{");
-    if (mode == 0 || row == 0 || row == fields.Count)
+    if (row == 0 || row == fields.Count)
         return;
     Long place = row;
     for (const std::string& text : BuildOptimizerRows(mode))

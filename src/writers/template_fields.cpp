@@ -2,6 +2,7 @@
 // was read and keeps the replaced fields aside, so that joining is one walk over both.
 #include "writers/template_fields.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/text.h"
@@ -28,6 +29,7 @@ TemplateFields CutFields(std::string text, char separator)
     TemplateFields fields;
     fields.Source = std::move(text);
     fields.Separator = separator;
+    fields.Starts.reserve(1 + static_cast<std::size_t>(std::ranges::count(fields.Source, separator)));
     fields.Starts.push_back(0);
     for (std::size_t at = fields.Source.find(separator); at != std::string::npos;
          at = fields.Source.find(separator, at + 1))
@@ -57,22 +59,41 @@ void PutField(TemplateFields& fields, Long n, std::string text)
     ReplaceField(fields, n, std::move(text));
 }
 
+// Walks the source from hit to hit, whatever the number of its fields.
 Long FieldHolding(const TemplateFields& fields, std::string_view part)
 {
-    for (Long n = 1; n <= fields.Count; ++n) {
-        if (Holds(FieldText(fields, n), part))
+    const auto replaced =
+        std::ranges::find_if(fields.Replaced, [&](const auto& field) { return Holds(field.second, part); });
+    const Long first = replaced == fields.Replaced.end() ? 0 : replaced->first;
+    for (std::size_t at = fields.Source.find(part); at != std::string::npos;
+         at = fields.Source.find(part, at + 1)) {
+        const auto behind = std::ranges::upper_bound(fields.Starts, at);
+        const Long n = static_cast<Long>(behind - fields.Starts.begin());
+        if (first != 0 && n > first)
+            break;
+        if (!fields.Replaced.contains(n))
             return n;
     }
-    return 0;
+    return first;
 }
 
 std::string JoinedFields(const TemplateFields& fields)
 {
     std::string text;
     text.reserve(fields.Source.size());
-    for (Long n = 1; n <= fields.Count; ++n) {
-        if (n > 1)
-            text += fields.Separator;
+    const auto inSource = static_cast<Long>(fields.Starts.size());
+    std::size_t taken = 0; // of the source
+    for (const auto& [n, replacement] : fields.Replaced) {
+        if (n > inSource)
+            break;
+        const std::size_t start = fields.Starts[static_cast<std::size_t>(n - 1)];
+        text.append(fields.Source, taken, start - taken);
+        text += replacement;
+        taken = start + FieldOfSource(fields, n).size();
+    }
+    text.append(fields.Source, taken);
+    for (Long n = inSource + 1; n <= fields.Count; ++n) {
+        text += fields.Separator;
         text += FieldText(fields, n);
     }
     return text;

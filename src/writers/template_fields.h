@@ -28,7 +28,7 @@ std::string_view FieldText(const TemplateFields& fields, Long n);
 void ReplaceField(TemplateFields& fields, Long n, std::string text);
 // A field that is not there is added, with empty ones in front of it.
 void PutField(TemplateFields& fields, Long n, std::string text);
-// The first field that holds the text, 0 when none does.
+// The first field that holds the text, in which no separator stands; 0 when none does.
 Long FieldHolding(const TemplateFields& fields, std::string_view part);
 // Field 0: the fields with the separator between them.
 std::string JoinedFields(const TemplateFields& fields);

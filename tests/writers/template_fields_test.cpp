@@ -75,6 +75,15 @@ TEST(TemplateFields, TheFirstFieldThatHoldsATextIsFound)
     EXPECT_EQ(FieldHolding(fields, "var{"), 0);
     ReplaceField(fields, 3, "gone");
     EXPECT_EQ(FieldHolding(fields, "VAR{"), 4);
+    ReplaceField(fields, 4, "\nVAR{");
+    EXPECT_EQ(FieldHolding(fields, "VAR{"), 4);
+    PutField(fields, 9, "VAR{");
+    EXPECT_EQ(FieldHolding(fields, "VAR{"), 4);
+    ReplaceField(fields, 4, "");
+    EXPECT_EQ(FieldHolding(fields, "VAR{"), 9);
+    ReplaceField(fields, 1, "VAR{");
+    EXPECT_EQ(FieldHolding(fields, "VAR{"), 1);
+    EXPECT_EQ(FieldHolding(fields, "VARV{"), 2);
 }
 
 TEST(TemplateFields, AnotherSeparatorCutsElsewhere)
