@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
+#include <string>
 
 #include "geometry/point_grid.h"
+#include "shell/report.h"
 
 namespace kv {
 
@@ -37,10 +40,23 @@ void SettleStartMarkSequences(ChainList& list)
             list.Records[i].Sequence = list.Records[i + 2].Sequence;
 }
 
-void DropOutOfRange(ChainList& list)
+// A route that is not cut must be seen in the report.
+void TellLeftOut(const ChainList& list, const std::vector<Chain>& leftOut, const std::string& why)
 {
-    std::erase_if(list.Chains,
-                  [](const Chain& chain) { return chain.SortKey < 0 || chain.SortKey > HighestKey; });
+    std::map<Long, Long> countOfPass;
+    for (const Chain& chain : leftOut)
+        ++countOfPass[list.Records[chain.First].Pass];
+    for (const auto& [pass, count] : countOfPass)
+        ReportMessage(1, "Layer " + ShownLayerOfPass(pass) + ": " + WholeText(count) +
+                             (count == 1 ? " route is not cut, " : " routes are not cut, ") + why);
+}
+
+void DropOutOfRange(ChainList& list, const std::string& why)
+{
+    const auto inRange = [](const Chain& chain) { return chain.SortKey >= 0 && chain.SortKey <= HighestKey; };
+    const auto leftOut = std::stable_partition(list.Chains.begin(), list.Chains.end(), inRange);
+    TellLeftOut(list, {leftOut, list.Chains.end()}, why);
+    list.Chains.erase(leftOut, list.Chains.end());
 }
 
 void SortByKey(ChainList& list)
@@ -81,6 +97,7 @@ void OrderByNearness(ChainList& list)
     const double area = static_cast<double>(Run.SideWidth[Face]) * Run.SideHeight[Face];
     const double limit = area * area; // of a squared distance
     PlanePoint at = {Run.SideWidth[Face], Run.SideHeight[Face]};
+    std::vector<bool> reached(list.Chains.size());
     ChainList ordered;
     ordered.Records.reserve(list.Records.size());
     for (std::size_t n = 0; n < list.Chains.size(); ++n) {
@@ -90,10 +107,16 @@ void OrderByNearness(ChainList& list)
         if (next == PointGrid::None || !(SquaredDistance(at, grid.At(next)) < limit))
             break;
         grid.Remove(next);
+        reached[static_cast<std::size_t>(next)] = true;
         const Chain& chain = list.Chains[static_cast<std::size_t>(next)];
         at = PointOf(list.Records[chain.Last]);
         AppendChain(ordered, list, chain);
     }
+    std::vector<Chain> outOfReach;
+    for (std::size_t n = 0; n < list.Chains.size(); ++n)
+        if (!reached[n])
+            outOfReach.push_back(list.Chains[n]);
+    TellLeftOut(list, outOfReach, "too far away from the panel for its size");
     list = std::move(ordered);
 }
 
@@ -106,7 +129,7 @@ void OrderByTool(ChainList& list)
     }
     for (Chain& chain : list.Chains)
         chain.SortKey = list.Records[chain.First].ToolNo;
-    DropOutOfRange(list);
+    DropOutOfRange(list, "its tool number is below 0");
     SortByKey(list);
 }
 
@@ -116,7 +139,7 @@ void OrderBySequence(ChainList& list)
         return;
     for (Chain& chain : list.Chains)
         chain.SortKey = list.Records[chain.First].Sequence + std::abs(Run.MinSequence) + SequenceBase;
-    DropOutOfRange(list);
+    DropOutOfRange(list, "its sequence is out of range");
     SortByKey(list);
 }
 

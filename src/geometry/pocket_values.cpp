@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "conversion/layer_rules.h"
+#include "geometry/route_runs.h"
 #include "platform/text.h"
 #include "shell/report.h"
 
@@ -12,13 +12,6 @@ namespace {
 
 constexpr Long CompNumberStart = 6; // "G42 R5": the tool radius
 constexpr std::size_t CompCodeLength = 3;
-constexpr Long FirstRouteRow = 4; // of the layer table: the row of pass 1
-
-std::string_view LayerOf(Long pass)
-{
-    const std::size_t row = static_cast<std::size_t>(pass) + FirstRouteRow - 1;
-    return pass > 0 && row < Run.LayerTable.size() ? std::string_view(Run.LayerTable[row]) : "";
-}
 
 } // namespace
 
@@ -39,12 +32,12 @@ Text<10> CompOnSide(const Text<10>& comp, PocketSide side)
 
 bool IsExcavation(Long pass)
 {
-    return Holds(LayerOf(pass), "EXCAV");
+    return Holds(ShownLayerOfPass(pass), "EXCAV");
 }
 
 void TellOfPocket(Long pass, std::string_view what)
 {
-    ReportMessage(1, "Layer " + ShownLayer(LayerOf(pass)) + ": " + std::string(what));
+    ReportMessage(1, "Layer " + ShownLayerOfPass(pass) + ": " + std::string(what));
 }
 
 void ReportUncleared(Long pass)

@@ -1,5 +1,7 @@
 #include "geometry/route_runs.h"
 
+#include "conversion/layer_rules.h"
+
 namespace kv {
 
 namespace {
@@ -67,6 +69,13 @@ RouteSegment SegmentOfCircle(const RouteCircle& circle)
     record.Side = circle.Side;
     record.ExtraSlot = circle.ExtraSlot;
     return record;
+}
+
+std::string ShownLayerOfPass(Long pass)
+{
+    constexpr Long firstRouteRow = 4; // of the layer table: the row of pass 1
+    const std::size_t row = static_cast<std::size_t>(pass + firstRouteRow - 1);
+    return pass > 0 && row < Run.LayerTable.size() ? ShownLayer(Run.LayerTable[row]) : std::string();
 }
 
 LeadValues LeadValuesOf(Single leadIn, Single rampOut, Single rampIn)

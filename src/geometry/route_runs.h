@@ -4,6 +4,7 @@
 // next mark.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "conversion/run.h"
@@ -47,6 +48,9 @@ void StoreSegments(const std::vector<RouteSegment>& records);
 
 // A record with all fields that a circle shares with it.
 RouteSegment SegmentOfCircle(const RouteCircle& circle);
+
+// The layer of a route pass as people know it; empty where there is none.
+std::string ShownLayerOfPass(Long pass);
 
 // Lead of a route or circle after the run's defaults: lengths in drawing units, ramps as depths
 // (minus the height; 0: no ramp).

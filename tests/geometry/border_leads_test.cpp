@@ -5,17 +5,17 @@
 #include "geometry/lead_routes.h"
 #include "support/scene.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 namespace {
 
 class LeadsAtTheBorder : public testing::Test {
   protected:
     void SetUp() override
     {
-        ResetProcess();
+        test::ResetProcess();
         LayPanel();
     }
-    void TearDown() override { ResetProcess(); }
+    void TearDown() override { test::ResetProcess(); }
 };
 
 Route LineRoute(const PlanePoint& from, const PlanePoint& to)
@@ -274,4 +274,4 @@ TEST_F(LeadsAtTheBorder, LineWithoutLengthHasLeadsThatAreNumbers)
 }
 
 } // namespace
-} // namespace kv::test
+} // namespace kv::lead_test

@@ -5,17 +5,17 @@
 #include "geometry/lead_routes.h"
 #include "support/scene.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 namespace {
 
 class LeadsOfContours : public testing::Test {
   protected:
     void SetUp() override
     {
-        ResetProcess();
+        test::ResetProcess();
         LayPanel();
     }
-    void TearDown() override { ResetProcess(); }
+    void TearDown() override { test::ResetProcess(); }
 };
 
 Route Ramped(Route route, double in, double out)
@@ -493,4 +493,4 @@ TEST_F(LeadsOfContours, LimitsOfAnEdgeAreThoseOfItsView)
 }
 
 } // namespace
-} // namespace kv::test
+} // namespace kv::lead_test

@@ -10,7 +10,7 @@
 
 #include "geometry/lead_routes.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 
 constexpr double TruePi = 3.14159265358979323846;
 
@@ -117,4 +117,4 @@ inline std::vector<Move> MovesOf(const Route& route)
     return moves;
 }
 
-} // namespace kv::test
+} // namespace kv::lead_test

@@ -13,7 +13,7 @@
 #include "geometry/leads.h"
 #include "geometry/route_elements.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 
 using Route = std::vector<RouteSegment>;
 
@@ -196,4 +196,4 @@ inline RouteSegment AtDepth(RouteSegment record, double z)
     return record;
 }
 
-} // namespace kv::test
+} // namespace kv::lead_test

@@ -8,7 +8,7 @@
 #include "geometry/plain_leads.h"
 #include "support/scene.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 namespace {
 
 using Random = std::mt19937;
@@ -107,7 +107,7 @@ Route RandomContour(Random& random, std::string_view comp)
             continue;
         if (OneOf(random, 3) == 0) { // a seam without a corner
             const double in = MovesOf(Join({RecordsOf(spans.front())}, "")).front().StartDirection;
-            const double turn = 2 * test::Between(DirectionOf(last.From, last.To), in);
+            const double turn = 2 * lead_test::Between(DirectionOf(last.From, last.To), in);
             if (std::fabs(turn) < 5 || std::fabs(turn) > 280)
                 continue;
             last.Bulge = std::tan(turn / 4 * TruePi / 180);
@@ -227,10 +227,10 @@ void ExpectStraight(const Move& lead, const PlanePoint& seam, const PlanePoint& 
     EXPECT_NEAR(LengthOf(lead), closed ? s.Capped : length, 0.01);
     const double bearing = DirectionOf(seam, far);
     if (closed) { // across the way's end, on the tool's side
-        EXPECT_NEAR(test::Between(s.Out + 90 * s.Side, bearing), 0, Tangent);
+        EXPECT_NEAR(lead_test::Between(s.Out + 90 * s.Side, bearing), 0, Tangent);
         EXPECT_GT(SideOf(seam, s.Out, far, s.Side), 0);
     } else { // in the middle of the room
-        EXPECT_NEAR(test::Between(s.In + s.Side * s.Room / 2, bearing), 0, Tangent);
+        EXPECT_NEAR(lead_test::Between(s.In + s.Side * s.Room / 2, bearing), 0, Tangent);
         EXPECT_GT(SideOf(seam, s.In, far, s.Side), 0);
         EXPECT_GT(SideOf(seam, s.Out, far, s.Side), 0);
     }
@@ -239,7 +239,7 @@ void ExpectStraight(const Move& lead, const PlanePoint& seam, const PlanePoint& 
 void ExpectRampedOut(const Move& out, const Led& led, const SeamFigures& s, double length)
 {
     const Move& first = led.Own.front();
-    EXPECT_NEAR(test::Between(s.In, out.StartDirection), 0, Tangent);
+    EXPECT_NEAR(lead_test::Between(s.In, out.StartDirection), 0, Tangent);
     EXPECT_EQ(out.Arc, first.Arc);
     if (!first.Arc) {
         EXPECT_NEAR(LengthOf(out), s.Capped, 0.01);
@@ -269,7 +269,7 @@ void CheckContour(const Route& route, const Wish& wish, int side)
     s.Room = Left(side * (s.Out + 180 - s.In));
     const double reach = LengthOf(first) < 0.008 ? first.Radius : LengthOf(first);
     s.Capped = std::min(reach, wish.Length);
-    const bool smooth = std::fabs(test::Between(s.In, s.Out)) < 0.01;
+    const bool smooth = std::fabs(lead_test::Between(s.In, s.Out)) < 0.01;
     const bool closed = smooth || s.Room > 180;
     EXPECT_EQ(led.All.front().Z, wish.RampIn != 0 ? Single(-wish.RampIn) : route.front().Z);
     EXPECT_EQ(led.All.back().Z, wish.RampOut != 0 ? Single(-wish.RampOut) : route.back().Z);
@@ -278,7 +278,7 @@ void CheckContour(const Route& route, const Wish& wish, int side)
         ExpectRampedOut(out, led, s, wish.Length);
     } else if (closed && !IsShort(last, wish.Length, side)) {
         ExpectQuarterArc(out, wish.Length, side);
-        EXPECT_NEAR(test::Between(s.Out, out.StartDirection), 0, Tangent);
+        EXPECT_NEAR(lead_test::Between(s.Out, out.StartDirection), 0, Tangent);
         EXPECT_GT(SideOf(seam, s.Out, out.Centre, side), 0);
         EXPECT_NEAR(SideOf(seam, s.Out, out.To, side), wish.Length, 0.05);
     } else {
@@ -292,7 +292,7 @@ void CheckContour(const Route& route, const Wish& wish, int side)
         return;
     }
     ExpectQuarterArc(in, wish.Length, side);
-    EXPECT_NEAR(test::Between(s.In, in.EndDirection), 0, Tangent);
+    EXPECT_NEAR(lead_test::Between(s.In, in.EndDirection), 0, Tangent);
     EXPECT_GT(SideOf(seam, s.In, in.Centre, side), 0);
     EXPECT_NEAR(SideOf(seam, s.In, in.From, side), wish.Length, 0.05);
 }
@@ -301,7 +301,8 @@ void CheckContour(const Route& route, const Wish& wish, int side)
 bool IsOnTheEdgeOfARule(const Route& route, const Wish& wish)
 {
     const std::vector<Move> moves = MovesOf(route);
-    const double turn = std::fabs(test::Between(moves.back().EndDirection, moves.front().StartDirection));
+    const double turn =
+        std::fabs(lead_test::Between(moves.back().EndDirection, moves.front().StartDirection));
     if ((turn > 0.005 && turn < 0.1) || turn > 179.9)
         return true;
     for (const Move* move : {&moves.front(), &moves.back()})
@@ -314,10 +315,10 @@ class LeadsOfRandomRoutes : public testing::Test {
   protected:
     void SetUp() override
     {
-        ResetProcess();
+        test::ResetProcess();
         LayPanel();
     }
-    void TearDown() override { ResetProcess(); }
+    void TearDown() override { test::ResetProcess(); }
 };
 
 TEST_F(LeadsOfRandomRoutes, ContoursAreLedOnTheToolsSideAndTangentToTheirWay)
@@ -377,7 +378,7 @@ void CheckBorderLead(const Move& lead, const Move& element, bool atStart, const 
     const PlanePoint far = atStart ? lead.From : lead.To;
     const double way = atStart ? element.StartDirection : element.EndDirection;
     const double met = atStart ? lead.EndDirection : lead.StartDirection;
-    EXPECT_NEAR(test::Between(way, met), 0, Tangent);
+    EXPECT_NEAR(lead_test::Between(way, met), 0, Tangent);
     const double outward = border.Outward;
     const double ext = atStart ? way + 180 : way;
     const bool along =
@@ -400,7 +401,7 @@ void CheckBorderLead(const Move& lead, const Move& element, bool atStart, const 
 bool LeavesOutward(const Move& element, bool atStart, const BorderPoint& border)
 {
     const double ext = atStart ? element.StartDirection + 180 : element.EndDirection;
-    const double turned = std::fabs(test::Between(ext, border.Outward));
+    const double turned = std::fabs(lead_test::Between(ext, border.Outward));
     if (border.Corner) // out through one of its two edges is enough, but it must not come back in
         return Outside(OnCircle(atStart ? element.From : element.To, 10, ext)) > 1;
     // Not next to a right angle from the border, where the last digits tell the arc's side.
@@ -558,4 +559,4 @@ TEST_F(LeadsOfRandomRoutes, AreThePlainRulesToTheBit)
 }
 
 } // namespace
-} // namespace kv::test
+} // namespace kv::lead_test

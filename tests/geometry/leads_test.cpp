@@ -7,17 +7,17 @@
 #include "shell/report.h"
 #include "support/scene.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 namespace {
 
 class LeadsOfRoutes : public testing::Test {
   protected:
     void SetUp() override
     {
-        ResetProcess();
+        test::ResetProcess();
         LayPanel();
     }
-    void TearDown() override { ResetProcess(); }
+    void TearDown() override { test::ResetProcess(); }
 };
 
 std::vector<int> Percents;
@@ -327,4 +327,4 @@ TEST_F(LeadsOfRoutes, RampAlongANearlyStraightBulgeIsAsLongAsTheLead)
 }
 
 } // namespace
-} // namespace kv::test
+} // namespace kv::lead_test

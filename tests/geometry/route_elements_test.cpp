@@ -4,13 +4,13 @@
 #include "geometry/lead_routes.h"
 #include "support/scene.h"
 
-namespace kv::test {
+namespace kv::lead_test {
 namespace {
 
 class ElementsOfRoutes : public testing::Test {
   protected:
-    void SetUp() override { ResetProcess(); }
-    void TearDown() override { ResetProcess(); }
+    void SetUp() override { test::ResetProcess(); }
+    void TearDown() override { test::ResetProcess(); }
 };
 
 constexpr double Degrees = 180 / 3.14159265358979323846;
@@ -156,4 +156,4 @@ TEST_F(ElementsOfRoutes, AngleBetweenTakesTheShortWay)
 }
 
 } // namespace
-} // namespace kv::test
+} // namespace kv::lead_test

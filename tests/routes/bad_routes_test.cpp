@@ -167,6 +167,19 @@ TEST_F(BadRoutes, HugePlacesAreTooFarToBeOrdered)
             << huge;
 }
 
+// A reach of 4 by 3 inches is 12; the part is drawn further out than that.
+TEST_F(BadRoutes, RoutesOutOfReachOfASmallPanelAreTold)
+{
+    EXPECT_TRUE(
+        Home.Convert(Drawing(Rectangle("BORDER Z18", 50, 50, 4, 3) + Line("ROUTEZ5T71", 51, 51, 53, 51) +
+                             Line("ROUTEZ5T71", 51, 52, 53, 52) + Line("ROUTEZ6T71", 51, 52.5, 53, 52.5))));
+    EXPECT_FALSE(Home.HasProgram());
+    EXPECT_TRUE(Told("Layer ROUTEZ5T71: 2 routes are not cut, too far away from the panel for its size"))
+        << Home.ReportText();
+    EXPECT_TRUE(Told("Layer ROUTEZ6T71: 1 route is not cut, too far away from the panel for its size"));
+    EXPECT_TRUE(Told("No Selected Operations found for PTP"));
+}
+
 TEST_F(BadRoutes, HugeAnglesAndBulges)
 {
     ExpectNumbers(Arc(Route, 100, 100, 50, 1e30, -1e30));

@@ -166,6 +166,8 @@ TEST_F(LinkingScene, ANegativeToolIsOutOfTheSortAndDropsOut)
 {
     Expect(Line("ROUTEZ5T-71", 500, 300, 400, 300) + Line(Route, 100, 100, 200, 100),
            {Start + "X100Y100Z5", "G1G90X200Y100Z5"});
+    EXPECT_TRUE(Home.Reported("Layer ROUTEZ5T-71: 1 route is not cut, its tool number is below 0"))
+        << Home.ReportText();
 }
 
 TEST_F(LinkingScene, WithNothingButANegativeToolThereIsNoProgram)
