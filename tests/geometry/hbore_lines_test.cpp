@@ -196,6 +196,16 @@ TEST_F(HorizontalLines, LimitsAreTakenLessTheOrigin)
     EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}})); // 2400 - 2000 - 30
 }
 
+TEST_F(HorizontalLines, TheEdgesStandAtTheExtentsNotAtTheSize)
+{
+    kv::Run.SideWidth[5] = 599;
+    kv::Run.SideHeight[5] = 399;
+    EXPECT_EQ(EdgeOf({{600, 100, 570, 100}, {570, 96, 570, 104}}), 4);
+    EXPECT_EQ(EdgeOf({{100, 400, 100, 370}, {96, 370, 104, 370}}), 1);
+    EXPECT_EQ(EdgeOf({{599, 100, 570, 100}, {570, 96, 570, 104}}), 0);
+    EXPECT_EQ(EdgeOf({{100, 399, 100, 370}, {96, 370, 104, 370}}), 0);
+}
+
 TEST_F(HorizontalLines, TheLineAcrossGivesWidthMiddleAndValues)
 {
     Add({0, 100, 30, 100});

@@ -1,5 +1,7 @@
 // Bores of the face in programs of the horizontal drilling machine: which belong to the edge, their
 // tools and words, and the mirror images that are made with them. The panel is 600 by 400 by 18.
+#include <cmath>
+
 #include "conversion/run.h"
 #include "writers/hbd_scene.h"
 
@@ -255,6 +257,21 @@ TEST_F(HbdFaceBores, AnotherDepthPlaceOrDistanceIsNoImage)
         AddFaceBore(row.ImageX, row.ImageY + 0.001F);
         FaceLines();
         EXPECT_EQ(Groups(), (GroupsOfBores{0, 1, 1, 1})) << row.Edge;
+    }
+}
+
+TEST_F(HbdFaceBores, TheLastBitOfTheRowDecidesOnAnImage)
+{
+    const Single beside = std::nextafter(1.0F, 2.0F); // 600 less this is 599 again
+    const std::vector<ImageRow> rows = {
+        {1, 1, 34, beside, 366}, {2, 1, 366, beside, 34}, {3, 34, 1, 566, beside}, {4, 566, 1, 34, beside}};
+    for (const ImageRow& row : rows) {
+        NewDrawing("DOOR");
+        Drill(row.Edge);
+        AddFaceBore(row.X, row.Y);
+        AddFaceBore(row.ImageX, row.ImageY);
+        FaceLines();
+        EXPECT_EQ(Groups(), (GroupsOfBores{0, 1})) << row.Edge;
     }
 }
 
