@@ -3,6 +3,7 @@
 // leaves HeadPositions in the order of the chains, and no bores.
 #include "optimizer/head_positions.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <string_view>
