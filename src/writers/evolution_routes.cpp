@@ -1,9 +1,10 @@
 // Routes as lines of a Genesis Evolution program: start, straight spans, bulged spans by radius and
 // centre offset, arcs by centre and end angle. Relies on chained and mirrored records, a route's first
 // record having a negative Dir; leaves the lines and clears start marks in the records.
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <string>
 
 #include "geometry/route_runs.h"
 #include "platform/text.h"
@@ -146,14 +147,15 @@ double RoundedToFiveDecimals(double value)
     constexpr int exactDecimals = 40;  // enough to tell a tie from its neighbours
     if (!(value < coarse))
         return value;
-    char text[64];
-    const char* const end =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, exactDecimals).ptr;
-    char* const point = std::find(text, text + sizeof text, '.');
-    const bool up = point[decimals + 1] >= '5' && point + decimals + 1 < end;
-    std::rotate(point, point + 1, point + decimals + 1); // the point goes behind the last decimal
+    std::array<char, 64> buffer{};
+    const std::to_chars_result written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                                       std::chars_format::fixed, exactDecimals);
+    std::string digits(buffer.data(), written.ptr);
+    const std::size_t point = digits.find('.');
+    digits.erase(point, 1);
+    const bool up = digits[point + decimals] >= '5';
     long long steps = 0;
-    std::from_chars(text, point + decimals, steps);
+    std::from_chars(digits.data(), digits.data() + point + decimals, steps);
     return static_cast<double>(steps + (up ? 1 : 0)) / wholeSteps;
 }
 
