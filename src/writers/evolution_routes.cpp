@@ -184,7 +184,8 @@ bool WriteEvolutionRoutes(EvolutionProgram& program)
         if (kind != 3 || i == RouteSegments.Last())
             continue;
         ++i; // an arc is two records
-        ++program.Done;
+        if (!TakeEvolutionRecord(program))
+            return false;
         WriteArc(program.Sides, record, RouteSegments[i]);
     }
     return true;

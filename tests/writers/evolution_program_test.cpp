@@ -212,12 +212,13 @@ TEST_F(EvolutionFile, TheMeterCountsBoresEdgeBoresAndRouteRecords)
     static std::vector<int> percents;
     percents.clear();
     AddEachClass();
+    AddArc({300, 10}, {350, 10}, {400, 10}, 180, 0, 1); // two records
     Report.MeterMoved = [](Meter meter, int percent) {
         if (meter == Meter::PgmCode)
             percents.push_back(percent);
     };
     WriteEvolutionProgram();
-    EXPECT_EQ(percents, (std::vector<int>{25, 50, 75, 100}));
+    EXPECT_EQ(percents, (std::vector<int>{16, 33, 50, 66, 83, 100}));
 }
 
 TEST_F(EvolutionFile, BoresMadeElsewhereAreLeftOut)

@@ -86,6 +86,13 @@ TEST(TemplateFields, TheFirstFieldThatHoldsATextIsFound)
     EXPECT_EQ(FieldHolding(fields, "VARV{"), 2);
 }
 
+TEST(TemplateFields, AReplacedFieldInFrontIsFoundBeforeTheSources)
+{
+    TemplateFields fields = CutFields("a\rb\rVAR{\rVAR{");
+    ReplaceField(fields, 2, "VAR{");
+    EXPECT_EQ(FieldHolding(fields, "VAR{"), 2);
+}
+
 TEST(TemplateFields, AnotherSeparatorCutsElsewhere)
 {
     const TemplateFields fields = CutFields("a;b\r;c", ';');
