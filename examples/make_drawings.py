@@ -266,7 +266,87 @@ def edge_views(folder):
     drawing.saveas(folder / "edge_views.dxf")
 
 
+def t_lines(folder):
+    """A panel whose edge bores are drawn in plan: an axis from the edge, a line across its inner end."""
+    drawing = ezdxf.new("R2010")
+    space = drawing.modelspace()
+    x0, y0, width, height = 30, 20, 600, 400
+    space.add_lwpolyline(rectangle(x0, y0, width, height), close=True, dxfattribs={"layer": "BORDER_Z18"})
+
+    def edge_bore(layer, outer, inner, diameter, from_edge=True):
+        along_x = outer[1] == inner[1]
+        half = (0, diameter / 2) if along_x else (diameter / 2, 0)
+        axis = (outer, inner) if from_edge else (inner, outer)
+        cross = ((inner[0] - half[0], inner[1] - half[1]), (inner[0] + half[0], inner[1] + half[1]))
+        for start, end in (axis, cross):
+            space.add_line((x0 + start[0], y0 + start[1]), (x0 + end[0], y0 + end[1]),
+                           dxfattribs={"layer": layer})
+
+    # Right: a dowel with glue, one without, and a bore that stays empty.
+    edge_bore("HBORE_Z9_T03_DG", (600, 64), (570, 64), 8)
+    edge_bore("HBORE_Z9_T03_DI", (600, 336), (570, 336), 8, from_edge=False)
+    edge_bore("HBORE_Z9_F1200", (600, 200), (566, 200), 5)
+    # Left: bores with a spindle speed, which the horizontal machine leaves to the others.
+    for along in (64, 336):
+        edge_bore("HBORE_Z9_S4_F1200", (0, along), (30, along), 8)
+    # Above and below: two bores of 8 and 5 mm each.
+    for along, diameter in ((100, 8), (500, 5)):
+        edge_bore("HBORE_Z9_F1200", (along, 400), (along, 370), diameter)
+        edge_bore("HBORE_Z9_F1200", (along, 0), (along, 30), diameter, from_edge=False)
+    # An axis without its cross line and a loose line make no bore.
+    space.add_line((x0 + 300, y0), (x0 + 300, y0 + 30), dxfattribs={"layer": "HBORE_Z9"})
+    space.add_line((x0 + 290, y0 + 80), (x0 + 310, y0 + 80), dxfattribs={"layer": "HBORE_Z9"})
+
+    # Fitting bores near the right edge with their mirror images near the left one; one pair differs in
+    # depth, one bore near the edge has a tool that the horizontal machine does not have.
+    for along in (32, 96, 304, 368):
+        for x in (566, 34):
+            space.add_circle((x0 + x, y0 + along), 4, dxfattribs={"layer": "VBORE_Z13_FD2000"})
+    for x, depth in ((566, 13), (34, 11)):
+        space.add_circle((x0 + x, y0 + 200), 2.5, dxfattribs={"layer": f"VBORE_Z{depth}"})
+    space.add_circle((x0 + 580, y0 + 120), 5, dxfattribs={"layer": "VBORE_Z12"})
+    space.add_point((x0 + 300, y0 + 200), dxfattribs={"layer": "VBORE_D35_Z13_FD1500"})
+    # A slot across the middle.
+    space.add_lwpolyline([(x0 + 200, y0 + 250), (x0 + 400, y0 + 250)],
+                         dxfattribs={"layer": "ROUTE1_Z6_T102_S18_F4000_FD2000"})
+    drawing.saveas(folder / "t_lines.dxf")
+
+
+def system_rows(folder):
+    """A cabinet side with rows of bores at 32 mm both ways; its border asks for the drill optimizer."""
+    drawing = ezdxf.new("R2010")
+    space = drawing.modelspace()
+    x0, y0 = 15, 25
+    space.add_lwpolyline(rectangle(x0, y0, 1184, 560), close=True, dxfattribs={"layer": "BORDER_OP_Z19"})
+
+    def bores(layer, points):
+        for x, y in points:
+            space.add_point((x0 + x, y0 + y), dxfattribs={"layer": layer})
+
+    five = "VBORE_D5_Z13_S6_FD3000"
+    # Along X: two rows at 32, as long as the head's, one of them with a bore drawn twice; one at 64.
+    bores(five, [(144 + 32 * hole, 37) for hole in range(8)])
+    bores(five, [(144 + 32 * hole, 523) for hole in range(8)] + [(208.1, 523)])
+    bores(five, [(608 + 64 * hole, 37) for hole in range(4)])
+    # Along Y: a row of three and a bore 160 above it, which rides along with the row; a pair and a
+    # bore 160 below it, which does when the pair is drilled with other spindles of the row.
+    bores(five, [(1000, 150 + 32 * hole) for hole in range(3)] + [(1000, 374)])
+    bores(five, [(900, 310), (900, 342), (900, 150)])
+    # Dowels: pairs at 32 both ways, and one bore alone.
+    eight = "VBORE_D8_Z12"
+    bores(eight, [(60, 264), (60, 296), (1124, 280), (500, 280), (532, 280)])
+    # A cup, a bore through the side, a diameter that the head has not, and one spindle by its number.
+    bores("VBORE_D35_Z13_FD1500", [(700, 280)])
+    bores("VBORE_D10_Z20", [(800, 300)])
+    bores("VBORE_D12_Z13", [(400, 420)])
+    bores("VBORE_D5_T07_Z13", [(300, 300)])
+    # Routes and grooves do not care for the head.
+    space.add_line((x0, y0 + 545), (x0 + 1184, y0 + 545), dxfattribs={"layer": "GROOVE_D8_K4_Z9"})
+    drawing.saveas(folder / "system_rows.dxf")
+
+
 if __name__ == "__main__":
     target = Path(sys.argv[1] if len(sys.argv) > 1 else Path(__file__).parent / "drawings")
-    for draw in (door, side, bottom, inch, routed_door, countertop, nested_sheet, edge_views):
+    for draw in (door, side, bottom, inch, routed_door, countertop, nested_sheet, edge_views,
+                 t_lines, system_rows):
         draw(target)

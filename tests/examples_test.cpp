@@ -3,8 +3,6 @@
 // in a folder named SORG, so that shop notes find their place beside it.
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -18,6 +16,7 @@
 #include "platform/paths.h"
 #include "shell/report.h"
 #include "shell/settings.h"
+#include "support/index_row.h"
 #include "writers/program_writers.h"
 
 namespace kv {
@@ -223,51 +222,28 @@ TEST_F(Examples, EdgesRoutedInTheirViews)
     ExpectProgram("edge_views", "SRG/E/DGE_VIEW.S");
 }
 
-// One row of the index as the drawings below must leave it.
-struct IndexRow {
-    const char* Name;
-    const char* Description;
-    int Flags;
-    char Unit;
-    float Length, Width, Thickness;
-    int Sides;
-    char Kind;
-};
-
-std::string IndexBytes(const IndexRow& row)
+// Bores in plan that no cross line ends are none.
+TEST_F(Examples, PanelWithEdgeBoresDrawnAsLines)
 {
-    std::string bytes(82, '\0');
-    const auto put = [&](std::size_t at, std::size_t width, std::string text) {
-        text.resize(width, ' ');
-        bytes.replace(at, width, text);
-    };
-    put(0, 12, row.Name);
-    put(12, 1, " ");
-    put(13, 25, row.Description);
-    put(38, 8, "03/09/24");
-    put(46, 1, " ");
-    bytes[47] = static_cast<char>(row.Flags);
-    bytes[53] = row.Unit;
-    std::memcpy(&bytes[54], &row.Length, 4);
-    std::memcpy(&bytes[58], &row.Width, 4);
-    std::memcpy(&bytes[62], &row.Thickness, 4);
-    bytes[70] = 1;
-    bytes[72] = static_cast<char>(row.Sides | 0xA0);
-    bytes[74] = row.Kind;
-    bytes[77] = '\xA0';
-    bytes[79] = 'N';
-    put(80, 2, "\r\n");
-    return bytes;
+    ExpectProgram("t_lines", "SRG/T/_LINES");
+}
+
+// Rows along X are G183, rows along Y an empty line and G184; a bore above a row and one below another
+// ride along and have no line of their own.
+TEST_F(Examples, SystemRowsForTheBoringHead)
+{
+    ExpectProgram("system_rows", "SRG/S/YSTEM_RO.WS");
 }
 
 // In the order of names, whatever the order of work. Sides and kind of a record also tell of the
 // drawings before it: the sides of bottom stay for all that follow, its kind of work does not.
 TEST_F(Examples, IndexOfAllInOneProcess)
 {
-    for (const char* const name : {"door", "side", "bottom", "bottom_views", "drawer_front", "panel_solid",
-                                   "inch", "routed_door", "countertop", "nested_sheet", "edge_views"})
+    for (const char* const name :
+         {"door", "side", "bottom", "bottom_views", "drawer_front", "panel_solid", "inch", "routed_door",
+          "countertop", "nested_sheet", "edge_views", "t_lines", "system_rows"})
         Convert(name);
-    const std::vector<IndexRow> rows = {
+    const std::vector<index_row::Row> rows = {
         {"BOTTOM", "KORVANTI DXF IMPORT", 0, 'M', 568, 500, 19, 0x1F, 'N'},
         {"BOTTOM_VIEWS", "KORVANTI DXF IMPORT", 0, 'M', 568, 500, 19, 0x1F, 'N'},
         {"COUNTERTOP", "KORVANTI DXF IMPORT", 0, 'M', 2400, 600, 38, 0x1F, 's'},
@@ -279,10 +255,12 @@ TEST_F(Examples, IndexOfAllInOneProcess)
         {"PANEL_SOLID", "KORVANTI DXF IMPORT", 0, 'M', 800, 400, 16, 0x1F, 's'},
         {"ROUTED_DOOR", "KORVANTI DXF IMPORT", 0, 'M', 596, 716, 19, 0x1F, 's'},
         {"SIDE", "SIDE LEFT OAK", 0, 'M', 720, 560, 19, 0x10, 's'},
+        {"SYSTEM_ROWS", "KORVANTI DXF IMPORT", 0, 'M', 1184, 560, 19, 0x1F, 's'},
+        {"T_LINES", "KORVANTI DXF IMPORT", 0, 'M', 600, 400, 18, 0x1F, 'N'},
     };
     std::string expected;
-    for (const IndexRow& row : rows)
-        expected += IndexBytes(row);
+    for (const index_row::Row& row : rows)
+        expected += index_row::Bytes(row, "03/09/24");
     EXPECT_EQ(FileBytes(Root / "SORG" / "INDICE.PRG"), expected);
 }
 

@@ -68,7 +68,8 @@ TEST_P(CheckedExamples, CanBeRun)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, CheckedExamples,
-                         testing::Values("routed_door", "edge_views", "nested_sheet", "countertop"));
+                         testing::Values("routed_door", "edge_views", "nested_sheet", "countertop",
+                                         "t_lines"));
 
 // --- random drawings
 
