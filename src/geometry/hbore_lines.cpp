@@ -28,7 +28,7 @@ bool Meet(double a, double b)
 
 bool Spans(double from, double to, double place)
 {
-    return place > std::min(from, to) - Reach && place < std::max(from, to) + Reach;
+    return std::min(from, to) - place < Reach && place - std::max(from, to) < Reach;
 }
 
 struct EdgeTest {
@@ -96,11 +96,11 @@ bool IsSlanted(const HBoreLineRecord& line)
 std::vector<Long> AxesOn(const HBoreLineRecord& cross, const std::vector<Long>& axes, const PointGrid& ends)
 {
     std::vector<Long> found;
+    const GridBox line{std::min(cross.X1, cross.X2), std::min(cross.Y1, cross.Y2),
+                       std::max(cross.X1, cross.X2), std::max(cross.Y1, cross.Y2)};
     const auto reaches = [&](const GridBox& box) {
-        return box.MinX < std::max(cross.X1, cross.X2) + 2 * Reach &&
-               box.MaxX > std::min(cross.X1, cross.X2) - 2 * Reach &&
-               box.MinY < std::max(cross.Y1, cross.Y2) + 2 * Reach &&
-               box.MaxY > std::min(cross.Y1, cross.Y2) - 2 * Reach;
+        return box.MinX - line.MaxX < Reach && line.MinX - box.MaxX < Reach && box.MinY - line.MaxY < Reach &&
+               line.MinY - box.MaxY < Reach;
     };
     ends.Walk(reaches, [&](Long axis) {
         if (EndsOn(HBoreLines[axes[static_cast<std::size_t>(axis)]], cross))
