@@ -127,13 +127,27 @@ TEST_F(HbdDrawings, AToolNumberThatNoMachineHasFailsTheJobWithOneLine)
 
 TEST_F(HbdDrawings, MirroredToTheMachinesCornerTheBoresKeepTheirEdge)
 {
-    // The origin in the upper right corner: bores of the left edge count Y from above, and a bore of the
-    // face 34 from the left edge stands 34 from the right one of the mirrored panel.
+    // The corner at the upper right: Y of a bore in the left edge counts from above, so the first one is
+    // at 300; the bore of the face that is 34 from the right edge of the drawing is at X34 of the program.
     const std::string drawing =
         Rectangle("BORDER UR", 200, 200, 600, 400) + LeftTees + Circle("VBORE D5Z13", 766, 300, 2.5);
     ASSERT_TRUE(Home.Convert(Drawing(drawing))) << Home.ReportText();
-    EXPECT_TRUE(Holds(Hbd(), "#8020=300 ")) << Hbd();
+    EXPECT_LT(Hbd().find("#8020=300 "), Hbd().find("#8020=100 ")) << Hbd();
     EXPECT_TRUE(Holds(Hbd(), "#1=300 #2=hf-34 ")) << Hbd();
+}
+
+TEST_F(HbdDrawings, FaceBoresOfTheUpperEdgeAreThoseAtY0)
+{
+    // From the upper left corner these stand at the upper edge; from the lower left one across the panel.
+    const std::string tee = Line("HBORE", 300, 600, 300, 570) + Line("HBORE Z9", 296, 570, 304, 570);
+    const std::string above = Circle("VBORE D5Z13", 500, 570, 2.5),
+                      below = Circle("VBORE D5Z13", 500, 240, 2.5);
+    ASSERT_TRUE(Home.Convert(Drawing(Rectangle("BORDER UL", 200, 200, 600, 400) + tee + above + below)));
+    EXPECT_TRUE(Holds(Hbd(), "#1=300 #2=hf-30 "));
+    EXPECT_FALSE(Holds(Hbd(), "#2=hf-40 "));
+    ASSERT_TRUE(Home.Convert(Drawing(Rectangle("BORDER LL", 200, 200, 600, 400) + tee + above + below)));
+    EXPECT_TRUE(Holds(Hbd(), "#1=300 #2=hf-40 "));
+    EXPECT_FALSE(Holds(Hbd(), "#2=hf-30 "));
 }
 
 } // namespace
