@@ -72,9 +72,7 @@ void PullMembersBehind(Gathering& chain, Long place)
         return;
     const Long before = chain.At;
     PutBefore(chain, place + 1, last + 1, [&](const Member& m) { return m.Mark == chain.Mark; });
-    const Long pulled = chain.At - before;
-    chain.Seen += pulled;
-    chain.Bound = place + pulled; // members that were seen may have moved behind `place`
+    chain.Seen += chain.At - before;
 }
 
 // How a walk along the list left a place.
@@ -117,7 +115,6 @@ void PutBehindLastMember(Gathering& chain, Long place)
         return;
     const auto list = chain.List.begin();
     std::rotate(list + place, list + place + 1, list + last + 1);
-    chain.Bound = last - 1;
     ++chain.Seen;
 }
 

@@ -251,6 +251,14 @@ TEST_F(HeadStops, ADrillAloneInItsRowStartsTheWalkOver)
     EXPECT_EQ(Chosen(), Drills{"0506"});
 }
 
+TEST_F(HeadStops, AWalkThatStartsOverTakesTheVeryNextDrill)
+{
+    // At slot 3 drill 1 turns out to be alone; from slot 2 on it is 2 and 4.
+    PutHead(RowX({8, 8, 5, 8}));
+    Chain(1, 2, 64, 100, 50);
+    EXPECT_EQ(Chosen(), Drills{"0204"});
+}
+
 TEST_F(HeadStops, TheLastDrillThatStartsOverAloneGivesNoDrill)
 {
     PutHead(RowX({5, 8, 5}));
@@ -443,10 +451,12 @@ TEST_F(HeadStops, TheHeadShiftsByOneDrillToTakeALoneBoreAlong)
 
 TEST_F(HeadStops, TheRangeFormShiftsAsTextAndSoTakesNobodyAlong)
 {
-    PutHead(FivesThenRowY({0, 32, 64, 96, 160}));
+    // Drill 5 would stand over the bore from drill 2; "01|03" has no such shift, although its pieces "01",
+    // "|0" and "3" would name drills.
+    PutHead(AndRowY({}, {0, 32, 64, 96, 160}));
     Chain(-1, 3, 32, 200, 100);
-    Lone(200, 228); // drill 14 from drill 11
-    EXPECT_EQ(Chosen(), (Drills{"10|12", "10"}));
+    Lone(200, 228);
+    EXPECT_EQ(Chosen(), (Drills{"01|03", "01"}));
 }
 
 TEST_F(HeadStops, AShiftToADrillOfAnotherDiameterOrKindGivesUp)
@@ -472,6 +482,17 @@ TEST_F(HeadStops, AShiftPastSlot99GivesUp)
     Chain(-1, 2, 32, 200, 100, 0, "4041"); // blank slots are alike up to the last
     Lone(200, 500, 0, "42");
     EXPECT_EQ(Chosen(), (Drills{"4041", "42"}));
+}
+
+TEST_F(HeadStops, ShiftsReachSlot99)
+{
+    std::vector<test::Drill> head(99);
+    for (std::size_t n = 1; n <= 99; ++n)
+        head[n - 1] = {static_cast<Single>(32 * n), static_cast<Single>(n == 1 ? 232 : n == 98 ? 32 : 0)};
+    PutHead(head);
+    Chain(-1, 2, 32, 200, 100, 0, "9798");
+    Lone(200, 300, 0, "50"); // 200 above: from drill 97 at 0 there is none, from 98 at 32 it is drill 1
+    EXPECT_EQ(Chosen(), (Drills{"989901", ""}));
 }
 
 TEST_F(HeadStops, ALoneBoreThatRidesAlreadyMayRideAgain)

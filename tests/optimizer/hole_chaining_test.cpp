@@ -273,6 +273,14 @@ TEST_F(HoleChaining, WithoutADrillPairInARowOfTheDirectionThereIsNoChain)
     EXPECT_EQ(ChainsFound(), (Ints{-1, -1}));
 }
 
+TEST_F(HoleChaining, BothDrillsOfAPairStandInRowsOfTheDirection)
+{
+    PutHead({{32, 0}, {32, 32}, {64, 0}}); // the third alone stands along X
+    Bore(100, 50);
+    Bore(132, 50);
+    EXPECT_EQ(ChainsFound(), (Ints{0, 0}));
+}
+
 TEST_F(HoleChaining, TheSmallestPitchComesBeforeTheFirstInTheList)
 {
     PutHeadOfEights();
@@ -299,8 +307,9 @@ TEST_F(HoleChaining, TheFarSideOfTheSeedIsNotCollected)
     Bore(32, 50);
     Bore(0, 50);
     Bore(64, 50);
-    EXPECT_EQ(ChainsFound(), (Ints{1, 1, 0}));
-    EXPECT_EQ(Sizes(), (Ints{2, 2, 1}));
+    Bore(500, 300); // so that the bore at 64 looks for a partner itself: only later bores can be one
+    EXPECT_EQ(ChainsFound(), (Ints{1, 1, 0, 0}));
+    EXPECT_EQ(Sizes(), (Ints{2, 2, 1, 1}));
 }
 
 TEST_F(HoleChaining, WithoutADrillPairAtThePitchNoLargerPitchIsTried)

@@ -107,6 +107,13 @@ TEST_F(OptimizedDrawing, TwiceDrawnBoresAreDrilledOnce)
     EXPECT_EQ(LinesOf(RowAlongX() + RowAlongX()), Texts{"G183G90G55P5T0110|12X100Y50Z12I164"});
 }
 
+TEST_F(OptimizedDrawing, BoresOfOnePlaceAndToolButTwoDiametersStayTwo)
+{
+    PutHead();
+    EXPECT_EQ(LinesOf(Bore(100, 50, 8, "VBORE Z12 T03") + Bore(100, 50, 5, "VBORE Z12 T03")),
+              Texts(2, "G81G90G55P5T0103X100Y50Z12"));
+}
+
 TEST_F(OptimizedDrawing, TheSecondRowBeginsWhereTheFirstOneEnds)
 {
     PutHead();
