@@ -9,6 +9,7 @@
 
 #include "conversion/run.h"
 #include "geometry/point_grid.h"
+#include "shell/report.h"
 
 namespace kv {
 
@@ -136,6 +137,17 @@ EdgeOfLine PairLines()
     return edges;
 }
 
+// Stems without a bar and bars without a stem: that they are not drilled must be seen.
+void TellUnpaired(const EdgeOfLine& edges)
+{
+    Long unpaired = 0;
+    for (Long i = 1; i <= HBoreLines.Last(); ++i)
+        if (HBoreLines[i].Edge != UsedAxis && edges[static_cast<std::size_t>(i)] == NoEdge)
+            ++unpaired;
+    if (unpaired > 0)
+        ReportMessage(1, "Horizontal drilling lines that make no bore: " + WholeText(unpaired));
+}
+
 // Coordinates along the edge and into the panel: ends of the line, place of the bore, and the panel.
 struct EdgeAxes {
     Single HBoreLineRecord::*Along1;
@@ -246,7 +258,9 @@ void OrderByEdges()
 void BuildHorizontalBores()
 {
     FindEdges();
-    MakeBores(PairLines());
+    const EdgeOfLine edges = PairLines();
+    TellUnpaired(edges);
+    MakeBores(edges);
     OrderByEdges();
     HBoreLines.Clear();
 }

@@ -4,10 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "conversion/run.h"
+#include "support/dxf.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -382,6 +384,18 @@ TEST_F(HorizontalLines, BlankRecordsAreDroppedEvenWithoutLines)
     AddBore(0, 5, 5);
     EXPECT_EQ(Build().size(), 1U);
     EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}}));
+}
+
+TEST(HorizontalLinesInADrawing, LinesThatMakeNoBoreAreCounted)
+{
+    test::Scene scene;
+    const std::string panel = test::Rectangle("BORDER Z18", 0, 0, 600, 400);
+    const std::string bore = test::Line("HBORE", 0, 300, 30, 300) + test::Line("HBORE Z9", 30, 296, 30, 304);
+    EXPECT_TRUE(scene.Convert(test::Drawing(panel + bore)));
+    EXPECT_EQ(scene.ReportText().find("Horizontal drilling lines"), std::string::npos) << scene.ReportText();
+    EXPECT_TRUE(scene.Convert(test::Drawing(panel + bore + test::Line("HBORE", 100, 0, 100, 30) +
+                                            test::Line("HBORE", 200, 96, 200, 104))));
+    EXPECT_TRUE(scene.Reported("Horizontal drilling lines that make no bore: 2")) << scene.ReportText();
 }
 
 TEST_F(HorizontalLines, NothingAtAllStaysNothing)
