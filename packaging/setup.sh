@@ -3,6 +3,8 @@
 # it needs is left alone and no network is used.
 
 build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+# Fonts: without any, no text of the window can be measured or seen.
+window_packages="qt6-base-dev fonts-dejavu-core"
 test_packages="libgtest-dev"
 
 fail() {

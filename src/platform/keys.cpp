@@ -6,10 +6,10 @@ namespace kv {
 
 KeyHooks Keys;
 
-void SendKeystrokes(std::string_view keys)
+void SendKeystrokes(std::string_view keys, bool wait)
 {
     if (Keys.Send != nullptr)
-        Keys.Send(keys);
+        Keys.Send(keys, wait);
 }
 
 Long FocusedTitleLength()

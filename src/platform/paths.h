@@ -27,6 +27,9 @@ std::string ShownPath(std::string_view path);
 std::string ExeName();
 // Backslash path of the folder for a person's own configuration, with its trailing backslash.
 std::string UserConfigFolder();
+// The folder of the Windows system with its trailing backslash; on other hosts where such a program
+// would look for it, below the drive C.
+std::string GetWindowsFolder();
 // An environment variable, empty when unset; CP1252 text.
 std::string Environment(const char* name);
 

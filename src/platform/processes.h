@@ -20,4 +20,8 @@ Long StartProcess(std::string_view commandLine); // 0 without a front end
 Long ProcessExitCode(Long handle);
 void ForgetProcess(Long handle);
 
+// The hooks that start real programs: a normal window, the environment of this process. On a host
+// without backslash paths the program's own path, and only it, is brought to the host's form.
+ProcessHooks SystemProcesses();
+
 } // namespace kv

@@ -8,6 +8,7 @@
 #include "writers/cnc_writer.h"
 #include "writers/evolution_writer.h"
 #include "writers/program_families.h"
+#include "writers/program_writers.h"
 
 namespace kv {
 
@@ -51,6 +52,7 @@ void PlaceEvolutionProgram(const EvolutionProgram& program)
     const std::string path = ProgramFolder(Evolution) + FileNameOf(OutputName()) + ".CNC";
     if (!PlaceSideProgram(path, program.Fields, program.Sides))
         return;
+    NoteWrittenProgram(FileNameOf(path), path);
     ReportMessage(1, "Genesis Evolution");
     ReportProcessingTime();
 }

@@ -7,6 +7,7 @@
 #include "shell/settings.h"
 #include "writers/cnc_writer.h"
 #include "writers/program_file.h"
+#include "writers/program_writers.h"
 
 namespace kv {
 
@@ -40,7 +41,7 @@ bool PlaceGenesisProgram(const ProgramPart& part)
     StagedSet staged;
     if (!StageProgram(path, part.Contents, staged.Program) || !MoveProgram(path, staged.Program))
         return false;
-    Run.ProgramFileName = file;
+    NoteWrittenProgram(file, path);
     return true;
 }
 

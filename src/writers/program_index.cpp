@@ -198,7 +198,7 @@ bool PlaceIndexedProgram(const ProgramPart& part)
     MoveOrThrow(notesPath, staged.Notes);
     if (!MoveProgram(path, staged.Program))
         return false;
-    Run.ProgramFileName = TrimRight(programName);
+    NoteWrittenProgram(TrimRight(programName), path);
     return true;
 }
 

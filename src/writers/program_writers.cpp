@@ -13,6 +13,13 @@ namespace kv {
 
 std::vector<std::string> ProgramList;
 WriterMemory Writers;
+WrittenProgram LastProgram;
+
+void NoteWrittenProgram(std::string_view fileName, std::string_view path)
+{
+    Run.ProgramFileName = fileName;
+    LastProgram = {std::string(fileName), std::string(path), Run.PartDescription};
+}
 
 void RunProgramWriters()
 {
@@ -32,6 +39,7 @@ void ResetWriters()
 {
     Writers = WriterMemory{};
     ProgramList.clear();
+    LastProgram = WrittenProgram{};
 }
 
 void FailDrawing()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kv {
@@ -9,6 +10,15 @@ namespace kv {
 // Names of the programs written under an index, in order, from element 0. The shell empties it when a
 // list of drawings starts.
 extern std::vector<std::string> ProgramList;
+
+// The last program that was written, for viewers; outlives its drawing.
+struct WrittenProgram {
+    std::string FileName; // as the control lists it
+    std::string Path;
+    std::string Description;
+};
+extern WrittenProgram LastProgram;
+void NoteWrittenProgram(std::string_view fileName, std::string_view path);
 
 // Mirrors the records to the corner of the machine's origin.
 void ApplyMachineOrigin();

@@ -37,7 +37,7 @@ TEST_F(Hooks, WithoutAFrontEndAQuestionIsAnsweredNo)
 TEST_F(Hooks, WithoutAFrontEndNothingIsShownSentOrStarted)
 {
     ShowBox("text", "title", BoxIcon::Error);
-    SendKeystrokes("%F");
+    SendKeystrokes("%F", true);
     DoEvents();
     ForgetProcess(1);
     EXPECT_EQ(FocusedTitleLength(), 0);
@@ -62,7 +62,7 @@ TEST_F(Hooks, ProcessesAndKeysReachTheFrontEnd)
     Processes.Start = [](std::string_view commandLine) -> Long { return commandLine == "edit" ? 7 : 0; };
     Processes.ExitCode = [](Long handle) -> Long { return handle == 7 ? StillActive : 3; };
     Processes.Forget = [](Long handle) { Seen += std::to_string(handle); };
-    Keys.Send = [](std::string_view keys) { Seen += keys; };
+    Keys.Send = [](std::string_view keys, bool wait) { Seen += wait ? keys : ""; };
     Keys.FocusedTitleLength = []() -> Long { return 12; };
     Events.Pump = [] { Seen += "pump"; };
     EXPECT_EQ(StartProcess("edit"), 7);
@@ -70,7 +70,7 @@ TEST_F(Hooks, ProcessesAndKeysReachTheFrontEnd)
     EXPECT_EQ(ProcessExitCode(8), 3);
     EXPECT_EQ(FocusedTitleLength(), 12);
     ForgetProcess(7);
-    SendKeystrokes("%F");
+    SendKeystrokes("%F", true);
     DoEvents();
     EXPECT_EQ(Seen, "7%Fpump");
 }

@@ -236,4 +236,9 @@ std::string Environment(const char* name)
     return AnsiFromUtf8(HostVariable(name));
 }
 
+std::string GetWindowsFolder()
+{
+    return "C:\\Windows\\";
+}
+
 } // namespace kv

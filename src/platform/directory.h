@@ -1,0 +1,33 @@
+// Listings of a folder, by backslash path and pattern, and the questions asked of drives.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/numbers.h"
+
+namespace kv {
+
+// One file of a listing; local time. Two listings are equal when all fields of all entries are.
+struct DirectoryEntry {
+    std::string ShortName; // at most 8 characters
+    std::string Extension; // at most 3 characters; empty when the name's own is longer
+    std::string LongName;  // with extension, as spelled; CP1252
+    Long Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
+    Long Size = 0; // bytes; what is larger than a Long stands as the largest Long
+    bool operator==(const DirectoryEntry&) const = default;
+};
+
+// A pattern is a folder and a name with "*" or "?", compared without case. "*.DXF" also counts a longer
+// extension that begins with DXF, as file systems with short names do. Folders are no files. A folder
+// that is not there has none.
+Long FCount(std::string_view pattern);
+// At most `count` entries, in the order of their names.
+void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries);
+bool Exist(std::string_view pattern);
+
+// Whether the drive is there; a path without drive letter stands on the host's own root.
+bool GoodDrive(std::string_view path);
+
+} // namespace kv

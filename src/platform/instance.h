@@ -1,0 +1,14 @@
+// One running window for each installation: a second one hands the word to the first and ends.
+#pragma once
+
+#include <string_view>
+
+namespace kv {
+
+// True when no other process holds the installation `folder`; this one then does until it ends. False
+// when another one does: it has been asked to come to the front.
+bool BecomeOnlyInstance(std::string_view folder);
+// Whether another process has asked since the last call.
+bool AskedToFront();
+
+} // namespace kv

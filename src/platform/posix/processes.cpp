@@ -1,0 +1,7 @@
+#include "platform/processes.h"
+namespace kv {
+ProcessHooks SystemProcesses()
+{
+    return {};
+}
+} // namespace kv

@@ -1,0 +1,8 @@
+#include "shell/forms/main_window.h"
+namespace kv {
+int RunWindow(int, char**)
+{
+    return 0;
+}
+MainWindow::MainWindow() = default;
+} // namespace kv

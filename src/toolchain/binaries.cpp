@@ -1,0 +1,4 @@
+#include "toolchain/binaries.h"
+namespace kv {
+void MakeBinaries() {}
+} // namespace kv
