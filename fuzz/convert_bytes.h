@@ -1,6 +1,6 @@
 // One drawing given as bytes, from reader to writers, in a scratch installation of its own. Shared by
-// the fuzz target and by the test that replays the corpus. Leaves the process as a program start
-// does, and the scratch folder empty but for its index.
+// the fuzz target and by the test that replays the corpus. Relies on the example installation; leaves
+// the process as a program start does.
 #pragma once
 
 #include <algorithm>
@@ -8,8 +8,10 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "conversion/job_driver.h"
 #include "conversion/run.h"
@@ -32,11 +34,34 @@ inline void PutFile(const std::filesystem::path& path, std::string_view bytes)
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-inline void EmptyInstallation(const std::filesystem::path& home)
+// Drill head, template and tools of the example installation: without them the optimizer and two of the
+// writers give up before they have begun.
+struct InstallationFile {
+    const char* Name;
+    std::string Bytes;
+};
+inline const std::vector<InstallationFile>& InstallationFiles()
+{
+    static const std::vector<InstallationFile> files = [] {
+        std::vector<InstallationFile> read = {{"DT.Par", {}}, {"EvHeader.dat", {}}, {"KVHBD.cfg", {}}};
+        for (InstallationFile& file : read) {
+            const std::filesystem::path install =
+                std::filesystem::path(KORVANTI_SOURCE_DIR) / "examples" / "install";
+            std::ifstream stream(install / file.Name, std::ios::binary);
+            file.Bytes = {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+        }
+        return read;
+    }();
+    return files;
+}
+
+inline void FreshInstallation(const std::filesystem::path& home)
 {
     std::filesystem::remove_all(home);
     std::filesystem::create_directories(home / "SORG");
     PutFile(home / "SORG" / "INDICE.PRG", "");
+    for (const InstallationFile& file : InstallationFiles())
+        PutFile(home / file.Name, file.Bytes);
 }
 
 // Settings that let as much run as there is; the small line limit makes portions common.
@@ -85,7 +110,7 @@ inline void ConvertBytes(std::string_view drawing, const std::filesystem::path& 
     std::string text(drawing);
     std::replace(text.begin(), text.end(), '\\', '_');
     std::replace(text.begin(), text.end(), '/', '_');
-    EmptyInstallation(home);
+    FreshInstallation(home);
     PutFile(home / "INPUT.DXF", text);
     SetExeFolder(FromHostPath(home.string()));
     Config = SettingsFor(home, system);
