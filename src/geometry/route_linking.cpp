@@ -45,6 +45,7 @@ struct Linking {
     std::vector<EqualCircles> Rims;
     std::vector<std::vector<std::size_t>> RimsAtPath; // by path: the rims that hold one of its ends
     bool CanReverse = true;                           // the head, until the first path is linked to it
+    bool IsLong = false;                              // more than LongList paths: the abort counts here
 
     ChainEntry& Current() { return Linked.back(); }
 };
@@ -381,21 +382,21 @@ void GrowChain(Linking& linking, std::size_t head)
     std::size_t current = head;
     do {
         JoinCircleAtEnds(linking, current);
-    } while (FindNextPath(linking, current));
+        DoEvents(); // one chain may be all there is
+    } while (!(linking.IsLong && UserAborted()) && FindNextPath(linking, current));
 }
 
 } // namespace
 
 bool LinkPaths(std::vector<ChainEntry>& paths, std::vector<ChainEntry>& linked)
 {
-    Linking linking{paths, linked, GridOfEnds(paths), {}, {}, {}, true};
+    Linking linking{paths, linked, GridOfEnds(paths), {}, {}, {}, true, paths.size() > LongList};
     FindEndsOnRims(linking);
     FindTwins(linking);
-    const bool isLong = paths.size() > LongList;
     const int meterBefore = MeterValue(Meter::Processing);
     for (std::size_t n = 0; n < paths.size(); ++n) {
         DoEvents();
-        if (isLong) {
+        if (linking.IsLong) {
             const double share = static_cast<double>(n) / static_cast<double>(paths.size());
             SetMeter(
                 Meter::Processing,
@@ -406,7 +407,7 @@ bool LinkPaths(std::vector<ChainEntry>& paths, std::vector<ChainEntry>& linked)
         if (!paths[n].Used)
             GrowChain(linking, n);
     }
-    return true;
+    return !(linking.IsLong && UserAborted());
 }
 
 } // namespace kv

@@ -12,6 +12,7 @@
 #include "conversion/run.h"
 #include "optimizer/drill_head.h"
 #include "optimizer/hole_chaining.h"
+#include "platform/events.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -343,6 +344,9 @@ void LetLoneBoresRide()
     for (Long r = 1; r <= HeadPositions.Last(); ++r) {
         if (HeadPositions[r].Direction != -1)
             continue;
+        DoEvents(); // many rows and many lone bores take seconds
+        if (UserAborted())
+            return; // the writers end the job
         for (Long b = 1; b <= HeadPositions.Last(); ++b)
             if (HeadPositions[b].Direction == 0)
                 LetRide(HeadPositions[r], HeadPositions[b]);

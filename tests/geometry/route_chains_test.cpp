@@ -449,6 +449,18 @@ TEST_F(RouteChainsProgress, OfMoreThan4000PathsAnAbortIsSeenAtEach)
     EXPECT_LE(Pumps, 11);
 }
 
+TEST_F(RouteChainsProgress, OneLongChainSeesAnAbortAtEachOfItsPaths)
+{
+    Segments line;
+    for (int i = 0; i < 4001; ++i)
+        chain_test::Add(line, Line({static_cast<Single>(i), 0}, {static_cast<Single>(i + 1), 0}));
+    AbortAtPump = 10;
+    LayRoutes(line);
+    EXPECT_FALSE(ChainRoutes());
+    EXPECT_GE(Pumps, 10);
+    EXPECT_LE(Pumps, 11);
+}
+
 TEST_F(RouteChainsProgress, OfMoreThan4000PathsTheLinkingMovesTheMeter)
 {
     SetMeter(Meter::Processing, 30);

@@ -414,6 +414,16 @@ TEST_F(HeadStops, ALoneBoreRidesWithARowWhereADrillStandsOverIt)
     EXPECT_EQ(Chosen(), (Drills{"", "101113"}));
 }
 
+TEST_F(HeadStops, AnAbortEndsTheSearchForRides)
+{
+    PutHead(FivesThenRowY({0, 32, 64, 128}));
+    Lone(200, 228);
+    Chain(-1, 2, 32, 200, 100);
+    kv::Run.RunState = 1;
+    EXPECT_EQ(Chosen(), (Drills{"10", "1011"})); // as chosen, without the rider
+    kv::Run.RunState = 0;
+}
+
 TEST_F(HeadStops, ARangeFormRidesAsItStands)
 {
     PutHead(FivesThenRowY({0, 32, 64, 128}));
