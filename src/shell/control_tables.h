@@ -8,7 +8,28 @@
 
 namespace kv {
 
-enum class ControlKind { Button, Check, Radio, Text, Combo, Label, Frame, Grid, Tab, Menu, Folder };
+enum class ControlKind {
+    Button,
+    Check,
+    Radio,
+    Text,
+    Combo,
+    Label,
+    Frame,
+    Grid,
+    Tab,
+    Menu,
+    Folder,
+    Window,
+    Meter
+};
+
+// Kinds whose caption or default stand for more than the words say:
+//   Window  the form itself, under its own name; the caption is the window's.
+//   Grid    the caption is the header of a grid with one column; wider grids have tables of their own.
+//   Folder  the folder chooser behind a browse button, "SPB1.Browser"; caption its title, default its prompt.
+//   Combo   the default is the text that is selected at first.
+//   Menu    the heads "MnuHelp" and "Pop" with their items; separators are no rows.
 
 struct ControlRow {
     std::string_view Form; // "Form1", "SetUp", "ToolSub", "OptSet", "About"
@@ -17,7 +38,7 @@ struct ControlRow {
     std::string_view Caption; // of a text or combo: the label beside it
     std::string_view Default; // designed text; "on" for a selected check or radio
     bool ShownByDesign = true;
-    std::string_view Mnemonic = {};   // letter of the caption for Alt; empty none
+    std::string_view Mnemonic = {};   // letter of the caption for Alt, as spelled there; empty none
     std::string_view Accessible = {}; // name for a screen reader where the caption says too little
 };
 
