@@ -74,7 +74,7 @@ struct Settings {
     bool HbdAvailable = false;
     // Classes of operations that a Genesis Evolution program holds.
     bool EvVBore = true, EvHBore = true, EvGroove = true, EvRoute = true;
-    bool OptimizerBox = false; // the check box; cleared for Genesis Evolution, the stored key is not
+    bool OptimizerBox = false; // the check box; cleared for Genesis Evolution, and its key with it
 };
 extern Settings Config;
 
@@ -92,6 +92,8 @@ bool IsTrueText(std::string_view text);
 // Writes all keys of the first table in its order, or loads them, applies the fix-ups and the mode
 // switch.
 void ExchangeSettings(bool save);
+// The mode switch: what the selected system rules out is cleared, and stored where it changed.
+void ApplySystemMode();
 void LoadCutListSettings();
 // Always ToolSubstitutionRows rows; a cell that is not in the file is "0".
 void LoadToolSubstitutions();

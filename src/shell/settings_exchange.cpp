@@ -203,14 +203,6 @@ std::string StoredText(const SettingRow& row)
     return *std::get<std::string*>(row.Field);
 }
 
-// The optimizer's box has no meaning for the Evolution, which sorts by its own rule. The stored key
-// keeps its value for the other systems.
-void SwitchMode()
-{
-    if (SelectedSystem() == 2)
-        Config.OptimizerBox = false;
-}
-
 // "0" or "1" of the key, taken when the program starts; it also counts for the Evolution.
 void TakeOptimizerBox()
 {
@@ -374,7 +366,19 @@ void ExchangeSettings(bool save)
     LoadRows("Configuration", ExchangeRows);
     for (const FixUp& fixUp : FixUps)
         fixUp.Apply(*fixUp.Field);
-    SwitchMode();
+    ApplySystemMode();
+}
+
+// The optimizer's box has no meaning for the Evolution, which sorts by its own rule. Its key is stored
+// whenever the box changes, so the other systems find it off afterwards. At program start the box is
+// still off when the first load comes here, and nothing is stored.
+void ApplySystemMode()
+{
+    if (SelectedSystem() != 2 || !Config.OptimizerBox)
+        return;
+    Config.OptimizerBox = false;
+    Config.Optimizer = "0";
+    PutConfigValue("Optimizer", Config.Optimizer);
 }
 
 void LoadOtherKeys()
@@ -443,8 +447,8 @@ bool OverrideSetting(std::string_view key, std::string_view value)
         if (*field == &Config.Optimizer)
             TakeOptimizerBox();
     }
-    if (row->How == Form::Word) // a control system may have been chosen
-        SwitchMode();
+    if (row->How == Form::Word && SelectedSystem() == 2) // it may have been chosen here
+        Config.OptimizerBox = false;                     // for this process alone: no key is stored
     return true;
 }
 

@@ -1,50 +1,133 @@
+// The Setup dialog without its toolkit: opening, OK and Cancel, and the controls that switch others.
+// Relies on the settings, which are the dialog's controls; leaves them stored by OK, loaded again by
+// Cancel, and the autostart tick off while the dialog is open.
 #include "shell/setup_rules.h"
+
+#include <algorithm>
+
+#include "conversion/run.h"
+#include "platform/events.h"
+#include "platform/ini_file.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "shell/control_tables.h"
+#include "shell/report.h"
+#include "shell/settings_grids.h"
+#include "shell/shell_state.h"
+
 namespace kv {
+
+namespace {
+
+enum AutoStartChoice { AutoStartOff, AutoStartOnTemp, AutoStartOnBatch };
+
+void SwitchTimer1(bool on)
+{
+    Shell.Timer1 = on;
+    ShellChanged();
+}
+
+// As the grid is designed: blank texts, flags off.
+bool IsEmptyRow(const std::vector<std::string>& row)
+{
+    return std::ranges::all_of(row, [](const std::string& cell) {
+        const std::string_view text = Trim(cell);
+        return text.empty() || text == "0";
+    });
+}
+
+// The empty rows behind the last tool are the grid's own; one between tools counts, since a tool is
+// known by its row.
+void SaveHbdTools(GridCells tools)
+{
+    while (!tools.empty() && IsEmptyRow(tools.back()))
+        tools.pop_back();
+    if (SaveGrid(HbdToolFile, tools))
+        return;
+    ReportMessage(3,
+                  MarkRed + std::string("Unable to save ") + ShownPath(ExeFolder + std::string(HbdToolFile)));
+}
+
+void SaveCutListFields()
+{
+    WriteProfileStrings(
+        "PTSDATA",
+        {{"Path", Config.PTSPath}, {"Name", Config.PTSName}, {"Unit", Config.PTSMetric ? "M" : "I"}},
+        IniPath); // nobody is told of a failure: see PutConfigValue
+}
+
+} // namespace
+
 SetupView ViewOfSetup()
 {
-    return {};
+    SetupView view;
+    const int automatic = AutoStartRadio();
+    view.PathShown[static_cast<std::size_t>(SelectedSystem())] = true;
+    view.GaapEnabled = automatic != AutoStartOff;
+    view.PfmEnabled = automatic != AutoStartOff;
+    view.BLimEnabled = automatic == AutoStartOnBatch;
+    view.GraphicShown = SelectedSystem() != 2;
+    return view;
 }
-void OpenSetup() {}
-void AcceptSetup(const GridCells&) {}
-void CancelSetup() {}
-void ClickAutoStart(int) {}
+
+void OpenSetup()
+{
+    SwitchTimer1(false);
+    ExchangeSettings(true);
+    Run.ControlType = SelectedSystem();
+}
+
+void AcceptSetup(const GridCells& hbdTools)
+{
+    ExchangeSettings(true);
+    ApplySystemMode();
+    SwitchTimer1(true);
+    DoEvents();
+    GiveFocus(FocusPlace::List1);
+    SaveCutListFields();
+    PutConfigValue("UnitMode", Config.UnitMode);
+    SaveHbdTools(hbdTools);
+}
+
+void CancelSetup()
+{
+    ExchangeSettings(false);
+    InstallCursorTips(Config.TipsEnable != 0);
+    Run.ControlType = SelectedSystem();
+    SwitchTimer1(true);
+    DoEvents();
+    GiveFocus(FocusPlace::List1);
+}
+
+void ClickAutoStart(int radio)
+{
+    Config.AutoStartTemp = radio == AutoStartOnTemp;
+    Config.AutoStartBatch = radio == AutoStartOnBatch;
+}
+
+// Neither of the two stored words: off. A file can hold both; the one that is loaded last wins.
 int AutoStartRadio()
 {
-    return 0;
+    if (Config.AutoStartBatch)
+        return AutoStartOnBatch;
+    return Config.AutoStartTemp ? AutoStartOnTemp : AutoStartOff;
 }
-void ClickSystem(int) {}
-void ClearGraphicForEvolution() {}
-std::string LeavePathField(std::string_view text, bool)
+
+void ClickSystem(int system)
 {
-    return std::string(text);
+    Config.Winner90 = system == 0;
+    Config.Genesis = system == 1;
+    Config.GenesisEV = system == 2;
+    ClearGraphicForEvolution();
+    Run.ControlType = SelectedSystem();
 }
-std::string CheckPath(std::string_view path)
+
+void ClearGraphicForEvolution()
 {
-    return std::string(path);
+    if (SelectedSystem() != 2)
+        return;
+    Config.GraphicAfterAuto = 0;
+    Config.GraphicAfterMan = 0;
 }
-std::string BrowsedPath(std::string_view chosen)
-{
-    return std::string(chosen);
-}
-void ClickEvolutionSort(int) {}
-int EvolutionSort()
-{
-    return 0;
-}
-std::string ShowSelectedEvolutionSort()
-{
-    return {};
-}
-bool GenericSortingAvailable()
-{
-    return false;
-}
-void OpenToolSub() {}
-void AcceptToolSub() {}
-void CancelToolSub() {}
-std::string ToolSubCell(int, int)
-{
-    return {};
-}
-void SetToolSubCell(int, int, std::string_view) {}
+
 } // namespace kv

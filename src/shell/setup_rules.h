@@ -18,7 +18,9 @@ struct SetupView {
 };
 SetupView ViewOfSetup();
 
-// Opening, before the dialog shows; OK; Cancel. Timer1 is off in between.
+// Opening, before the dialog shows; OK; Cancel. Timer1 is off in between. OK and Cancel let events run
+// and give the focus away, so the dialog is hidden first. Behind Cancel the grid of the HBD tools is to be
+// read again (LoadHbdTools); the fields of the cut list keep their edits until the program ends.
 void OpenSetup();
 void AcceptSetup(const GridCells& hbdTools);
 void CancelSetup();

@@ -240,13 +240,22 @@ TEST_F(SettingsExchange, PathWithForwardSlashesIsTakenAsABackslashPath)
     EXPECT_EQ(Config.HBDDestinationPath, "C:\\H\\");
 }
 
-TEST_F(SettingsExchange, EvolutionClearsTheOptimizerBoxAndKeepsTheKey)
+TEST_F(SettingsExchange, EvolutionClearsTheOptimizerBoxAndStoresThat)
 {
     Config.OptimizerBox = true;
     Config.Optimizer = "1";
-    Load("GenesisEV=True\r\n");
+    Load("Optimizer=1\r\nGenesisEV=True\r\n");
     EXPECT_FALSE(Config.OptimizerBox);
-    EXPECT_EQ(Config.Optimizer, "1");
+    EXPECT_EQ(Config.Optimizer, "0");
+    EXPECT_EQ(GetConfigValue("Optimizer"), "0");
+}
+
+TEST_F(SettingsExchange, EvolutionStoresNothingWhenTheOptimizerBoxWasOff)
+{
+    const std::string lines = "Optimizer=1\r\nGenesisEV=True\r\n";
+    Load(lines);
+    EXPECT_FALSE(Config.OptimizerBox);
+    EXPECT_EQ(FileText("KV90.INI"), "[Configuration]\r\n" + lines);
 }
 
 TEST_F(SettingsExchange, OtherSystemsLeaveTheOptimizerBox)
