@@ -1,7 +1,133 @@
+// Programs of outside parties on the POSIX host. A command line is split into words here, no shell sees
+// it: double quotes group, nothing else has a meaning. Relies on no signal: a process is asked for when
+// its exit code is, and one that was forgotten while it ran is reaped by whichever call comes later.
 #include "platform/processes.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/paths.h"
+#include "platform/text.h"
+
 namespace kv {
+
+namespace {
+
+constexpr Long SignalBase = 128; // a process that a signal ended: this and its number
+
+struct Child {
+    pid_t Process = 0;
+    Long ExitCode = StillActive;
+};
+
+std::map<Long, Child> Children; // by handle
+std::vector<pid_t> Forgotten;   // still running
+Long LastHandle = 0;
+
+std::vector<std::string> SplitWords(std::string_view commandLine)
+{
+    std::vector<std::string> words;
+    bool inWord = false, quoted = false;
+    for (const char c : commandLine) {
+        if (!quoted && (c == ' ' || c == '\t')) {
+            inWord = false;
+            continue;
+        }
+        if (!inWord)
+            words.emplace_back(); // two quotes alone are a word too, an empty one
+        inWord = true;
+        if (c == '"')
+            quoted = !quoted;
+        else
+            words.back() += c;
+    }
+    return words;
+}
+
+// A plain name is left for the system to look up in PATH. Empty when the path leads nowhere.
+std::string ProgramOf(std::string_view word)
+{
+    const bool isPath = Holds(word, "\\") || (word.size() >= 2 && word[1] == ':');
+    if (!isPath)
+        return Utf8FromAnsi(word);
+    const std::string host = ToHostPath(word);
+    return host.empty() || Holds(host, "/") ? host : "./" + host;
+}
+
+// False while the process runs. `code` is 0 for a process that somebody else has reaped.
+bool HasEnded(pid_t process, Long& code)
+{
+    int status = 0;
+    const pid_t answer = ::waitpid(process, &status, WNOHANG);
+    if (answer == 0)
+        return false;
+    code = 0;
+    if (answer == process)
+        code = WIFSIGNALED(status) ? SignalBase + WTERMSIG(status) : WEXITSTATUS(status);
+    return true;
+}
+
+void ReapForgotten()
+{
+    Long code = 0;
+    std::erase_if(Forgotten, [&code](pid_t process) { return HasEnded(process, code); });
+}
+
+Long Start(std::string_view commandLine)
+{
+    ReapForgotten();
+    std::vector<std::string> words = SplitWords(commandLine);
+    if (words.empty())
+        return 0;
+    const std::string program = ProgramOf(words[0]);
+    if (program.empty())
+        return 0;
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        word = Utf8FromAnsi(word);
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    Child child;
+    if (::posix_spawnp(&child.Process, program.c_str(), nullptr, nullptr, arguments.data(), environ) != 0)
+        return 0;
+    Children[++LastHandle] = child;
+    return LastHandle;
+}
+
+Long ExitCode(Long handle)
+{
+    ReapForgotten();
+    const auto found = Children.find(handle);
+    if (found == Children.end())
+        return 0; // nobody is to wait for it
+    Child& child = found->second;
+    if (child.ExitCode == StillActive)
+        HasEnded(child.Process, child.ExitCode);
+    return child.ExitCode;
+}
+
+void Forget(Long handle)
+{
+    const auto found = Children.find(handle);
+    if (found == Children.end())
+        return;
+    if (found->second.ExitCode == StillActive)
+        Forgotten.push_back(found->second.Process);
+    Children.erase(found);
+    ReapForgotten();
+}
+
+} // namespace
+
 ProcessHooks SystemProcesses()
 {
-    return {};
+    return {Start, ExitCode, Forget};
 }
+
 } // namespace kv

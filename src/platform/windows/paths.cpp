@@ -47,6 +47,13 @@ std::string UserConfigFolder()
     return WithBackslash(Environment("APPDATA")) + "Korvanti\\";
 }
 
+std::string GetWindowsFolder()
+{
+    std::wstring folder(GetWindowsDirectoryW(nullptr, 0), L'\0');
+    folder.resize(GetWindowsDirectoryW(folder.data(), static_cast<UINT>(folder.size())));
+    return WithBackslash(AnsiFromWide(folder));
+}
+
 std::string Environment(const char* name)
 {
     const std::wstring wideName = WideFromAnsi(name);
