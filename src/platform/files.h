@@ -21,11 +21,22 @@ bool FileExists(std::string_view path);        // a file that is no folder, read
 bool FolderExists(std::string_view path);      // trailing backslash or not
 std::uint64_t FileSize(std::string_view path); // bytes, 0 when it is not there
 
+// Tells a file that was rewritten or replaced from the one that was looked at; all 0 when none is there.
+struct FileStamp {
+    std::uint64_t Size = 0; // bytes
+    std::int64_t Time = 0;  // of the last writing, in the finest unit of the host
+    std::uint64_t Identity = 0;
+    bool operator==(const FileStamp&) const = default;
+};
+FileStamp StampOf(std::string_view path);
+
 // Reads a file whole. Refuses more than `limit` bytes (ErrorFileAccess).
 FileOutcome ReadWholeFile(std::string_view path, std::string& contents,
                           std::uint64_t limit = std::uint64_t{1} << 31);
 // The first `length` bytes, or fewer.
 FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length);
+// The last `length` bytes, or fewer.
+FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length);
 // Reading in pieces: a handle of 0 or more, the file's size in bytes; a folder is ErrorFileAccess.
 FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size);
 FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got); // got 0: end
@@ -55,5 +66,7 @@ FileOutcome CheckWritable(std::string_view path);
 FileOutcome MakeFolder(std::string_view path);  // one folder; an existing one is no error
 FileOutcome MakeFolders(std::string_view path); // with all missing folders above it
 FileOutcome DeleteFile(std::string_view path);  // one that is not there is no error
+// Gives a file another name in its folder, in one step; a file of that name gives way.
+FileOutcome RenameFile(std::string_view path, std::string_view newPath);
 
 } // namespace kv

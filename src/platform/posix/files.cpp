@@ -253,6 +253,17 @@ std::uint64_t FileSize(std::string_view path)
     return static_cast<std::uint64_t>(status.st_size);
 }
 
+FileStamp StampOf(std::string_view path)
+{
+    struct stat status {};
+    if (!StatusOf(ToHostPath(path), status))
+        return {};
+    constexpr std::int64_t second = 1000000000; // ns
+    return {static_cast<std::uint64_t>(status.st_size),
+            status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec,
+            static_cast<std::uint64_t>(status.st_ino)};
+}
+
 FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size)
 {
     handle = -1;
@@ -290,6 +301,27 @@ FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& go
         if (errno != EINTR)
             return OutcomeOf(errno, ErrorFileNotFound);
     }
+}
+
+FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length)
+{
+    contents.clear();
+    int handle = -1;
+    std::uint64_t size = 0;
+    FileOutcome outcome = OpenForReading(path, handle, size);
+    if (!outcome.Ok())
+        return outcome;
+    if (size > length)
+        ::lseek(handle, static_cast<off_t>(size - length), SEEK_SET);
+    contents.resize(length);
+    std::size_t filled = 0, got = 0;
+    do {
+        outcome = ReadSome(handle, contents.data() + filled, length - filled, got);
+        filled += got;
+    } while (got != 0 && filled < length);
+    CloseReading(handle);
+    contents.resize(filled);
+    return outcome;
 }
 
 void CloseReading(int handle)
@@ -425,6 +457,18 @@ FileOutcome DeleteFile(std::string_view path)
     if (host.empty() || ::unlink(host.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR)
         return {};
     return OutcomeOf(errno, ErrorFileNotFound);
+}
+
+FileOutcome RenameFile(std::string_view path, std::string_view newPath)
+{
+    const std::string host = ToHostPath(path);
+    const std::string newHost = ToHostPath(newPath);
+    if (host.empty() || newHost.empty())
+        return LeadsNowhere(host.empty() ? path : newPath);
+    if (::rename(host.c_str(), newHost.c_str()) != 0)
+        return OutcomeOf(errno, NumberForMissing(host));
+    Unflushed.insert(newHost);
+    return {};
 }
 
 } // namespace kv

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
 
 #include <windows.h>
 // That header renames the function of ours.
@@ -127,6 +128,18 @@ std::uint64_t FileSize(std::string_view path)
     return (std::uint64_t{status.nFileSizeHigh} << 32) | status.nFileSizeLow;
 }
 
+FileStamp StampOf(std::string_view path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA status{};
+    if (GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &status) == 0)
+        return {};
+    const auto joined = [](DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; };
+    return {joined(status.nFileSizeHigh, status.nFileSizeLow),
+            static_cast<std::int64_t>(
+                joined(status.ftLastWriteTime.dwHighDateTime, status.ftLastWriteTime.dwLowDateTime)),
+            joined(status.ftCreationTime.dwHighDateTime, status.ftCreationTime.dwLowDateTime)};
+}
+
 FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size)
 {
     handle = -1;
@@ -164,6 +177,27 @@ FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& go
         return OutcomeOf(GetLastError(), ErrorFileNotFound);
     got = count;
     return {};
+}
+
+FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length)
+{
+    contents.clear();
+    int handle = -1;
+    std::uint64_t size = 0;
+    FileOutcome outcome = OpenForReading(path, handle, size);
+    if (!outcome.Ok())
+        return outcome;
+    if (size > length)
+        _lseeki64(handle, static_cast<std::int64_t>(size - length), SEEK_SET);
+    contents.resize(length);
+    std::size_t filled = 0, got = 0;
+    do {
+        outcome = ReadSome(handle, contents.data() + filled, length - filled, got);
+        filled += got;
+    } while (got != 0 && filled < length);
+    CloseReading(handle);
+    contents.resize(filled);
+    return outcome;
 }
 
 void CloseReading(int handle)
@@ -280,6 +314,17 @@ FileOutcome DeleteFile(std::string_view path)
     if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
         return {};
     return OutcomeOf(error, ErrorFileNotFound);
+}
+
+FileOutcome RenameFile(std::string_view path, std::string_view newPath)
+{
+    const std::wstring host = WidePath(path);
+    const std::wstring newHost = WidePath(newPath);
+    if (host.empty() || newHost.empty())
+        return LeadsNowhere();
+    if (MoveFileExW(host.c_str(), newHost.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0)
+        return OutcomeOf(GetLastError(), ErrorFileNotFound);
+    return {};
 }
 
 } // namespace kv
