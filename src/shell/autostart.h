@@ -11,4 +11,7 @@ void AutostartTick();
 void PrepareRun();
 void FinishJob(std::string_view outputFolder, std::string_view outputName);
 
+// As at program start: forgets what it saw of the trigger files.
+void ResetAutostart();
+
 } // namespace kv

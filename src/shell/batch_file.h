@@ -11,7 +11,8 @@ enum class BatchLineKind { Blank, Command, Job };
 
 struct BatchLine {
     BatchLineKind Kind = BatchLineKind::Blank;
-    std::string Text; // upper-cased, right-trimmed
+    std::string Text;    // upper-cased, right-trimmed
+    std::string Written; // as it stands in the file, without its line end
 };
 
 // Double quotes are blanks; lines end at CR LF (a lone CR or LF ends one too).
@@ -29,6 +30,8 @@ struct BatchJob {
 };
 // What a line names; folders that it does not name are the given ones.
 BatchJob ReadBatchJob(std::string_view line, std::string_view sourceFolder, std::string_view programFolder);
+// The drawing's file, as the conversion looks for it.
+std::string DrawingOf(const BatchJob& job);
 // The job line of the conversion: input, the byte 0xFF, output folder and name.
 std::string JobLine(const BatchJob& job);
 

@@ -1,8 +1,194 @@
+// The manual way into the conversion, and what every way into it shares. Relies on the rows of the
+// file list and the settings; leaves programs, the report and the list of failed files. Each job
+// yields to the events, so all that is needed later is settled before the first one.
 #include "shell/conversion_start.h"
+
+#include <chrono>
+
+#include "conversion/job_driver.h"
+#include "conversion/run.h"
+#include "platform/clock.h"
+#include "platform/events.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "shell/file_list.h"
+#include "shell/report.h"
+#include "shell/settings.h"
+#include "shell/shell_state.h"
+#include "toolchain/binaries.h"
+#include "toolchain/viewers.h"
+#include "writers/program_writers.h"
+
 namespace kv {
-void PressStart() {}
-void StartConversion() {}
-void ConvertDroppedDrawings(const std::vector<std::string>&) {}
-void RestMeters() {}
-void PrepareList() {}
+
+namespace {
+
+constexpr std::chrono::seconds LongestUnflushed{2};
+constexpr std::size_t LongNameCell = 1; // column 2
+constexpr Int Pressed = -1;             // values of RunState
+constexpr Int PausedForMessages = 2;
+
+void SetNormalRun()
+{
+    Run.RunState = Pressed;
+    Run.RunFailed = False;
+}
+
+void ShowGraphicOfList()
+{
+    if (Config.GraphicAfterMan == 0)
+        return;
+    // An abort that came during the job is not written over: it ends the list.
+    if (Config.PauseForMessages != 0 && !UserAborted())
+        Run.RunState = PausedForMessages;
+    DoEvents();
+    if (Run.RunState < 1 && Run.RunFailed == False)
+        ShowGraphic(DestinationPath(Run.ControlType), FileNameOf(Run.PartName));
+    DoEvents();
+}
+
+void RunJobOfList(const std::string& path)
+{
+    RunJobLine(path, SelectedSystem());
+    ReportMessage(2, "");
+    PauseSeconds(SettleSeconds);
+    ShowGraphicOfList();
+    RestMeters();
+}
+
+void RunJobs(const std::vector<std::string>& paths)
+{
+    using Steady = std::chrono::steady_clock;
+    Steady::time_point flushed = Steady::now();
+    for (const std::string& path : paths) {
+        RunJobOfList(path);
+        if (Steady::now() - flushed >= LongestUnflushed) {
+            FlushJobFiles();
+            flushed = Steady::now();
+        }
+        if (UserAborted() || Shell.Ended)
+            break;
+    }
+    FlushJobFiles();
+}
+
+void RunList(const std::vector<std::string>& paths)
+{
+    if (!paths.empty()) {
+        const ActiveRun active;
+        Shell.Timer1 = false;
+        Shell.Frame2Enabled = false;
+        Shell.StartEnabled = false;
+        PrepareList();
+        // A double click comes without the press of `Start` that clears what the last run left.
+        SetNormalRun();
+        RunJobs(paths);
+        ClearSelection();
+        TellFailedFiles();
+        ReportMessage(2, "");
+        if (!Shell.Ended)
+            MakeBinaries();
+        Shell.BtnAbortShown = false;
+        Shell.StartEnabled = true;
+        Shell.LoadDr = true;
+        ShellChanged();
+        GiveFocus(FocusPlace::List1);
+    }
+    Shell.Timer1 = true;
+    Shell.Frame2Enabled = true;
+    ShellChanged();
+}
+
+} // namespace
+
+ActiveRun::ActiveRun()
+{
+    Shell.RunActive = true;
+    ShellChanged();
+}
+
+ActiveRun::~ActiveRun()
+{
+    Shell.RunActive = false;
+    Shell.BtnAbortShown = false;
+    RestMeters();
+    ShellChanged();
+}
+
+void RestMeters()
+{
+    ZeroMeters();
+    SetMeterInterval(0);
+}
+
+void PrepareList()
+{
+    ReportMessage(0, "");
+    ProgramList.clear();
+    Run.FailedFiles.clear();
+    Shell.BtnAbortShown = true;
+    Shell.LoadDr = false;
+    ShellChanged();
+}
+
+void RunJobLine(std::string jobLine, Int system)
+{
+    Run.ControlType = system;
+    Run.RunFailed = False; // the driver does not convert while the last failure stands
+    ProcessDrawingFile(jobLine);
+    if (Run.RunFailed != False)
+        ++Shell.FailedJobs;
+}
+
+void TellFailedFiles()
+{
+    std::vector<std::string> shown;
+    for (const std::string& path : Run.FailedFiles)
+        shown.push_back(ShownPath(path));
+    ReportFailedFiles(shown);
+}
+
+void FlushJobFiles()
+{
+    const FileOutcome outcome = FlushFiles();
+    if (!outcome.Ok())
+        ReportMessage(1, MarkRed + ("Not on the disk: " + outcome.Cause));
+}
+
+void ShowGraphic(std::string_view programFolder, std::string_view programName)
+{
+    std::string program = std::string(programFolder) + std::string(programName);
+    if (Run.ControlType == 2)
+        WaitForExternalProgram(ShowEvolutionProgram(program + ".CNC"));
+    else
+        WaitForExternalProgram(ShowProgramGraphic(program));
+}
+
+void PressStart()
+{
+    if (!Shell.RunActive)
+        SetNormalRun();
+}
+
+void StartConversion()
+{
+    if (Shell.RunActive)
+        return;
+    const std::string folder = WithBackslash(Trim(SourcePath(SelectedSystem())));
+    std::vector<std::string> paths;
+    for (const FileRow& row : FileList.Rows) {
+        const std::string_view name = Trim(row.Cells[LongNameCell]);
+        if (row.Selected && !name.empty())
+            paths.push_back(folder + std::string(name));
+    }
+    RunList(paths);
+}
+
+void ConvertDroppedDrawings(const std::vector<std::string>& paths)
+{
+    if (!Shell.RunActive)
+        RunList(paths);
+}
+
 } // namespace kv

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "platform/numbers.h"
 
 namespace kv {
 
@@ -17,5 +20,21 @@ void ConvertDroppedDrawings(const std::vector<std::string>& paths);
 void RestMeters();
 // Before the first job of a list: report, program list, failed files, switches of the window.
 void PrepareList();
+
+// Jobs run while it lives. At its end the abort button is gone and the meters rest.
+struct ActiveRun {
+    ActiveRun();
+    ~ActiveRun();
+    ActiveRun(const ActiveRun&) = delete;
+    ActiveRun& operator=(const ActiveRun&) = delete;
+};
+// One job by its job line. `system` is the control's, unless the drawing's border names another.
+void RunJobLine(std::string jobLine, Int system);
+// The report's list of failed files, by the paths that people know.
+void TellFailedFiles();
+// What was written is on the disk now; a refusal is told in the report.
+void FlushJobFiles();
+// The viewer of the job's control on its program, until it is closed.
+void ShowGraphic(std::string_view programFolder, std::string_view programName);
 
 } // namespace kv
