@@ -6,6 +6,7 @@
 #include "console/report_output.h"
 #include "conversion/run.h"
 #include "platform/events.h"
+#include "shell/shell_state.h"
 
 namespace kv {
 
@@ -19,11 +20,27 @@ void OnInterrupt(int)
     std::signal(SIGINT, SIG_DFL); // the second one ends the program
 }
 
+void OnWatchInterrupt(int)
+{
+    Interrupted = 1;
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+}
+
 void Pump()
 {
     if (Interrupted != 0)
         Run.RunState = 1;
     ShowProgress();
+}
+
+// Nothing new begins once the end is asked for.
+void WatchPump()
+{
+    if (Interrupted == 0)
+        return;
+    Run.RunState = 1;
+    Shell.Ended = true;
 }
 
 } // namespace
@@ -32,6 +49,13 @@ void InstallAbort()
 {
     std::signal(SIGINT, OnInterrupt);
     Events.Pump = Pump;
+}
+
+void InstallWatchAbort()
+{
+    std::signal(SIGINT, OnWatchInterrupt);
+    std::signal(SIGTERM, OnWatchInterrupt);
+    Events.Pump = WatchPump;
 }
 
 bool AbortAsked()

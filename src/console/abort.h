@@ -6,6 +6,9 @@ namespace kv {
 
 // Sets the signal handler and the event pump.
 void InstallAbort();
+// The same for the unattended mode: the first one also ends its loop, and a termination request counts
+// like Ctrl-C.
+void InstallWatchAbort();
 bool AbortAsked();
 
 } // namespace kv

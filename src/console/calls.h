@@ -10,6 +10,8 @@ namespace kv {
 
 int ConvertDrawings(const CommandLine& line);
 int TraceDrawings(const CommandLine& line);
+// The unattended mode, until its switches or a signal end it. Loads the settings itself.
+int WatchFolders(const CommandLine& line);
 
 // One drawing through the conversion, by its path as typed and the output name of its job line
 // (empty: none). Gives what became of it: "converted", "failed" or "aborted".

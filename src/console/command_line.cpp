@@ -39,6 +39,17 @@ constexpr const char* TraceFooter =
     "Behind -- every word is a drawing, also one that begins with a dash.\n"
     "Stages:";
 
+constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
+constexpr const char* WatchFooter =
+    "\nLooks every 500 ms for Temp.DXF or BATCH.LST in the source folders, runs what the settings allow and\n"
+    "prints the process report as it comes. Ends with Ctrl-C, or as its switches say:\n"
+    "  /S  looks for BATCH.LST whatever the settings say, also for one that stood there before; the\n"
+    "      program ends behind the first look\n"
+    "  /K  ends the program after a batch\n"
+    "  /V  shows the graphic after each job\n"
+    "Any switch makes the program end after its fourth look at the folders, when nothing else did.\n"
+    "Exit status: 0, or 1 when a job failed.";
+
 struct Words {
     std::string Report = "text";
     std::string System;
@@ -76,6 +87,14 @@ void AddTrace(CLI::App& app, CommandLine& line)
     trace->add_option("--after", line.After, "Stage to show; may be given again")
         ->type_name("STAGE")
         ->allow_extra_args(false);
+}
+
+void AddWatch(CLI::App& app, CommandLine& line)
+{
+    CLI::App* const watch = app.add_subcommand("watch", WatchText);
+    watch->footer(WatchFooter);
+    watch->add_option("SWITCH", line.Switches, "/S, /K or /V, in any case and order")
+        ->check(CLI::IsMember({"/S", "/K", "/V"}, CLI::ignore_case));
 }
 
 // Empty when all is well, else what is wrong.
@@ -116,6 +135,8 @@ Call CallOf(const CLI::App& app)
 {
     if (app.got_subcommand("convert"))
         return Call::Convert;
+    if (app.got_subcommand("watch"))
+        return Call::Watch;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
 }
 
@@ -149,11 +170,17 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
 
 void TellUsage(std::string_view cause, Call call)
 {
-    const char* const name = call == Call::Convert ? " convert" : call == Call::Trace ? " trace" : "";
+    struct NameRow {
+        Call Asked;
+        const char* Name;
+    };
+    constexpr NameRow names[] = {
+        {Call::Convert, " convert"}, {Call::Trace, " trace"}, {Call::Watch, " watch"}};
     std::string text = "korvanti: ";
     text += cause;
     text += "\nkorvanti";
-    text += name;
+    for (const NameRow& row : names)
+        text += row.Asked == call ? row.Name : "";
     text += " --help tells how it is called.\n";
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
@@ -170,6 +197,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv)
     app.allow_windows_style_options(false);
     AddConvert(app, line, words);
     AddTrace(app, line);
+    AddWatch(app, line);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& shown) { // help or version

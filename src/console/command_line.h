@@ -8,7 +8,7 @@
 
 namespace kv {
 
-enum class Call { None, Convert, Trace }; // None: help or version was shown, or the usage was wrong
+enum class Call { None, Convert, Trace, Watch }; // None: help or version was shown, or the usage was wrong
 
 constexpr int ExitConverted = 0;
 constexpr int ExitSomeFailed = 1;
@@ -24,7 +24,8 @@ struct CommandLine {
     int System = SystemOfSettings;
     std::vector<std::pair<std::string, std::string>> Overrides; // setting key and value
     bool ReportJson = false;
-    std::vector<std::string> After; // stages of a trace; empty: all
+    std::vector<std::string> After;    // stages of a trace; empty: all
+    std::vector<std::string> Switches; // of the unattended mode, as typed
 };
 
 CommandLine ReadCommandLine(int argc, const char* const* argv);

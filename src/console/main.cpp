@@ -5,26 +5,14 @@
 #include "console/abort.h"
 #include "console/calls.h"
 #include "console/command_line.h"
-#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/settings.h"
+#include "shell/start_up.h"
 
 namespace {
 
 using namespace kv;
-
-// Empty when the named folder is not there.
-std::string ProgramFolder(const std::string& typedHome)
-{
-    const std::string named = typedHome.empty() ? Utf8FromAnsi(Environment("KORVANTI_HOME")) : typedHome;
-    if (!named.empty()) {
-        const std::string folder = WithBackslash(FromHostPath(named));
-        return FolderExists(folder) ? folder : std::string();
-    }
-    const std::string beside = FolderOf(ExeName());
-    return FileExists(beside + "KV90.INI") ? beside : UserConfigFolder();
-}
 
 bool TakeOverrides(const CommandLine& line)
 {
@@ -40,12 +28,14 @@ bool TakeOverrides(const CommandLine& line)
 
 int MakeCall(const CommandLine& line)
 {
-    const std::string folder = ProgramFolder(line.Home);
+    const std::string folder = InstallationFolder(line.Home);
     if (folder.empty()) {
         TellUsage("the folder named by --home or KORVANTI_HOME is not there", Call::None);
         return ExitUsage;
     }
     SetExeFolder(folder);
+    if (line.Asked == Call::Watch)
+        return WatchFolders(line);
     LoadAllSettings();
     if (!TakeOverrides(line))
         return ExitUsage;

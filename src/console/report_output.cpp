@@ -38,6 +38,7 @@ constexpr const char* MeterTitles[MeterCount] = {"Parsing",    "Reading Info", "
                                                  "Sequencing", "Syn Leads",    "Pgm Code"};
 
 std::vector<ReportRow> Rows;
+std::FILE* RowStream = nullptr; // of the rows that are written at once
 RowColours Colours = RowColours::None;
 
 bool ProgressWanted = false;
@@ -109,6 +110,16 @@ void OpenReport(bool rowsOnTerminal, bool progressOnTerminal)
     ProgressWanted = progressOnTerminal && Environment("TERM") != "dumb";
     Report.ShowRow = [](const ReportRow& row) { Rows.push_back(row); };
     Dialogs.Box = BoxAsRow;
+}
+
+void WriteRowsAtOnce(std::FILE* stream)
+{
+    RowStream = stream;
+    Report.ShowRow = [](const ReportRow& row) {
+        const std::string text = RowLine(row, Colours) + '\n';
+        std::fwrite(text.data(), 1, text.size(), RowStream);
+        std::fflush(RowStream);
+    };
 }
 
 void BeginDrawing()

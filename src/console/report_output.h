@@ -17,6 +17,8 @@ enum class RowColours { None, Sixteen, Full };
 // Sets the hooks of report and dialogs. Colours and progress need terminals: the first for the
 // stream that gets the rows, the second for standard error.
 void OpenReport(bool rowsOnTerminal, bool progressOnTerminal);
+// From now on each row is written when it is shown, and none is gathered.
+void WriteRowsAtOnce(std::FILE* stream);
 void BeginDrawing(); // starts the clock of the progress line
 
 // The rows since the last call.
