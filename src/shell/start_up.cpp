@@ -1,30 +1,168 @@
+// Start and end of the program behind its window: the installation's folder, every load in its order,
+// the entry in the control's editor, and what is stored when a box or a position changes. Relies on
+// the folder given to SetExeFolder and on Shell.CommandLine; leaves the timers of Shell running.
 #include "shell/start_up.h"
+
+#include <limits>
+
+#include "platform/dialogs.h"
+#include "platform/events.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/processes.h"
+#include "platform/text.h"
+#include "platform/user_store.h"
+#include "shell/banner.h"
+#include "shell/batch_safety.h"
+#include "shell/file_list.h"
+#include "shell/settings.h"
+#include "shell/setup_rules.h"
+#include "shell/shell_state.h"
+#include "toolchain/viewers.h"
+
 namespace kv {
-std::string InstallationFolder(std::string_view)
+
+namespace {
+
+constexpr std::string_view SequenceLetters = " VHGR"; // in the order of the boxes' lists
+constexpr std::string_view PositionApplication = "ZLT";
+constexpr std::string_view MissingPosition = "500"; // twips
+
+// Each source folder once, though systems may share one.
+void TellUnfinishedBatches()
 {
-    return {};
+    std::vector<std::string> told;
+    for (int system = 0; system < ControlSystems; ++system) {
+        const std::string folder = WithBackslash(Trim(SourcePath(system)));
+        bool known = folder.empty();
+        for (const std::string& other : told)
+            known = known || EqualIgnoringCase(folder, other);
+        if (known)
+            continue;
+        told.push_back(folder);
+        TellUnfinishedBatch(folder);
+    }
 }
+
+// What no window can have as its place is no place.
+Long TwipsOf(const std::string& text)
+{
+    const double twips = Val(text);
+    if (twips < std::numeric_limits<Long>::min() || twips > std::numeric_limits<Long>::max())
+        return ToLong(Val(MissingPosition));
+    return ToLong(twips);
+}
+
+Long LoadTwips(std::string_view section, std::string_view key, bool clamp)
+{
+    const Long twips = TwipsOf(GetUserSetting(PositionApplication, section, key, MissingPosition));
+    return clamp && twips < 0 ? ToLong(Val(MissingPosition)) : twips;
+}
+
+} // namespace
+
+std::string InstallationFolder(std::string_view home)
+{
+    const std::string named = home.empty() ? Utf8FromAnsi(Environment("KORVANTI_HOME")) : std::string(home);
+    if (!named.empty()) {
+        const std::string folder = WithBackslash(FromHostPath(named));
+        return FolderExists(folder) ? folder : std::string();
+    }
+    const std::string beside = FolderOf(ExeName());
+    return FileExists(beside + "KV90.INI") ? beside : UserConfigFolder();
+}
+
 bool BinHidden()
 {
-    return false;
+    const std::string folder = UpperCase(ExeFolder);
+    return Holds(folder, "GENESIS") || Holds(folder, "EVOL");
 }
-void StartShell() {}
-void StopShell() {}
-std::string SequenceLetter(int)
+
+// This order matters: the load of the exchange clears the optimizer's box for the Evolution, and the
+// keys beside it set it again; the editor learns of this program by the paths that were just loaded.
+void StartShell()
 {
-    return " ";
+    ExchangeSettings(false);
+    LoadCutListSettings();
+    // All keys beside the exchange come in one reading: the columns' widths, the boxes "D R Alternate"
+    // and "On", the sequence.
+    LoadOtherKeys();
+    LoadFileColumnWidths();
+    Shell.LoadDr = true;
+    if (Shell.CommandLine.empty())
+        RegisterWithEditor();
+    LoadToolSubstitutions();
+    ShowBanner();
+    TellUnfinishedBatches();
+    Shell.Timer1 = true;
+    ClearGraphicForEvolution(); // asks for the system itself
+    SetHbdAvailable(true);      // the grid of KVHBD.cfg is read by those who use it
+    ShellChanged();
 }
-int SequencePlace(char)
+
+void StopShell()
 {
-    return -1;
+    ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
+    ExchangeSettings(true);
+    DoEvents();
 }
-void StoreSequence(const int (&)[4]) {}
-void StoreOptimizerBox(bool) {}
-void StoreAlternation(bool) {}
-WindowPosition LoadWindowPosition(std::string_view, bool)
+
+std::string SequenceLetter(int place)
 {
-    return {};
+    const bool inList = place >= 0 && place < static_cast<int>(SequenceLetters.size());
+    return std::string(SequenceLetters.substr(inList ? static_cast<std::size_t>(place) : 0, 1));
 }
-void SaveWindowPosition(std::string_view, const WindowPosition&) {}
-void StartHelp(std::string_view) {}
+
+int SequencePlace(char letter)
+{
+    const std::size_t place = SequenceLetters.find(letter);
+    return place == 0 || place == std::string_view::npos ? -1 : static_cast<int>(place);
+}
+
+// Blanks in front are lost when the key is read again, so the letters behind them move up then.
+void StoreSequence(const int (&places)[4])
+{
+    std::string letters;
+    for (const int place : places)
+        letters += SequenceLetter(place);
+    Config.Sequence = letters;
+    PutConfigValue("Sequence", letters);
+}
+
+void StoreOptimizerBox(bool on)
+{
+    Config.OptimizerBox = on;
+    Config.Optimizer = on ? "1" : "0";
+    PutConfigValue("Optimizer", Config.Optimizer);
+}
+
+void StoreAlternation(bool on)
+{
+    Config.DRAlternate = on ? "1" : "0";
+    PutConfigValue("DRAlternate", Config.DRAlternate);
+}
+
+WindowPosition LoadWindowPosition(std::string_view section, bool clamp)
+{
+    return {LoadTwips(section, "Top", clamp), LoadTwips(section, "Left", clamp)};
+}
+
+void SaveWindowPosition(std::string_view section, const WindowPosition& position)
+{
+    SaveUserSetting(PositionApplication, section, "Top", WholeText(position.Top));
+    SaveUserSetting(PositionApplication, section, "Left", WholeText(position.Left));
+}
+
+void StartHelp(std::string_view key)
+{
+    const Long handle = StartProcess(key == "Help" ? Config.Help : Config.OLHelp);
+    if (handle != 0) {
+        ForgetProcess(handle); // nobody waits for it
+        return;
+    }
+    ShowBox("Unable to load Help file.\r\nCheck " + ShownPath(IniPath) + " under System/" + std::string(key) +
+                " for correct path",
+            "File Problem", BoxIcon::Warning);
+}
+
 } // namespace kv
