@@ -1,0 +1,546 @@
+// The tick of the unattended mode: folders in turn, warm-up, triggers, command line, the watched
+// program, and what happens when it ticks while jobs run.
+#include "shell/autostart.h"
+
+#include "shell/unattended.h"
+#include "writers/program_writers.h"
+
+namespace kv {
+namespace {
+
+class Autostart : public Unattended {
+  protected:
+    std::string DrawingPath(const std::string& name) const { return FromHostPath(Source(name).string()); }
+};
+
+class TempTrigger : public Unattended {
+  protected:
+    void SetUp() override
+    {
+        Unattended::SetUp();
+        Config.AutoStartTemp = true;
+        WarmUp();
+    }
+};
+
+class GraphicAfterJob : public Unattended {
+  protected:
+    void SetUp() override
+    {
+        Unattended::SetUp();
+        Config.GraphicAfterAuto = 1;
+        LastProgram = {"DOOR", "\\prg\\door", ""};
+    }
+    bool Shown()
+    {
+        Started.clear();
+        FinishJob("\\prg\\", "DOOR");
+        return !Started.empty();
+    }
+};
+
+} // namespace
+
+// --- Warm-up ---
+
+TEST_F(Autostart, JobsBeginOnTheFourthTick)
+{
+    Config.AutoStartTemp = true;
+    Tick(2);
+    Put("Temp.DXF", BoredPanel());
+    Tick();
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_EQ(Shell.TickCount, 3);
+    Tick();
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
+    EXPECT_EQ(Shell.TickCount, 3);
+}
+
+TEST_F(Autostart, StaleTriggersAreDeletedOnTheSecondTickAndTold)
+{
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "A\r\n");
+    Tick();
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Stands("BATCH.LST"));
+    Tick();
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_FALSE(Stands("BATCH.LST"));
+    EXPECT_EQ(Here.Lines, (Names{"Left from an earlier start, deleted: " + Source("Temp.DXF").string(),
+                                 "Left from an earlier start, deleted: " + Source("BATCH.LST").string()}));
+}
+
+TEST_F(Autostart, WithSwitchSStaleTriggersAreKept)
+{
+    Shell.CommandLine = "/v /s";
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "A\r\n");
+    Tick(3);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Stands("BATCH.LST"));
+}
+
+TEST_F(Autostart, ATriggerOfTheThirdTickIsNotStale)
+{
+    Tick(2);
+    Put("BATCH.LST", "A\r\n");
+    Tick();
+    EXPECT_TRUE(Stands("BATCH.LST"));
+}
+
+// --- Folders ---
+
+TEST_F(Autostart, SeparateFoldersAreWatchedInTurn)
+{
+    OwnFolder(1, "gen");
+    OwnFolder(2, "evo");
+    std::vector<Int> systems;
+    for (int i = 0; i < 7; ++i) {
+        Tick();
+        systems.push_back(kv::Run.ControlType);
+    }
+    EXPECT_EQ(systems, (std::vector<Int>{1, 2, 0, 1, 2, 0, 1}));
+}
+
+TEST_F(Autostart, BlankFoldersArePassedOver)
+{
+    OwnFolder(2, "evo");
+    SourcePath(1) = "  ";
+    std::vector<Int> systems;
+    for (int i = 0; i < 4; ++i) {
+        Tick();
+        systems.push_back(kv::Run.ControlType);
+    }
+    EXPECT_EQ(systems, (std::vector<Int>{2, 0, 2, 0}));
+}
+
+TEST_F(Autostart, ALoneFolderIsWatchedEachTick)
+{
+    SourcePath(0) = SourcePath(1) = "";
+    Tick(3);
+    EXPECT_EQ(kv::Run.ControlType, 2);
+}
+
+TEST_F(Autostart, WithoutAnyFolderTheTickEnds)
+{
+    SourcePath(0) = SourcePath(1) = SourcePath(2) = "";
+    Shell.CommandLine = DrawingPath("A.DXF");
+    Tick(8);
+    EXPECT_EQ(Shell.TickCount, 0);
+    EXPECT_FALSE(Shell.Ended);
+}
+
+TEST_F(Autostart, ASharedFolderBelongsToTheSystemOfTheSettings)
+{
+    OwnFolder(2, "evo");
+    SourcePath(1) = " " + SourcePath(0) + " "; // compared trimmed
+    Config.Winner90 = false;
+    Config.Genesis = true;
+    std::vector<Int> systems;
+    for (int i = 0; i < 6; ++i) {
+        Tick();
+        systems.push_back(kv::Run.ControlType);
+    }
+    // After 1 comes 2, after 2 comes 0, which is shared and so 1.
+    EXPECT_EQ(systems, (std::vector<Int>{1, 2, 1, 2, 1, 2}));
+}
+
+TEST_F(Autostart, ATriggerWaitsForTheTurnOfItsFolder)
+{
+    Config.AutoStartTemp = true;
+    const std::filesystem::path evo = OwnFolder(2, "evo");
+    OwnFolder(1, "gen");
+    WarmUp();
+    Here.Write("evo/Temp.DXF", BoredPanel());
+    Tick();
+    EXPECT_TRUE(std::filesystem::exists(evo / "Temp.DXF")); // Genesis
+    Tick();
+    EXPECT_FALSE(std::filesystem::exists(evo / "Temp.DXF"));
+}
+
+// --- Temp.DXF ---
+
+TEST_F(TempTrigger, NothingHappensWithoutTheSetting)
+{
+    Config.AutoStartTemp = false;
+    Put("Temp.DXF", BoredPanel());
+    Tick(4);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+}
+
+TEST_F(TempTrigger, AnEmptyOneIsLeft)
+{
+    Put("Temp.DXF", "");
+    Tick(8);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
+}
+
+TEST_F(TempTrigger, AHalfWrittenOneIsLeftUntilItHasItsEnd)
+{
+    const std::string drawing = BoredPanel();
+    for (std::size_t part = 1; part < 8; ++part) {
+        Put("Temp.DXF", drawing.substr(0, drawing.size() * part / 8));
+        Tick();
+        ASSERT_TRUE(Stands("Temp.DXF"));
+    }
+    Put("Temp.DXF", drawing);
+    Tick();
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
+    EXPECT_EQ(Shell.FailedJobs, 0);
+}
+
+TEST_F(TempTrigger, OneWithoutEndIsRunWhenItHasNotChangedForTwoSeconds)
+{
+    std::string drawing = BoredPanel();
+    drawing.resize(drawing.rfind("0\nEOF"));
+    Put("Temp.DXF", drawing);
+    Tick(4); // seen first, then 0.5, 1 and 1.5 seconds later
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    Tick();
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
+}
+
+TEST_F(TempTrigger, TwoSecondsCountAcrossMidnight)
+{
+    Seconds = 86399;
+    std::string drawing = BoredPanel();
+    drawing.resize(drawing.rfind("0\nEOF"));
+    Put("Temp.DXF", drawing);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_TRUE(Stands("Temp.DXF"));
+        Tick();
+        if (Seconds >= 86400)
+            Seconds -= 86400;
+    }
+    EXPECT_FALSE(Stands("Temp.DXF"));
+}
+
+TEST_F(TempTrigger, AFailedOneIsDeletedAndCounted)
+{
+    Put("Temp.DXF", FailingDrawing());
+    Tick(3);
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_EQ(Told("CONVERSION PROCESS ABORTED."), 1) << Here.ReportText();
+}
+
+TEST_F(TempTrigger, OneThatWasReplacedWhileItsJobRanIsTheNextJob)
+{
+    int jobs = 0;
+    const test::AtStage look("final", [&] {
+        if (++jobs == 1)
+            Put("Temp.DXF", BoredPanel(test::Circle("VBORE_Z12F3000", 200, 50, 4)));
+    });
+    Put("Temp.DXF", BoredPanel());
+    Tick();
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_EQ(Here.Program("TEMP")[0], "G71X600Y400Z18T00N4L1");
+    Tick();
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_EQ(jobs, 2);
+    EXPECT_EQ(Here.Program("TEMP")[0], "G71X600Y400Z18T00N5L2");
+    Tick(3);
+    EXPECT_EQ(jobs, 2);
+}
+
+TEST_F(TempTrigger, SwitchesStandAsToldWhileItRuns)
+{
+    Put("Temp.DXF", BoredPanel());
+    bool looked = false;
+    const test::AtStage look("final", [&] {
+        looked = true;
+        EXPECT_TRUE(Shell.RunActive);
+        EXPECT_TRUE(Shell.BtnAbortShown);
+        EXPECT_FALSE(Shell.Frame2Enabled);
+        EXPECT_FALSE(Shell.LoadDr);
+        EXPECT_TRUE(Stands("Temp.DXF"));
+    });
+    Shell.LoadDr = true;
+    Tick();
+    EXPECT_TRUE(looked);
+    EXPECT_FALSE(Shell.RunActive);
+    EXPECT_FALSE(Shell.BtnAbortShown);
+    EXPECT_TRUE(Shell.Frame2Enabled);
+    EXPECT_TRUE(Shell.LoadDr);
+    EXPECT_EQ(MeterInterval(), 0);
+    EXPECT_EQ(MeterValue(Meter::PgmCode), 0);
+}
+
+TEST_F(TempTrigger, ATickInsideItsYieldsDoesNothing)
+{
+    Put("Temp.DXF", BoredPanel());
+    int jobs = 0;
+    const test::AtStage look("entities", [&] { ++jobs; });
+    InTheEvents = [] { AutostartTick(); };
+    Tick(3);
+    EXPECT_EQ(jobs, 1);
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
+}
+
+TEST_F(TempTrigger, StartInsideItDoesNothing)
+{
+    Put("A.DXF", BoredPanel());
+    Put("Temp.DXF", BoredPanel());
+    ListFiles({"A.DXF"});
+    InTheEvents = [] {
+        if (!Shell.RunActive)
+            return;
+        PressStart();
+        StartConversion();
+    };
+    Tick();
+    EXPECT_FALSE(Here.HasProgram("A"));
+    EXPECT_TRUE(Here.HasProgram("TEMP"));
+    EXPECT_EQ(kv::Run.RunState, 0);
+}
+
+TEST_F(TempTrigger, AbortEndsItsJob)
+{
+    Put("Temp.DXF", BoredPanel());
+    int reads = 0;
+    InTheEvents = [&] {
+        if (Shell.BtnAbortShown && ++reads == 5)
+            kv::Run.RunState = 1;
+    };
+    Tick();
+    EXPECT_FALSE(Here.HasProgram("TEMP"));
+    EXPECT_EQ(Told("USER ABORTED"), 1) << Here.ReportText();
+    EXPECT_FALSE(Shell.BtnAbortShown);
+    EXPECT_FALSE(Stands("Temp.DXF"));
+}
+
+TEST_F(TempTrigger, OneThatCannotBeDeletedIsToldOnceAndNotRunAgain)
+{
+    Put("Temp.DXF", BoredPanel());
+    int jobs = 0;
+    const test::AtStage look("entities", [&] { ++jobs; });
+    {
+        const ReadOnlyFolder held(*this);
+        Tick(5);
+    }
+    EXPECT_EQ(jobs, 1);
+    EXPECT_EQ(Told(Source("Temp.DXF").string() + " cannot be deleted"), 1) << Here.ReportText();
+    Put("Temp.DXF", BoredPanel()); // a new one is a new job
+    Tick();
+    EXPECT_EQ(jobs, 2);
+}
+
+TEST_F(TempTrigger, ItGoesBeforeABatchInTheSameFolder)
+{
+    Put("A.DXF", BoredPanel());
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "A\r\n");
+    Shell.CommandLine = "/S";
+    const test::AtStage look("entities", [&] { Shell.CommandLine = ""; }); // else the program ends here
+    Tick();
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Stands("BATCH.LST"));
+}
+
+// --- The command line ---
+
+TEST_F(Autostart, ADrawingOnTheCommandLineIsRunOnTheFourthTickAndTheProgramEnds)
+{
+    Put("A.DXF", BoredPanel());
+    Shell.CommandLine = DrawingPath("A.DXF");
+    Tick(3);
+    EXPECT_FALSE(Shell.Ended);
+    EXPECT_FALSE(Here.HasProgram("A"));
+    bool abortShown = false;
+    const test::AtStage look("final", [&] { abortShown = Shell.BtnAbortShown; });
+    Tick();
+    EXPECT_TRUE(Shell.Ended);
+    EXPECT_TRUE(Here.HasProgram("A")) << Here.ReportText();
+    EXPECT_EQ(Shell.CommandLine, "");
+    EXPECT_EQ(Shell.FailedJobs, 0);
+    EXPECT_TRUE(abortShown);
+    EXPECT_FALSE(Shell.BtnAbortShown);
+    EXPECT_FALSE(Shell.RunActive);
+    EXPECT_EQ(MeterInterval(), 0);
+}
+
+TEST_F(Autostart, AFailedDrawingOnTheCommandLineCounts)
+{
+    Shell.CommandLine = DrawingPath("GONE.DXF");
+    Tick(4);
+    EXPECT_TRUE(Shell.Ended);
+    EXPECT_EQ(Shell.FailedJobs, 1);
+}
+
+TEST_F(Autostart, SwitchesAreTriedAsADrawingAndTheProgramEnds)
+{
+    for (const char* const line : {"/S", "/k /v", "/s/K"}) {
+        ResetShell();
+        Here.Lines.clear();
+        Shell.CommandLine = line;
+        Tick(4);
+        EXPECT_TRUE(Shell.Ended) << line;
+        EXPECT_EQ(Shell.FailedJobs, 0) << line;
+        ASSERT_FALSE(Here.Lines.empty()) << line;
+        EXPECT_TRUE(Here.Lines.back().ends_with("NOT FOUND")) << Here.ReportText();
+    }
+}
+
+TEST_F(Autostart, AnEndedProgramTicksNoMore)
+{
+    Config.AutoStartTemp = true;
+    WarmUp();
+    Put("Temp.DXF", BoredPanel());
+    Shell.Ended = true;
+    Tick(3);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+}
+
+// --- The watched program ---
+
+TEST_F(Autostart, WhileAWatchedProgramRunsNoTriggerIsTaken)
+{
+    Config.AutoStartTemp = true;
+    WarmUp();
+    Put("Temp.DXF", BoredPanel());
+    Shell.WatchedProcess = 7;
+    ExitCode = StillActive;
+    Tick(3);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_EQ(Shell.ExitCode, 259);
+    EXPECT_EQ(Shell.WatchedProcess, 7);
+    EXPECT_TRUE(Forgotten.empty());
+}
+
+TEST_F(Autostart, AWatchedProgramThatEndedIsForgottenAndItsControlReset)
+{
+    std::filesystem::create_directories(Here.Folder / "control");
+    Here.Write("control/TPA.INI", "[edigraf-exec]\r\nExec=2\r\n");
+    WarmUp();
+    Shell.WatchedProcess = 7;
+    Shell.WatchedControlFolder = FromHostPath((Here.Folder / "control").string() + "/");
+    ExitCode = 3;
+    Tick();
+    EXPECT_EQ(Shell.ExitCode, 3);
+    EXPECT_EQ(Shell.WatchedProcess, 0);
+    EXPECT_EQ(Shell.WatchedControlFolder, "");
+    EXPECT_EQ(Forgotten, (std::vector<Long>{7}));
+    EXPECT_EQ(Here.Read(Here.Folder / "control/TPA.INI"), "[edigraf-exec]\r\nExec=0\r\n");
+}
+
+TEST_F(Autostart, TheTickThatForgetsAWatchedProgramGoesOnWithTheCommandLine)
+{
+    Put("A.DXF", BoredPanel());
+    WarmUp();
+    Shell.WatchedProcess = 7;
+    Shell.CommandLine = DrawingPath("A.DXF");
+    Tick();
+    EXPECT_TRUE(Here.HasProgram("A"));
+    EXPECT_TRUE(Shell.Ended);
+}
+
+// --- PrepareRun and FinishJob ---
+
+TEST_F(Autostart, PrepareRunClearsWhatTheLastRunLeft)
+{
+    kv::Run.RunState = 2;
+    kv::Run.RunFailed = True;
+    kv::Run.FailedFiles = {"", "X"};
+    ProgramList = {"X"};
+    ReportMessage(3, "old");
+    Shell.LoadDr = true;
+    PrepareRun();
+    EXPECT_EQ(kv::Run.RunState, 0);
+    EXPECT_EQ(kv::Run.RunFailed, False);
+    EXPECT_TRUE(kv::Run.FailedFiles.empty());
+    EXPECT_TRUE(ProgramList.empty());
+    EXPECT_EQ(ReportRowCount(), 0);
+    EXPECT_FALSE(Shell.Frame2Enabled);
+    EXPECT_FALSE(Shell.LoadDr);
+    EXPECT_TRUE(Shell.BtnAbortShown);
+}
+
+TEST_F(Autostart, AJobIsFinishedByReportPauseFocusAndMeters)
+{
+    ReportMessage(1, "row");
+    SetMeter(Meter::PgmCode, 50);
+    SetMeterInterval(1000);
+    FinishJob("\\prg\\", "DOOR");
+    EXPECT_TRUE(Shell.LoadDr);
+    EXPECT_EQ(Here.Lines, (Names{"row"}));
+    EXPECT_EQ(Pauses, (std::vector<double>{0.3}));
+    EXPECT_EQ(MeterValue(Meter::PgmCode), 0);
+    EXPECT_EQ(MeterInterval(), 0);
+    EXPECT_EQ(Focused, (std::vector<FocusPlace>{FocusPlace::List1}));
+}
+
+TEST_F(Autostart, AfterAFailureOrAPauseForMessagesStartHasTheFocusFirst)
+{
+    const std::vector<FocusPlace> both = {FocusPlace::Start, FocusPlace::List1};
+    kv::Run.RunFailed = True;
+    FinishJob("\\prg\\", "DOOR");
+    EXPECT_EQ(Focused, both);
+    Focused.clear();
+    kv::Run.RunFailed = False;
+    Config.PauseForMessages = 1;
+    FinishJob("\\prg\\", "DOOR");
+    EXPECT_EQ(Focused, both);
+}
+
+TEST_F(GraphicAfterJob, TheSettingOrTheSwitchShowIt)
+{
+    EXPECT_TRUE(Shown());
+    Config.GraphicAfterAuto = 0;
+    EXPECT_FALSE(Shown());
+    Shell.CommandLine = "/s /v";
+    EXPECT_TRUE(Shown());
+}
+
+TEST_F(GraphicAfterJob, ADrawingWithoutCodeHasNone)
+{
+    kv::Run.NoCode = True;
+    EXPECT_FALSE(Shown());
+}
+
+TEST_F(GraphicAfterJob, AnAbortedJobHasNone)
+{
+    kv::Run.RunState = 1;
+    EXPECT_FALSE(Shown());
+    kv::Run.RunState = 2; // no abort
+    EXPECT_TRUE(Shown());
+}
+
+TEST_F(GraphicAfterJob, AFailedJobHasNone)
+{
+    kv::Run.RunFailed = True;
+    EXPECT_FALSE(Shown());
+}
+
+TEST_F(GraphicAfterJob, TheBatchLimitMustBeAboveTheCount)
+{
+    struct Row {
+        const char* Limit;
+        Int Count;
+        bool Shows;
+    };
+    for (const Row& row : {Row{"5", 4, true},
+                           {"5", 5, false},
+                           {"5", 6, false},
+                           {"0", 500, true},
+                           {"", 500, true},
+                           {" 5 parts", 4, true},
+                           {"1", 0, true}}) {
+        Config.BatchLimit = row.Limit;
+        Shell.BatchCount = row.Count;
+        EXPECT_EQ(Shown(), row.Shows) << row.Limit << " " << row.Count;
+    }
+}
+
+TEST_F(GraphicAfterJob, TheEvolutionIsShownItsProgramFile)
+{
+    LastProgram = {};
+    kv::Run.ControlType = 2;
+    EXPECT_TRUE(Shown());
+    EXPECT_EQ(Started, (Names{"view /prg/DOOR.CNC"}));
+}
+
+} // namespace kv

@@ -1,0 +1,111 @@
+// BATCH.RUN and BATCH.OLD beside a batch: written whole, taken off, set aside, told.
+#include "shell/batch_safety.h"
+
+#include <unistd.h>
+
+#include "platform/scratch_folder.h"
+#include "shell/report.h"
+
+namespace kv {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts Rows;
+
+class BatchSafety : public ScratchFolder {
+  protected:
+    void SetUp() override
+    {
+        ScratchFolder::SetUp();
+        Rows.clear();
+        Report.ShowRow = [](const ReportRow& row) { Rows.push_back(row.Text); };
+        At = PathOf("") + (PathOf("").ends_with('\\') ? "" : "\\");
+    }
+    void TearDown() override
+    {
+        Report = ReportHooks{};
+        ScratchFolder::TearDown();
+    }
+    std::string Told(const std::string& count, const std::string& name) const
+    {
+        return "Unfinished batch: " + count + " lines kept in " + ShownPath(At + name);
+    }
+
+    std::string At;
+};
+
+} // namespace
+
+TEST_F(BatchSafety, LinesStandAsTheyWereGiven)
+{
+    EXPECT_TRUE(KeepBatchLines(At, {"\"door.dxf\" q", "!cncoff"}));
+    EXPECT_EQ(FileText("BATCH.RUN"), "\"door.dxf\" q\r\n!cncoff\r\n");
+    EXPECT_EQ(Names(), (Texts{"BATCH.RUN"})); // nothing is left beside it
+}
+
+TEST_F(BatchSafety, FewerLinesReplaceTheFile)
+{
+    KeepBatchLines(At, {"A", "B"});
+    EXPECT_TRUE(KeepBatchLines(At, {"B"}));
+    EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
+}
+
+TEST_F(BatchSafety, AReadOnlyFileOfAnotherProgramGivesWay)
+{
+    PutFile("BATCH.RUN", "A\r\nB\r\n");
+    std::filesystem::permissions(Folder / "BATCH.RUN", std::filesystem::perms::owner_read);
+    EXPECT_TRUE(KeepBatchLines(At, {"B"}));
+    EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
+}
+
+TEST_F(BatchSafety, AMissingFolderIsTold)
+{
+    EXPECT_FALSE(KeepBatchLines(At + "GONE\\", {"A"}));
+}
+
+TEST_F(BatchSafety, DroppedLinesAreGone)
+{
+    KeepBatchLines(At, {"A"});
+    DropBatchLines(At);
+    EXPECT_EQ(Names(), Texts{});
+}
+
+TEST_F(BatchSafety, WithoutUnfinishedBatchNothingIsTold)
+{
+    PutFile("BATCH.OLD", "A\r\n");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(Rows, Texts{});
+    EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n");
+}
+
+TEST_F(BatchSafety, AnUnfinishedBatchIsRenamedAndToldInOneLine)
+{
+    PutFile("BATCH.RUN", "A\r\n!CNCOFF\r\nB\r\n");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(Rows, (Texts{Told("3", "BATCH.OLD")}));
+    EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n!CNCOFF\r\nB\r\n");
+    EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
+}
+
+TEST_F(BatchSafety, OlderUnfinishedLinesStay)
+{
+    PutFile("BATCH.OLD", "A");
+    PutFile("BATCH.RUN", "B\r\n");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(FileText("BATCH.OLD"), "A\r\nB\r\n");
+    EXPECT_EQ(Rows, (Texts{Told("1", "BATCH.OLD")})); // of this batch
+    EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
+}
+
+TEST_F(BatchSafety, WhatCannotBeSetAsideIsToldWhereItStands)
+{
+    std::filesystem::create_directories(Folder / "BATCH.OLD");
+    PutFile("BATCH.OLD/keep", "");
+    PutFile("BATCH.RUN", "B\r\n");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(Rows, (Texts{Told("1", "BATCH.RUN")}));
+    EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
+}
+
+} // namespace kv
