@@ -197,6 +197,16 @@ TEST_F(StartUp, UnfinishedBatchesAreToldBehindTheBannerOnceForEachFolder)
     EXPECT_TRUE(Stands("EV/BATCH.OLD"));
 }
 
+TEST_F(StartUp, AnUnfinishedBatchThatCannotBeSetAsideIsToldOnceForAFolderOfTwoSystems)
+{
+    PutSettings("SourcePath90=C:\\DXF\\\r\nSourcePathGen=C:\\dxf\r\n");
+    Put("DXF/BATCH.RUN", "A.DXF\r\n");
+    MakeFolder("DXF/BATCH.OLD"); // in the way
+    StartShell();
+    EXPECT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows + 1));
+    EXPECT_EQ(Get("DXF/BATCH.RUN"), "A.DXF\r\n");
+}
+
 TEST_F(StartUp, ABlankSourceFolderIsNotTheCurrentOne)
 {
     const std::filesystem::path before = std::filesystem::current_path();

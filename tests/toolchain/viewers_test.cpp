@@ -215,6 +215,14 @@ TEST_F(Viewers, WithoutCnc90FilesABlankEditorPathIsWinner90)
                                      "keys <13> without waiting"}));
 }
 
+TEST_F(Viewers, OtherFilesInTheCnc90FolderDoNotCount)
+{
+    Put("CNC90/SETCNC.BAT");
+    Put("Winner90/Edigraf.exe");
+    ShowProgramGraphic("");
+    EXPECT_EQ(Outside.Log.at(1), "start C:\\Winner90\\Edigraf.exe");
+}
+
 TEST_F(Viewers, TheSecondStartDoesNotWaitThreeTimesTheDelay)
 {
     Put("Winner90/Edigraf.exe");
