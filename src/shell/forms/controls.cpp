@@ -17,16 +17,9 @@ const ControlRow& RowOf(std::string_view form, std::string_view name)
     return row != nullptr ? *row : unknown;
 }
 
-// An ampersand of the caption itself is doubled; the Alt letter gets one.
 QString WithMnemonic(const ControlRow& row)
 {
-    QString caption = Shown(row.Caption);
-    caption.replace(QLatin1Char('&'), QLatin1String("&&"));
-    const qsizetype letter =
-        row.Mnemonic.empty() ? -1 : caption.indexOf(Shown(row.Mnemonic), 0, Qt::CaseInsensitive);
-    if (letter >= 0)
-        caption.insert(letter, QLatin1Char('&'));
-    return caption;
+    return WithAltLetter(row.Caption, row.Mnemonic);
 }
 
 template <class Widget> Widget* Named(Widget* widget, const ControlRow& row, std::string_view name)
@@ -63,6 +56,21 @@ std::string PathTyped(const QString& shown)
 {
     const std::string typed = shown.toStdString();
     return Trim(typed).empty() ? std::string() : FromHostPath(typed);
+}
+
+QString CaptionOf(std::string_view form, std::string_view name)
+{
+    return WithMnemonic(RowOf(form, name));
+}
+
+QString WithAltLetter(std::string_view caption, std::string_view letter)
+{
+    QString text = Shown(caption);
+    text.replace(QLatin1Char('&'), QLatin1String("&&"));
+    const qsizetype place = letter.empty() ? -1 : text.indexOf(Shown(letter));
+    if (place >= 0)
+        text.insert(place, QLatin1Char('&'));
+    return text;
 }
 
 QPushButton* ControlMaker::Button(std::string_view name) const
@@ -110,12 +118,18 @@ QGroupBox* ControlMaker::Frame(std::string_view name) const
     return Named(new QGroupBox(Shown(row.Caption)), row, name);
 }
 
+void ControlMaker::Dress(QWidget* widget, std::string_view name) const
+{
+    Named(widget, RowOf(Form, name), name);
+}
+
 QLabel* ControlMaker::Caption(QWidget* field) const
 {
     const ControlRow& row = RowOf(Form, Ansi(field->objectName()));
     auto* const label = new QLabel(WithMnemonic(row));
     label->setBuddy(field);
-    label->setVisible(row.ShownByDesign);
+    if (!row.ShownByDesign)
+        label->setVisible(false); // the other way round it would be a window until it has a parent
     return label;
 }
 

@@ -23,6 +23,9 @@ std::string Ansi(const QString& shown);
 QString ShownAsPath(std::string_view path);
 std::string PathTyped(const QString& shown);
 
+// The caption of a control as a widget takes it: with "&" before its Alt letter.
+QString CaptionOf(std::string_view form, std::string_view name);
+
 // Makes the controls of one form.
 struct ControlMaker {
     std::string_view Form;
@@ -34,9 +37,14 @@ struct ControlMaker {
     QComboBox* Combo(std::string_view name) const;
     QLabel* Label(std::string_view name) const;
     QGroupBox* Frame(std::string_view name) const;
+    // Any other widget: its name, accessible name and visibility.
+    void Dress(QWidget* widget, std::string_view name) const;
     // The label that stands beside a text or combo, with the Alt key that leads to it.
     QLabel* Caption(QWidget* field) const;
 };
+
+// A caption as a widget takes it: an ampersand of its own is doubled, the Alt letter gets one.
+QString WithAltLetter(std::string_view caption, std::string_view letter);
 
 // Name with its index: "DXFPath(1)".
 std::string Indexed(std::string_view name, int index);
