@@ -104,9 +104,11 @@ Long LaunchOwnViewer(std::string_view missing, std::string_view path)
 
 Long ShowByBatchFile(const std::string& editors, std::string_view path)
 {
-    // Found by the control's search path, so nobody can say whether it stands.
-    if (!FileExists(editors + "SETCNC.BAT"))
-        return LaunchOwnViewer("SETCNC.BAT", path);
+    if (!FileExists(editors + "SETCNC.BAT")) {
+        // The control's search path may find it; nobody can say so before it is tried.
+        constexpr std::string_view anywhere = "SETCNC.BAT S N";
+        return Trim(Config.Viewer).empty() ? LaunchProgram(anywhere) : LaunchOwnViewer(anywhere, path);
+    }
     if (FileExists(editors + "SETCNC.PIF"))
         return LaunchProgram(editors + "SETCNC.PIF /e:1024 /c setcnc.bat S N");
     return LaunchProgram(editors + "SETCNC.BAT S N");

@@ -180,17 +180,17 @@ TEST_F(Viewers, APifFileIsStartedInPlaceOfTheBatchFile)
     EXPECT_EQ(Outside.Log, (LogLines{"start C:\\CNC90\\SETCNC.PIF /e:1024 /c setcnc.bat S N", "pause 2"}));
 }
 
-TEST_F(Viewers, ABatchFileOfTheSearchPathCountsAsNotStanding)
+TEST_F(Viewers, ABatchFileThatOnlyTheSearchPathKnowsGivesWayToTheViewerOfTheSettings)
 {
     Put("CNC90/CNC90.CFG");
     Put("CNC90/SETCNC.PIF"); // alone it is nothing
     Config.Viewer = "view %1";
     EXPECT_EQ(ShowProgramGraphic(""), 7);
     EXPECT_EQ(Outside.Log, (LogLines{"start view " + (Folder / "c" / "PRG/SRG/D/OOR").string(), "pause 2"}));
+    Outside.Log.clear();
     Config.Viewer = "";
-    EXPECT_EQ(ShowProgramGraphic(""), 0);
-    EXPECT_EQ(Outside.Report, (LogLines{"No viewer: SETCNC.BAT is not there, and key \"Viewer\" in section "
-                                        "\"System\" of KV90.INI is not set"}));
+    EXPECT_EQ(ShowProgramGraphic(""), 7);
+    EXPECT_EQ(Outside.Log, (LogLines{"start SETCNC.BAT S N", "pause 2"}));
 }
 
 TEST_F(Viewers, ABatchFileIsGivenNoKeysAndNoIniFile)
