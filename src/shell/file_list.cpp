@@ -1,19 +1,384 @@
+// The file list: read anew whenever the source folder says something else than at the last tick, sorted,
+// and cleared of the files that the operator deletes. Relies on the current system's source path and the
+// listings of the platform. The refresh yields while it compares, so whatever it holds from before a yield
+// is checked behind it.
 #include "shell/file_list.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "platform/dialogs.h"
+#include "platform/events.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "shell/report.h"
+#include "shell/settings.h"
+#include "shell/shell_state.h"
+
 namespace kv {
+
 FileListState FileList;
 FileListHooks FileListWindow;
 const std::array<std::string_view, FileColumns> FileListHeaders = {"File (Short)", "File (Long)", "File",
                                                                    "Size",         "Date",        "Time"};
-void SetFileListCell(int, std::string_view) {}
-void RefreshFileList() {}
-void SortFileList(int) {}
-void ResizeFileColumn(int, double) {}
-void LoadFileColumnWidths() {}
-void MoveListIndexOn() {}
-void ClearSelection() {}
+
+namespace {
+
+constexpr int ShortColumn = 1, LongColumn = 2, NameColumn = 3, SizeColumn = 4, DateColumn = 5, TimeColumn = 6;
+constexpr int Ascending = 1, Descending = 2;
+constexpr std::string_view DeleteTitle = "Delete Selected Files";
+
+bool Refreshing = false; // the tick comes again while one yields
+
+struct RefreshEnd {
+    ~RefreshEnd() { Refreshing = false; }
+};
+
+std::string& Cell(FileRow& row, int column)
+{
+    return row.Cells[static_cast<std::size_t>(column - 1)];
+}
+
+const std::string& Cell(const FileRow& row, int column)
+{
+    return row.Cells[static_cast<std::size_t>(column - 1)];
+}
+
+double& WidthOf(int column)
+{
+    return FileList.Widths[static_cast<std::size_t>(column - 1)];
+}
+
+void TellRows()
+{
+    if (FileListWindow.RowsChanged != nullptr)
+        FileListWindow.RowsChanged();
+}
+
+void TellSelection()
+{
+    if (FileListWindow.SelectionChanged != nullptr)
+        FileListWindow.SelectionChanged();
+}
+
+// Empty when no source folder is set.
+std::string SourceFolder()
+{
+    return WithBackslash(Trim(CurrentSourcePath()));
+}
+
+void WriteCell(int code, std::string_view text)
+{
+    if (code == 0) {
+        FileList.Rows.clear();
+        FileList.FilledRows = 0;
+        FileList.Current = -1;
+    }
+    if (code == ShortColumn)
+        FileList.Rows.resize(std::max(FileList.Rows.size(), ++FileList.FilledRows));
+    if (code >= 1 && code <= FileColumns && FileList.FilledRows > 0)
+        Cell(FileList.Rows[FileList.FilledRows - 1], code) = text;
+}
+
+std::string TwoDigits(Long value)
+{
+    const std::string digits = WholeText(value);
+    return digits.size() < 2 ? "0" + digits : digits;
+}
+
+ShownNames NamesForWidth()
+{
+    return WidthOf(NameColumn) > ShortNameWidth ? ShownNames::LongNames : ShownNames::ShortNames;
+}
+
+void AddRow(const DirectoryEntry& entry)
+{
+    WriteCell(ShortColumn, entry.ShortName);
+    WriteCell(LongColumn, entry.LongName);
+    WriteCell(NameColumn, FileList.Shown == ShownNames::LongNames ? entry.LongName : entry.ShortName);
+    WriteCell(SizeColumn, WholeText(entry.Size));
+    WriteCell(DateColumn, TwoDigits(entry.Month) + "/" + TwoDigits(entry.Day) + "/" + WholeText(entry.Year));
+    WriteCell(TimeColumn,
+              TwoDigits(entry.Hour) + ":" + TwoDigits(entry.Minute) + ":" + TwoDigits(entry.Second));
+}
+
+// What a row is sorted by: texts without case, sizes by their value and dates in the order of time, as a
+// person expects of these columns.
+struct SortKey {
+    bool Empty = false; // a row without a file; these stay at the end in either order
+    double Value = 0;
+    std::string Text;
+};
+
+double DateValue(std::string_view text)
+{
+    Long at = 1;
+    const double month = Val(ParseString(at, text, "/"));
+    const double day = Val(ParseString(at, text, "/"));
+    const double year = Val(ParseString(at, text, "/"));
+    return (year * 100 + month) * 100 + day;
+}
+
+SortKey KeyOf(const FileRow& row, int column)
+{
+    SortKey key;
+    key.Empty = row.Cells == FileRow().Cells;
+    const std::string& text = Cell(row, column);
+    if (column == SizeColumn)
+        key.Value = Val(text);
+    else if (column == DateColumn)
+        key.Value = DateValue(text);
+    else
+        key.Text = UpperCase(text);
+    return key;
+}
+
+bool ComesBefore(const SortKey& a, const SortKey& b, int order)
+{
+    if (a.Empty || b.Empty)
+        return b.Empty && !a.Empty;
+    const SortKey& low = order == Descending ? b : a;
+    const SortKey& high = order == Descending ? a : b;
+    return low.Value != high.Value ? low.Value < high.Value : low.Text < high.Text;
+}
+
+// Rows that are equal keep their order; the selection and the list index go with their rows.
+void SortRows(int column, int order)
+{
+    std::vector<SortKey> keys;
+    keys.reserve(FileList.Rows.size());
+    for (const FileRow& row : FileList.Rows)
+        keys.push_back(KeyOf(row, column));
+    std::vector<std::size_t> places(keys.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::stable_sort(places.begin(), places.end(), [&keys, order](std::size_t a, std::size_t b) {
+        return ComesBefore(keys[a], keys[b], order);
+    });
+    std::vector<FileRow> sorted;
+    sorted.reserve(places.size());
+    int current = -1;
+    for (const std::size_t place : places) {
+        if (static_cast<int>(place) == FileList.Current)
+            current = static_cast<int>(sorted.size());
+        sorted.push_back(std::move(FileList.Rows[place]));
+    }
+    FileList.Rows = std::move(sorted);
+    FileList.Current = current;
+}
+
+bool IsSelected(const FileRow& row)
+{
+    return row.Selected;
+}
+
+bool HoldsDrawing(const DirectoryEntry& entry)
+{
+    return UpperCase(entry.Extension) == "DXF";
+}
+
+// The sort order that the operator chose stays noted, but the new rows stand by name.
+void RebuildFileList(const std::string& folder, std::vector<DirectoryEntry>& entries)
+{
+    const bool selectionLost = AnyRowSelected() || FileList.Current >= 0;
+    WriteCell(0, {});
+    FileList.Rows.resize(entries.size()); // what is no drawing after all leaves an empty row
+    FileList.Shown = NamesForWidth();
+    for (const DirectoryEntry& entry : entries) {
+        if (HoldsDrawing(entry))
+            AddRow(entry);
+    }
+    SortRows(NameColumn, Ascending);
+    FileList.LabDXFPath = folder;
+    FileList.FileCount = static_cast<Long>(entries.size());
+    FileList.Listing = std::move(entries);
+    TellRows();
+    if (selectionLost)
+        TellSelection();
+}
+
+void EmptyFileList()
+{
+    if (FileList.FileCount == 0)
+        return;
+    const bool selectionLost = AnyRowSelected() || FileList.Current >= 0;
+    WriteCell(0, {});
+    FileList.LabDXFPath.clear();
+    FileList.Listing.clear();
+    FileList.FileCount = 0;
+    TellRows();
+    if (selectionLost)
+        TellSelection();
+}
+
+// Lets events run behind each equal entry; they may change the stored listing.
+bool EqualsStoredListing(const std::vector<DirectoryEntry>& entries)
+{
+    if (entries.size() != static_cast<std::size_t>(FileList.FileCount))
+        return false;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (i >= FileList.Listing.size() || entries[i] != FileList.Listing[i])
+            return false;
+        DoEvents();
+    }
+    return true;
+}
+
+std::string KeyOfWidth(int column)
+{
+    return "ListColumnWidth" + WholeText(column);
+}
+
+void ShowNames(ShownNames names)
+{
+    if (FileList.Shown == names)
+        return;
+    FileList.Shown = names;
+    const int from = names == ShownNames::LongNames ? LongColumn : ShortColumn;
+    for (FileRow& row : FileList.Rows)
+        Cell(row, NameColumn) = Cell(row, from);
+    TellRows();
+}
+
+// Paths of the selected files in the current system's folder, even when the list was read from another.
+std::vector<std::string> SelectedPaths()
+{
+    std::vector<std::string> paths;
+    const std::string folder = SourceFolder();
+    for (const FileRow& row : FileList.Rows) {
+        const std::string_view name = Trim(Cell(row, LongColumn));
+        if (row.Selected && !name.empty())
+            paths.push_back(folder + std::string(name));
+    }
+    return paths;
+}
+
+// Why the file still stands; empty when it is gone.
+std::string DeletePath(const std::string& path)
+{
+    if (FolderOf(path).empty())
+        return "no source folder is set"; // else it would be taken for a file of the current folder
+    if (!FileExists(path))
+        return "there is no such file";
+    return DeleteFile(path).Cause;
+}
+
+void DeletePaths(const std::vector<std::string>& paths)
+{
+    for (const std::string& path : paths) {
+        const std::string cause = DeletePath(path);
+        if (!cause.empty())
+            ReportMessage(3, MarkRed + ShownPath(path) + " cannot be deleted: " + cause);
+    }
+}
+
+void AskAndDelete()
+{
+    if (!AnyRowSelected()) {
+        ShowBox("No files selected to Delete.", DeleteTitle, BoxIcon::Information);
+        return;
+    }
+    // Taken before the question: a refresh behind it may take the selection, the answer is for these.
+    const std::vector<std::string> paths = SelectedPaths();
+    if (AskYesNo("Do you wish to Delete these files?", DeleteTitle))
+        DeletePaths(paths);
+}
+
+} // namespace
+
+void SetFileListCell(int code, std::string_view text)
+{
+    WriteCell(code, text);
+    TellRows();
+}
+
+void RefreshFileList()
+{
+    if (Refreshing)
+        return;
+    Refreshing = true;
+    const RefreshEnd end;
+    const std::string folder = SourceFolder();
+    const std::string pattern = folder + "*.DXF";
+    const Long count = folder.empty() ? 0 : FCount(pattern);
+    std::vector<DirectoryEntry> entries;
+    if (count > 0)
+        ReadFileX(pattern, count, entries);
+    if (entries.empty()) { // also when they went between the two
+        EmptyFileList();
+        return;
+    }
+    // A folder that lists the same as the one before it is not told apart from it; the caption stays.
+    const bool equal = EqualsStoredListing(entries);
+    if (!equal && folder == SourceFolder()) // if not, the next tick reads the other folder
+        RebuildFileList(folder, entries);
+}
+
+void SortFileList(int column)
+{
+    if (column < 1 || column > FileColumns)
+        return;
+    const bool again = column == FileList.SortedColumn && FileList.SortOrder == Ascending;
+    FileList.SortedColumn = column;
+    FileList.SortOrder = again ? Descending : Ascending;
+    SortRows(column, FileList.SortOrder);
+    TellRows();
+}
+
+void ResizeFileColumn(int column, double width)
+{
+    if (column < 1 || column > FileColumns || !std::isfinite(width))
+        return;
+    WidthOf(column) = std::clamp(width, 0.0, WidestColumn);
+    if (column == NameColumn)
+        ShowNames(NamesForWidth());
+    const std::string printed = PlainText(ToSingle(WidthOf(column)));
+    if (column >= NameColumn)
+        Config.ListColumnWidth[static_cast<std::size_t>(column - NameColumn)] = printed;
+    PutConfigValue(KeyOfWidth(column), printed);
+}
+
+void LoadFileColumnWidths()
+{
+    for (int column = NameColumn; column <= FileColumns; ++column) {
+        const double width = Val(Config.ListColumnWidth[static_cast<std::size_t>(column - NameColumn)]);
+        if (width > 0)
+            WidthOf(column) = std::min(width, WidestColumn);
+    }
+}
+
+void MoveListIndexOn()
+{
+    if (FileList.Current + 1 >= static_cast<int>(FileList.Rows.size()))
+        return;
+    ++FileList.Current;
+    TellSelection();
+}
+
+void ClearSelection()
+{
+    if (!AnyRowSelected())
+        return;
+    for (FileRow& row : FileList.Rows)
+        row.Selected = false;
+    TellSelection();
+}
+
 bool AnyRowSelected()
 {
-    return false;
+    return std::any_of(FileList.Rows.begin(), FileList.Rows.end(), IsSelected);
 }
-void FinishPopup() {}
+
+void FinishPopup()
+{
+    if (!FileList.DeleteAsked)
+        return;
+    AskAndDelete();
+    ClearSelection();
+    DoEvents();
+    GiveFocus(FocusPlace::List1);
+    FileList.DeleteAsked = false;
+}
+
 } // namespace kv

@@ -13,6 +13,7 @@ namespace kv {
 
 constexpr int FileColumns = 6;        // 1 short name, 2 long name, 3 one of both, 4 size, 5 date, 6 time
 constexpr double ShortNameWidth = 11; // characters; column 3 shows long names only when wider
+constexpr double WidestColumn = 255;  // characters
 
 struct FileRow {
     std::array<std::string, FileColumns> Cells; // CP1252; column c is element c - 1
@@ -22,8 +23,9 @@ struct FileRow {
 enum class ShownNames { None, LongNames, ShortNames };
 
 struct FileListState {
-    std::vector<FileRow> Rows; // one for each counted file; rows at the end may be empty
-    std::string LabDXFPath;    // folder of the listed files
+    std::vector<FileRow> Rows;  // one for each counted file; rows at the end may be empty
+    std::size_t FilledRows = 0; // written by SetFileListCell since the list was emptied
+    std::string LabDXFPath;     // folder of the listed files
     std::vector<DirectoryEntry> Listing;
     Long FileCount = 0;
     int SortedColumn = 0; // by the last header click; 0 none

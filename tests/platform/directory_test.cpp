@@ -1,0 +1,272 @@
+// Listings of real folders: what a pattern counts, what an entry says, short names, order, drives.
+#include "platform/directory.h"
+
+#include <limits>
+
+#include <sys/stat.h>
+#include <sys/time.h>
+
+#include "platform/scratch_folder.h"
+
+namespace kv {
+namespace {
+
+constexpr Long All = std::numeric_limits<Long>::max();
+
+class DirectoryListing : public ScratchFolder {
+  protected:
+    std::vector<DirectoryEntry> Read(const std::string& pattern, Long count = All) const
+    {
+        std::vector<DirectoryEntry> entries;
+        ReadFileX(PathOf("") + pattern, count, entries);
+        return entries;
+    }
+    std::vector<std::string> LongNames(const std::string& pattern, Long count = All) const
+    {
+        std::vector<std::string> names;
+        for (const DirectoryEntry& entry : Read(pattern, count))
+            names.push_back(entry.LongName);
+        return names;
+    }
+    std::vector<std::string> ShortNames(const std::string& pattern) const
+    {
+        std::vector<std::string> names;
+        for (const DirectoryEntry& entry : Read(pattern))
+            names.push_back(entry.ShortName);
+        return names;
+    }
+    Long Count(const std::string& pattern) const { return FCount(PathOf("") + pattern); }
+    void PutAll(const std::vector<std::string>& names) const
+    {
+        for (const std::string& name : names)
+            PutFile(name, "x");
+    }
+
+    using Texts = std::vector<std::string>;
+};
+
+TEST_F(DirectoryListing, APatternIsComparedWithoutCase)
+{
+    PutAll({"a.dxf", "B.DXF", "c.Dxf", "d.txt", "dxf"});
+    EXPECT_EQ(Count("*.DXF"), 3);
+    EXPECT_EQ(Count("*.dxf"), 3);
+    EXPECT_EQ(LongNames("*.DXF"), (Texts{"B.DXF", "a.dxf", "c.Dxf"})); // in the order of the bytes
+}
+
+TEST_F(DirectoryListing, StarsAndQuestionMarksStandForCharacters)
+{
+    PutAll({"CNC90", "CNC90.EXE", "CNC91.EXE", "XCNC90.EXE", "abcabd.t"});
+    EXPECT_EQ(LongNames("CNC90*.*"), (Texts{"CNC90", "CNC90.EXE"}));
+    EXPECT_EQ(LongNames("cnc9?.exe"), (Texts{"CNC90.EXE", "CNC91.EXE"}));
+    EXPECT_EQ(LongNames("*abd*"), (Texts{"abcabd.t"}));
+    EXPECT_EQ(LongNames("a*b?.t"), (Texts{"abcabd.t"}));
+    EXPECT_EQ(Count("*.*"), 5);
+    EXPECT_EQ(Count("*"), 5);
+    EXPECT_EQ(Count("a*bx"), 0);
+}
+
+TEST_F(DirectoryListing, ALongerExtensionThatBeginsWithThePatternsIsCountedAndListedWithoutOne)
+{
+    PutAll({"a.dxf", "b.dxfx", "c.dxf~", "d.dx", "e.xdxf"});
+    EXPECT_EQ(Count("*.DXF"), 3);
+    const std::vector<DirectoryEntry> entries = Read("*.DXF");
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0].Extension, "dxf");
+    EXPECT_EQ(entries[1].LongName, "b.dxfx");
+    EXPECT_EQ(entries[1].Extension, "");
+    EXPECT_EQ(entries[2].Extension, "");
+}
+
+TEST_F(DirectoryListing, APatternThatNamesOneFileIsNotMetByALongerExtension)
+{
+    PutAll({"Temp.DXFX"});
+    EXPECT_EQ(Count("Temp.DXF"), 0);
+    EXPECT_FALSE(Exist(PathOf("Temp.DXF")));
+}
+
+TEST_F(DirectoryListing, AnEntrySaysSizeAndLocalTime)
+{
+    PutFile("a.dxf", std::string(70000, 'x'));
+    std::tm local{};
+    local.tm_year = 98; // 1998-07-04 13:05:09, on summer time where there is one
+    local.tm_mon = 6;
+    local.tm_mday = 4;
+    local.tm_hour = 13;
+    local.tm_min = 5;
+    local.tm_sec = 9;
+    local.tm_isdst = -1;
+    const timeval stamp{std::mktime(&local), 0};
+    const timeval both[2] = {stamp, stamp};
+    ASSERT_EQ(::utimes((Folder / "a.dxf").c_str(), both), 0);
+    DirectoryEntry expected;
+    expected.ShortName = "A";
+    expected.Extension = "dxf";
+    expected.LongName = "a.dxf";
+    expected.Year = 1998;
+    expected.Month = 7;
+    expected.Day = 4;
+    expected.Hour = 13;
+    expected.Minute = 5;
+    expected.Second = 9;
+    expected.Size = 70000;
+    const std::vector<DirectoryEntry> entries = Read("*.dxf");
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_TRUE(entries[0] == expected);
+}
+
+TEST_F(DirectoryListing, AFileLargerThanALongStandsAsTheLargestLong)
+{
+    PutFile("big.dxf", "");
+    std::filesystem::resize_file(Folder / "big.dxf", 5'000'000'000ULL); // a hole
+    PutFile("edge.dxf", "");
+    std::filesystem::resize_file(Folder / "edge.dxf", 2147483647ULL);
+    const std::vector<DirectoryEntry> entries = Read("*.dxf");
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].Size, 2147483647);
+    EXPECT_EQ(entries[1].Size, 2147483647);
+}
+
+TEST_F(DirectoryListing, ShortNamesAreUpperCaseWithoutBlanksAndPoints)
+{
+    PutAll({"Door.dxf", "a b.c.dxf", "eightchr.dxf"});
+    EXPECT_EQ(ShortNames("*.dxf"), (Texts{"DOOR", "ABC", "EIGHTCHR"}));
+}
+
+TEST_F(DirectoryListing, LongBasesAreCutAndNumbered)
+{
+    PutAll({"kitchen door.dxf", "kitchen top.dxf", "kitchens.dxf", "ninechars.dxf"});
+    EXPECT_EQ(ShortNames("*.dxf"), (Texts{"KITCHE~1", "KITCHE~2", "KITCHENS", "NINECH~1"}));
+}
+
+TEST_F(DirectoryListing, BeyondNineTheNumberTakesFurtherCharacters)
+{
+    for (int i = 10; i < 22; ++i)
+        PutFile("Panelboard" + std::to_string(i) + ".dxf", "");
+    PutFile("Panelforms.dxf", ""); // of another stem of six, of the same of five
+    EXPECT_EQ(ShortNames("*.dxf"),
+              (Texts{"PANELB~1", "PANELB~2", "PANELB~3", "PANELB~4", "PANELB~5", "PANELB~6", "PANELB~7",
+                     "PANELB~8", "PANELB~9", "PANEL~10", "PANEL~11", "PANEL~12", "PANELF~1"}));
+}
+
+TEST_F(DirectoryListing, ShortNamesDifferWithinTheListing)
+{
+    PutAll({"A B.dxf", "AB.dxf", "ABCDEF~1.dxf", "abcdefghi.dxf", ".dxf"});
+    // in the order of the bytes: ".dxf", "A B.dxf", "AB.dxf", "ABCDEF~1.dxf", "abcdefghi.dxf"
+    EXPECT_EQ(ShortNames("*.dxf"), (Texts{"~1", "AB", "AB~1", "ABCDEF~1", "ABCDEF~2"}));
+}
+
+TEST_F(DirectoryListing, ThousandsOfLikeNamesGetThousandsOfShortNames)
+{
+    for (int i = 10000; i < 12500; ++i)
+        PutFile("drawing no " + std::to_string(i) + ".dxf", "");
+    Texts names = ShortNames("*.dxf");
+    EXPECT_EQ(names[0], "DRAWIN~1");
+    EXPECT_EQ(names[99], "DRAW~100");
+    EXPECT_EQ(names[2499], "DRA~2500");
+    std::sort(names.begin(), names.end());
+    EXPECT_TRUE(std::adjacent_find(names.begin(), names.end()) == names.end());
+}
+
+TEST_F(DirectoryListing, FoldersAreNoFiles)
+{
+    std::filesystem::create_directories(Folder / "sub.dxf");
+    PutFile("a.dxf", "x");
+    EXPECT_EQ(Count("*.dxf"), 1);
+    EXPECT_EQ(LongNames("*.dxf"), (Texts{"a.dxf"}));
+    EXPECT_FALSE(Exist(PathOf("sub.dxf")));
+    EXPECT_FALSE(Exist(PathOf("s*.dxf")));
+}
+
+TEST_F(DirectoryListing, ALinkIsWhatItLeadsTo)
+{
+    PutFile("real.txt", "12345");
+    std::filesystem::create_directories(Folder / "sub");
+    std::filesystem::create_symlink("real.txt", Folder / "file.dxf");
+    std::filesystem::create_symlink("sub", Folder / "folder.dxf");
+    std::filesystem::create_symlink("missing", Folder / "loose.dxf");
+    EXPECT_EQ(Count("*.dxf"), 1);
+    const std::vector<DirectoryEntry> entries = Read("*.dxf");
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].LongName, "file.dxf");
+    EXPECT_EQ(entries[0].Size, 5);
+}
+
+TEST_F(DirectoryListing, APipeIsNoFile)
+{
+    ASSERT_EQ(::mkfifo((Folder / "pipe.dxf").c_str(), 0600), 0);
+    EXPECT_EQ(Count("*.dxf"), 0);
+    EXPECT_TRUE(Read("*.dxf").empty());
+}
+
+TEST_F(DirectoryListing, NamesThatNoPathOfTheProgramCanHoldAreLeftOut)
+{
+    PutAll({"T\xC3\xBCr.dxf", "\xD0\xB4.dxf", "back\\slash.dxf", "what?.dxf", "\xFF.dxf"});
+    EXPECT_EQ(Count("*.dxf"), 1);
+    EXPECT_EQ(LongNames("*.DXF"), (Texts{"T\xFCr.dxf"}));
+    EXPECT_TRUE(Exist(PathOf("") + "t\xDCr.d*"));
+}
+
+TEST_F(DirectoryListing, AtMostSoManyEntriesAsAskedForAreRead)
+{
+    PutAll({"c.dxf", "a.dxf", "b.dxf"});
+    EXPECT_EQ(LongNames("*.dxf", 2), (Texts{"a.dxf", "b.dxf"}));
+    EXPECT_TRUE(LongNames("*.dxf", 0).empty());
+    EXPECT_TRUE(LongNames("*.dxf", -1).empty());
+}
+
+TEST_F(DirectoryListing, AFolderThatIsNotThereHasNoFiles)
+{
+    EXPECT_EQ(Count("sub\\*.dxf"), 0);
+    EXPECT_TRUE(Read("sub\\*.dxf").empty());
+    EXPECT_FALSE(Exist(PathOf("") + "sub\\*.dxf"));
+    EXPECT_EQ(FCount(""), 0);
+}
+
+TEST_F(DirectoryListing, TheFolderIsFoundWithoutCase)
+{
+    std::filesystem::create_directories(Folder / "Drawings");
+    PutFile("Drawings/a.dxf", "x");
+    EXPECT_EQ(Count("DRAWINGS\\*.DXF"), 1);
+    EXPECT_TRUE(Exist(PathOf("") + "dRAWINGS\\A.DXF"));
+}
+
+TEST_F(DirectoryListing, ExistAnswersForNamesAndPatterns)
+{
+    PutAll({"BATCH.LST"});
+    EXPECT_TRUE(Exist(PathOf("Batch.lst")));
+    EXPECT_TRUE(Exist(PathOf("") + "*.LST"));
+    EXPECT_TRUE(Exist(PathOf("") + "B?TCH.LST"));
+    EXPECT_FALSE(Exist(PathOf("PROC.LST")));
+    EXPECT_FALSE(Exist(PathOf("") + "P*.LST"));
+    EXPECT_FALSE(Exist(""));
+}
+
+TEST_F(DirectoryListing, ADriveIsGoodWhenItsFolderStands)
+{
+    std::filesystem::create_directories(Folder / "c");
+    SetVariable("KORVANTI_DRIVES", Folder.string());
+    EXPECT_TRUE(GoodDrive("C:\\DXF\\"));
+    EXPECT_TRUE(GoodDrive("c:"));
+    EXPECT_FALSE(GoodDrive("D:\\DXF\\"));
+    EXPECT_FALSE(GoodDrive("1:\\"));
+    SetVariable("KORVANTI_DRIVES", std::nullopt);
+    EXPECT_FALSE(GoodDrive("C:\\DXF\\"));
+}
+
+TEST_F(DirectoryListing, APathWithoutDriveStandsOnAGoodOne)
+{
+    EXPECT_TRUE(GoodDrive("\\srv\\dxf\\"));
+    EXPECT_TRUE(GoodDrive("dxf"));
+    EXPECT_TRUE(GoodDrive(""));
+}
+
+TEST_F(DirectoryListing, FilesOfADriveAreListed)
+{
+    std::filesystem::create_directories(Folder / "c" / "dxf");
+    PutFile("c/dxf/a.dxf", "x");
+    SetVariable("KORVANTI_DRIVES", Folder.string());
+    EXPECT_EQ(FCount("C:\\DXF\\*.DXF"), 1);
+}
+
+} // namespace
+} // namespace kv
