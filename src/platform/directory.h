@@ -21,7 +21,7 @@ struct DirectoryEntry {
 
 // A pattern is a folder and a name with "*" or "?", compared without case. "*.DXF" also counts a longer
 // extension that begins with DXF, as file systems with short names do. Folders are no files. A folder
-// that is not there has none.
+// that is not there has none. Events run while a large folder is read.
 Long FCount(std::string_view pattern);
 // At most `count` entries, in the order of their names.
 void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries);

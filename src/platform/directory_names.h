@@ -10,6 +10,8 @@
 
 namespace kv {
 
+constexpr Long FilesPerYield = 256; // events run in between, so that a large folder stops no window
+
 bool HasWildcard(std::string_view name);
 // Whether the pattern (no folder) counts the name, as directory.h tells it.
 bool MatchesPattern(std::string_view name, std::string_view pattern);

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <sys/time.h>
 
+#include "platform/events.h"
 #include "platform/scratch_folder.h"
 
 namespace kv {
@@ -51,6 +52,21 @@ TEST_F(DirectoryListing, APatternIsComparedWithoutCase)
     EXPECT_EQ(Count("*.DXF"), 3);
     EXPECT_EQ(Count("*.dxf"), 3);
     EXPECT_EQ(LongNames("*.DXF"), (Texts{"B.DXF", "a.dxf", "c.Dxf"})); // in the order of the bytes
+}
+
+int PumpsOfListing = 0;
+
+TEST_F(DirectoryListing, EventsRunWhileALargeFolderIsRead)
+{
+    for (int i = 0; i < 1000; ++i)
+        PutFile("p" + std::to_string(i) + ".dxf", "x");
+    Events.Pump = [] { ++PumpsOfListing; };
+    EXPECT_EQ(Count("*.DXF"), 1000);
+    const int atCount = PumpsOfListing;
+    EXPECT_EQ(Read("*.DXF").size(), 1000U);
+    Events.Pump = nullptr;
+    EXPECT_EQ(atCount, 3);
+    EXPECT_EQ(PumpsOfListing, 6);
 }
 
 TEST_F(DirectoryListing, StarsAndQuestionMarksStandForCharacters)

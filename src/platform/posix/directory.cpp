@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 
 #include "platform/directory_names.h"
+#include "platform/events.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -93,8 +94,10 @@ Long FCount(std::string_view pattern)
 {
     FolderWalk walk = BeginWalk(pattern);
     Long count = 0;
-    while (NextFile(walk))
-        ++count;
+    while (NextFile(walk)) {
+        if (++count % FilesPerYield == 0)
+            DoEvents();
+    }
     EndWalk(walk);
     return count;
 }
@@ -107,6 +110,8 @@ void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>
         DirectoryEntry entry;
         if (ReadEntry(walk, entry))
             entries.push_back(std::move(entry));
+        if (entries.size() % FilesPerYield == 0)
+            DoEvents();
     }
     EndWalk(walk);
     FinishListing(entries, count);

@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include "platform/directory_names.h"
+#include "platform/events.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -85,8 +86,10 @@ Long FCount(std::string_view pattern)
 {
     FolderWalk walk = BeginWalk(pattern);
     Long count = 0;
-    while (NextFile(walk))
-        ++count;
+    while (NextFile(walk)) {
+        if (++count % FilesPerYield == 0)
+            DoEvents();
+    }
     EndWalk(walk);
     return count;
 }
@@ -95,8 +98,11 @@ void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>
 {
     entries.clear();
     FolderWalk walk = BeginWalk(pattern);
-    while (NextFile(walk))
+    while (NextFile(walk)) {
         entries.push_back(EntryOf(walk));
+        if (entries.size() % FilesPerYield == 0)
+            DoEvents();
+    }
     EndWalk(walk);
     FinishListing(entries, count);
 }
