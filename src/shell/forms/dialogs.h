@@ -18,6 +18,9 @@ void ShowAbout();
 // At start: closes by itself as soon as it has been seen. `whenActive` runs just before.
 void ShowAboutAtStart(void (*whenActive)());
 
+// Tips of the dialogs that stand: the part of the window's Tips.Install that is theirs.
+void ShowDialogTips(bool on);
+
 // Boxes and questions of the core in front of the window, and the folder browser.
 void InstallBoxes(QWidget& parent);
 

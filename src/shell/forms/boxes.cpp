@@ -1,0 +1,94 @@
+// Boxes of the core as message boxes in front of the window that works at the moment. Texts come in
+// CP1252 with CR LF between their lines and are shown as they are, never as rich text.
+#include "shell/forms/boxes.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPointer>
+
+#include "shell/forms/controls.h"
+#include "shell/forms/dialogs.h"
+
+namespace kv {
+
+PersonHooks Person{TellInBox, AskInBox, ChooseFolderInBrowser};
+
+namespace {
+
+QPointer<QWidget> MainOne; // in front of which a box stands while no window is active
+
+QString BoxText(std::string_view text)
+{
+    QString shown = Shown(text);
+    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return shown;
+}
+
+QWidget* WindowInFront()
+{
+    QWidget* const active = QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget()
+                                                                         : QApplication::activeWindow();
+    return active != nullptr ? active : MainOne.data();
+}
+
+QMessageBox::Icon IconOf(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    case BoxIcon::Warning:
+        return QMessageBox::Warning;
+    case BoxIcon::Error:
+        return QMessageBox::Critical;
+    case BoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+void TellInBox(const QString& text, const QString& title, BoxIcon icon)
+{
+    QMessageBox box(IconOf(icon), title, text, QMessageBox::Ok, WindowInFront());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+bool AskInBox(const QString& text, const QString& title)
+{
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, WindowInFront());
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+// The system's own chooser has no place for the prompt.
+QString ChooseFolderInBrowser(QWidget* parent, const QString& title, const QString& prompt,
+                              const QString& folder)
+{
+    QFileDialog browser(parent, title, folder);
+    browser.setOption(QFileDialog::DontUseNativeDialog);
+    browser.setFileMode(QFileDialog::Directory);
+    browser.setOption(QFileDialog::ShowDirsOnly);
+    browser.setLabelText(QFileDialog::LookIn, prompt);
+    if (browser.exec() != QDialog::Accepted || browser.selectedFiles().isEmpty())
+        return {};
+    return browser.selectedFiles().first();
+}
+
+void InstallBoxes(QWidget& parent)
+{
+    MainOne = &parent;
+    Dialogs.Box = [](std::string_view text, std::string_view title, BoxIcon icon) {
+        Person.Tell(BoxText(text), Shown(title), icon);
+    };
+    Dialogs.Ask = [](std::string_view text, std::string_view title) {
+        return Person.Ask(BoxText(text), Shown(title));
+    };
+}
+
+} // namespace kv
