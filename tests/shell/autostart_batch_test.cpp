@@ -236,9 +236,9 @@ TEST_F(AutostartBatch, ADrawingThatNamesAnotherControlDoesSoForItselfAlone)
     Put("A.DXF", BoredPanel("", "BORDERGE_Z18"));
     std::vector<Int> systems;
     const test::AtStage look("final", [&] { systems.push_back(kv::Run.ControlType); });
-    RunBatch("A\r\nB\r\n");
-    EXPECT_EQ(systems, (std::vector<Int>{1, 0}));
-    EXPECT_EQ(kv::Run.ControlType, 0);
+    RunBatch("A\r\nB\r\nA\r\n");
+    EXPECT_EQ(systems, (std::vector<Int>{1, 0, 1}));
+    EXPECT_EQ(kv::Run.ControlType, 0); // so the folders go on in turn
 }
 
 TEST_F(AutostartBatch, OutputsGoWhereTheLinesSay)

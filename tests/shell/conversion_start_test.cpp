@@ -143,19 +143,41 @@ TEST_F(ConversionStart, AFailedFileDoesNotKeepTheNextFromBeingConverted)
 TEST_F(ConversionStart, AbortLeavesTheList)
 {
     ListFiles({"A.DXF", "B.DXF"});
-    const test::AtStage look("final", [] { kv::Run.RunState = 1; });
+    int jobs = 0;
+    const test::AtStage look("final", [&] {
+        if (++jobs == 1)
+            kv::Run.RunState = 1;
+    });
     Start();
+    EXPECT_EQ(jobs, 1);
     EXPECT_FALSE(Here.HasProgram("B"));
     EXPECT_FALSE(Shell.BtnAbortShown);
     EXPECT_TRUE(Shell.StartEnabled);
+}
+
+TEST_F(ConversionStart, AbortBehindAFileLeavesTheList)
+{
+    ListFiles({"A.DXF", "B.DXF"});
+    int jobs = 0;
+    const test::AtStage look("entities", [&] { ++jobs; });
+    InThePause = [](double) { kv::Run.RunState = 1; };
+    Start();
+    EXPECT_EQ(jobs, 1);
+    EXPECT_TRUE(Here.HasProgram("A"));
+    EXPECT_EQ(Told("USER ABORTED"), 0); // the next one is not even tried
 }
 
 TEST_F(ConversionStart, AbortDuringAFileIsNotWrittenOverByThePause)
 {
     Config.GraphicAfterMan = Config.PauseForMessages = 1;
     ListFiles({"A.DXF", "B.DXF"});
-    const test::AtStage look("final", [] { kv::Run.RunState = 1; });
+    int jobs = 0;
+    const test::AtStage look("final", [&] {
+        if (++jobs == 1)
+            kv::Run.RunState = 1;
+    });
     Start();
+    EXPECT_EQ(jobs, 1);
     EXPECT_FALSE(Here.HasProgram("B"));
     EXPECT_TRUE(Started.empty());
 }
