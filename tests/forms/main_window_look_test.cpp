@@ -245,6 +245,25 @@ TEST_F(MainWindowLookTest, LongReportLinesWrapAndShortOnesStayLow)
     EXPECT_TRUE(report.viewport()->rect().intersects(report.visualRect(report.Model.index(1))));
 }
 
+TEST_F(MainWindowLookTest, LinesBreakAtBlanksAndElseAnywhere)
+{
+    const kv::ReportLines lines(QApplication::font());
+    const double x = QFontMetricsF(QApplication::font()).horizontalAdvance(QLatin1Char('x'));
+    const auto wrapped = [&](const QString& text, double letters) {
+        std::vector<std::string> parts;
+        for (const QStringView part : lines.Wrap(text, letters * x + 0.1))
+            parts.push_back(part.toString().toStdString());
+        return parts;
+    };
+    using Parts = std::vector<std::string>;
+    EXPECT_EQ(wrapped(QString(), 4), Parts{""});
+    EXPECT_EQ(wrapped(QStringLiteral("xxxx"), 4), Parts{"xxxx"});
+    EXPECT_EQ(wrapped(QStringLiteral("xxxxxxxxx"), 4), (Parts{"xxxx", "xxxx", "x"}));
+    EXPECT_EQ(wrapped(QStringLiteral("xx xxx"), 4), (Parts{"xx ", "xxx"}));
+    EXPECT_EQ(wrapped(QStringLiteral("xx xxxxxx"), 4), (Parts{"xx ", "xxxx", "xx"}));
+    EXPECT_EQ(wrapped(QStringLiteral("xx"), 0), (Parts{"x", "x"})) << "no row is too narrow to end";
+}
+
 TEST_F(MainWindowLookTest, WrappingFollowsTheWidth)
 {
     Open();

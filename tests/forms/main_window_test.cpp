@@ -105,13 +105,13 @@ TEST_F(MainWindowTest, TheWindowIsLockedWhileJobsRun)
 
 TEST_F(MainWindowTest, AbortAnswersWithinASecond)
 {
-    PutDrawing("large.dxf", ManyBores(150000));
+    PutDrawing("large.dxf", ManyBores(400000));
     PutDrawing("second.dxf");
     Open();
     ClickRow("large.dxf");
     ClickRow("second.dxf", Qt::ControlModifier);
     Steady::time_point clicked;
-    QTimer::singleShot(100, Window.get(), [&] {
+    QTimer::singleShot(10, Window.get(), [&] {
         clicked = Steady::now();
         QTest::mouseClick(Window->BtnAbort, Qt::LeftButton);
     });
@@ -126,10 +126,10 @@ TEST_F(MainWindowTest, AbortAnswersWithinASecond)
 
 TEST_F(MainWindowTest, EscapeAborts)
 {
-    PutDrawing("large.dxf", ManyBores(150000));
+    PutDrawing("large.dxf", ManyBores(400000));
     Open();
     ClickRow("large.dxf");
-    QTimer::singleShot(100, Window.get(), [&] { QTest::keyClick(Window.get(), Qt::Key_Escape); });
+    QTimer::singleShot(10, Window.get(), [&] { QTest::keyClick(Window.get(), Qt::Key_Escape); });
     QTest::mouseClick(Window->Start, Qt::LeftButton);
     EXPECT_FALSE(HasProgram("L", "ARGE"));
     EXPECT_EQ(kv::Run.RunState, 1);
@@ -144,12 +144,12 @@ TEST_F(MainWindowTest, EscapeWithoutARunDoesNothing)
 
 TEST_F(MainWindowTest, ClosingDuringARunAbortsAndClosesBehindIt)
 {
-    PutDrawing("large.dxf", ManyBores(150000));
+    PutDrawing("large.dxf", ManyBores(400000));
     Open();
     bool ended = false, openWhileRunning = false;
     Window->Ended = [&] { ended = true; };
     ClickRow("large.dxf");
-    QTimer::singleShot(100, Window.get(), [&] {
+    QTimer::singleShot(10, Window.get(), [&] {
         Window->close();
         openWhileRunning = Window->isVisible() && !ended;
     });

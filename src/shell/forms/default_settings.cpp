@@ -28,10 +28,14 @@ QVBoxLayout* Column(QGroupBox* frame)
     return column;
 }
 
+// The line of a frame without a caption stands where those of its neighbours do.
 QVBoxLayout* ColumnOf(std::initializer_list<QWidget*> widgets)
 {
     auto* const column = new QVBoxLayout;
     column->setSpacing(6);
+    const auto* const first = qobject_cast<const QGroupBox*>(*widgets.begin());
+    if (first != nullptr && first->title().isEmpty())
+        column->addSpacing(first->fontMetrics().height());
     for (QWidget* const widget : widgets)
         column->addWidget(widget);
     column->addStretch();

@@ -47,6 +47,7 @@ class MainWindow : public QMainWindow {
     QTimer LoadDr, Timer1, PBTimer;
 
   protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -98,6 +98,13 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     Arrange(4);
 }
 
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        Arrange(4);
+}
+
 // Wide enough for the widest report and no wider, high where the screen is.
 void MainWindow::CentreOnScreen()
 {

@@ -49,7 +49,7 @@ QColor ReadableOn(const QColor& base, const QColor& colour)
 ShownRow ShownRowOf(const ReportRow& row)
 {
     const bool black = row.Red == 0 && row.Green == 0 && row.Blue == 0;
-    return {Shown(row.Text), black ? QColor() : QColor(row.Red, row.Green, row.Blue), row.Centred, -1};
+    return {Shown(row.Text), black ? QColor() : QColor(row.Red, row.Green, row.Blue), row.Centred};
 }
 
 int ReportModel::rowCount(const QModelIndex& parent) const

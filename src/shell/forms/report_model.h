@@ -14,7 +14,6 @@ struct ShownRow {
     QString Text;
     QColor Colour; // of the mark; invalid for black, which stands for the screen's own text colour
     bool Centred = false;
-    int Width = 0; // of the text on one line, pixels; -1 not yet measured
 };
 
 class ReportModel : public QAbstractListModel {

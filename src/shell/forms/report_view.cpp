@@ -1,9 +1,6 @@
 // A report may have 100,000 rows of different heights, so heights are set only for the rows that
-// are new or whose wrapping a new width may change, and rows of one paint are added together.
+// are new or wrap anew in another width, and rows of one paint are added together.
 #include "shell/forms/report_view.h"
-
-#include <algorithm>
-#include <cmath>
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -13,7 +10,6 @@
 #include <QPainter>
 #include <QSaveFile>
 #include <QStyledItemDelegate>
-#include <QTextLayout>
 
 #include "platform/dialogs.h"
 #include "shell/control_tables.h"
@@ -28,28 +24,6 @@ constexpr int TextMargin = 4; // pixels left and right of a row's text
 constexpr int RowSpace = 2;   // pixels that a row is higher than its lines
 constexpr int FitDelay = 40;  // ms without another change of the width
 
-// Words stay whole where they can; a path longer than the row breaks anywhere.
-QTextOption WrapOption(Qt::Alignment alignment)
-{
-    QTextOption option(alignment);
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    return option;
-}
-
-int WrappedHeight(const QString& text, const QFont& font, int width)
-{
-    QTextLayout layout(text, font);
-    layout.setTextOption(WrapOption(Qt::AlignLeft));
-    layout.beginLayout();
-    qreal height = 0;
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(std::max(1, width));
-        height += line.height();
-    }
-    layout.endLayout();
-    return static_cast<int>(std::ceil(height));
-}
-
 class ReportDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -63,14 +37,20 @@ class ReportDelegate : public QStyledItemDelegate {
         const bool selected = (row.state & QStyle::State_Selected) != 0;
         painter->setFont(row.font);
         painter->setPen(row.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
-        painter->drawText(QRectF(row.rect.adjusted(TextMargin, 0, -TextMargin, 0)), text,
-                          WrapOption(row.displayAlignment));
+        const ReportLines& lines = static_cast<const ReportView*>(row.widget)->Lines;
+        QRect line = row.rect.adjusted(TextMargin, RowSpace / 2, -TextMargin, 0);
+        line.setHeight(lines.LineHeight());
+        for (const QStringView part : lines.Wrap(text, line.width())) {
+            painter->drawText(line, static_cast<int>(row.displayAlignment) | Qt::TextSingleLine,
+                              part.toString());
+            line.translate(0, lines.LineHeight());
+        }
     }
 };
 
 } // namespace
 
-ReportView::ReportView() : Menu(new QMenu(this))
+ReportView::ReportView() : Lines(font()), Menu(new QMenu(this))
 {
     setModel(&Model);
     setItemDelegate(new ReportDelegate(this));
@@ -88,7 +68,7 @@ ReportView::ReportView() : Menu(new QMenu(this))
     horizontalHeader()->setSectionsClickable(false);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowSpace);
+    verticalHeader()->setDefaultSectionSize(Lines.LineHeight() + RowSpace);
     Model.SetBase(palette().color(QPalette::Base));
 
     Menu->addAction(QStringLiteral("&Copy"), QKeySequence(QKeySequence::Copy), this, [this] { Copy(); });
@@ -138,20 +118,15 @@ int ReportView::TextWidth() const
 void ReportView::FitHeights(int firstRow)
 {
     const int width = TextWidth();
-    const int plain = verticalHeader()->defaultSectionSize();
     if (firstRow == 0)
         FittedWidth = width;
     // While it may paint, the header finds the place of each row anew for each height.
     verticalHeader()->setUpdatesEnabled(false);
     for (int row = firstRow; row < Model.rowCount(); ++row) {
-        ShownRow& shown = Model.Rows[static_cast<std::size_t>(row)];
-        if (shown.Width < 0)
-            shown.Width = fontMetrics().horizontalAdvance(shown.Text);
-        const bool wraps = shown.Width >= width;
-        if (!wraps && rowHeight(row) == plain)
-            continue;
-        setRowHeight(row,
-                     wraps ? std::max(plain, WrappedHeight(shown.Text, font(), width) + RowSpace) : plain);
+        const QString& text = Model.Rows[static_cast<std::size_t>(row)].Text;
+        const int high = static_cast<int>(Lines.Wrap(text, width).size()) * Lines.LineHeight() + RowSpace;
+        if (rowHeight(row) != high)
+            setRowHeight(row, high);
     }
     verticalHeader()->setUpdatesEnabled(true);
 }
@@ -199,9 +174,8 @@ void ReportView::changeEvent(QEvent* event)
         Model.SetBase(palette().color(QPalette::Base));
     if (event->type() != QEvent::FontChange)
         return;
-    for (ShownRow& row : Model.Rows)
-        row.Width = -1;
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowSpace);
+    Lines = ReportLines(font());
+    verticalHeader()->setDefaultSectionSize(Lines.LineHeight() + RowSpace);
     FitSoon.start();
 }
 

@@ -7,6 +7,7 @@
 #include <QTableView>
 #include <QTimer>
 
+#include "shell/forms/report_lines.h"
 #include "shell/forms/report_model.h"
 
 namespace kv {
@@ -27,6 +28,7 @@ class ReportView : public QTableView {
     bool SaveTo(const QString& file) const; // all rows, UTF-8
 
     ReportModel Model;
+    ReportLines Lines; // of the present font
 
   protected:
     void changeEvent(QEvent* event) override;
