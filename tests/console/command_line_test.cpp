@@ -45,7 +45,7 @@ TEST_F(CommandLine, WrongUsageIsTwoAndTellsWhereHelpIs)
 {
     const std::vector<std::pair<Words, std::string>> wrong = {
         {{}, "korvanti --help"},
-        {{"watch"}, "korvanti --help"},
+        {{"watch", "/X"}, "korvanti watch --help"},
         {{"--colour", "convert"}, "--colour"},
         {{"convert"}, "korvanti convert --help"},
         {{"trace"}, "korvanti trace --help"},
