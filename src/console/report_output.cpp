@@ -75,17 +75,9 @@ std::string WithoutControls(std::string text)
     return text;
 }
 
-// The report cuts its lines at carriage returns.
 void BoxAsRow(std::string_view text, std::string_view, BoxIcon)
 {
-    std::string lines;
-    for (const char c : text) {
-        if (c != '\n')
-            lines += c;
-        else if (lines.empty() || lines.back() != '\r')
-            lines += '\r';
-    }
-    ReportMessage(1, lines);
+    BufferBoxText(text);
 }
 
 void DrawMeters()

@@ -178,7 +178,7 @@ void DeleteIfUnchanged(const std::string& path, const FileStamp& stamp)
 
 void RunTempDrawing(const std::string& path, Int system)
 {
-    const ActiveRun active;
+    const ActiveRun active(StartedBy::Trigger);
     PrepareRun();
     DoEvents();
     const FileStamp stamp = StampOf(path);
@@ -328,7 +328,7 @@ void WriteProcessedList(const std::string& folder, const std::string& text)
 // False: the tick ends.
 bool RunBatch(const std::string& folder, Int system)
 {
-    const ActiveRun active;
+    const ActiveRun active(StartedBy::Trigger);
     Run.RunFailed = False;
     std::string contents;
     if (!TakeBatch(folder, contents))
@@ -396,7 +396,7 @@ void RunCommandLine()
 {
     if (Shell.CommandLine.empty())
         return;
-    const ActiveRun active;
+    const ActiveRun active(StartedBy::Trigger);
     Shell.BtnAbortShown = true;
     ShellChanged();
     Run.RunState = 0;
@@ -409,6 +409,20 @@ void RunCommandLine()
     ReportMessage(2, "");
     Shell.CommandLine.clear();
     EndProgram();
+}
+
+// There is nothing to watch. A drawing of the command line is run all the same, or the program that was
+// started for it would never end.
+void RunWithoutFolder()
+{
+    if (Shell.CommandLine.empty())
+        return;
+    if (Shell.TickCount < JobTick) {
+        ++Shell.TickCount;
+        return;
+    }
+    Run.ControlType = SelectedSystem();
+    RunCommandLine();
 }
 
 } // namespace
@@ -448,8 +462,10 @@ void AutostartTick()
         return;
     const ActiveTick active;
     const std::string folder = PickFolder();
-    if (folder.empty())
+    if (folder.empty()) {
+        RunWithoutFolder();
         return;
+    }
     if (Shell.TickCount < JobTick) {
         const bool stale = Shell.TickCount == StaleTick && !HasSwitch("/S");
         ++Shell.TickCount;

@@ -76,7 +76,7 @@ void RunJobs(const std::vector<std::string>& paths)
 void RunList(const std::vector<std::string>& paths)
 {
     if (!paths.empty()) {
-        const ActiveRun active;
+        const ActiveRun active(StartedBy::Operator);
         Shell.Timer1 = false;
         Shell.Frame2Enabled = false;
         Shell.StartEnabled = false;
@@ -102,15 +102,17 @@ void RunList(const std::vector<std::string>& paths)
 
 } // namespace
 
-ActiveRun::ActiveRun()
+ActiveRun::ActiveRun(StartedBy starter)
 {
     Shell.RunActive = true;
+    Shell.Unattended = starter == StartedBy::Trigger;
     ShellChanged();
 }
 
 ActiveRun::~ActiveRun()
 {
     Shell.RunActive = false;
+    Shell.Unattended = false;
     Shell.BtnAbortShown = false;
     RestMeters();
     ShellChanged();

@@ -21,9 +21,12 @@ void RestMeters();
 // Before the first job of a list: report, program list, failed files, switches of the window.
 void PrepareList();
 
+// Who has started jobs, and may be there to answer: boxes and questions hold up nobody's run.
+enum class StartedBy { Operator, Trigger };
+
 // Jobs run while it lives. At its end the abort button is gone and the meters rest.
 struct ActiveRun {
-    ActiveRun();
+    explicit ActiveRun(StartedBy starter);
     ~ActiveRun();
     ActiveRun(const ActiveRun&) = delete;
     ActiveRun& operator=(const ActiveRun&) = delete;

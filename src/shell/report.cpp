@@ -118,6 +118,18 @@ void ReportMessage(int code, std::string_view text)
     }
 }
 
+void BufferBoxText(std::string_view text)
+{
+    std::string lines; // cut at carriage returns alone
+    for (const char c : text) {
+        if (c != '\n')
+            lines += c;
+        else if (lines.empty() || lines.back() != RowEnd)
+            lines += RowEnd;
+    }
+    ReportMessage(1, lines);
+}
+
 int ReportRowCount()
 {
     return RowCount;

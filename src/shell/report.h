@@ -33,6 +33,8 @@ extern ReportHooks Report;
 // 0 clears the shown report, 1 buffers a line, 2 shows the buffer and lets events run, 3 shows the
 // text at once and lets events run; any other code is ignored.
 void ReportMessage(int code, std::string_view text);
+// The text of a message box as lines of the report, buffered; line ends of any kind.
+void BufferBoxText(std::string_view text);
 int ReportRowCount(); // rows shown since the last clear
 
 void SetMeter(Meter meter, int percent);

@@ -23,7 +23,9 @@ struct ShellState {
     bool StartEnabled = true, Frame2Enabled = true, BtnAbortShown = false;
     bool Form1Shown = true; // hidden while a viewer runs
     bool RunActive = false; // jobs run: no second list may begin inside their yields
-    bool Ended = false;     // the program ends by itself when it is back in its loop
+    // By a trigger file or the command line: perhaps nobody is there to answer.
+    bool Unattended = false;
+    bool Ended = false; // the program ends by itself when it is back in its loop
 
     std::string CommandLine;          // as typed, in the program's form; cleared when it has been run
     Int TickCount = 0;                // of the warm-up: 0 to 3

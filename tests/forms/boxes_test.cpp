@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+#include "shell/report.h"
+
 namespace kv {
 namespace {
 
@@ -57,6 +59,37 @@ TEST_F(BoxesForm, EnterAndEscapeAnswerNo)
 TEST_F(BoxesForm, YesIsYes)
 {
     InBox([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton); });
+    EXPECT_TRUE(AskYesNo("Sure?", "Title"));
+}
+
+// The rows of the report, as its lines.
+std::vector<std::string> Told;
+
+TEST_F(BoxesForm, ABoxOfAnUnattendedRunIsALineOfTheReportAndHoldsUpNothing)
+{
+    Told.clear();
+    Report.ShowRow = [](const ReportRow& row) { Told.push_back(row.Text); };
+    Shell.Unattended = true;
+    ShowBox("First\r\nline two", "Title", BoxIcon::Warning); // would wait for ever
+    ShowBox("Second", "Title", BoxIcon::Warning);
+    ReportMessage(2, "");
+    Report.ShowRow = nullptr;
+    EXPECT_EQ(Told, (std::vector<std::string>{"First", "line two", "Second"}));
+    const QList<QMessageBox*> left = Main.findChildren<QMessageBox*>();
+    ASSERT_EQ(left.size(), 1); // for whoever comes
+    EXPECT_TRUE(left[0]->isVisible());
+    EXPECT_FALSE(left[0]->isModal());
+    EXPECT_EQ(left[0]->text().toStdString(), "Second");
+    left[0]->close();
+}
+
+TEST_F(BoxesForm, AQuestionOfAnUnattendedRunSaysThatItAnswersItself)
+{
+    Shell.Unattended = true;
+    InBox([](QMessageBox& box) {
+        EXPECT_TRUE(box.informativeText().contains(QString::number(LongestQuestion)));
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
     EXPECT_TRUE(AskYesNo("Sure?", "Title"));
 }
 

@@ -6,9 +6,12 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTimer>
 
 #include "shell/forms/controls.h"
 #include "shell/forms/dialogs.h"
+#include "shell/report.h"
+#include "shell/shell_state.h"
 
 namespace kv {
 
@@ -48,10 +51,32 @@ QMessageBox::Icon IconOf(BoxIcon icon)
     return QMessageBox::NoIcon;
 }
 
+// One box for all that nobody has read: it shows the last text, the report holds each of them.
+void LeaveBox(const QString& text, const QString& title, BoxIcon icon)
+{
+    static QPointer<QMessageBox> left;
+    BufferBoxText(Ansi(text));
+    if (left.isNull()) {
+        left = new QMessageBox(MainOne.data());
+        left->setAttribute(Qt::WA_DeleteOnClose);
+        left->setAttribute(Qt::WA_ShowWithoutActivating);
+        left->setTextFormat(Qt::PlainText);
+        left->setModal(false);
+    }
+    left->setIcon(IconOf(icon));
+    left->setWindowTitle(title);
+    left->setText(text);
+    left->show();
+}
+
 } // namespace
 
 void TellInBox(const QString& text, const QString& title, BoxIcon icon)
 {
+    if (Shell.Unattended) {
+        LeaveBox(text, title, icon);
+        return;
+    }
     QMessageBox box(IconOf(icon), title, text, QMessageBox::Ok, WindowInFront());
     box.setTextFormat(Qt::PlainText);
     box.exec();
@@ -63,6 +88,11 @@ bool AskInBox(const QString& text, const QString& title)
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
+    if (Shell.Unattended) {
+        box.setInformativeText(
+            QStringLiteral("No, when nobody answers within %1 seconds.").arg(LongestQuestion));
+        QTimer::singleShot(LongestQuestion * 1000, &box, &QDialog::reject);
+    }
     return box.exec() == QMessageBox::Yes;
 }
 

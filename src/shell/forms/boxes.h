@@ -1,5 +1,6 @@
 // Message boxes, questions and the folder browser in front of the window. Each is shown through a
-// pointer, so that a test can answer in a person's place.
+// pointer, so that a test can answer in a person's place. Where perhaps nobody is there (Shell.Unattended)
+// a box is also lines of the report and holds up nothing, and a question without an answer is answered No.
 #pragma once
 
 #include <QString>
@@ -18,6 +19,8 @@ struct PersonHooks {
                             const QString& folder);
 };
 extern PersonHooks Person;
+
+constexpr int LongestQuestion = 60; // seconds that an unattended run waits for an answer
 
 // What stands there at program start.
 void TellInBox(const QString& text, const QString& title, BoxIcon icon);
