@@ -11,6 +11,7 @@
 #include "conversion/route_records.h"
 #include "platform/events.h"
 #include "platform/text.h"
+#include "platform/trigonometry.h"
 #include "shell/report.h"
 
 namespace kv {
@@ -117,8 +118,8 @@ void PutOnArc(RouteSegment& record, Single angle)
 {
     const double radius = CurrentEntity.Radius;
     const double radians = static_cast<double>(angle) * Run.DegToRad;
-    record.X = StoredCoordinate(CurrentEntity.X1 + radius * std::cos(radians));
-    record.Y = StoredCoordinate(CurrentEntity.Y1 + radius * std::sin(radians));
+    record.X = StoredCoordinate(CurrentEntity.X1 + radius * Cosine(radians));
+    record.Y = StoredCoordinate(CurrentEntity.Y1 + radius * Sine(radians));
 }
 
 // Counter-clockwise from the start angle, 0 to below 360; 0 is the full circle.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "conversion/run.h"
+#include "platform/trigonometry.h"
 
 namespace kv {
 
@@ -26,7 +27,7 @@ double Bearing(const PlanePoint& a, const PlanePoint& b)
         return dy == 0 ? 0 : dy > 0 ? 90 : 270;
     if (dy == 0)
         return dx > 0 ? 0 : 180;
-    double angle = std::atan(dy / dx) * 180 / static_cast<double>(Run.Pi);
+    double angle = ArcTangent(dy / dx) * 180 / static_cast<double>(Run.Pi);
     if (dx < 0)
         angle += 180;
     else if (dy < 0)
@@ -65,7 +66,7 @@ PlanePoint Polar(const PlanePoint& from, double distance, double angle)
         if (turned == axis.Angle)
             return {from.X + distance * axis.Cosine, from.Y + distance * axis.Sine};
     const double radians = turned * static_cast<double>(Run.DegToRad);
-    return {from.X + distance * std::cos(radians), from.Y + distance * std::sin(radians)};
+    return {from.X + distance * Cosine(radians), from.Y + distance * Sine(radians)};
 }
 
 double Distance(const PlanePoint& a, const PlanePoint& b)

@@ -5,6 +5,7 @@
 
 #include "geometry/border_leads.h"
 #include "geometry/route_elements.h"
+#include "platform/trigonometry.h"
 
 namespace kv {
 
@@ -95,7 +96,7 @@ PlanePoint EndAlongBulge(const Seam& seam, double turn)
     if (bulge.Radius <= FlattestRadius)
         return Polar(bulge.Centre, bulge.Radius, bulge.StartAngle + bulge.Sense * turn * 180 / pi);
     const double halfTurn = turn / 2 * 180 / pi;
-    return Polar(seam.Start, 2 * bulge.Radius * std::sin(turn / 2), bulge.Direction + bulge.Sense * halfTurn);
+    return Polar(seam.Start, 2 * bulge.Radius * Sine(turn / 2), bulge.Direction + bulge.Sense * halfTurn);
 }
 
 LeadPlan RampAlongBulge(const Seam& seam)
@@ -104,7 +105,7 @@ LeadPlan RampAlongBulge(const Seam& seam)
     const double turn = std::min(seam.Length, bulge.ArcLength) / bulge.Radius; // radians
     LeadPlan lead;
     lead.Form = LeadForm::Bulge;
-    lead.Bulge = bulge.Sense * std::tan(turn / 4);
+    lead.Bulge = bulge.Sense * Tangent(turn / 4);
     lead.Far = EndAlongBulge(seam, turn);
     return lead;
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "geometry/route_runs.h"
+#include "platform/trigonometry.h"
 
 namespace kv {
 
@@ -34,13 +35,13 @@ RouteElement ArcElement(const RouteSegment& from, const RouteSegment& to)
 // half of that angle from either tangent. `end` 0 asks for the first point's, 1 for the last one's.
 RouteElement BulgeElement(const RouteSegment& from, const RouteSegment& to, int end)
 {
-    const double quarter = std::atan(static_cast<double>(from.Aux2));
+    const double quarter = ArcTangent(static_cast<double>(from.Aux2));
     const double halfTurn = 2 * quarter * 180 / static_cast<double>(Run.Pi);
     const double chord = Bearing(PointOf(from), PointOf(to));
     RouteElement bulge;
     bulge.Shape = ElementShape::Bulge;
     bulge.Sense = from.Aux2 > 0 ? 1 : -1;
-    bulge.Radius = std::fabs(Distance(PointOf(from), PointOf(to)) / 2 / std::sin(2 * quarter));
+    bulge.Radius = std::fabs(Distance(PointOf(from), PointOf(to)) / 2 / Sine(2 * quarter));
     bulge.ArcLength = std::fabs(4 * quarter) * bulge.Radius;
     bulge.Direction = Turn360(end == 0 ? chord - halfTurn : chord + halfTurn);
     const double entering = Turn360(chord - halfTurn);

@@ -8,6 +8,7 @@
 
 #include "geometry/route_runs.h"
 #include "platform/text.h"
+#include "platform/trigonometry.h"
 #include "writers/evolution_writer.h"
 #include "writers/number_format.h"
 #include "writers/route_words.h"
@@ -82,9 +83,9 @@ Single EndAngle(const PlanePoint& centre, const PlanePoint& point)
 void WriteBulge(SideTexts& sides, const RouteSegment& from, const RouteSegment& to)
 {
     const double bulge = std::fabs(static_cast<double>(from.Aux2));
-    const Single angle = ToSingle(4 * std::atan(bulge) * 180 / static_cast<double>(Run.Pi)); // degrees
+    const Single angle = ToSingle(4 * ArcTangent(bulge) * 180 / static_cast<double>(Run.Pi)); // degrees
     const double half = Distance(PointOf(from), PointOf(to)) / 2;
-    const double radius = half / std::sin(static_cast<double>(angle) / 2 * static_cast<double>(Run.DegToRad));
+    const double radius = half / Sine(static_cast<double>(angle) / 2 * static_cast<double>(Run.DegToRad));
     if (!(radius > 0) || RoundedToFiveDecimals(2 * half) == 0)
         return;
     bool clockwise = from.Aux2 < 0;
