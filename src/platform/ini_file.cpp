@@ -1,7 +1,8 @@
-// Private-profile files on a host that has no calls for them, with the manners of the calls that
-// wrote the shops' files: names without case, the first section and the first key of a name win.
-// A write changes one line and leaves every other byte, whatever stands there; the file is replaced
-// whole. Reading takes the whole file each time: it is small, and another program may have changed it.
+// Private-profile files, the same on every host, with the manners of the Windows calls that wrote the
+// shops' files: names without case, the first section and the first key of a name win. Those calls write
+// in place, where a reader or a crash meets half a file; here a write changes one line, leaves every other
+// byte and replaces the file whole. Reading takes the whole file each time: it is small, and another
+// program may have changed it.
 #include "platform/ini_file.h"
 
 #include <algorithm>
