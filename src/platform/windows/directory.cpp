@@ -30,9 +30,9 @@ struct FolderWalk {
 FolderWalk BeginWalk(std::string_view pattern)
 {
     FolderWalk walk;
-    const std::string all = ToHostPath(FolderOf(pattern) + "*");
-    walk.Open = FindFirstFileExW(WideFromAnsi(all).c_str(), FindExInfoBasic, &walk.Found,
-                                 FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    const std::wstring all = WidePath(FolderOf(pattern) + "*");
+    walk.Open = FindFirstFileExW(all.c_str(), FindExInfoBasic, &walk.Found, FindExSearchNameMatch, nullptr,
+                                 FIND_FIRST_EX_LARGE_FETCH);
     walk.Fresh = walk.Open != INVALID_HANDLE_VALUE;
     walk.Pattern = FileNameOf(pattern);
     return walk;

@@ -1,5 +1,6 @@
 // File access on Windows. A durable file is written under another name in its folder, flushed and
-// moved over its place with write-through; its attributes are taken over from the old file.
+// moved over its place with write-through; its attributes are taken over from the old file. A scanner or
+// a sync tool may hold a file for a moment: what is refused for that is tried again, up to two seconds.
 // Numbers follow the system's error, the cause is the system's wording.
 #include "platform/files.h"
 
@@ -14,9 +15,11 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include "platform/clock.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
+#include "platform/text.h"
 #include "platform/windows/wide_text.h"
 
 namespace kv {
@@ -25,23 +28,37 @@ std::vector<std::string>* WrittenFiles = nullptr;
 
 namespace {
 
+bool IsHeld(DWORD error)
+{
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+           error == ERROR_USER_MAPPED_FILE || error == ERROR_DELETE_PENDING;
+}
+
 FileOutcome OutcomeOf(DWORD error, int numberIfMissing)
 {
     FileOutcome outcome;
-    outcome.Cause = SystemWords(error);
+    outcome.Cause = IsHeld(error) ? "in use by another program" : SystemWords(error);
     switch (error) {
     case ERROR_FILE_NOT_FOUND:
         outcome.Number = numberIfMissing;
         break;
     case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_DRIVE:
+    case ERROR_NOT_READY:
     case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+    case ERROR_NETNAME_DELETED:
+    case ERROR_DEV_NOT_EXIST:
+    case ERROR_NETWORK_UNREACHABLE:
     case ERROR_INVALID_NAME:
+    case ERROR_FILENAME_EXCED_RANGE:
         outcome.Number = ErrorPathNotFound;
         break;
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
+    case ERROR_USER_MAPPED_FILE:
+    case ERROR_DELETE_PENDING:
     case ERROR_WRITE_PROTECT:
         outcome.Number = ErrorPermission;
         break;
@@ -55,9 +72,27 @@ FileOutcome OutcomeOf(DWORD error, int numberIfMissing)
     return outcome;
 }
 
-std::wstring WidePath(std::string_view path)
+// How long a call is tried again that another program holds up: 10 ms at first, then twice as long each
+// time, two seconds in all. Events run meanwhile.
+struct Patience {
+    double Next = 0.01, Left = 2.0; // seconds
+
+    // False when the error is another one or the time is over.
+    bool WaitsAfter(DWORD error)
+    {
+        if (!IsHeld(error) || Left <= 0)
+            return false;
+        const double wait = std::min(Next, Left);
+        Left -= wait;
+        Next *= 2;
+        PauseSeconds(wait);
+        return true;
+    }
+};
+
+std::wstring WideHostPath(std::string_view host)
 {
-    return WideFromAnsi(ToHostPath(path));
+    return WidePath(AnsiFromUtf8(host));
 }
 
 DWORD AttributesOf(const std::wstring& path)
@@ -75,9 +110,61 @@ bool IsFolder(DWORD attributes)
     return Stands(attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-FileOutcome LeadsNowhere()
+FileOutcome LeadsNowhere(std::string_view path)
 {
+    if (path.empty())
+        return {ErrorPathNotFound, "no path"};
     return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252"};
+}
+
+// Opens what stands there, when others let it.
+HANDLE OpenPatiently(const std::wstring& path, DWORD access, DWORD shared, DWORD flags)
+{
+    Patience patience;
+    for (;;) {
+        const HANDLE file = CreateFileW(path.c_str(), access, shared, nullptr, OPEN_EXISTING, flags, nullptr);
+        if (file != INVALID_HANDLE_VALUE || !patience.WaitsAfter(GetLastError()))
+            return file;
+    }
+}
+
+// A file that another program has open is refused to a move or a deletion in the same words as one whose
+// rights are missing. Which of the two it is shows when it is opened for that.
+DWORD WhyRefused(const std::wstring& path, DWORD error)
+{
+    const DWORD attributes = AttributesOf(path);
+    if (error != ERROR_ACCESS_DENIED || !Stands(attributes) || IsFolder(attributes))
+        return error;
+    constexpr DWORD sharedWithNobody = 0;
+    const HANDLE file =
+        CreateFileW(path.c_str(), DELETE, sharedWithNobody, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return IsHeld(GetLastError()) ? ERROR_SHARING_VIOLATION : error;
+    CloseHandle(file);
+    return error;
+}
+
+// For a file that was not found: is it the file or its folder that is missing?
+int NumberForMissing(std::string_view path)
+{
+    const std::string folder = FolderOf(path);
+    return folder.empty() || FolderExists(folder) ? ErrorFileNotFound : ErrorPathNotFound;
+}
+
+// ERROR_SUCCESS, or why not.
+DWORD MovePatiently(const std::wstring& from, const std::wstring& to)
+{
+    Patience patience;
+    DWORD error = ERROR_SUCCESS;
+    do {
+        if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
+            return ERROR_SUCCESS;
+        const DWORD refusal = GetLastError();
+        error = WhyRefused(to, refusal);
+        if (error == refusal)
+            error = WhyRefused(from, refusal);
+    } while (patience.WaitsAfter(error));
+    return error;
 }
 
 DWORD WriteAll(HANDLE file, std::string_view contents)
@@ -146,13 +233,16 @@ FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& si
     size = 0;
     const std::wstring host = WidePath(path);
     if (host.empty())
-        return LeadsNowhere();
+        return LeadsNowhere(path);
     if (IsFolder(AttributesOf(host)))
         return {ErrorFileAccess, "is a folder"};
-    const HANDLE file = CreateFileW(host.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return OutcomeOf(GetLastError(), ErrorFileNotFound);
+    // Not shared with one who writes: half a file is no drawing.
+    const HANDLE file =
+        OpenPatiently(host, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, FILE_FLAG_SEQUENTIAL_SCAN);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError(); // before another question changes it
+        return OutcomeOf(error, NumberForMissing(path));
+    }
     LARGE_INTEGER length{};
     if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &length) == 0) {
         CloseHandle(file);
@@ -209,27 +299,27 @@ void CloseReading(int handle)
 FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFile& staged)
 {
     staged = {};
-    const std::string place = ToHostPath(path);
+    const std::wstring place = WidePath(path);
     if (place.empty())
-        return LeadsNowhere();
-    const DWORD old = AttributesOf(WideFromAnsi(place));
+        return LeadsNowhere(path);
+    const DWORD old = AttributesOf(place);
     if (IsFolder(old))
         return {ErrorFileAccess, "is a folder"};
     if (Stands(old) && (old & FILE_ATTRIBUTE_READONLY) != 0)
         return OutcomeOf(ERROR_ACCESS_DENIED, ErrorPathNotFound);
     std::string aside;
-    const HANDLE file = MakeAside(FolderOf(place), aside);
+    const HANDLE file = MakeAside(FolderOf(path), aside);
     if (file == INVALID_HANDLE_VALUE)
         return OutcomeOf(GetLastError(), ErrorPathNotFound);
     const DWORD error = WriteAll(file, contents);
     CloseHandle(file);
-    staged = {place, aside};
+    staged = {ToHostPath(path), ToHostPath(aside)};
     if (error != ERROR_SUCCESS) {
         DropStaged(staged);
         return OutcomeOf(error, ErrorPathNotFound);
     }
     if (Stands(old))
-        SetFileAttributesW(WideFromAnsi(aside).c_str(), old);
+        SetFileAttributesW(WidePath(aside).c_str(), old);
     return {};
 }
 
@@ -237,11 +327,10 @@ FileOutcome MoveStaged(StagedFile& staged)
 {
     if (staged.Aside.empty())
         return {};
-    if (MoveFileExW(WideFromAnsi(staged.Aside).c_str(), WideFromAnsi(staged.Place).c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-        const FileOutcome outcome = OutcomeOf(GetLastError(), ErrorPathNotFound);
+    const DWORD error = MovePatiently(WideHostPath(staged.Aside), WideHostPath(staged.Place));
+    if (error != ERROR_SUCCESS) {
         DropStaged(staged);
-        return outcome;
+        return OutcomeOf(error, ErrorPathNotFound);
     }
     if (WrittenFiles != nullptr)
         WrittenFiles->push_back(staged.Place);
@@ -258,7 +347,7 @@ FileOutcome FlushFiles()
 void DropStaged(StagedFile& staged)
 {
     if (!staged.Aside.empty())
-        DeleteFileW(WideFromAnsi(staged.Aside).c_str());
+        DeleteFileW(WideHostPath(staged.Aside).c_str());
     staged = {};
 }
 
@@ -266,25 +355,27 @@ FileOutcome CheckWritable(std::string_view path)
 {
     const std::wstring host = WidePath(path);
     if (host.empty())
-        return LeadsNowhere();
-    if (IsFolder(AttributesOf(host)))
+        return LeadsNowhere(path);
+    const DWORD attributes = AttributesOf(host);
+    if (IsFolder(attributes))
         return {ErrorFileAccess, "is a folder"};
+    if (Stands(attributes) && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        return OutcomeOf(ERROR_ACCESS_DENIED, ErrorPathNotFound);
     // Shared with nobody: whoever has the file open makes this fail.
-    const HANDLE file = CreateFileW(host.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file != INVALID_HANDLE_VALUE) {
-        CloseHandle(file);
-        return {};
+    const HANDLE file = OpenPatiently(host, GENERIC_WRITE, 0, 0);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError(); // before another question changes it
+        return OutcomeOf(error, NumberForMissing(path));
     }
-    if (GetLastError() == ERROR_SHARING_VIOLATION)
-        return {ErrorPermission, "in use by another program"};
-    return OutcomeOf(GetLastError(), ErrorFileNotFound);
+    CloseHandle(file);
+    return {};
 }
 
 FileOutcome MakeFolder(std::string_view path)
 {
     const std::wstring host = WidePath(path);
     if (host.empty())
-        return LeadsNowhere();
+        return LeadsNowhere(path);
     if (CreateDirectoryW(host.c_str(), nullptr) != 0)
         return {};
     const DWORD error = GetLastError();
@@ -308,9 +399,13 @@ FileOutcome MakeFolders(std::string_view path)
 FileOutcome DeleteFile(std::string_view path)
 {
     const std::wstring host = WidePath(path);
-    if (host.empty() || DeleteFileW(host.c_str()) != 0)
-        return {};
-    const DWORD error = GetLastError();
+    Patience patience;
+    DWORD error = ERROR_SUCCESS;
+    do {
+        if (host.empty() || DeleteFileW(host.c_str()) != 0)
+            return {};
+        error = WhyRefused(host, GetLastError());
+    } while (patience.WaitsAfter(error));
     if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
         return {};
     return OutcomeOf(error, ErrorFileNotFound);
@@ -321,10 +416,9 @@ FileOutcome RenameFile(std::string_view path, std::string_view newPath)
     const std::wstring host = WidePath(path);
     const std::wstring newHost = WidePath(newPath);
     if (host.empty() || newHost.empty())
-        return LeadsNowhere();
-    if (MoveFileExW(host.c_str(), newHost.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0)
-        return OutcomeOf(GetLastError(), ErrorFileNotFound);
-    return {};
+        return LeadsNowhere(host.empty() ? path : newPath);
+    const DWORD error = MovePatiently(host, newHost);
+    return error == ERROR_SUCCESS ? FileOutcome{} : OutcomeOf(error, NumberForMissing(path));
 }
 
 } // namespace kv

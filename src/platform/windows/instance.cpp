@@ -27,9 +27,7 @@ void LetGo()
 // However the folder is spelled.
 std::wstring PlaceOf(std::string_view folder)
 {
-    const std::wstring spelled = WideFromAnsi(folder);
-    std::wstring full(GetFullPathNameW(spelled.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(GetFullPathNameW(spelled.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    std::wstring full = FullWidePath(WideFromAnsi(folder));
     while (!full.empty() && full.back() == L'\\')
         full.pop_back();
     return L"Local\\" + WideFromAnsi(InstanceName(UpperCase(AnsiFromWide(full))));

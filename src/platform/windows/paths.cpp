@@ -13,17 +13,14 @@ std::string FromHostPath(std::string_view host)
 {
     if (host.empty())
         return {};
-    const std::wstring path = WideFromAnsi(AnsiFromUtf8(host));
-    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return AnsiFromWide(full);
+    return AnsiFromWide(FullWidePath(WideFromAnsi(AnsiFromUtf8(host))));
 }
 
 std::string ToHostPath(std::string_view path)
 {
     if (path.find('?') != std::string_view::npos || path.find('\0') != std::string_view::npos)
         return {};
-    return std::string(path);
+    return Utf8FromAnsi(path);
 }
 
 std::string ShownPath(std::string_view path)

@@ -1,5 +1,5 @@
 // Small settings of a person, in the registry of the person at the machine: one key per application
-// and section, texts as values.
+// and section, texts as values, where the programs of the shops keep such settings.
 #include "platform/user_store.h"
 
 #include <windows.h>
@@ -12,7 +12,8 @@ namespace {
 
 std::wstring StoreKey(std::string_view application, std::string_view section)
 {
-    return L"Software\\Korvanti\\" + WideFromAnsi(application) + L"\\" + WideFromAnsi(section);
+    return L"Software\\VB and VBA Program Settings\\" + WideFromAnsi(application) + L"\\" +
+           WideFromAnsi(section);
 }
 
 } // namespace

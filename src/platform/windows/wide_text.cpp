@@ -6,18 +6,23 @@
 
 #include <windows.h>
 
+#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace kv {
 
-std::wstring WideFromAnsi(std::string_view ansi)
+std::wstring WideFromUtf8(std::string_view utf8)
 {
-    const std::string utf8 = Utf8FromAnsi(ansi);
     const int length = static_cast<int>(utf8.size());
     const int needed = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(needed), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, wide.data(), needed);
     return wide;
+}
+
+std::wstring WideFromAnsi(std::string_view ansi)
+{
+    return WideFromUtf8(Utf8FromAnsi(ansi));
 }
 
 std::string AnsiFromWide(std::wstring_view wide)
@@ -27,6 +32,23 @@ std::string AnsiFromWide(std::wstring_view wide)
     std::string utf8(static_cast<std::size_t>(needed), '\0');
     WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(), needed, nullptr, nullptr);
     return AnsiFromUtf8(utf8);
+}
+
+std::wstring FullWidePath(const std::wstring& path)
+{
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+std::wstring WidePath(std::string_view path)
+{
+    constexpr std::size_t LongestPlain = 220; // a copy written aside has a longer name than its file
+    std::wstring wide = WideFromUtf8(ToHostPath(path));
+    if (wide.size() <= LongestPlain || wide.starts_with(L"\\\\?\\"))
+        return wide;
+    const std::wstring full = FullWidePath(wide);
+    return full.starts_with(L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
 }
 
 std::string SystemWords(unsigned long error)
