@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "../fuzz/convert_bytes.h"
+#include "support/scene.h"
 
 namespace kv {
 namespace {
@@ -43,7 +44,7 @@ class FuzzCorpus : public testing::Test {
     }
     void TearDown() override
     {
-        Config = Settings{};
+        test::ResetProcess();
         SetExeFolder(FolderBefore);
         fs::remove_all(Home);
     }

@@ -1,10 +1,8 @@
 // Listings of real folders: what a pattern counts, what an entry says, short names, order, drives.
 #include "platform/directory.h"
 
+#include <ctime>
 #include <limits>
-
-#include <sys/stat.h>
-#include <sys/time.h>
 
 #include "platform/events.h"
 #include "platform/scratch_folder.h"
@@ -110,10 +108,7 @@ TEST_F(DirectoryListing, AnEntrySaysSizeAndLocalTime)
     local.tm_hour = 13;
     local.tm_min = 5;
     local.tm_sec = 9;
-    local.tm_isdst = -1;
-    const timeval stamp{std::mktime(&local), 0};
-    const timeval both[2] = {stamp, stamp};
-    ASSERT_EQ(::utimes((Folder / "a.dxf").c_str(), both), 0);
+    test::StampFile(Folder / "a.dxf", local);
     DirectoryEntry expected;
     expected.ShortName = "A";
     expected.Extension = "dxf";
@@ -193,35 +188,6 @@ TEST_F(DirectoryListing, FoldersAreNoFiles)
     EXPECT_FALSE(Exist(PathOf("s*.dxf")));
 }
 
-TEST_F(DirectoryListing, ALinkIsWhatItLeadsTo)
-{
-    PutFile("real.txt", "12345");
-    std::filesystem::create_directories(Folder / "sub");
-    std::filesystem::create_symlink("real.txt", Folder / "file.dxf");
-    std::filesystem::create_symlink("sub", Folder / "folder.dxf");
-    std::filesystem::create_symlink("missing", Folder / "loose.dxf");
-    EXPECT_EQ(Count("*.dxf"), 1);
-    const std::vector<DirectoryEntry> entries = Read("*.dxf");
-    ASSERT_EQ(entries.size(), 1U);
-    EXPECT_EQ(entries[0].LongName, "file.dxf");
-    EXPECT_EQ(entries[0].Size, 5);
-}
-
-TEST_F(DirectoryListing, APipeIsNoFile)
-{
-    ASSERT_EQ(::mkfifo((Folder / "pipe.dxf").c_str(), 0600), 0);
-    EXPECT_EQ(Count("*.dxf"), 0);
-    EXPECT_TRUE(Read("*.dxf").empty());
-}
-
-TEST_F(DirectoryListing, NamesThatNoPathOfTheProgramCanHoldAreLeftOut)
-{
-    PutAll({"T\xC3\xBCr.dxf", "\xD0\xB4.dxf", "back\\slash.dxf", "what?.dxf", "\xFF.dxf"});
-    EXPECT_EQ(Count("*.dxf"), 1);
-    EXPECT_EQ(LongNames("*.DXF"), (Texts{"T\xFCr.dxf"}));
-    EXPECT_TRUE(Exist(PathOf("") + "t\xDCr.d*"));
-}
-
 TEST_F(DirectoryListing, AtMostSoManyEntriesAsAskedForAreRead)
 {
     PutAll({"c.dxf", "a.dxf", "b.dxf"});
@@ -257,31 +223,11 @@ TEST_F(DirectoryListing, ExistAnswersForNamesAndPatterns)
     EXPECT_FALSE(Exist(""));
 }
 
-TEST_F(DirectoryListing, ADriveIsGoodWhenItsFolderStands)
-{
-    std::filesystem::create_directories(Folder / "c");
-    SetVariable("KORVANTI_DRIVES", Folder.string());
-    EXPECT_TRUE(GoodDrive("C:\\DXF\\"));
-    EXPECT_TRUE(GoodDrive("c:"));
-    EXPECT_FALSE(GoodDrive("D:\\DXF\\"));
-    EXPECT_FALSE(GoodDrive("1:\\"));
-    SetVariable("KORVANTI_DRIVES", std::nullopt);
-    EXPECT_FALSE(GoodDrive("C:\\DXF\\"));
-}
-
 TEST_F(DirectoryListing, APathWithoutDriveStandsOnAGoodOne)
 {
     EXPECT_TRUE(GoodDrive("\\srv\\dxf\\"));
     EXPECT_TRUE(GoodDrive("dxf"));
     EXPECT_TRUE(GoodDrive(""));
-}
-
-TEST_F(DirectoryListing, FilesOfADriveAreListed)
-{
-    std::filesystem::create_directories(Folder / "c" / "dxf");
-    PutFile("c/dxf/a.dxf", "x");
-    SetVariable("KORVANTI_DRIVES", Folder.string());
-    EXPECT_EQ(FCount("C:\\DXF\\*.DXF"), 1);
 }
 
 } // namespace

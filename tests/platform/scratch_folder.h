@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/paths.h"
+#include "support/host.h"
 
 namespace kv {
 
@@ -31,12 +32,8 @@ class ScratchFolder : public testing::Test {
     }
     void TearDown() override
     {
-        for (const auto& [name, value] : VariablesBefore) {
-            if (value)
-                setenv(name.c_str(), value->c_str(), 1);
-            else
-                unsetenv(name.c_str());
-        }
+        for (const auto& [name, value] : VariablesBefore)
+            test::SetHostVariable(name, value);
         std::filesystem::remove_all(Folder);
     }
 
@@ -67,10 +64,7 @@ class ScratchFolder : public testing::Test {
         const char* const before = std::getenv(name.c_str());
         VariablesBefore.try_emplace(name,
                                     before != nullptr ? std::optional<std::string>(before) : std::nullopt);
-        if (value)
-            setenv(name.c_str(), value->c_str(), 1);
-        else
-            unsetenv(name.c_str());
+        test::SetHostVariable(name, value);
     }
 
     std::filesystem::path Folder;

@@ -1,8 +1,6 @@
 // BATCH.RUN and BATCH.OLD beside a batch: written whole, taken off, set aside, told.
 #include "shell/batch_safety.h"
 
-#include <unistd.h>
-
 #include "platform/scratch_folder.h"
 #include "shell/report.h"
 

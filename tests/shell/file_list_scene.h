@@ -9,15 +9,13 @@
 #include <string>
 #include <vector>
 
-#include <sys/stat.h>
-#include <sys/time.h>
-
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "shell/file_list.h"
 #include "shell/report.h"
 #include "shell/settings_folder.h"
 #include "shell/shell_state.h"
+#include "support/host.h"
 
 namespace kv {
 
@@ -78,10 +76,7 @@ class FileListScene : public SettingsFolder {
         local.tm_hour = hour;
         local.tm_min = minute;
         local.tm_sec = second;
-        local.tm_isdst = -1;
-        const timeval stamp{std::mktime(&local), 0};
-        const timeval both[2] = {stamp, stamp};
-        ASSERT_EQ(::utimes((Source("dxf") / name).c_str(), both), 0);
+        test::StampFile(Source("dxf") / name, local);
     }
 
     static std::vector<std::string> Column(std::size_t column)

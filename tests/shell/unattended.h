@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#if !defined(_WIN32)
 #include <unistd.h>
+#endif
 
 #include "conversion/run.h"
 #include "platform/clock.h"
@@ -155,6 +157,7 @@ class Unattended : public testing::Test {
 
     static inline Unattended* Now = nullptr;
 
+#if !defined(_WIN32) // where rights are no bits
     // Nothing can be made or deleted in the source folder while it lives, not even by root: root becomes
     // an ordinary person, to whom all of the scene belongs.
     struct ReadOnlyFolder {
@@ -181,6 +184,7 @@ class Unattended : public testing::Test {
         static constexpr uid_t Nobody = 65534;
         std::filesystem::path Place;
     };
+#endif
 };
 
 } // namespace kv

@@ -2,7 +2,7 @@
 
 #include <fstream>
 #include <iterator>
-#include <unistd.h>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -77,9 +77,10 @@ void ResetProcess()
 Scene::Scene()
 {
     ResetProcess();
+    static const std::string process = std::to_string(std::random_device{}()); // two runs at once keep apart
     static int count = 0;
-    Folder = std::filesystem::temp_directory_path() /
-             ("korvanti-test-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
+    Folder =
+        std::filesystem::temp_directory_path() / ("korvanti-test-" + process + "-" + std::to_string(++count));
     Programs = Folder / "prg";
     std::filesystem::create_directories(Programs);
     std::ofstream(Programs / "INDICE.PRG", std::ios::binary).flush();

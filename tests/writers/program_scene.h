@@ -23,6 +23,7 @@
 #include "platform/paths.h"
 #include "shell/report.h"
 #include "shell/settings.h"
+#include "support/host.h"
 #include "writers/cnc_writer.h"
 #include "writers/program_families.h"
 #include "writers/program_writers.h"
@@ -74,12 +75,8 @@ class ProgramScene : public testing::Test {
         Report = ReportHooks{};
         Dialogs = DialogHooks{};
         Events = EventHooks{};
-        for (const auto& [name, value] : VariablesBefore) {
-            if (value)
-                ::setenv(name.c_str(), value->c_str(), 1);
-            else
-                ::unsetenv(name.c_str());
-        }
+        for (const auto& [name, value] : VariablesBefore)
+            test::SetHostVariable(name, value);
         ResetWriters();
         ReleaseRunArrays();
         Run = RunBlock{};
@@ -123,7 +120,7 @@ class ProgramScene : public testing::Test {
             const char* const before = std::getenv(name.c_str());
             VariablesBefore[name] = before != nullptr ? std::optional<std::string>(before) : std::nullopt;
         }
-        ::setenv(name.c_str(), value.c_str(), 1);
+        test::SetHostVariable(name, value);
     }
 
     // Files in the scratch folder and below, by their names in it.

@@ -1,0 +1,89 @@
+// Listings where a folder holds what Windows has not: links, pipes, names of any bytes, drives that are
+// folders.
+#include "platform/directory.h"
+
+#include <limits>
+
+#include <sys/stat.h>
+
+#include "platform/scratch_folder.h"
+
+namespace kv {
+namespace {
+
+class PosixListing : public ScratchFolder {
+  protected:
+    std::vector<DirectoryEntry> Read(const std::string& pattern) const
+    {
+        std::vector<DirectoryEntry> entries;
+        ReadFileX(PathOf("") + pattern, std::numeric_limits<Long>::max(), entries);
+        return entries;
+    }
+    std::vector<std::string> LongNames(const std::string& pattern) const
+    {
+        std::vector<std::string> names;
+        for (const DirectoryEntry& entry : Read(pattern))
+            names.push_back(entry.LongName);
+        return names;
+    }
+    Long Count(const std::string& pattern) const { return FCount(PathOf("") + pattern); }
+    void PutAll(const std::vector<std::string>& names) const
+    {
+        for (const std::string& name : names)
+            PutFile(name, "x");
+    }
+
+    using Texts = std::vector<std::string>;
+};
+
+TEST_F(PosixListing, ALinkIsWhatItLeadsTo)
+{
+    PutFile("real.txt", "12345");
+    std::filesystem::create_directories(Folder / "sub");
+    std::filesystem::create_symlink("real.txt", Folder / "file.dxf");
+    std::filesystem::create_symlink("sub", Folder / "folder.dxf");
+    std::filesystem::create_symlink("missing", Folder / "loose.dxf");
+    EXPECT_EQ(Count("*.dxf"), 1);
+    const std::vector<DirectoryEntry> entries = Read("*.dxf");
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].LongName, "file.dxf");
+    EXPECT_EQ(entries[0].Size, 5);
+}
+
+TEST_F(PosixListing, APipeIsNoFile)
+{
+    ASSERT_EQ(::mkfifo((Folder / "pipe.dxf").c_str(), 0600), 0);
+    EXPECT_EQ(Count("*.dxf"), 0);
+    EXPECT_TRUE(Read("*.dxf").empty());
+}
+
+TEST_F(PosixListing, NamesThatNoPathOfTheProgramCanHoldAreLeftOut)
+{
+    PutAll({"T\xC3\xBCr.dxf", "\xD0\xB4.dxf", "back\\slash.dxf", "what?.dxf", "\xFF.dxf"});
+    EXPECT_EQ(Count("*.dxf"), 1);
+    EXPECT_EQ(LongNames("*.DXF"), (Texts{"T\xFCr.dxf"}));
+    EXPECT_TRUE(Exist(PathOf("") + "t\xDCr.d*"));
+}
+
+TEST_F(PosixListing, ADriveIsGoodWhenItsFolderStands)
+{
+    std::filesystem::create_directories(Folder / "c");
+    SetVariable("KORVANTI_DRIVES", Folder.string());
+    EXPECT_TRUE(GoodDrive("C:\\DXF\\"));
+    EXPECT_TRUE(GoodDrive("c:"));
+    EXPECT_FALSE(GoodDrive("D:\\DXF\\"));
+    EXPECT_FALSE(GoodDrive("1:\\"));
+    SetVariable("KORVANTI_DRIVES", std::nullopt);
+    EXPECT_FALSE(GoodDrive("C:\\DXF\\"));
+}
+
+TEST_F(PosixListing, FilesOfADriveAreListed)
+{
+    std::filesystem::create_directories(Folder / "c" / "dxf");
+    PutFile("c/dxf/a.dxf", "x");
+    SetVariable("KORVANTI_DRIVES", Folder.string());
+    EXPECT_EQ(FCount("C:\\DXF\\*.DXF"), 1);
+}
+
+} // namespace
+} // namespace kv

@@ -1,0 +1,288 @@
+// Files that another program holds, for a moment and for ever; places that cannot be written or are gone;
+// paths of any length. Each must succeed or say clearly why not.
+#include "platform/files.h"
+
+#include <chrono>
+#include <functional>
+#include <thread>
+
+#include <windows.h>
+// That header renames functions of ours.
+#undef DeleteFile
+#undef ReplaceFile
+
+#include "platform/directory.h"
+#include "platform/run_error.h"
+#include "platform/scratch_folder.h"
+
+namespace kv {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+constexpr const char* InUse = "in use by another program";
+constexpr DWORD SharedWithNobody = 0;
+
+// A file that is open elsewhere, until Close or for so long.
+struct Held {
+    Held(const std::filesystem::path& file, DWORD access, DWORD shared)
+        : Open(CreateFileW(file.c_str(), access, shared, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+        EXPECT_NE(Open, INVALID_HANDLE_VALUE);
+    }
+    void CloseAfter(std::chrono::milliseconds time)
+    {
+        Closing = std::thread([this, time] {
+            std::this_thread::sleep_for(time);
+            CloseHandle(Open);
+        });
+    }
+    ~Held()
+    {
+        if (Closing.joinable())
+            Closing.join();
+        else
+            CloseHandle(Open);
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+    HANDLE Open;
+    std::thread Closing;
+};
+
+class WindowsFiles : public ScratchFolder {
+  protected:
+    void SetUp() override
+    {
+        ScratchFolder::SetUp();
+        PutFile("program", "old");
+    }
+    static double SecondsOf(const std::function<void()>& work)
+    {
+        const auto start = steady_clock::now();
+        work();
+        return std::chrono::duration<double>(steady_clock::now() - start).count();
+    }
+    std::filesystem::path Program() const { return Folder / "program"; }
+};
+
+TEST_F(WindowsFiles, OneThatIsHeldForASecondIsReplacedAfterwards)
+{
+    Held held(Program(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    held.CloseAfter(1s);
+    FileOutcome outcome;
+    const double seconds = SecondsOf([&] { outcome = ReplaceFile(PathOf("program"), "new"); });
+    EXPECT_TRUE(outcome.Ok()) << outcome.Cause;
+    EXPECT_EQ(FileText("program"), "new");
+    EXPECT_GE(seconds, 0.9);
+    EXPECT_EQ(Names(), std::vector<std::string>{"program"});
+}
+
+TEST_F(WindowsFiles, OneThatIsHeldForEverIsToldAndLeftAsItWas)
+{
+    FileOutcome outcome;
+    double seconds = 0;
+    {
+        const Held held(Program(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        seconds = SecondsOf([&] { outcome = ReplaceFile(PathOf("program"), "new"); });
+    }
+    EXPECT_EQ(outcome.Number, ErrorPermission);
+    EXPECT_EQ(outcome.Cause, InUse);
+    EXPECT_EQ(FileText("program"), "old");
+    EXPECT_EQ(Names(), std::vector<std::string>{"program"}) << "the copy aside is gone";
+    EXPECT_GE(seconds, 1.9);
+    EXPECT_LE(seconds, 4.0);
+}
+
+TEST_F(WindowsFiles, OneThatIsHeldForAMomentIsReadDeletedAndRenamed)
+{
+    const auto hold = [&](const std::function<FileOutcome()>& work) {
+        PutFile("program", "old");
+        Held held(Program(), GENERIC_READ | GENERIC_WRITE, SharedWithNobody);
+        held.CloseAfter(300ms);
+        const FileOutcome outcome = work();
+        EXPECT_TRUE(outcome.Ok()) << outcome.Cause;
+    };
+    std::string contents;
+    hold([&] { return ReadWholeFile(PathOf("program"), contents); });
+    EXPECT_EQ(contents, "old");
+    hold([&] { return CheckWritable(PathOf("program")); });
+    hold([&] { return RenameFile(PathOf("program"), PathOf("other")); });
+    EXPECT_EQ(Names(), std::vector<std::string>{"other"});
+    hold([&] { return DeleteFile(PathOf("program")); });
+    EXPECT_EQ(Names(), std::vector<std::string>{"other"});
+}
+
+TEST_F(WindowsFiles, OneThatIsHeldForEverIsNeitherReadDeletedNorRenamed)
+{
+    const Held held(Program(), GENERIC_READ | GENERIC_WRITE, SharedWithNobody);
+    std::string contents;
+    const FileOutcome outcomes[] = {ReadWholeFile(PathOf("program"), contents),
+                                    CheckWritable(PathOf("program")), DeleteFile(PathOf("program")),
+                                    RenameFile(PathOf("program"), PathOf("other"))};
+    for (const FileOutcome& outcome : outcomes) {
+        EXPECT_EQ(outcome.Number, ErrorPermission);
+        EXPECT_EQ(outcome.Cause, InUse);
+    }
+    EXPECT_EQ(Names(), std::vector<std::string>{"program"});
+}
+
+TEST_F(WindowsFiles, AReaderThatSharesAllDelaysAReplacementAtMost)
+{
+    Held held(Program(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    held.CloseAfter(300ms);
+    EXPECT_TRUE(ReplaceFile(PathOf("program"), "new").Ok());
+    EXPECT_EQ(FileText("program"), "new");
+}
+
+TEST_F(WindowsFiles, OneThatIsSetReadOnlyStaysAndIsToldAtOnce)
+{
+    SetFileAttributesW(Program().c_str(), FILE_ATTRIBUTE_READONLY);
+    FileOutcome outcome;
+    EXPECT_LT(SecondsOf([&] { outcome = ReplaceFile(PathOf("program"), "new"); }), 1.0);
+    EXPECT_EQ(outcome.Number, ErrorPermission);
+    EXPECT_NE(outcome.Cause, "");
+    EXPECT_NE(outcome.Cause, InUse);
+    EXPECT_EQ(CheckWritable(PathOf("program")).Number, ErrorPermission);
+    SetFileAttributesW(Program().c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(FileText("program"), "old");
+}
+
+TEST_F(WindowsFiles, AReplacedOneKeepsItsAttributes)
+{
+    SetFileAttributesW(Program().c_str(), FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_TRUE(ReplaceFile(PathOf("program"), "new").Ok());
+    EXPECT_NE(GetFileAttributesW(Program().c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
+    EXPECT_EQ(FileText("program"), "new");
+}
+
+TEST_F(WindowsFiles, AFolderThatTakesNoFilesIsToldAtOnce)
+{
+    constexpr const char* sealed = "Z:\\sys\\kernel\\"; // of the build machine: closed to everybody
+    if (!FolderExists(sealed))
+        GTEST_SKIP() << "not on a machine that runs these programs for another system";
+    FileOutcome outcome;
+    EXPECT_LT(SecondsOf([&] { outcome = ReplaceFile(std::string(sealed) + "program", "new"); }), 1.0);
+    EXPECT_EQ(outcome.Number, ErrorPermission);
+    EXPECT_NE(outcome.Cause, "");
+    EXPECT_EQ(MakeFolder(std::string(sealed) + "programs").Number, ErrorPermission);
+}
+
+// A letter that no drive has.
+std::string GoneDrive()
+{
+    const DWORD drives = GetLogicalDrives();
+    for (char letter = 'Y'; letter > 'C'; --letter) {
+        if ((drives >> (letter - 'A') & 1U) == 0)
+            return std::string(1, letter) + ":";
+    }
+    return {};
+}
+
+TEST_F(WindowsFiles, ADriveThatIsGoneIsAPathThatIsNotThere)
+{
+    const std::string drive = GoneDrive();
+    ASSERT_NE(drive, "");
+    std::string contents;
+    EXPECT_FALSE(GoodDrive(drive + "\\dxf\\"));
+    EXPECT_FALSE(FolderExists(drive + "\\"));
+    EXPECT_EQ(FCount(drive + "\\dxf\\*.DXF"), 0);
+    for (const FileOutcome& outcome :
+         {ReadWholeFile(drive + "\\a.dxf", contents), ReplaceFile(drive + "\\a", "x"),
+          MakeFolders(drive + "\\dxf\\new"), RenameFile(drive + "\\a", drive + "\\b")}) {
+        EXPECT_EQ(outcome.Number, ErrorPathNotFound);
+        EXPECT_NE(outcome.Cause, "");
+    }
+    EXPECT_TRUE(DeleteFile(drive + "\\a").Ok()); // it is not there
+}
+
+TEST_F(WindowsFiles, ANetworkPathThatNobodyServesIsTold)
+{
+    const std::string share = "\\\\no-such-machine\\dxf\\";
+    std::string contents;
+    EXPECT_FALSE(FolderExists(share));
+    EXPECT_EQ(FCount(share + "*.DXF"), 0);
+    for (const FileOutcome& outcome :
+         {ReadWholeFile(share + "a.dxf", contents), ReplaceFile(share + "a", "x")}) {
+        EXPECT_EQ(outcome.Number, ErrorPathNotFound);
+        EXPECT_NE(outcome.Cause, "");
+    }
+}
+
+TEST_F(WindowsFiles, APathOf300CharactersIsUsedAndNotCut)
+{
+    std::string folder = PathOf("");
+    while (folder.size() < 290)
+        folder += "a-folder-of-twenty-c\\";
+    ASSERT_TRUE(MakeFolders(folder).Ok());
+    const std::string path = folder + "program.dxf";
+    ASSERT_GT(path.size(), 300U);
+    EXPECT_TRUE(ReplaceFile(path, "first").Ok());
+    EXPECT_TRUE(ReplaceFile(path, "second").Ok());
+    std::string contents;
+    EXPECT_TRUE(ReadWholeFile(path, contents).Ok());
+    EXPECT_EQ(contents, "second");
+    EXPECT_TRUE(FileExists(path));
+    EXPECT_EQ(FileSize(path), 6U);
+    EXPECT_EQ(FCount(folder + "*.DXF"), 1);
+    EXPECT_TRUE(CheckWritable(path).Ok());
+    EXPECT_TRUE(RenameFile(path, folder + "other.dxf").Ok());
+    EXPECT_FALSE(FileExists(path));
+    EXPECT_TRUE(DeleteFile(folder + "other.dxf").Ok());
+    EXPECT_EQ(FCount(folder + "*"), 0);
+    const std::string cut = path.substr(0, MAX_PATH - 1);
+    EXPECT_FALSE(FileExists(cut));
+    // The library's own removal knows no such paths.
+    while (folder.size() > PathOf("").size()) {
+        folder.pop_back();
+        RemoveDirectoryW((L"\\\\?\\" + std::wstring(folder.begin(), folder.end())).c_str());
+        folder = FolderOf(folder);
+    }
+}
+
+TEST_F(WindowsFiles, ANameOf300CharactersIsTooLongAndTold)
+{
+    const std::string path = PathOf(std::string(300, 'n'));
+    const FileOutcome outcome = ReplaceFile(path, "x");
+    // The copy aside can be made, its last place cannot.
+    EXPECT_EQ(outcome.Number, ErrorPathNotFound);
+    EXPECT_NE(outcome.Cause, "");
+    EXPECT_EQ(Names(), std::vector<std::string>{"program"});
+}
+
+TEST_F(WindowsFiles, NamesInAnsiLettersComeBack)
+{
+    const std::string name = "T\xFCr \xDF \x80.dxf"; // an umlaut, a sharp s, the euro sign
+    EXPECT_TRUE(ReplaceFile(PathOf("") + name, "x").Ok());
+    EXPECT_TRUE(std::filesystem::exists(Folder / L"T\u00FCr \u00DF \u20AC.dxf"));
+    EXPECT_TRUE(FileExists(PathOf("") + "T\xDCR \xDF \x80.DXF")) << "whatever the case";
+    std::vector<DirectoryEntry> entries;
+    ReadFileX(PathOf("") + "*.dxf", 10, entries);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].LongName, name);
+}
+
+TEST_F(WindowsFiles, ANameThatAnsiDoesNotHoldIsNeitherCountedNorReached)
+{
+    std::ofstream(Folder / L"\u0434.dxf", std::ios::binary) << "x"; // Cyrillic
+    EXPECT_EQ(FCount(PathOf("") + "*.dxf"), 0);
+    std::string contents;
+    const FileOutcome outcome = ReadWholeFile(FromHostPath((Folder / L"\u0434.dxf").string()), contents);
+    EXPECT_EQ(outcome.Number, ErrorPathNotFound);
+    EXPECT_NE(outcome.Cause.find("Windows-1252"), std::string::npos);
+}
+
+TEST_F(WindowsFiles, WrittenFilesAreToldInHostText)
+{
+    std::vector<std::string> written;
+    WrittenFiles = &written;
+    EXPECT_TRUE(ReplaceFile(PathOf("") + "T\xFCr", "x").Ok());
+    WrittenFiles = nullptr;
+    ASSERT_EQ(written.size(), 1U);
+    EXPECT_TRUE(written[0].ends_with("T\xC3\xBCr")) << written[0];
+}
+
+} // namespace
+} // namespace kv
