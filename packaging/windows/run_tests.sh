@@ -26,13 +26,12 @@ case "$*" in *--gtest_filter*) ;; *) set -- "$@" "--gtest_filter=-$elsewhere" ;;
 memory=/dev/shm
 [ -w "$memory" ] || memory=${TMPDIR:-/tmp}
 output=$(mktemp -d "$memory/kvwin.XXXXXX")
-trap 'rm -rf "$output"' EXIT
 mkdir "$output/temp"
-for temp in "$prefix"/drive_c/users/*/Temp; do
-    case "$temp" in */Public/Temp) continue ;; esac
-    rm -rf "$temp"
-    ln -s "$output/temp" "$temp"
-done
+temp=$(find "$prefix/drive_c/users" -mindepth 2 -maxdepth 2 -name Temp | head -n 1)
+[ -n "$temp" ] || fail "Wine has no folder for temporary files"
+rm -rf "$temp"
+ln -s "$output/temp" "$temp"
+trap 'rm -rf "$output" "$temp" && mkdir "$temp"' EXIT
 shards=$(nproc)
 shard=0
 while [ "$shard" -lt "$shards" ]; do

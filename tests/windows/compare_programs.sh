@@ -12,6 +12,7 @@ fail() {
     exit 1
 }
 . "$root/packaging/windows/wine.sh"
+make_prefix
 
 # Short, since a path in the settings has 79 characters at most; in memory, since each file is flushed.
 memory=/dev/shm

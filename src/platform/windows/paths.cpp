@@ -13,7 +13,12 @@ std::string FromHostPath(std::string_view host)
 {
     if (host.empty())
         return {};
-    return AnsiFromWide(FullWidePath(WideFromAnsi(AnsiFromUtf8(host))));
+    // The words of a command line reach main() in ANSI where the system is not set to UTF-8.
+    const int length = static_cast<int>(host.size());
+    const bool isUtf8 =
+        MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, host.data(), length, nullptr, 0) != 0;
+    const std::string ansi = isUtf8 ? AnsiFromUtf8(host) : std::string(host);
+    return AnsiFromWide(FullWidePath(WideFromAnsi(ansi)));
 }
 
 std::string ToHostPath(std::string_view path)

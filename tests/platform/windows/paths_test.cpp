@@ -32,6 +32,11 @@ TEST_F(WindowsPaths, HostTextIsUtf8AndThePathAnsi)
     EXPECT_EQ(ToHostPath("C:\\?"), ""); // leads nowhere
 }
 
+TEST_F(WindowsPaths, WordsOfAnAnsiCommandLineAreTakenAsTheyAre)
+{
+    EXPECT_EQ(FromHostPath("C:\\T\xFCr.dxf"), "C:\\T\xFCr.dxf");
+}
+
 TEST_F(WindowsPaths, ALongPathIsNotCut)
 {
     const std::string path = "C:\\" + std::string(150, 'a') + "\\" + std::string(150, 'b');
