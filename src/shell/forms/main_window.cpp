@@ -196,7 +196,9 @@ void MainWindow::ShowSettings()
 
 void MainWindow::ShowListedFolder()
 {
-    LabDXFPath->setText(ShownAsPath(FileList.LabDXFPath));
+    const QString folder = ShownAsPath(FileList.LabDXFPath);
+    LabDXFPath->setText(folder);
+    LabDXFPath->setToolTip(folder); // a long one does not fit
 }
 
 void MainWindow::ShowState()
