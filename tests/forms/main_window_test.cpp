@@ -539,6 +539,9 @@ TEST_F(MainWindowTest, TheHelpMenuStartsItsCommandLines)
     EXPECT_EQ(StartedLine, "viewer help.txt");
     Window->findChild<QAction*>(QStringLiteral("MnuOnLineManual"))->trigger();
     EXPECT_EQ(StartedLine, "browser manual");
+    StartedLine.clear();
+    QTest::keyClick(Window.get(), Qt::Key_F1);
+    EXPECT_EQ(StartedLine, "browser manual");
 }
 
 TEST_F(MainWindowTest, ATemporaryDrawingRunsByTheTimer)

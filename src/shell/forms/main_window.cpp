@@ -151,8 +151,9 @@ void MainWindow::MakeMenus()
         QAction* const action = help->addAction(MenuText(name));
         action->setObjectName(Shown(name));
         connect(action, &QAction::triggered, this, act);
+        return action;
     };
-    item("MnuOnLineManual", [] { StartHelp("OLHelp"); });
+    item("MnuOnLineManual", [] { StartHelp("OLHelp"); })->setShortcut(QKeySequence::HelpContents);
     item("MnuHelpFile", [] { StartHelp("Help"); });
     help->addSeparator();
     item("MnuAbout", [] { ShowAbout(); });
