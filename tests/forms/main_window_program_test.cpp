@@ -83,6 +83,9 @@ TEST_F(WindowProgramTest, ASecondCopyEndsWithoutTouchingTheSettings)
     EXPECT_EQ(Run(Home()), 0);
     EXPECT_EQ(Ini(), before);
     EXPECT_EQ(std::filesystem::last_write_time(Place.Folder / "KV90.INI"), written);
+    PutDrawing("door.dxf"); // a design program must learn that nobody has converted it
+    EXPECT_EQ(Run(Home() << QString::fromStdString((Drawings / "door.dxf").string())), 1);
+    EXPECT_NE(Errors.find("door.dxf was not run"), std::string::npos);
     EXPECT_EQ(first.state(), QProcess::Running);
     first.terminate();
     EXPECT_TRUE(first.waitForFinished(10000));

@@ -25,7 +25,7 @@ class ConversionStart : public Unattended {
         PressStart();
         StartConversion();
     }
-    static long Count(const std::vector<double>& pauses, double seconds)
+    static std::ptrdiff_t Count(const std::vector<double>& pauses, double seconds)
     {
         return std::count(pauses.begin(), pauses.end(), seconds);
     }

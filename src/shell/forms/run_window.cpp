@@ -73,6 +73,14 @@ int TellUsage(const std::string& fault)
     return ExitUsage;
 }
 
+// A design program that calls this one would take a drawing for converted.
+int TellNotRun(const std::string& word)
+{
+    std::fputs(("KV90WIN: " + word + " was not run: a window of this installation is open\n").c_str(),
+               stderr);
+    return ExitSomeFailed;
+}
+
 // A lone drawing may stand anywhere; every other line goes on as it was typed.
 std::string CommandLineOf(const std::vector<std::string>& words)
 {
@@ -156,8 +164,8 @@ int RunWindow(int argc, char** argv)
     if (folder.empty())
         return TellUsage("the folder named by --home or KORVANTI_HOME is not there");
     SetExeFolder(folder);
-    if (!BecomeOnlyInstance(ExeFolder))
-        return ExitDone; // the first one has been asked to come to the front
+    if (!BecomeOnlyInstance(ExeFolder)) // the first one has been asked to come to the front
+        return call.Words.empty() ? ExitDone : TellNotRun(call.Words.front());
     Shell.CommandLine = CommandLineOf(call.Words);
     return RunOnScreen();
 }
