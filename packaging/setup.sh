@@ -6,8 +6,10 @@ build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
 # Fonts: without any, no text of the window can be measured or seen.
 window_packages="qt6-base-dev fonts-dejavu-core"
 test_packages="libgtest-dev"
-# Programs for Windows, made and run on this machine.
-windows_packages="g++-mingw-w64-x86-64-posix wine wine64 googletest"
+# Programs for Windows: made on this machine, run on it, packed on it.
+windows_build_packages="g++-mingw-w64-x86-64-posix"
+windows_test_packages="wine wine64 googletest"
+installer_packages="dpkg-dev nsis cmark-gfm"
 
 fail() {
     echo "$(basename "$0"): $1" >&2

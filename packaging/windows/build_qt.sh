@@ -41,7 +41,7 @@ fetch_source() {
 # graphics tablets' interface.
 configure_qt() {
     off=
-    for feature in sql dbus vulkan network printsupport icu zstd pkg_config tabletevent concurrent xml \
+    for feature in sql dbus vulkan direct2d network printsupport icu zstd pkg_config tabletevent concurrent xml \
         testlib androiddeployqt macdeployqt qmake; do
         off="$off -DFEATURE_$feature=OFF"
     done
