@@ -1,0 +1,53 @@
+#!/bin/sh
+# Makes the Debian package of the working tree (its tracked files as they stand, committed or not) with
+# the distribution's own tools, has lintian look at it, and leaves it in build/package/. Called by
+# ./package debian, which installs what is needed.
+set -eu
+
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../.." && pwd)
+out=$root/build/package
+work=$out/debian
+
+fail() {
+    echo "package.sh: $1" >&2
+    exit 1
+}
+
+for tool in git dpkg-buildpackage dh lintian desktop-file-validate; do
+    command -v "$tool" >/dev/null || fail "$tool is missing; ./package debian installs it"
+done
+
+version=$(sed -n 's/^project(Korvanti VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")
+changed=$(dpkg-parsechangelog -l "$here/changelog" -S Version)
+[ -n "$version" ] || fail "CMakeLists.txt names no version"
+[ "$version" = "$changed" ] ||
+    fail "CMakeLists.txt has the version $version, packaging/debian/changelog $changed"
+
+# A copy, so that nothing of a build comes into the tree, nor an untracked file into the package.
+source=$work/korvanti-$version
+rm -rf "$work"
+mkdir -p "$source"
+# shellcheck disable=SC2016  # for the inner shell
+(cd "$root" && git ls-files -z |
+    xargs -0 sh -c 'for file; do [ ! -e "$file" ] || printf "%s\0" "$file"; done' sh |
+    tar -c --null -T - -f -) | tar -x -C "$source" -f -
+cp -r "$source/packaging/debian" "$source/debian"
+
+desktop-file-validate "$source/debian/korvanti.desktop"
+log=$work/build.log
+echo "Building the package (log: build/package/debian/build.log)" >&2
+(cd "$source" && dpkg-buildpackage -b --no-sign) >"$log" 2>&1 || {
+    tail -n 30 "$log" >&2
+    fail "the build failed"
+}
+
+package=$(find "$work" -maxdepth 1 -name 'korvanti_*.deb')
+[ -n "$package" ] || fail "the build left no package"
+echo "lintian:" >&2
+lintian --fail-on error,warning --tag-display-limit 0 "$work"/korvanti_*.changes >&2 ||
+    fail "lintian found faults"
+mv "$package" "$out/"
+package=$out/$(basename "$package")
+rm -rf "$source"
+echo "build/package/$(basename "$package") $(stat -c %s "$package") bytes"
