@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <map>
 
+#include "console/report_output.h"
 #include "console/trace_stages.h"
 
 namespace kv {
@@ -182,10 +183,10 @@ void TellUsage(std::string_view cause, Call call)
     for (const NameRow& row : names)
         text += row.Asked == call ? row.Name : "";
     text += " --help tells how it is called.\n";
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    WriteAtOnce(text, stderr);
 }
 
-CommandLine ReadCommandLine(int argc, const char* const* argv)
+CommandLine ReadCommandLine(std::vector<std::string> typed)
 {
     CommandLine line;
     Words words;
@@ -199,7 +200,8 @@ CommandLine ReadCommandLine(int argc, const char* const* argv)
     AddTrace(app, line);
     AddWatch(app, line);
     try {
-        app.parse(argc, argv);
+        std::reverse(typed.begin(), typed.end()); // taken from the back
+        app.parse(std::move(typed));
     } catch (const CLI::Success& shown) { // help or version
         line.ExitStatus = app.exit(shown);
         return line;

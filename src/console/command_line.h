@@ -28,7 +28,8 @@ struct CommandLine {
     std::vector<std::string> Switches; // of the unattended mode, as typed
 };
 
-CommandLine ReadCommandLine(int argc, const char* const* argv);
+// The words behind the program's name, in UTF-8.
+CommandLine ReadCommandLine(std::vector<std::string> typed);
 
 // Tells wrong usage on standard error, with the call whose help tells more.
 void TellUsage(std::string_view cause, Call call);

@@ -41,7 +41,7 @@ void TellFailure(const std::string& drawing, std::string_view outcome)
 {
     EraseProgress();
     const std::string text = "korvanti: " + drawing + ": " + std::string(outcome) + "\n";
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    WriteAtOnce(text, stderr);
 }
 
 int TellUnconverted(std::size_t count)
@@ -50,7 +50,7 @@ int TellUnconverted(std::size_t count)
         return ExitConverted;
     EraseProgress();
     const std::string text = "korvanti: stopped before " + std::to_string(count) + " more\n";
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    WriteAtOnce(text, stderr);
     return ExitSomeFailed;
 }
 

@@ -5,7 +5,10 @@
 #include "console/abort.h"
 #include "console/calls.h"
 #include "console/command_line.h"
+#include "console/report_output.h"
+#include "platform/command_words.h"
 #include "platform/paths.h"
+#include "platform/terminal.h"
 #include "platform/text.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
@@ -47,11 +50,13 @@ int MakeCall(const CommandLine& line)
 
 int main(int argc, char** argv)
 {
-    const CommandLine line = ReadCommandLine(argc, argv);
+    PrepareStreams();
+    const CommandLine line = ReadCommandLine(CommandWords(argc, argv));
     int status = line.Asked == Call::None ? line.ExitStatus : MakeCall(line);
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        std::fputs("korvanti: standard output cannot be written\n", stderr);
+        WriteAtOnce("korvanti: standard output cannot be written\n", stderr);
         status = status == ExitConverted ? ExitSomeFailed : status;
     }
+    RestoreStreams();
     return status;
 }

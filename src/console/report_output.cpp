@@ -89,8 +89,7 @@ void DrawMeters()
         line += ' ';
         line += WholeText(MeterValue(static_cast<Meter>(i)));
     }
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    std::fflush(stderr);
+    WriteAtOnce(line, stderr);
     ProgressShown = true;
 }
 
@@ -107,11 +106,7 @@ void OpenReport(bool rowsOnTerminal, bool progressOnTerminal)
 void WriteRowsAtOnce(std::FILE* stream)
 {
     RowStream = stream;
-    Report.ShowRow = [](const ReportRow& row) {
-        const std::string text = RowLine(row, Colours) + '\n';
-        std::fwrite(text.data(), 1, text.size(), RowStream);
-        std::fflush(RowStream);
-    };
+    Report.ShowRow = [](const ReportRow& row) { WriteAtOnce(RowLine(row, Colours) + '\n', RowStream); };
 }
 
 void BeginDrawing()
@@ -135,6 +130,11 @@ void WriteRows(std::FILE* stream)
         text += '\n';
     }
     EraseProgress();
+    WriteAtOnce(text, stream);
+}
+
+void WriteAtOnce(std::string_view text, std::FILE* stream)
+{
     std::fwrite(text.data(), 1, text.size(), stream);
     std::fflush(stream);
 }
@@ -174,8 +174,7 @@ void EraseProgress()
     if (!ProgressShown)
         return;
     ProgressShown = false;
-    std::fputs(WipeLine, stderr);
-    std::fflush(stderr);
+    WriteAtOnce(WipeLine, stderr);
 }
 
 } // namespace kv

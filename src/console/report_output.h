@@ -25,6 +25,8 @@ void BeginDrawing(); // starts the clock of the progress line
 std::vector<ReportRow> TakeRows();
 // Writes the rows since the last call, with what the drawing left in the buffer of the report.
 void WriteRows(std::FILE* stream);
+// Behind it nothing of the text waits in a buffer.
+void WriteAtOnce(std::string_view text, std::FILE* stream);
 
 std::string RowLine(const ReportRow& row, RowColours colours); // UTF-8, without a line end
 std::string ColourName(const ReportRow& row);                  // "black", "red", "green", "blue", "pink"

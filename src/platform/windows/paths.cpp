@@ -9,16 +9,23 @@
 
 namespace kv {
 
+namespace {
+
+// Some programs hand on a long path in the form that the system's calls take it, with this in front.
+std::wstring WithoutLongMark(const std::wstring& path)
+{
+    if (path.starts_with(L"\\\\?\\UNC\\"))
+        return L"\\" + path.substr(7);
+    return path.starts_with(L"\\\\?\\") ? path.substr(4) : path;
+}
+
+} // namespace
+
 std::string FromHostPath(std::string_view host)
 {
     if (host.empty())
         return {};
-    // The words of a command line reach main() in ANSI where the system is not set to UTF-8.
-    const int length = static_cast<int>(host.size());
-    const bool isUtf8 =
-        MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, host.data(), length, nullptr, 0) != 0;
-    const std::string ansi = isUtf8 ? AnsiFromUtf8(host) : std::string(host);
-    return AnsiFromWide(FullWidePath(WideFromAnsi(ansi)));
+    return AnsiFromWide(FullWidePath(WithoutLongMark(WideFromUtf8(host))));
 }
 
 std::string ToHostPath(std::string_view path)

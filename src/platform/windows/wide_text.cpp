@@ -25,13 +25,18 @@ std::wstring WideFromAnsi(std::string_view ansi)
     return WideFromUtf8(Utf8FromAnsi(ansi));
 }
 
-std::string AnsiFromWide(std::wstring_view wide)
+std::string Utf8FromWide(std::wstring_view wide)
 {
     const int length = static_cast<int>(wide.size());
     const int needed = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
     std::string utf8(static_cast<std::size_t>(needed), '\0');
     WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(), needed, nullptr, nullptr);
-    return AnsiFromUtf8(utf8);
+    return utf8;
+}
+
+std::string AnsiFromWide(std::wstring_view wide)
+{
+    return AnsiFromUtf8(Utf8FromWide(wide));
 }
 
 std::wstring FullWidePath(const std::wstring& path)

@@ -8,6 +8,7 @@ namespace kv {
 
 std::wstring WideFromUtf8(std::string_view utf8);
 std::wstring WideFromAnsi(std::string_view ansi);
+std::string Utf8FromWide(std::wstring_view wide);
 std::string AnsiFromWide(std::wstring_view wide);
 // With its drive and without "." and "..", however long; empty when the system knows no such path.
 std::wstring FullWidePath(const std::wstring& path);

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 
+#include "platform/command_words.h"
 #include "platform/files.h"
 #include "platform/instance.h"
 #include "platform/keys.h"
@@ -44,17 +45,17 @@ struct Call {
     bool Help = false, Version = false;
 };
 
-Call ReadCall(int argc, char** argv)
+Call ReadCall(const std::vector<std::string>& words)
 {
     Call call;
-    for (int i = 1; i < argc; ++i) {
-        const std::string word = argv[i];
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
         if (word == "--help")
             call.Help = true;
         else if (word == "--version")
             call.Version = true;
-        else if (word == "--home" && i + 1 < argc)
-            call.Home = argv[++i];
+        else if (word == "--home" && i + 1 < words.size())
+            call.Home = words[++i];
         else if (word == "--home")
             call.Fault = "--home needs a folder";
         else if (BeginsWith(word, "--home="))
@@ -65,6 +66,16 @@ Call ReadCall(int argc, char** argv)
             call.Words.push_back(word);
     }
     return call;
+}
+
+// What the toolkit has not taken for itself.
+std::vector<std::string> WordsLeft()
+{
+    std::vector<std::string> words;
+    const QStringList left = QCoreApplication::arguments();
+    for (qsizetype i = 1; i < left.size(); ++i)
+        words.push_back(left[i].toStdString());
+    return words;
 }
 
 int TellUsage(const std::string& fault)
@@ -149,7 +160,7 @@ int RunOnScreen()
 
 int RunWindow(int argc, char** argv)
 {
-    const Call asked = ReadCall(argc, argv);
+    const Call asked = ReadCall(CommandWords(argc, argv));
     if (asked.Help || asked.Version) {
         const std::string version = "KV90WIN " + std::string(ProductVersion) + "\n";
         std::fputs(asked.Help ? HelpText : version.c_str(), stdout);
@@ -157,7 +168,7 @@ int RunWindow(int argc, char** argv)
     }
     QApplication application(argc, argv);           // takes the words that are the toolkit's own
     QApplication::setQuitOnLastWindowClosed(false); // the window hides while a viewer runs
-    const Call call = ReadCall(argc, argv);
+    const Call call = ReadCall(WordsLeft());
     if (!call.Fault.empty())
         return TellUsage(call.Fault);
     const std::string folder = InstallationFolder(call.Home);

@@ -32,9 +32,22 @@ TEST_F(WindowsPaths, HostTextIsUtf8AndThePathAnsi)
     EXPECT_EQ(ToHostPath("C:\\?"), ""); // leads nowhere
 }
 
-TEST_F(WindowsPaths, WordsOfAnAnsiCommandLineAreTakenAsTheyAre)
+TEST_F(WindowsPaths, BytesThatAreNoUtf8NameNoFile)
 {
-    EXPECT_EQ(FromHostPath("C:\\T\xFCr.dxf"), "C:\\T\xFCr.dxf");
+    EXPECT_EQ(FromHostPath("C:\\T\xFCr.dxf"), "C:\\T?r.dxf");
+}
+
+TEST_F(WindowsPaths, LettersThatAnsiOnlyHasALikenessOfNameNoFile)
+{
+    EXPECT_EQ(FromHostPath("C:\\\xCE\xB1.dxf"), "C:\\?.dxf");     // a Greek alpha is no "a"
+    EXPECT_EQ(FromHostPath("C:\\\xEF\xBC\xA1.dxf"), "C:\\?.dxf"); // nor a wide "A"
+    EXPECT_EQ(FromHostPath("C:\\\xC4\x80.dxf"), "C:\\?.dxf");     // nor one with a macron
+}
+
+TEST_F(WindowsPaths, TheMarkOfALongPathIsTakenOff)
+{
+    EXPECT_EQ(FromHostPath("\\\\?\\C:\\dxf\\door.dxf"), "C:\\dxf\\door.dxf");
+    EXPECT_EQ(FromHostPath("\\\\?\\UNC\\server\\dxf\\door.dxf"), "\\\\server\\dxf\\door.dxf");
 }
 
 TEST_F(WindowsPaths, ALongPathIsNotCut)
