@@ -21,7 +21,7 @@ page() {
 
 # Options, switches, and the values that stand in braces, of a help on standard input.
 words_of_help() {
-    sed -n -e 's/^  \([-/][^ ]*\).*/\1/p' -e 's/^[^{]*{\([^}]*\)}.*/\1/p' -e 's/^Stages: //p' | tr ', ' '\n\n'
+    sed -n -e 'h; s/^[^{]*{\([^}]*\)}.*/\1/p; g; s/^  \([-/][^ ]*\).*/\1/p; s/^Stages: //p' | tr ', ' '\n\n'
 }
 
 # holds PAGE WHERE: each word on standard input stands in the page.
