@@ -3,17 +3,11 @@
 // exactly once, each PROC.LST is right, the window shows the last batch, and memory does not grow.
 #include "window_scene.h"
 
-#include <cstdlib>
 #include <map>
 #include <random>
 
-#include <malloc.h>
-
 #include "shell/report.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
+#include "support/long_run.h"
 
 namespace kv {
 namespace {
@@ -21,31 +15,10 @@ namespace {
 constexpr int Batches = 500;
 constexpr int MostJobs = 20;
 constexpr int KindsOfDrawing = 6;
-constexpr int FirstLook = 50, LastLook = 450;  // batches between which memory must not grow
-constexpr std::size_t HeapSlack = 64 * 1024;   // bytes; far below what one leak a job would add
-constexpr const char* MemoryDisk = "/dev/shm"; // a real disk would flush some 15,000 times
+constexpr int FirstLook = 50, LastLook = 450; // batches between which memory must not grow
+constexpr std::size_t HeapSlack = 64 * 1024;  // bytes; far below what one leak a job would add
 
-std::size_t HeapOfWindow()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    return __sanitizer_get_current_allocated_bytes();
-#else
-    return ::mallinfo2().uordblks;
-#endif
-}
-
-// Made before the scene's folder, which then lies there.
-struct SceneOnMemoryDisk {
-    SceneOnMemoryDisk()
-    {
-        if (std::filesystem::is_directory(MemoryDisk))
-            qputenv("TMPDIR", MemoryDisk);
-    }
-    ~SceneOnMemoryDisk() { qputenv("TMPDIR", Before); }
-    QByteArray Before = qgetenv("TMPDIR");
-};
-
-class WindowSoak : private SceneOnMemoryDisk, public WindowTest {
+class WindowSoak : private test::OnMemoryDisk, public WindowTest {
   protected:
     struct Batch {
         std::string List, Processed;
@@ -135,9 +108,9 @@ TEST_F(WindowSoak, FiveHundredBatchesLoseNoJobAndDoNoneTwice)
         ReportMessage(0, ""); // rows of the last batch, few or many
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // there is no loop above
         if (number == FirstLook)
-            heapBefore = HeapOfWindow();
+            heapBefore = test::HeapInUse();
         if (number == LastLook) {
-            EXPECT_LE(HeapOfWindow(), heapBefore + HeapSlack);
+            EXPECT_LE(test::HeapInUse(), heapBefore + HeapSlack);
         }
     }
     EXPECT_EQ(Done, Expected);

@@ -8,61 +8,16 @@
 #include <memory>
 #include <random>
 
-#include <malloc.h>
-
 #include "shell/unattended.h"
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KORVANTI_COUNTED_HEAP 1
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__)
-#define KORVANTI_COUNTED_HEAP 1
-#endif
-#if defined(KORVANTI_COUNTED_HEAP)
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
+#include "support/long_run.h"
 
 namespace kv {
 namespace {
 
 constexpr int Batches = 500;
 constexpr int MostJobs = 20;
-constexpr int FirstLook = 50, LastLook = 450;  // batches between which memory must not grow
-constexpr std::size_t HeapSlack = 64 * 1024;   // bytes; far below what one leak a job would add
-constexpr const char* MemoryDisk = "/dev/shm"; // a real disk would flush some 20,000 times
-
-std::size_t HeapInUse()
-{
-#if defined(KORVANTI_COUNTED_HEAP)
-    return __sanitizer_get_current_allocated_bytes();
-#else
-    return ::mallinfo2().uordblks;
-#endif
-}
-
-// The scene's folder lies on the memory disk, where there is one.
-struct OnMemoryDisk {
-    OnMemoryDisk()
-    {
-        const char* const before = std::getenv("TMPDIR");
-        Before = before != nullptr ? before : "";
-        if (::access(MemoryDisk, W_OK) == 0)
-            ::setenv("TMPDIR", MemoryDisk, 1);
-    }
-    ~OnMemoryDisk()
-    {
-        if (Before.empty())
-            ::unsetenv("TMPDIR");
-        else
-            ::setenv("TMPDIR", Before.c_str(), 1);
-    }
-    OnMemoryDisk(const OnMemoryDisk&) = delete;
-    OnMemoryDisk& operator=(const OnMemoryDisk&) = delete;
-
-    std::string Before;
-};
+constexpr int FirstLook = 50, LastLook = 450; // batches between which memory must not grow
+constexpr std::size_t HeapSlack = 64 * 1024;  // bytes; far below what one leak a job would add
 
 struct Batch {
     std::string Text;           // BATCH.LST
@@ -78,7 +33,7 @@ struct Batch {
     }
 };
 
-class Soak : private OnMemoryDisk, public Unattended {
+class Soak : private test::OnMemoryDisk, public Unattended {
   protected:
     void SetUp() override
     {
@@ -318,11 +273,11 @@ TEST_F(Soak, FiveHundredBatchesLoseAndRepeatNoJob)
             FAIL() << "batch " << number << " of kind " << kind;
         if (heapBefore == 0 && number >= FirstLook) {
             Sweep();
-            heapBefore = HeapInUse();
+            heapBefore = test::HeapInUse();
         }
         if (number >= LastLook) {
             Sweep();
-            EXPECT_LE(HeapInUse(), heapBefore + HeapSlack) << "batch " << number;
+            EXPECT_LE(test::HeapInUse(), heapBefore + HeapSlack) << "batch " << number;
         }
     }
     for (const int count : kinds)
