@@ -334,8 +334,8 @@ TEST_F(AutostartBatch, WithLimitZeroEachJobShowsItsGraphic)
     Config.GraphicAfterAuto = 1;
     RunBatch("A\r\nB\r\nC\r\nD\r\nE\r\n");
     ASSERT_EQ(Started.size(), 5U);
-    EXPECT_EQ(Started[0], "view " + (Here.Programs / "SRG/00/A").string());
-    EXPECT_EQ(Started[4], "view " + (Here.Programs / "SRG/00/E").string());
+    EXPECT_EQ(Started[0], "view " + (Here.Programs / "SRG/00/A").make_preferred().string());
+    EXPECT_EQ(Started[4], "view " + (Here.Programs / "SRG/00/E").make_preferred().string());
 }
 
 TEST_F(AutostartBatch, ItsCountStaysForATempDrawing)

@@ -2,6 +2,7 @@
 // program, and what happens when it ticks while jobs run.
 #include "shell/autostart.h"
 
+#include "platform/paths.h"
 #include "shell/unattended.h"
 #include "writers/program_writers.h"
 
@@ -565,7 +566,7 @@ TEST_F(GraphicAfterJob, TheEvolutionIsShownItsProgramFile)
     LastProgram = {};
     kv::Run.ControlType = 2;
     EXPECT_TRUE(Shown());
-    EXPECT_EQ(Started, (Names{"view /prg/DOOR.CNC"}));
+    EXPECT_EQ(Started, (Names{"view " + ShownPath("\\prg\\DOOR.CNC")}));
 }
 
 } // namespace kv

@@ -198,8 +198,8 @@ TEST_F(ConversionStart, GraphicIsShownAfterEachFileThatWentWell)
     ListFiles({"A.DXF", "B.DXF", "C.DXF"});
     Start();
     ASSERT_EQ(Started.size(), 2U);
-    EXPECT_EQ(Started[0], "view " + (Here.Programs / "SRG/00/A").string());
-    EXPECT_EQ(Started[1], "view " + (Here.Programs / "SRG/00/C").string());
+    EXPECT_EQ(Started[0], "view " + (Here.Programs / "SRG/00/A").make_preferred().string());
+    EXPECT_EQ(Started[1], "view " + (Here.Programs / "SRG/00/C").make_preferred().string());
     EXPECT_EQ(Forgotten.size(), 2U);
 }
 

@@ -261,8 +261,8 @@ TEST_F(FileListRefresh, AListThatIsEmptiedWhileItYieldsIsBuiltAnew)
 
 TEST_F(FileListRefresh, NamesBeyondAsciiAreListedInTheProgramsCode)
 {
-    PutDrawing("T\xC3\xBCr.dxf");
-    PutDrawing("\xD0\xB4.dxf"); // a letter that no path of the program can hold
+    std::ofstream(Source("dxf") / u8"T\u00FCr.dxf") << 'x';
+    std::ofstream(Source("dxf") / u8"\u0434.dxf") << 'x'; // a letter that no path of the program can hold
     RefreshFileList();
     EXPECT_EQ(Column(2), (Texts{"T\xFCr.dxf"}));
     EXPECT_EQ(Column(1), (Texts{"T\xDCR"}));
