@@ -10,23 +10,45 @@
 
 namespace kv {
 
-FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length)
+namespace {
+
+// From where the handle stands; less when the file was cut meanwhile.
+FileOutcome ReadAndClose(int handle, std::string& contents, std::uint64_t length)
 {
-    contents.clear();
-    int handle = -1;
-    std::uint64_t size = 0;
-    FileOutcome outcome = OpenForReading(path, handle, size);
-    if (!outcome.Ok())
-        return outcome;
-    contents.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size, length)));
+    FileOutcome outcome;
+    contents.resize(static_cast<std::size_t>(length));
     std::size_t filled = 0, got = 1;
     while (outcome.Ok() && got > 0 && filled < contents.size()) {
         outcome = ReadSome(handle, contents.data() + filled, contents.size() - filled, got);
         filled += got;
     }
     CloseReading(handle);
-    contents.resize(outcome.Ok() ? filled : 0); // fewer when the file was cut meanwhile
+    contents.resize(outcome.Ok() ? filled : 0);
     return outcome;
+}
+
+} // namespace
+
+FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size_t length)
+{
+    contents.clear();
+    int handle = -1;
+    std::uint64_t size = 0;
+    const FileOutcome outcome = OpenForReading(path, handle, size);
+    return outcome.Ok() ? ReadAndClose(handle, contents, std::min<std::uint64_t>(size, length)) : outcome;
+}
+
+FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length)
+{
+    contents.clear();
+    int handle = -1;
+    std::uint64_t size = 0;
+    const FileOutcome outcome = OpenForReading(path, handle, size);
+    if (!outcome.Ok())
+        return outcome;
+    const std::uint64_t wanted = std::min<std::uint64_t>(size, length);
+    SkipTo(handle, size - wanted);
+    return ReadAndClose(handle, contents, wanted);
 }
 
 FileOutcome ReadWholeFile(std::string_view path, std::string& contents, std::uint64_t limit)

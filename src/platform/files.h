@@ -40,6 +40,7 @@ FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size
 // Reading in pieces: a handle of 0 or more, the file's size in bytes; a folder is ErrorFileAccess.
 FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size);
 FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got); // got 0: end
+void SkipTo(int handle, std::uint64_t at);                                          // bytes from the start
 void CloseReading(int handle);
 // Replaces or makes a file, whole or not at all. Keeps the access rights of an old file.
 FileOutcome ReplaceFile(std::string_view path, std::string_view contents);

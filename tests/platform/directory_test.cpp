@@ -2,31 +2,15 @@
 #include "platform/directory.h"
 
 #include <ctime>
-#include <limits>
 
 #include "platform/events.h"
-#include "platform/scratch_folder.h"
+#include "platform/listing_folder.h"
 
 namespace kv {
 namespace {
 
-constexpr Long All = std::numeric_limits<Long>::max();
-
-class DirectoryListing : public ScratchFolder {
+class DirectoryListing : public ListingFolder {
   protected:
-    std::vector<DirectoryEntry> Read(const std::string& pattern, Long count = All) const
-    {
-        std::vector<DirectoryEntry> entries;
-        ReadFileX(PathOf("") + pattern, count, entries);
-        return entries;
-    }
-    std::vector<std::string> LongNames(const std::string& pattern, Long count = All) const
-    {
-        std::vector<std::string> names;
-        for (const DirectoryEntry& entry : Read(pattern, count))
-            names.push_back(entry.LongName);
-        return names;
-    }
     std::vector<std::string> ShortNames(const std::string& pattern) const
     {
         std::vector<std::string> names;
@@ -34,14 +18,6 @@ class DirectoryListing : public ScratchFolder {
             names.push_back(entry.ShortName);
         return names;
     }
-    Long Count(const std::string& pattern) const { return FCount(PathOf("") + pattern); }
-    void PutAll(const std::vector<std::string>& names) const
-    {
-        for (const std::string& name : names)
-            PutFile(name, "x");
-    }
-
-    using Texts = std::vector<std::string>;
 };
 
 TEST_F(DirectoryListing, APatternIsComparedWithoutCase)

@@ -1,4 +1,4 @@
-// Listings of a POSIX folder. Names on disk are UTF-8; a name that CP1252 does not hold, or that holds a
+// Walks a POSIX folder. Names on disk are UTF-8; a name that CP1252 does not hold, or that holds a
 // backslash, cannot be reached by a path of the program and is neither counted nor listed. A link is what
 // it leads to. The folder is read by its own handle, so that 50,000 files cost one small call each.
 #include "platform/directory.h"
@@ -10,8 +10,8 @@
 #include <sys/stat.h>
 
 #include "platform/directory_names.h"
-#include "platform/events.h"
 #include "platform/files.h"
+#include "platform/folder_walk.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -19,64 +19,24 @@ namespace kv {
 
 namespace {
 
-struct FolderWalk {
-    DIR* Open = nullptr;
-    std::string Pattern;           // of the names
-    std::string Name;              // of the file found last, CP1252
-    const char* Spelled = nullptr; // the same, as on disk
-};
-
-FolderWalk BeginWalk(std::string_view pattern)
+bool IsFile(DIR* folder, const dirent& found)
 {
-    FolderWalk walk;
-    const std::string folder = FolderOf(pattern);
-    const std::string host = folder.empty() ? "." : ToHostPath(folder);
-    if (!host.empty())
-        walk.Open = ::opendir(host.c_str());
-    walk.Pattern = FileNameOf(pattern);
-    return walk;
-}
-
-void EndWalk(FolderWalk& walk)
-{
-    if (walk.Open != nullptr)
-        ::closedir(walk.Open);
-    walk.Open = nullptr;
-}
-
-bool IsFile(const FolderWalk& walk, const dirent& entry)
-{
-    if (entry.d_type == DT_REG)
+    if (found.d_type == DT_REG)
         return true;
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
+    if (found.d_type != DT_LNK && found.d_type != DT_UNKNOWN)
         return false;
     struct stat status {};
-    return ::fstatat(::dirfd(walk.Open), entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
-}
-
-// False when there is no further file.
-bool NextFile(FolderWalk& walk)
-{
-    if (walk.Open == nullptr)
-        return false;
-    while (const dirent* const entry = ::readdir(walk.Open)) {
-        walk.Name = AnsiFromUtf8(entry->d_name);
-        walk.Spelled = entry->d_name;
-        if (CanBeNamed(walk.Name) && MatchesPattern(walk.Name, walk.Pattern) && IsFile(walk, *entry))
-            return true;
-    }
-    return false;
+    return ::fstatat(::dirfd(folder), found.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
 }
 
 // False when the file has gone since it was found.
-bool ReadEntry(const FolderWalk& walk, DirectoryEntry& entry)
+bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
 {
     struct stat status {};
-    if (::fstatat(::dirfd(walk.Open), walk.Spelled, &status, 0) != 0)
+    if (::fstatat(::dirfd(folder), found.d_name, &status, 0) != 0)
         return false;
     std::tm written{};
     ::localtime_r(&status.st_mtime, &written);
-    entry.LongName = walk.Name;
     entry.Year = written.tm_year + 1900;
     entry.Month = written.tm_mon + 1;
     entry.Day = written.tm_mday;
@@ -90,41 +50,24 @@ bool ReadEntry(const FolderWalk& walk, DirectoryEntry& entry)
 
 } // namespace
 
-Long FCount(std::string_view pattern)
+void WalkFolder(std::string_view pattern, Listed listed, const std::function<bool(DirectoryEntry&)>& take)
 {
-    FolderWalk walk = BeginWalk(pattern);
-    Long count = 0;
-    while (NextFile(walk)) {
-        if (++count % FilesPerYield == 0)
-            DoEvents();
-    }
-    EndWalk(walk);
-    return count;
-}
-
-void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries)
-{
-    entries.clear();
-    FolderWalk walk = BeginWalk(pattern);
-    while (NextFile(walk)) {
+    const std::string folder = FolderOf(pattern), names = FileNameOf(pattern);
+    const std::string host = folder.empty() ? "." : ToHostPath(folder);
+    DIR* const open = host.empty() ? nullptr : ::opendir(host.c_str());
+    if (open == nullptr)
+        return;
+    while (const dirent* const found = ::readdir(open)) {
         DirectoryEntry entry;
-        if (ReadEntry(walk, entry))
-            entries.push_back(std::move(entry));
-        if (entries.size() % FilesPerYield == 0)
-            DoEvents();
+        entry.LongName = AnsiFromUtf8(found->d_name);
+        if (!CanBeNamed(entry.LongName) || !MatchesPattern(entry.LongName, names) || !IsFile(open, *found))
+            continue;
+        if (listed == Listed::NameDateAndSize && !ReadDateAndSize(open, *found, entry))
+            continue;
+        if (!take(entry))
+            break;
     }
-    EndWalk(walk);
-    FinishListing(entries, count);
-}
-
-bool Exist(std::string_view pattern)
-{
-    if (!HasWildcard(FileNameOf(pattern)))
-        return FileExists(pattern);
-    FolderWalk walk = BeginWalk(pattern);
-    const bool found = NextFile(walk);
-    EndWalk(walk);
-    return found;
+    ::closedir(open);
 }
 
 bool GoodDrive(std::string_view path)

@@ -221,6 +221,15 @@ std::string WithoutSlash(std::string host)
     return host;
 }
 
+// 0 or the system's error.
+int MoveOver(const std::string& from, const std::string& to)
+{
+    if (::rename(from.c_str(), to.c_str()) != 0)
+        return errno;
+    Unflushed.insert(to);
+    return 0;
+}
+
 bool HeldByAnother(int file)
 {
     struct flock wanted {};
@@ -303,25 +312,9 @@ FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& go
     }
 }
 
-FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length)
+void SkipTo(int handle, std::uint64_t at)
 {
-    contents.clear();
-    int handle = -1;
-    std::uint64_t size = 0;
-    FileOutcome outcome = OpenForReading(path, handle, size);
-    if (!outcome.Ok())
-        return outcome;
-    if (size > length)
-        ::lseek(handle, static_cast<off_t>(size - length), SEEK_SET);
-    contents.resize(length);
-    std::size_t filled = 0, got = 0;
-    do {
-        outcome = ReadSome(handle, contents.data() + filled, length - filled, got);
-        filled += got;
-    } while (got != 0 && filled < length);
-    CloseReading(handle);
-    contents.resize(filled);
-    return outcome;
+    ::lseek(handle, static_cast<off_t>(at), SEEK_SET);
 }
 
 void CloseReading(int handle)
@@ -366,12 +359,11 @@ FileOutcome MoveStaged(StagedFile& staged)
 {
     if (staged.Aside.empty())
         return {};
-    if (::rename(staged.Aside.c_str(), staged.Place.c_str()) != 0) {
-        const FileOutcome outcome = OutcomeOf(errno, ErrorPathNotFound);
+    const int error = MoveOver(staged.Aside, staged.Place);
+    if (error != 0) {
         DropStaged(staged);
-        return outcome;
+        return OutcomeOf(error, ErrorPathNotFound);
     }
-    Unflushed.insert(staged.Place);
     if (WrittenFiles != nullptr)
         WrittenFiles->push_back(staged.Place);
     staged = {};
@@ -465,10 +457,8 @@ FileOutcome RenameFile(std::string_view path, std::string_view newPath)
     const std::string newHost = ToHostPath(newPath);
     if (host.empty() || newHost.empty())
         return LeadsNowhere(host.empty() ? path : newPath);
-    if (::rename(host.c_str(), newHost.c_str()) != 0)
-        return OutcomeOf(errno, NumberForMissing(host));
-    Unflushed.insert(newHost);
-    return {};
+    const int error = MoveOver(host, newHost);
+    return error == 0 ? FileOutcome{} : OutcomeOf(error, NumberForMissing(host));
 }
 
 } // namespace kv

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 
 #include <windows.h>
 // That header renames the function of ours.
@@ -72,23 +73,21 @@ FileOutcome OutcomeOf(DWORD error, int numberIfMissing)
     return outcome;
 }
 
-// How long a call is tried again that another program holds up: 10 ms at first, then twice as long each
-// time, two seconds in all. Events run meanwhile.
-struct Patience {
-    double Next = 0.01, Left = 2.0; // seconds
-
-    // False when the error is another one or the time is over.
-    bool WaitsAfter(DWORD error)
-    {
-        if (!IsHeld(error) || Left <= 0)
-            return false;
-        const double wait = std::min(Next, Left);
-        Left -= wait;
-        Next *= 2;
+// Calls again what another program holds up: 10 ms later at first, then twice as long each time, two
+// seconds in all. Events run meanwhile. ERROR_SUCCESS, or why not.
+DWORD Patiently(const std::function<DWORD()>& call)
+{
+    double next = 0.01, left = 2.0; // seconds
+    for (;;) {
+        const DWORD error = call();
+        if (!IsHeld(error) || left <= 0)
+            return error;
+        const double wait = std::min(next, left);
+        left -= wait;
+        next *= 2;
         PauseSeconds(wait);
-        return true;
     }
-};
+}
 
 std::wstring WideHostPath(std::string_view host)
 {
@@ -117,15 +116,13 @@ FileOutcome LeadsNowhere(std::string_view path)
     return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252"};
 }
 
-// Opens what stands there, when others let it.
-HANDLE OpenPatiently(const std::wstring& path, DWORD access, DWORD shared, DWORD flags)
+// Opens what stands there, when others let it. ERROR_SUCCESS, or why not.
+DWORD OpenPatiently(const std::wstring& path, DWORD access, DWORD shared, DWORD flags, HANDLE& file)
 {
-    Patience patience;
-    for (;;) {
-        const HANDLE file = CreateFileW(path.c_str(), access, shared, nullptr, OPEN_EXISTING, flags, nullptr);
-        if (file != INVALID_HANDLE_VALUE || !patience.WaitsAfter(GetLastError()))
-            return file;
-    }
+    return Patiently([&] {
+        file = CreateFileW(path.c_str(), access, shared, nullptr, OPEN_EXISTING, flags, nullptr);
+        return file != INVALID_HANDLE_VALUE ? ERROR_SUCCESS : GetLastError();
+    });
 }
 
 // A file that another program has open is refused to a move or a deletion in the same words as one whose
@@ -151,20 +148,22 @@ int NumberForMissing(std::string_view path)
     return folder.empty() || FolderExists(folder) ? ErrorFileNotFound : ErrorPathNotFound;
 }
 
-// ERROR_SUCCESS, or why not.
 DWORD MovePatiently(const std::wstring& from, const std::wstring& to)
 {
-    Patience patience;
-    DWORD error = ERROR_SUCCESS;
-    do {
+    return Patiently([&]() -> DWORD {
         if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
             return ERROR_SUCCESS;
         const DWORD refusal = GetLastError();
-        error = WhyRefused(to, refusal);
-        if (error == refusal)
-            error = WhyRefused(from, refusal);
-    } while (patience.WaitsAfter(error));
-    return error;
+        const DWORD error = WhyRefused(to, refusal);
+        return error == refusal ? WhyRefused(from, refusal) : error;
+    });
+}
+
+DWORD DeletePatiently(const std::wstring& path)
+{
+    return Patiently([&]() -> DWORD {
+        return DeleteFileW(path.c_str()) != 0 ? ERROR_SUCCESS : WhyRefused(path, GetLastError());
+    });
 }
 
 DWORD WriteAll(HANDLE file, std::string_view contents)
@@ -237,12 +236,11 @@ FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& si
     if (IsFolder(AttributesOf(host)))
         return {ErrorFileAccess, "is a folder"};
     // Not shared with one who writes: half a file is no drawing.
-    const HANDLE file =
-        OpenPatiently(host, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, FILE_FLAG_SEQUENTIAL_SCAN);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError(); // before another question changes it
+    HANDLE file = INVALID_HANDLE_VALUE;
+    const DWORD error = OpenPatiently(host, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                      FILE_FLAG_SEQUENTIAL_SCAN, file);
+    if (error != ERROR_SUCCESS)
         return OutcomeOf(error, NumberForMissing(path));
-    }
     LARGE_INTEGER length{};
     if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &length) == 0) {
         CloseHandle(file);
@@ -269,25 +267,9 @@ FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& go
     return {};
 }
 
-FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length)
+void SkipTo(int handle, std::uint64_t at)
 {
-    contents.clear();
-    int handle = -1;
-    std::uint64_t size = 0;
-    FileOutcome outcome = OpenForReading(path, handle, size);
-    if (!outcome.Ok())
-        return outcome;
-    if (size > length)
-        _lseeki64(handle, static_cast<std::int64_t>(size - length), SEEK_SET);
-    contents.resize(length);
-    std::size_t filled = 0, got = 0;
-    do {
-        outcome = ReadSome(handle, contents.data() + filled, length - filled, got);
-        filled += got;
-    } while (got != 0 && filled < length);
-    CloseReading(handle);
-    contents.resize(filled);
-    return outcome;
+    _lseeki64(handle, static_cast<std::int64_t>(at), SEEK_SET);
 }
 
 void CloseReading(int handle)
@@ -347,7 +329,7 @@ FileOutcome FlushFiles()
 void DropStaged(StagedFile& staged)
 {
     if (!staged.Aside.empty())
-        DeleteFileW(WideHostPath(staged.Aside).c_str());
+        DeletePatiently(WideHostPath(staged.Aside));
     staged = {};
 }
 
@@ -362,11 +344,10 @@ FileOutcome CheckWritable(std::string_view path)
     if (Stands(attributes) && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         return OutcomeOf(ERROR_ACCESS_DENIED, ErrorPathNotFound);
     // Shared with nobody: whoever has the file open makes this fail.
-    const HANDLE file = OpenPatiently(host, GENERIC_WRITE, 0, 0);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError(); // before another question changes it
+    HANDLE file = INVALID_HANDLE_VALUE;
+    const DWORD error = OpenPatiently(host, GENERIC_WRITE, 0, 0, file);
+    if (error != ERROR_SUCCESS)
         return OutcomeOf(error, NumberForMissing(path));
-    }
     CloseHandle(file);
     return {};
 }
@@ -399,14 +380,10 @@ FileOutcome MakeFolders(std::string_view path)
 FileOutcome DeleteFile(std::string_view path)
 {
     const std::wstring host = WidePath(path);
-    Patience patience;
-    DWORD error = ERROR_SUCCESS;
-    do {
-        if (host.empty() || DeleteFileW(host.c_str()) != 0)
-            return {};
-        error = WhyRefused(host, GetLastError());
-    } while (patience.WaitsAfter(error));
-    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
+    if (host.empty())
+        return {};
+    const DWORD error = DeletePatiently(host);
+    if (error == ERROR_SUCCESS || error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
         return {};
     return OutcomeOf(error, ErrorFileNotFound);
 }

@@ -2,39 +2,14 @@
 // folders.
 #include "platform/directory.h"
 
-#include <limits>
-
 #include <sys/stat.h>
 
-#include "platform/scratch_folder.h"
+#include "platform/listing_folder.h"
 
 namespace kv {
 namespace {
 
-class PosixListing : public ScratchFolder {
-  protected:
-    std::vector<DirectoryEntry> Read(const std::string& pattern) const
-    {
-        std::vector<DirectoryEntry> entries;
-        ReadFileX(PathOf("") + pattern, std::numeric_limits<Long>::max(), entries);
-        return entries;
-    }
-    std::vector<std::string> LongNames(const std::string& pattern) const
-    {
-        std::vector<std::string> names;
-        for (const DirectoryEntry& entry : Read(pattern))
-            names.push_back(entry.LongName);
-        return names;
-    }
-    Long Count(const std::string& pattern) const { return FCount(PathOf("") + pattern); }
-    void PutAll(const std::vector<std::string>& names) const
-    {
-        for (const std::string& name : names)
-            PutFile(name, "x");
-    }
-
-    using Texts = std::vector<std::string>;
-};
+class PosixListing : public ListingFolder {};
 
 TEST_F(PosixListing, ALinkIsWhatItLeadsTo)
 {
