@@ -37,15 +37,15 @@ cp -r "$source/packaging/debian" "$source/debian"
 desktop-file-validate "$source/debian/korvanti.desktop"
 log=$work/build.log
 echo "Building the package (log: build/package/debian/build.log)" >&2
-(cd "$source" && dpkg-buildpackage -b --no-sign) >"$log" 2>&1 || {
-    tail -n 30 "$log" >&2
+(cd "$source" && DEB_BUILD_OPTIONS="terse ${DEB_BUILD_OPTIONS-}" dpkg-buildpackage -b --no-sign) >"$log" 2>&1 || {
+    tail -n 30 "$log" | cut -c 1-300 >&2
     fail "the build failed"
 }
 
 package=$(find "$work" -maxdepth 1 -name 'korvanti_*.deb')
 [ -n "$package" ] || fail "the build left no package"
 echo "lintian:" >&2
-lintian --fail-on error,warning --tag-display-limit 0 "$work"/korvanti_*.changes >&2 ||
+lintian --allow-root --fail-on error,warning "$work"/korvanti_*.changes >&2 ||
     fail "lintian found faults"
 mv "$package" "$out/"
 package=$out/$(basename "$package")
