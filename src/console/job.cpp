@@ -8,6 +8,7 @@
 #include "conversion/run.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "shell/settings.h"
 
 namespace kv {
@@ -15,6 +16,7 @@ namespace kv {
 namespace {
 
 constexpr char NameSeparator = '\xFF';
+constexpr const char* NotNameable = "; its name holds a letter that Windows-1252 does not have\n";
 
 } // namespace
 
@@ -40,8 +42,10 @@ std::string RunJob(const std::string& drawing, std::string_view outputName, int 
 void TellFailure(const std::string& drawing, std::string_view outcome)
 {
     EraseProgress();
-    const std::string text = "korvanti: " + drawing + ": " + std::string(outcome) + "\n";
-    WriteAtOnce(text, stderr);
+    // The report can show such a name only with "?" in place of the letter.
+    const bool nameable = Utf8FromAnsi(AnsiFromUtf8(drawing)) == drawing;
+    WriteAtOnce("korvanti: " + drawing + ": " + std::string(outcome) + (nameable ? "\n" : NotNameable),
+                stderr);
 }
 
 int TellUnconverted(std::size_t count)

@@ -40,10 +40,21 @@ void ShowColours(StandardStream stream, ConsoleMode& mode)
     SetConsoleMode(handle, mode.Before | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
-// Asked when nobody else takes the interruption: the system ends the program behind it.
+void RestoreWindow()
+{
+    for (const ConsoleMode& mode : Modes) {
+        if (mode.Console != nullptr)
+            SetConsoleMode(mode.Console, mode.Before);
+    }
+    if (CodePageBefore != 0)
+        SetConsoleOutputCP(CodePageBefore);
+}
+
+// Asked when nobody else takes the interruption: the system ends the program behind it. The streams stay
+// as they are, since the program may just wait for one.
 BOOL WINAPI OnInterruption(DWORD)
 {
-    RestoreStreams();
+    RestoreWindow();
     return FALSE;
 }
 
@@ -67,12 +78,7 @@ void RestoreStreams()
 {
     std::fflush(stdout);
     std::fflush(stderr);
-    for (const ConsoleMode& mode : Modes) {
-        if (mode.Console != nullptr)
-            SetConsoleMode(mode.Console, mode.Before);
-    }
-    if (CodePageBefore != 0)
-        SetConsoleOutputCP(CodePageBefore);
+    RestoreWindow();
 }
 
 bool IsTerminal(StandardStream stream)
