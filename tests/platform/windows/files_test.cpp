@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <thread>
 
 #include <windows.h>
@@ -12,6 +13,7 @@
 #undef ReplaceFile
 
 #include "platform/directory.h"
+#include "platform/events.h"
 #include "platform/run_error.h"
 #include "platform/scratch_folder.h"
 
@@ -126,6 +128,37 @@ TEST_F(WindowsFiles, OneThatIsHeldForEverIsNeitherReadDeletedNorRenamed)
         EXPECT_EQ(outcome.Number, ErrorPermission);
         EXPECT_EQ(outcome.Cause, InUse);
     }
+    EXPECT_EQ(Names(), std::vector<std::string>{"program"});
+}
+
+int PumpsOfWait = 0;
+
+TEST_F(WindowsFiles, EventsRunWhileOneIsWaitedFor)
+{
+    Held held(Program(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    held.CloseAfter(500ms);
+    Events.Pump = [] { ++PumpsOfWait; };
+    EXPECT_TRUE(ReplaceFile(PathOf("program"), "new").Ok());
+    Events.Pump = nullptr;
+    EXPECT_GE(PumpsOfWait, 20); // a window answers at least each 25 ms
+}
+
+TEST_F(WindowsFiles, ACopyThatAScannerHoldsIsMovedOrTakenAwayAfterwards)
+{
+    const auto hold = [&](const StagedFile& staged) {
+        auto held = std::make_unique<Held>(staged.Aside, GENERIC_READ, FILE_SHARE_READ);
+        held->CloseAfter(300ms);
+        return held;
+    };
+    StagedFile staged;
+    ASSERT_TRUE(StageFile(PathOf("program"), "new", staged).Ok());
+    auto held = hold(staged);
+    EXPECT_TRUE(MoveStaged(staged).Ok());
+    EXPECT_EQ(FileText("program"), "new");
+    ASSERT_TRUE(StageFile(PathOf("program"), "newer", staged).Ok());
+    held = hold(staged);
+    DropStaged(staged);
+    EXPECT_EQ(FileText("program"), "new");
     EXPECT_EQ(Names(), std::vector<std::string>{"program"});
 }
 

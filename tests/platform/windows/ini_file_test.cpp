@@ -69,5 +69,15 @@ TEST_F(SystemProfile, AFileThatAnotherProgramHoldsForEverIsNotWritten)
     EXPECT_EQ(Names(), std::vector<std::string>{"TPA.INI"});
 }
 
+TEST_F(SystemProfile, AReadOnlyFileIsNotWritten)
+{
+    PutFile("TPA.INI", "[A]\r\nk=1\r\n");
+    SetFileAttributesW((Folder / "TPA.INI").c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_FALSE(WriteProfileString("A", "k", "2", PathOf("TPA.INI")));
+    EXPECT_EQ(ReadProfileString("A", "k", "", 80, PathOf("TPA.INI")), "1");
+    SetFileAttributesW((Folder / "TPA.INI").c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(Names(), std::vector<std::string>{"TPA.INI"});
+}
+
 } // namespace
 } // namespace kv

@@ -6,7 +6,11 @@
 
 #include <windows.h>
 
+#include <sddl.h>
+
 #include <gtest/gtest.h>
+
+#include "shell/start_up.h"
 
 namespace kv {
 namespace {
@@ -21,6 +25,23 @@ class RegistryStore : public testing::Test {
                std::wstring(Application.begin(), Application.end());
     }
     void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, KeyOf().c_str()); }
+
+    // Of everybody, to a key that stands.
+    static constexpr const wchar_t* NobodyMay = L"D:P(D;;KA;;;WD)";
+    static constexpr const wchar_t* AllMayRead = L"D:P(A;;KR;;;WD)";
+    static constexpr const wchar_t* AllMay = L"D:P(A;;KA;;;WD)";
+    static void SetRights(const std::wstring& path, const wchar_t* rights)
+    {
+        HKEY key = nullptr; // the owner may always change them
+        ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, WRITE_DAC, &key), ERROR_SUCCESS);
+        PSECURITY_DESCRIPTOR described = nullptr;
+        ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, &described,
+                                                                       nullptr),
+                  0);
+        EXPECT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, described), ERROR_SUCCESS);
+        LocalFree(described);
+        RegCloseKey(key);
+    }
 };
 
 TEST_F(RegistryStore, ValuesComeBackByApplicationSectionAndKey)
@@ -58,22 +79,41 @@ TEST_F(RegistryStore, AValueThatIsNoTextIsMissing)
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "500");
 }
 
-// The person's part of the registry is one that refuses every call.
 TEST_F(RegistryStore, WithoutRightsNothingIsSavedAndTheMissingTextIsRead)
 {
-    HKEY gone = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, KeyOf().c_str(), 0, nullptr, REG_OPTION_VOLATILE,
-                              KEY_ALL_ACCESS, nullptr, &gone, nullptr),
-              ERROR_SUCCESS);
-    ASSERT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, KeyOf().c_str()), ERROR_SUCCESS);
-    ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, gone), ERROR_SUCCESS);
-    const bool saved = SaveUserSetting(Application, "KVFrmMain", "Top", "120");
-    const std::string read = GetUserSetting(Application, "KVFrmMain", "Top", "500");
-    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-    RegCloseKey(gone);
-    EXPECT_FALSE(saved);
-    EXPECT_EQ(read, "500");
+    ASSERT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120"));
+    SetRights(KeyOf() + L"\\KVFrmMain", NobodyMay);
+    EXPECT_FALSE(SaveUserSetting(Application, "KVFrmMain", "Top", "240"));
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "500");
+    SetRights(KeyOf() + L"\\KVFrmMain", AllMay);
+    EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "120");
+}
+
+TEST_F(RegistryStore, WithTheRightToReadAloneTheOldValueStays)
+{
+    ASSERT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120"));
+    SetRights(KeyOf() + L"\\KVFrmMain", AllMayRead);
+    EXPECT_FALSE(SaveUserSetting(Application, "KVFrmMain", "Top", "240"));
+    EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "120");
+    SetRights(KeyOf() + L"\\KVFrmMain", AllMay);
+}
+
+// The whole of the person's part refuses: no message comes, the window stands where none was kept.
+TEST_F(RegistryStore, AWindowWithoutRightsOpensAndClosesInItsDesignedPlace)
+{
+    HKEY closed = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, KeyOf().c_str(), 0, nullptr, REG_OPTION_VOLATILE,
+                              KEY_ALL_ACCESS, nullptr, &closed, nullptr),
+              ERROR_SUCCESS);
+    RegCloseKey(closed);
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, KeyOf().c_str(), 0, KEY_QUERY_VALUE, &closed), ERROR_SUCCESS);
+    ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, closed), ERROR_SUCCESS);
+    SaveWindowPosition("KVFrmMain", {120, 240});
+    const WindowPosition position = LoadWindowPosition("KVFrmMain", true);
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    RegCloseKey(closed);
+    EXPECT_EQ(position.Top, 500); // twips
+    EXPECT_EQ(position.Left, 500);
 }
 
 } // namespace
