@@ -113,6 +113,12 @@ written DOOR LONG BOARD
 rm prog/SRG/T/ÜRE
 no_program # an alpha is no A
 
+# The shell leaves patterns to the program; one that no file answers is a name that no file has.
+convert 1 'dxf\*O*R*.DXF' 'dxf/none*.dxf'
+told "$here\\dxf\\none*.dxf  NOT FOUND" 'korvanti: dxf/none*.dxf: failed'
+[ "$(grep -c 'CONVERSION COMPLETED' said)" = 2 ] || fail "a pattern counts other files: $(cat said)"
+written DOOR BOARD
+
 # Program folders that are not there.
 convert 1 dxf/DOOR.dxf --set 'DestinationPath90=Q:\prog'
 told 'CNC90/Winner90 Index File Q:\prog\INDICE.PRG Not Found' 'Q:\prog\: the program folder does not exist'
