@@ -10,6 +10,7 @@ test_packages="libgtest-dev"
 windows_build_packages="g++-mingw-w64-x86-64-posix"
 windows_test_packages="wine wine64 googletest"
 installer_packages="dpkg-dev nsis cmark-gfm"
+windows_trial_packages="wine wine64 fonts-wine xvfb xdotool imagemagick"
 debian_packages="build-essential debhelper desktop-file-utils librsvg2-bin lintian"
 
 fail() {
