@@ -32,8 +32,8 @@ struct FileListState {
     int SortOrder = 1;    // 1 ascending, 2 descending
     ShownNames Shown = ShownNames::None;
     std::array<double, FileColumns> Widths{8, 20, 16, 9, 12, 10}; // characters, element c - 1
-    int Current = -1;                                            // row with the list index, -1 none
-    bool DeleteAsked = false;                                    // by the popup's "Delete"
+    int Current = -1;                                             // row with the list index, -1 none
+    bool DeleteAsked = false;                                     // by the popup's "Delete"
 };
 extern FileListState FileList;
 
