@@ -44,9 +44,9 @@ echo "Building the package (log: build/package/debian/build.log)" >&2
 
 package=$(find "$work" -maxdepth 1 -name 'korvanti_*.deb')
 [ -n "$package" ] || fail "the build left no package"
-echo "lintian:" >&2
 lintian --allow-root --fail-on error,warning "$work"/korvanti_*.changes >&2 ||
     fail "lintian found faults"
+echo "lintian: no errors, no warnings" >&2
 mv "$package" "$out/"
 package=$out/$(basename "$package")
 rm -rf "$source"
