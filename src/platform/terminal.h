@@ -10,6 +10,10 @@ enum class StandardStream { Output, Error };
 void PrepareStreams();
 void RestoreStreams();
 
+// For a program that is made without a console: takes that of the program that called it. False when the
+// stream leads nowhere even so.
+bool ReachesCaller(StandardStream stream);
+
 // A window that people watch and that obeys the signs for colours.
 bool IsTerminal(StandardStream stream);
 

@@ -10,11 +10,13 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/run_error.h"
 #include "platform/text.h"
 #include "platform/user_store.h"
 #include "shell/banner.h"
 #include "shell/batch_safety.h"
 #include "shell/file_list.h"
+#include "shell/report.h"
 #include "shell/settings.h"
 #include "shell/setup_rules.h"
 #include "shell/shell_state.h"
@@ -42,6 +44,26 @@ void TellUnfinishedBatches()
         told.push_back(folder);
         TellUnfinishedBatch(folder);
     }
+}
+
+// A file that is there must take words, and its folder the copy that replaces it.
+FileOutcome CheckSettingsFile()
+{
+    FileOutcome outcome = CheckWritable(IniPath);
+    if (!outcome.Ok() && outcome.Number != ErrorFileNotFound)
+        return outcome;
+    StagedFile staged;
+    outcome = StageFile(IniPath, {}, staged);
+    DropStaged(staged);
+    return outcome;
+}
+
+// A write that fails is told nowhere, so it is said before anybody sets anything.
+void TellUnkeptSettings()
+{
+    const FileOutcome outcome = CheckSettingsFile();
+    if (!outcome.Ok())
+        ReportMessage(3, MarkRed + ("No setting is kept: " + ShownPath(IniPath) + ": " + outcome.Cause));
 }
 
 // What no window can have as its place is no place.
@@ -94,6 +116,8 @@ void StartShell()
     LoadToolSubstitutions();
     ShowBanner();
     TellUnfinishedBatches();
+    if (Shell.CommandLine.empty()) // else they are not stored
+        TellUnkeptSettings();
     Shell.Timer1 = true;
     ClearGraphicForEvolution(); // asks for the system itself
     SetHbdAvailable(true);      // the grid of KVHBD.cfg is read by those who use it

@@ -207,6 +207,36 @@ TEST_F(StartUp, AnUnfinishedBatchThatCannotBeSetAsideIsToldOnceForAFolderOfTwoSy
     EXPECT_EQ(Get("DXF/BATCH.RUN"), "A.DXF\r\n");
 }
 
+TEST_F(StartUp, SettingsThatCannotBeKeptAreToldOnce)
+{
+    MakeFolder("KV90/KV90.INI"); // in the way
+    StartShell();
+    ASSERT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows + 1));
+    EXPECT_TRUE(BannerLine(BannerRows).starts_with("No setting is kept: "));
+    EXPECT_TRUE(BannerLine(BannerRows).ends_with("KV90.INI: is a folder"));
+}
+
+TEST_F(StartUp, ADrawingOfTheCommandLineStoresNothingAndIsNotHeldUp)
+{
+    MakeFolder("KV90/KV90.INI");
+    Shell.CommandLine = "C:\\DXF\\DOOR.DXF";
+    StartShell();
+    EXPECT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows));
+}
+
+TEST_F(StartUp, LookingWhetherSettingsAreKeptLeavesNothingBehind)
+{
+    const auto entries = [this] {
+        return std::distance(std::filesystem::directory_iterator(Folder / "c" / "KV90"),
+                             std::filesystem::directory_iterator());
+    };
+    const auto before = entries();
+    StartShell();
+    EXPECT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows));
+    EXPECT_EQ(entries(), before);
+    EXPECT_FALSE(Stands("KV90/KV90.INI"));
+}
+
 TEST_F(StartUp, ABlankSourceFolderIsNotTheCurrentOne)
 {
     const std::filesystem::path before = std::filesystem::current_path();

@@ -74,6 +74,16 @@ void PrepareStreams()
     SetConsoleCtrlHandler(OnInterruption, TRUE);
 }
 
+bool ReachesCaller(StandardStream stream)
+{
+    const HANDLE handle = HandleOf(stream);
+    if (handle != nullptr && handle != INVALID_HANDLE_VALUE)
+        return true; // a pipe or a file of the caller
+    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0 && GetLastError() != ERROR_ACCESS_DENIED)
+        return false; // denied: it has been taken before
+    return std::freopen("CONOUT$", "w", stream == StandardStream::Output ? stdout : stderr) != nullptr;
+}
+
 void RestoreStreams()
 {
     std::fflush(stdout);

@@ -1,11 +1,14 @@
 // The life of the window program: the words it was called with, the installation, one instance, the
 // start-up in its order, and the end. What a shell asks for in words is answered without a screen.
+#include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <QApplication>
+#include <QMessageBox>
 
 #include "platform/command_words.h"
 #include "platform/files.h"
@@ -13,6 +16,7 @@
 #include "platform/keys.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/terminal.h"
 #include "platform/text.h"
 #include "shell/forms/dialogs.h"
 #include "shell/forms/main_window.h"
@@ -24,6 +28,7 @@ namespace kv {
 
 namespace {
 
+constexpr std::chrono::seconds NobodyThere{60};
 constexpr int ExitDone = 0, ExitSomeFailed = 1, ExitUsage = 2;
 
 constexpr char HelpText[] =
@@ -78,17 +83,41 @@ std::vector<std::string> WordsLeft()
     return words;
 }
 
+// To the caller's stream. A desktop has none: there a box says it, for a minute, as nobody may sit there.
+void Tell(const std::string& text, StandardStream stream)
+{
+    if (ReachesCaller(stream)) {
+        PrepareStreams();
+        std::fputs(text.c_str(), stream == StandardStream::Output ? stdout : stderr);
+        RestoreStreams();
+        return;
+    }
+    QMessageBox box(QMessageBox::NoIcon, Shown(ProductName), QString::fromStdString(text));
+    QTimer::singleShot(NobodyThere, &box, &QDialog::accept);
+    box.exec();
+}
+
 int TellUsage(const std::string& fault)
 {
-    std::fputs(("KV90WIN: " + fault + "\nTry KV90WIN --help\n").c_str(), stderr);
+    Tell("KV90WIN: " + fault + "\nTry KV90WIN --help\n", StandardStream::Error);
     return ExitUsage;
+}
+
+// Without a screen, unless the answer can be given on one alone.
+int TellAboutItself(const Call& asked, int& argc, char** argv)
+{
+    const std::string version = "KV90WIN " + std::string(ProductVersion) + "\n";
+    std::optional<QApplication> application;
+    if (!ReachesCaller(StandardStream::Output))
+        application.emplace(argc, argv);
+    Tell(asked.Help ? HelpText : version, StandardStream::Output);
+    return ExitDone;
 }
 
 // A design program that calls this one would take a drawing for converted.
 int TellNotRun(const std::string& word)
 {
-    std::fputs(("KV90WIN: " + word + " was not run: a window of this installation is open\n").c_str(),
-               stderr);
+    Tell("KV90WIN: " + word + " was not run: a window of this installation is open\n", StandardStream::Error);
     return ExitSomeFailed;
 }
 
@@ -161,11 +190,8 @@ int RunOnScreen()
 int RunWindow(int argc, char** argv)
 {
     const Call asked = ReadCall(CommandWords(argc, argv));
-    if (asked.Help || asked.Version) {
-        const std::string version = "KV90WIN " + std::string(ProductVersion) + "\n";
-        std::fputs(asked.Help ? HelpText : version.c_str(), stdout);
-        return ExitDone;
-    }
+    if (asked.Help || asked.Version)
+        return TellAboutItself(asked, argc, argv);
     QApplication application(argc, argv);           // takes the words that are the toolkit's own
     QApplication::setQuitOnLastWindowClosed(false); // the window hides while a viewer runs
     const Call call = ReadCall(WordsLeft());
