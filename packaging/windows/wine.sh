@@ -2,6 +2,8 @@
 # screen and without what it would fetch for web pages and managed programs.
 
 export WINEPREFIX="$prefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+# The words of a call reach Windows programs through this system's idea of letters.
+export LC_ALL=C.UTF-8
 unset DISPLAY WAYLAND_DISPLAY
 
 make_prefix() {
