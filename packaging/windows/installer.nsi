@@ -1,5 +1,5 @@
-; The installer. packaging/windows/package.sh gives VERSION, NUMBERS (1.2.3.0), SIZE (KB), STAGE (the folder of the
-; files), FILES (the lists of Guide and Example) and OUTPUT.
+; The installer. packaging/windows/package.sh gives VERSION, NUMBERS (1.2.3.0), SIZE (KB), STAGE (the folder
+; of the files), FILES (the lists of the folders) and OUTPUT.
 ;
 ; Without a word:  Korvanti-Setup.exe /S [/ASSOC] [/D=C:\folder]     Uninstall.exe /S
 ; Exit status: 0 done, 1 stopped by the person, 2 not possible, 3 the program is running.

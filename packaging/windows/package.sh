@@ -20,15 +20,23 @@ cp "$root/packaging/icon/korvanti.ico" "$stage"
 sed 's/$/\r/' "$root/examples/install/KV90.INI" >"$stage/KV90.INI"
 cp -r "$root/examples/install" "$root/examples/drawings" "$stage/Example"
 "$here/html_guide.sh" "$stage/Guide"
+# The programs hold parts of these packages; their licences go with them.
+mkdir "$stage/Licences"
+for package in qt6-base-dev libcli11-dev nlohmann-json3-dev mingw-w64-x86-64-dev g++-mingw-w64-x86-64-posix; do
+    sed 's/$/\r/' "/usr/share/doc/$package/copyright" >"$stage/Licences/$package.txt"
+done
+for licence in LGPL-3 GPL-3; do
+    sed 's/$/\r/' "/usr/share/common-licenses/$licence" >"$stage/Licences/$licence.txt"
+done
 
-# The lists of the two folders, for the installer and the uninstaller: every file by its name. An example
+# The lists of the folders, for the installer and the uninstaller: every file by its name. An example
 # that a person has changed is left as it is by a newer installer.
 lists=$folder/lists.nsh
 # line WORD FILE: one line of a list, with the file's path as Windows writes it.
 line() { printf '%s "$INSTDIR\\%s"\n' "$1" "$(printf '%s' "$2" | tr / '\\')"; }
 {
     echo "!macro InstallLists"
-    for directory in $(cd "$stage" && find Guide Example -type d | sort); do
+    for directory in $(cd "$stage" && find Guide Example Licences -type d | sort); do
         case $directory in
         Example/install) echo "SetOverwrite off" ;;
         *) echo "SetOverwrite on" ;;
@@ -41,10 +49,10 @@ line() { printf '%s "$INSTDIR\\%s"\n' "$1" "$(printf '%s' "$2" | tr / '\\')"; }
     echo "SetOverwrite on"
     echo "!macroend"
     echo "!macro RemoveLists"
-    (cd "$stage" && find Guide Example -type f | sort) | while read -r file; do
+    (cd "$stage" && find Guide Example Licences -type f | sort) | while read -r file; do
         line Delete "$file"
     done
-    for directory in $(cd "$stage" && find Guide Example -type d | sort -r); do
+    for directory in $(cd "$stage" && find Guide Example Licences -type d | sort -r); do
         line RMDir "$directory"
     done
     echo "!macroend"
