@@ -1,10 +1,11 @@
 // File access on Windows. A durable file is written under another name in its folder, flushed and
-// moved over its place with write-through; its attributes are taken over from the old file. A scanner or
-// a sync tool may hold a file for a moment: what is refused for that is tried again, up to two seconds.
+// moved over its place with write-through; attributes and rights are taken over from the old file. A scanner
+// or a sync tool may hold a file for a moment: what is refused for that is tried again, up to two seconds.
 // Numbers follow the system's error, the cause is the system's wording.
 #include "platform/files.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
@@ -179,6 +180,34 @@ DWORD WriteAll(HANDLE file, std::string_view contents)
     return FlushFileBuffers(file) != 0 ? ERROR_SUCCESS : GetLastError();
 }
 
+// Whether anybody gave rights to the file itself; those of its folder come to a new file anyway.
+bool HasOwnRights(PSECURITY_DESCRIPTOR rights)
+{
+    BOOL present = FALSE, byDefault = FALSE;
+    PACL list = nullptr;
+    if (GetSecurityDescriptorDacl(rights, &present, &list, &byDefault) == 0 || present == FALSE ||
+        list == nullptr)
+        return false;
+    for (DWORD i = 0; i < list->AceCount; ++i) {
+        void* entry = nullptr;
+        if (GetAce(list, i, &entry) != 0 && (static_cast<ACE_HEADER*>(entry)->AceFlags & INHERITED_ACE) == 0)
+            return true;
+    }
+    return false;
+}
+
+// Without the right to do so the copy keeps those of the folder.
+void TakeOverRights(const std::wstring& from, const std::wstring& to)
+{
+    DWORD length = 0;
+    GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &length);
+    std::vector<std::byte> rights(length);
+    if (length != 0 &&
+        GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, rights.data(), length, &length) != 0 &&
+        HasOwnRights(rights.data()))
+        SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+}
+
 HANDLE MakeAside(const std::string& folder, std::string& name)
 {
     static unsigned counter = 0;
@@ -300,8 +329,10 @@ FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFi
         DropStaged(staged);
         return OutcomeOf(error, ErrorPathNotFound);
     }
-    if (Stands(old))
+    if (Stands(old)) {
         SetFileAttributesW(WidePath(aside).c_str(), old);
+        TakeOverRights(place, WidePath(aside));
+    }
     return {};
 }
 

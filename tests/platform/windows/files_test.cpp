@@ -2,6 +2,7 @@
 // paths of any length. Each must succeed or say clearly why not.
 #include "platform/files.h"
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -11,6 +12,8 @@
 // That header renames functions of ours.
 #undef DeleteFile
 #undef ReplaceFile
+// Beside it, as the lean one leaves it out.
+#include <sddl.h>
 
 #include "platform/directory.h"
 #include "platform/events.h"
@@ -53,6 +56,23 @@ struct Held {
     HANDLE Open;
     std::thread Closing;
 };
+
+// In the system's text form.
+std::string RightsOf(const std::filesystem::path& file)
+{
+    std::array<char, 4096> rights{};
+    DWORD length = 0;
+    char* text = nullptr;
+    EXPECT_NE(GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, rights.data(),
+                               static_cast<DWORD>(rights.size()), &length),
+              0);
+    EXPECT_NE(ConvertSecurityDescriptorToStringSecurityDescriptorA(rights.data(), SDDL_REVISION_1,
+                                                                   DACL_SECURITY_INFORMATION, &text, nullptr),
+              0);
+    const std::string found = text != nullptr ? text : "";
+    LocalFree(text);
+    return found;
+}
 
 class WindowsFiles : public ScratchFolder {
   protected:
@@ -189,6 +209,24 @@ TEST_F(WindowsFiles, AReplacedOneKeepsItsAttributes)
     EXPECT_TRUE(ReplaceFile(PathOf("program"), "new").Ok());
     EXPECT_NE(GetFileAttributesW(Program().c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
     EXPECT_EQ(FileText("program"), "new");
+}
+
+TEST_F(WindowsFiles, AReplacedOneKeepsTheRightsThatWereGivenToIt)
+{
+    PutFile("index", "old");
+    PutFile("other", "old");
+    PSECURITY_DESCRIPTOR everybody = nullptr;
+    ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorA("D:(A;;FA;;;WD)", SDDL_REVISION_1,
+                                                                   &everybody, nullptr),
+              0);
+    const std::filesystem::path index = Folder / "index";
+    ASSERT_NE(SetFileSecurityW(index.c_str(), DACL_SECURITY_INFORMATION, everybody), 0);
+    LocalFree(everybody);
+    const std::string given = RightsOf(index);
+    ASSERT_NE(given, RightsOf(Folder / "other"));
+    ASSERT_TRUE(ReplaceFile(PathOf("index"), "new").Ok());
+    EXPECT_EQ(FileText("index"), "new");
+    EXPECT_EQ(RightsOf(index), given);
 }
 
 TEST_F(WindowsFiles, AFolderThatTakesNoFilesIsToldAtOnce)
