@@ -23,7 +23,7 @@ class Abort : public Console {
         if (child == 0) {
             ::dup2(Pipe[1], 1);
             ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT, 0600), 2);
-            Become(Call(words), {});
+            Become(Folder, Call(words), {});
         }
         ::close(Pipe[1]);
         WaitUntilFull();

@@ -1,38 +1,16 @@
-// Runs the real program in a scratch folder with an installation and drawings, as a script would:
-// with pipes, with a terminal, with signals. A test looks at the exit status and the three streams.
+// Runs the real program in a scratch folder with an installation and drawings, as a script would. A test
+// looks at the exit status and the streams.
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <vector>
+#include <random>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <fcntl.h>
-#include <pty.h>
-#include <stdlib.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "console/run_call.h"
 
 namespace console_test {
-
-namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
-
-struct Ended {
-    int Status = -1; // exit status; 128 and the number when a signal ended it
-    std::string Output, Errors;
-};
-
-inline std::string Contents(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 inline void Put(const fs::path& path, const std::string& contents)
 {
@@ -60,7 +38,7 @@ class Console : public testing::Test {
   protected:
     void SetUp() override
     {
-        Folder = fs::temp_directory_path() / ("korvanti-console-" + std::to_string(::getpid()));
+        Folder = fs::temp_directory_path() / ("korvanti-console-" + std::to_string(std::random_device{}()));
         fs::remove_all(Folder);
         fs::create_directories(Folder / "home");
         fs::create_directories(Folder / "programs");
@@ -78,42 +56,12 @@ class Console : public testing::Test {
         return call;
     }
 
-    // In a child: leaves for the program and does not come back.
-    [[noreturn]] void Become(const Words& call, const Words& environment) const
-    {
-        if (::chdir(Folder.c_str()) != 0)
-            ::_exit(126);
-        for (const char* const name : {"KORVANTI_HOME", "KORVANTI_DRIVES", "NO_COLOR", "COLORTERM"})
-            ::unsetenv(name);
-        for (const std::string& pair : environment)
-            ::setenv(pair.substr(0, pair.find('=')).c_str(), pair.c_str() + pair.find('=') + 1, 1);
-        std::vector<char*> arguments;
-        for (const std::string& word : call)
-            arguments.push_back(const_cast<char*>(word.c_str()));
-        arguments.push_back(nullptr);
-        ::execv(arguments[0], arguments.data());
-        ::_exit(127);
-    }
-
-    static int StatusOf(int child)
-    {
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    }
-
     // The whole call as typed, the program's name included.
     Ended RunCall(const Words& call, const Words& environment = {}) const
     {
         const fs::path output = Folder / "stdout", errors = Folder / "stderr";
-        const int child = ::fork();
-        if (child == 0) {
-            ::dup2(::open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
-            ::dup2(::open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
-            Become(call, environment);
-        }
         Ended ended;
-        ended.Status = StatusOf(child);
+        ended.Status = RunIn(Folder, call, environment, output, errors);
         ended.Output = Contents(output);
         ended.Errors = Contents(errors);
         return ended;
@@ -124,32 +72,8 @@ class Console : public testing::Test {
         return RunCall(Call(words), environment);
     }
 
-    // A bare root without /dev/pts has no terminals to give.
-    static bool HasTerminals()
-    {
-        const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
-        const bool usable = terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0;
-        if (terminal >= 0)
-            ::close(terminal);
-        return usable;
-    }
-
-    // With a terminal for all streams; what was shown is in Output.
-    Ended RunOnTerminal(const Words& words, const Words& environment) const
-    {
-        int terminal = -1;
-        const int child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (child == 0)
-            Become(Call(words), environment);
-        Ended ended;
-        char piece[4096];
-        ssize_t got = 0;
-        while ((got = ::read(terminal, piece, sizeof piece)) > 0)
-            ended.Output.append(piece, static_cast<std::size_t>(got));
-        ended.Status = StatusOf(child);
-        ::close(terminal);
-        return ended;
-    }
+    // As the program shows it on this host.
+    std::string Shown(const std::string& name) const { return (Folder / name).make_preferred().string(); }
 
     static bool Holds(const std::string& text, const std::string& part)
     {

@@ -89,7 +89,7 @@ TEST_F(ConvertCall, ADrawingThatBeginsWithADashStandsBehindTwo)
 TEST_F(ConvertCall, ALetterBeyondTheCodePageIsToldAsTheReason)
 {
     Put(Folder / "a.dxf", BoredPanel());
-    Put(Folder / "\xCE\xB1.dxf", BoredPanel()); // a Greek alpha
+    Put(Folder / u8"\u03B1.dxf", BoredPanel()); // a Greek alpha
     const Ended ended = Run({"convert", "\xCE\xB1.dxf"});
     EXPECT_EQ(ended.Status, 1);
     EXPECT_EQ(ended.Errors,
@@ -106,8 +106,7 @@ TEST_F(ConvertCall, OneFailureOfSeveralIsNamedAndTheOthersAreConverted)
     EXPECT_EQ(ended.Errors, "korvanti: missing.dxf: failed\n");
     EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
     EXPECT_TRUE(Holds(ended.Output, "missing.dxf  NOT FOUND\n")) << ended.Output;
-    const std::string list =
-        "*** The Following files failed to process: ***\n" + (Folder / "missing.dxf").string() + "\n";
+    const std::string list = "*** The Following files failed to process: ***\n" + Shown("missing.dxf") + "\n";
     ASSERT_GE(ended.Output.size(), list.size());
     EXPECT_EQ(ended.Output.substr(ended.Output.size() - list.size()), list);
 }
@@ -168,7 +167,7 @@ TEST_F(ConvertCall, TheProgramFolderComesFromTheCallElseFromTheEnvironment)
     fs::create_directories(Folder / "config");
     fs::rename(Folder / "home", Folder / "config/korvanti");
     fs::remove_all(Folder / "programs/SRG");
-    EXPECT_EQ(RunCall(call, {"XDG_CONFIG_HOME=" + (Folder / "config").string()}).Status, 0);
+    EXPECT_EQ(RunCall(call, {std::string(ConfigVariable) + "=" + (Folder / "config").string()}).Status, 0);
     EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
 
     const Ended ended = RunCall({KORVANTI_CONSOLE, "--home", "nowhere", "convert", "door.dxf"});
@@ -192,7 +191,7 @@ TEST_F(ConvertCall, ReportAsJson)
         door["operations"],
         json({{"bores", 1}, {"grooves", 0}, {"horizontalBores", 0}, {"routes", 0}, {"headPositions", 0}}));
     EXPECT_GE(door["seconds"].get<double>(), 0);
-    const std::string program = (Folder / "programs/SRG/D/OOR").string();
+    const std::string program = Shown("programs/SRG/D/OOR");
     EXPECT_NE(std::find(door["files"].begin(), door["files"].end(), program), door["files"].end())
         << door["files"];
     const json pink = {
@@ -230,51 +229,4 @@ TEST_F(ConvertCall, ReportLinesAreUnicode)
 TEST_F(ConvertCall, NoColoursWhereNobodyWatches)
 {
     EXPECT_FALSE(Holds(Run(BoredCall, {"TERM=xterm", "COLORTERM=truecolor"}).Output, "\x1b"));
-}
-
-TEST_F(ConvertCall, MarkColoursOnATerminal)
-{
-    if (!HasTerminals())
-        GTEST_SKIP() << "this system gives no pseudo-terminal";
-    const std::string dashes =
-        "---------------------------------------***------------------------------------";
-    const Ended full = RunOnTerminal(BoredCall, {"TERM=xterm", "COLORTERM=truecolor"});
-    EXPECT_EQ(full.Status, 0);
-    EXPECT_TRUE(Holds(full.Output, "\x1b[38;2;255;0;100m" + dashes + "\x1b[0m")) << full.Output;
-    const Ended sixteen = RunOnTerminal(BoredCall, {"TERM=xterm"});
-    EXPECT_TRUE(Holds(sixteen.Output, "\x1b[35m" + dashes + "\x1b[0m")) << sixteen.Output;
-}
-
-TEST_F(ConvertCall, NoColoursOnATerminalThatWantsNone)
-{
-    if (!HasTerminals())
-        GTEST_SKIP() << "this system gives no pseudo-terminal";
-    for (const char* const wish : {"NO_COLOR=1", "TERM=dumb"}) {
-        const Ended ended = RunOnTerminal(BoredCall, {"TERM=xterm", wish});
-        EXPECT_EQ(ended.Status, 0);
-        EXPECT_TRUE(Holds(ended.Output, "***")) << wish;
-        EXPECT_FALSE(Holds(ended.Output, "\x1b")) << wish;
-    }
-}
-
-TEST_F(ConvertCall, ADrawingsTextCannotSteerTheTerminal)
-{
-    if (!HasTerminals())
-        GTEST_SKIP() << "this system gives no pseudo-terminal";
-    Put(Folder / "door.dxf", BoredPanel("0\nTEXT\n8\nDESCR\n10\n0\n20\n0\n1\nA\x1b[2JB\n"));
-    const Ended ended = RunOnTerminal(BoredCall, {"TERM=xterm"});
-    EXPECT_FALSE(Holds(ended.Output, "\x1b[2J")) << ended.Output;
-    EXPECT_TRUE(Holds(ended.Output, "A?[2JB")) << ended.Output;
-}
-
-TEST_F(ConvertCall, OutputThatCannotBeWrittenIsNoSuccess)
-{
-    const int child = ::fork();
-    if (child == 0) {
-        ::dup2(::open("/dev/full", O_WRONLY), 1);
-        ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT, 0600), 2);
-        Become(Call(BoredCall), {});
-    }
-    EXPECT_EQ(StatusOf(child), 1);
-    EXPECT_TRUE(Holds(Contents(Folder / "stderr"), "standard output")) << Contents(Folder / "stderr");
 }

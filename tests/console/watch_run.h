@@ -58,7 +58,8 @@ class Watch : public Console {
             ::dup2(::open(Output().c_str(), O_WRONLY | O_APPEND, 0600), 1);
             ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
             // A sanitizer would keep what was freed, and the process would seem to grow.
-            Become(Call(words), {"ASAN_OPTIONS=quarantine_size_mb=0:thread_local_quarantine_size_kb=0"});
+            Become(Folder, Call(words),
+                   {"ASAN_OPTIONS=quarantine_size_mb=0:thread_local_quarantine_size_kb=0"});
         }
     }
     int EndOf(int& child)
