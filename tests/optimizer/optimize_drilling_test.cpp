@@ -5,7 +5,6 @@
 
 #include <filesystem>
 
-
 #include "conversion/run.h"
 #include "optimizer/drill_head.h"
 #include "shell/settings.h"
