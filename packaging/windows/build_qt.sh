@@ -38,10 +38,11 @@ fetch_source() {
 }
 
 # Widgets on the Windows platform and nothing else. The packaged source is without the header of the
-# graphics tablets' interface.
+# graphics tablets' interface; the plain Windows platform draws its letters with a part of direct2d, which
+# stays on without the platform of that name (direct2d1_1).
 configure_qt() {
     off=
-    for feature in sql dbus vulkan direct2d network printsupport icu zstd pkg_config tabletevent concurrent xml \
+    for feature in sql dbus vulkan direct2d1_1 network printsupport icu zstd pkg_config tabletevent concurrent xml \
         testlib androiddeployqt macdeployqt qmake; do
         off="$off -DFEATURE_$feature=OFF"
     done
