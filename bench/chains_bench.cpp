@@ -8,10 +8,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "conversion/run.h"
-#include "geometry/plain_route_chains.h"
-#include "geometry/route_chains.h"
-#include "shell/settings.h"
+#include "routes/plain_route_chains.h"
+#include "routes/route_chains.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "support/same_records.h"
 
 namespace kv::bench {

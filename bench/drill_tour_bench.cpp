@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "conversion/run.h"
-#include "geometry/drill_tour.h"
-#include "geometry/plain_drill_tour.h"
+#include "drilling/drill_tour.h"
+#include "drilling/plain_drill_tour.h"
+#include "state/run.h"
 
 namespace kv::bench {
 namespace {

@@ -10,7 +10,7 @@
 #include "bench_files.h"
 #include "platform/paths.h"
 #include "shell/file_list.h"
-#include "shell/settings.h"
+#include "state/settings.h"
 
 namespace kv::bench {
 namespace {

@@ -7,11 +7,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "conversion/run.h"
-#include "optimizer/drill_head.h"
-#include "optimizer/hole_chaining.h"
-#include "optimizer/plain_hole_chaining.h"
-#include "optimizer/same_bores.h"
+#include "drilling/drill_head.h"
+#include "drilling/hole_chaining.h"
+#include "drilling/plain_hole_chaining.h"
+#include "drilling/same_bores.h"
+#include "state/run.h"
 
 namespace kv::bench {
 namespace {

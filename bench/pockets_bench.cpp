@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <ctime>
 
-#include "conversion/run.h"
-#include "geometry/leads.h"
-#include "geometry/pockets.h"
+#include "routes/leads.h"
+#include "routes/pockets.h"
+#include "state/run.h"
 
 namespace kv::bench {
 namespace {

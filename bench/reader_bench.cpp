@@ -15,9 +15,9 @@
 
 #include "bench_files.h"
 #include "child_process.h"
-#include "conversion/dxf_reader.h"
-#include "conversion/run.h"
+#include "drawing/dxf_reader.h"
 #include "platform/paths.h"
+#include "state/run.h"
 
 namespace kv::bench {
 namespace {

@@ -13,10 +13,10 @@
 #include <system_error>
 #include <vector>
 
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
+#include "job/job_driver.h"
 #include "platform/paths.h"
-#include "shell/settings.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "writers/program_writers.h"
 
 namespace kv::fuzz {

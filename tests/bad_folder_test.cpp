@@ -10,7 +10,7 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 
-#include "shell/settings.h"
+#include "state/settings.h"
 #include "support/bad_input.h"
 
 namespace kv::test {

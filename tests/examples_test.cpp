@@ -4,33 +4,26 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
+#include "job/job_driver.h"
 #include "platform/clock.h"
 #include "platform/paths.h"
-#include "shell/report.h"
-#include "shell/settings.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "support/index_row.h"
+#include "support/source_files.h"
 #include "writers/program_writers.h"
 
 namespace kv {
 namespace {
 
 namespace fs = std::filesystem;
-
-const fs::path SourceFolder = KORVANTI_SOURCE_DIR;
-
-std::string FileBytes(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
+using test::FileBytes;
+using test::SourceFolder;
 
 std::vector<std::string> Rows;
 

@@ -4,26 +4,19 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "../fuzz/convert_bytes.h"
 #include "support/scene.h"
+#include "support/source_files.h"
 
 namespace kv {
 namespace {
 
 namespace fs = std::filesystem;
-
-const fs::path SourceFolder = KORVANTI_SOURCE_DIR;
-
-std::string FileBytes(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
+using test::FileBytes;
+using test::SourceFolder;
 
 std::vector<fs::path> Corpus()
 {

@@ -17,22 +17,22 @@
 #include <QTabWidget>
 #include <QTimer>
 
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
+#include "job/job_driver.h"
 #include "platform/clock.h"
 #include "platform/paths.h"
 #include "shell/conversion_start.h"
 #include "shell/file_list.h"
-#include "shell/forms/about_dialog.h"
-#include "shell/forms/dialogs.h"
-#include "shell/forms/main_window.h"
-#include "shell/forms/opt_set_dialog.h"
-#include "shell/forms/setup_dialog.h"
-#include "shell/forms/tool_sub_dialog.h"
-#include "shell/settings.h"
 #include "shell/setup_rules.h"
-#include "shell/shell_state.h"
 #include "shell/start_up.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
+#include "window/about_dialog.h"
+#include "window/dialogs.h"
+#include "window/main_window.h"
+#include "window/opt_set_dialog.h"
+#include "window/setup_dialog.h"
+#include "window/tool_sub_dialog.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <csignal>
 
 #include "console/report_output.h"
-#include "conversion/run.h"
 #include "platform/events.h"
-#include "shell/shell_state.h"
+#include "state/run.h"
+#include "state/shell_state.h"
 
 namespace kv {
 

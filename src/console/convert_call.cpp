@@ -9,13 +9,13 @@
 
 #include "console/abort.h"
 #include "console/report_output.h"
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
-#include "geometry/route_runs.h"
+#include "job/job_driver.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
+#include "routes/route_runs.h"
+#include "state/run.h"
 
 namespace kv {
 

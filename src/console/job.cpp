@@ -4,12 +4,12 @@
 
 #include "console/abort.h"
 #include "console/report_output.h"
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
+#include "job/job_driver.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "shell/settings.h"
+#include "state/run.h"
+#include "state/settings.h"
 
 namespace kv {
 

@@ -10,8 +10,8 @@
 #include "platform/paths.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
-#include "shell/settings.h"
 #include "shell/start_up.h"
+#include "state/settings.h"
 
 namespace {
 

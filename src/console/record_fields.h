@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "conversion/run.h"
+#include "state/run.h"
 
 namespace kv {
 

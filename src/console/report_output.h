@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/report.h"
+#include "state/report.h"
 
 namespace kv {
 

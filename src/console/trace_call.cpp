@@ -8,7 +8,7 @@
 #include "console/abort.h"
 #include "console/report_output.h"
 #include "console/trace_stages.h"
-#include "conversion/job_driver.h"
+#include "job/job_driver.h"
 #include "platform/terminal.h"
 
 namespace kv {

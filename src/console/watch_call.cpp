@@ -10,8 +10,8 @@
 #include "platform/processes.h"
 #include "platform/terminal.h"
 #include "shell/autostart.h"
-#include "shell/shell_state.h"
 #include "shell/start_up.h"
+#include "state/shell_state.h"
 
 namespace kv {
 

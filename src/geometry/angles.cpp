@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "conversion/run.h"
 #include "platform/trigonometry.h"
+#include "state/run.h"
 
 namespace kv {
 
 namespace {
-
-constexpr double FullTurn = 360;
 
 struct AxisDirection {
     double Angle, Cosine, Sine;

@@ -6,6 +6,8 @@
 
 namespace kv {
 
+constexpr double HalfTurn = 180, FullTurn = 360;
+
 struct PlanePoint {
     double X = 0, Y = 0;
 };

@@ -8,7 +8,6 @@
 #include <limits>
 #include <map>
 
-#include "conversion/run.h"
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/files.h"
@@ -18,9 +17,10 @@
 #include "shell/batch_file.h"
 #include "shell/batch_safety.h"
 #include "shell/conversion_start.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 #include "toolchain/binaries.h"
 #include "toolchain/viewers.h"
 
@@ -31,7 +31,6 @@ namespace {
 constexpr std::string_view TempDrawing = "Temp.DXF";
 constexpr std::string_view BatchList = "BATCH.LST";
 constexpr std::string_view ProcessedList = "PROC.LST";
-constexpr std::string_view LineEnd = "\r\n";
 
 constexpr Int StaleTick = 1; // ticks of the warm-up
 constexpr Int JobTick = 3;

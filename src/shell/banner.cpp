@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "shell/report.h"
-#include "shell/settings.h"
+#include "state/report.h"
+#include "state/settings.h"
 
 namespace kv {
 

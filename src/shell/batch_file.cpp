@@ -3,9 +3,9 @@
 // leaves no byte 0xFF in a line, so that none can be taken for the separator of a job line.
 #include "shell/batch_file.h"
 
-#include "conversion/run.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "state/run.h"
 
 namespace kv {
 

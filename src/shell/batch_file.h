@@ -15,6 +15,8 @@ struct BatchLine {
     std::string Written; // as it stands in the file, without its line end
 };
 
+constexpr std::string_view LineEnd = "\r\n"; // of each line that is written
+
 // Double quotes are blanks; lines end at CR LF (a lone CR or LF ends one too).
 std::vector<BatchLine> BatchLines(std::string_view contents);
 // Carriage returns plus one, of the text without blanks and line ends at its ends.

@@ -8,13 +8,11 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "shell/batch_file.h"
-#include "shell/report.h"
+#include "state/report.h"
 
 namespace kv {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
 
 std::string PathIn(std::string_view folder, std::string_view name)
 {

@@ -3,7 +3,7 @@
 // window, which knows its widgets.
 #include "shell/control_tables.h"
 
-#include "shell/settings.h"
+#include "state/settings.h"
 
 namespace kv {
 

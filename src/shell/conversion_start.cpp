@@ -5,17 +5,17 @@
 
 #include <chrono>
 
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
+#include "job/job_driver.h"
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/file_list.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 #include "toolchain/binaries.h"
 #include "toolchain/viewers.h"
 #include "writers/program_writers.h"

@@ -13,9 +13,9 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 
 namespace kv {
 

@@ -8,7 +8,7 @@
 #include <limits>
 #include <string>
 
-#include "shell/settings.h"
+#include "state/settings.h"
 
 namespace kv {
 

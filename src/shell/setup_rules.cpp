@@ -5,15 +5,15 @@
 
 #include <algorithm>
 
-#include "conversion/run.h"
 #include "platform/events.h"
 #include "platform/ini_file.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/control_tables.h"
-#include "shell/report.h"
-#include "shell/settings_grids.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings_grids.h"
+#include "state/shell_state.h"
 
 namespace kv {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/numbers.h"
-#include "shell/settings.h"
+#include "state/settings.h"
 
 namespace kv {
 

@@ -16,10 +16,10 @@
 #include "shell/banner.h"
 #include "shell/batch_safety.h"
 #include "shell/file_list.h"
-#include "shell/report.h"
-#include "shell/settings.h"
 #include "shell/setup_rules.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 #include "toolchain/viewers.h"
 
 namespace kv {

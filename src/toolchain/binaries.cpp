@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/ini_file.h"
 #include "platform/keys.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 #include "toolchain/viewers.h"
 #include "writers/program_writers.h"
 

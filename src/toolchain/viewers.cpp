@@ -4,7 +4,6 @@
 // does not stand, the viewer of the settings takes its place.
 #include "toolchain/viewers.h"
 
-#include "conversion/run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/directory.h"
@@ -15,10 +14,11 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "platform/text.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
-#include "writers/cnc_writer.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
+#include "writers/output_names.h"
 #include "writers/program_writers.h"
 
 namespace kv {

@@ -1,5 +1,5 @@
 // The window program: finds the installation, makes the window and hands it the command line.
-#include "shell/forms/main_window.h"
+#include "window/main_window.h"
 
 int main(int argc, char** argv)
 {

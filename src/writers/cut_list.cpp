@@ -5,20 +5,19 @@
 #include <algorithm>
 #include <utility>
 
-#include "conversion/run.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
-#include "shell/report.h"
-#include "shell/settings.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "writers/number_format.h"
 
 namespace kv {
 
 namespace {
 
-constexpr std::size_t Face = 5;
 constexpr std::size_t HeaderWidth = 20; // a first line that ends before is the header
 constexpr std::string_view Extension = ".PTS";
 constexpr double InchInMillimetres = 25.4;

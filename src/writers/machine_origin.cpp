@@ -1,14 +1,12 @@
 // Mirrors the records to the corner of the panel where the machine's origin lies. Relies on the
 // origin flags and the face's size; leaves the coordinates that the writers print. Head positions
 // are built in mirrored coordinates already and stay.
-#include "conversion/run.h"
+#include "state/run.h"
 #include "writers/program_writers.h"
 
 namespace kv {
 
 namespace {
-
-constexpr std::size_t Face = 5;
 
 void Mirror(Single& coordinate, Single extent)
 {

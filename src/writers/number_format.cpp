@@ -8,9 +8,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "conversion/run.h"
 #include "platform/run_error.h"
-#include "shell/settings.h"
+#include "state/run.h"
+#include "state/settings.h"
 
 namespace kv {
 
@@ -110,6 +110,12 @@ std::string FormatAngle(Single value)
     text.erase(0, text.find_first_not_of('0'));
     // A value that rounds to nothing is a lone point, without sign.
     return value < 0 && text != "." ? '-' + text : text;
+}
+
+std::string TwoDigits(Long number)
+{
+    const std::string text = "0" + WholeText(number);
+    return text.substr(text.size() - 2);
 }
 
 } // namespace kv

@@ -14,5 +14,7 @@ Single RoundToPrecision(Single value);
 std::string FormatCoord(Single value);
 // Arc angles: "0.00" for exactly 0, else at most three decimals and always a point: "45.", ".5".
 std::string FormatAngle(Single value);
+// The last two characters of "0" and the number.
+std::string TwoDigits(Long number);
 
 } // namespace kv

@@ -9,6 +9,9 @@ void WriteHbdProgram();
 void WriteCncProgram();
 void WriteEvolutionProgram();
 
+// Lets events run before a record is taken; false when the operator asked to abort.
+bool MayTakeRecord();
+void ReportProcessingTime();
 // The drawing failed and is listed so.
 void FailDrawing();
 

@@ -2,11 +2,10 @@
 // a program that cannot be written. Relies on staged files; a failure leaves the run aborted.
 #include "writers/program_file.h"
 
-#include "conversion/run.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
-#include "shell/report.h"
-#include "writers/cnc_writer.h"
+#include "state/report.h"
+#include "state/run.h"
 
 namespace kv {
 

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files.h"
 
@@ -25,6 +26,8 @@ bool MoveProgram(const std::string& path, StagedFile& staged);
 // Any other file of the set; a failure is a RunError that names the file.
 void StageOrThrow(const std::string& path, std::string_view contents, StagedFile& staged);
 void MoveOrThrow(const std::string& path, StagedFile& staged); // nothing when nothing is staged
+// Lines as a file's text. At most 21 buffers of 30000 characters: what lies behind is dropped.
+std::string TextOfLines(const std::vector<std::string>& lines);
 void MakeFoldersOrThrow(const std::string& folder);
 
 } // namespace kv

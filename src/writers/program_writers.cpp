@@ -3,11 +3,14 @@
 // switches; leaves the programs on the disk and a closing line in the report.
 #include "writers/program_writers.h"
 
-#include "conversion/run.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "writers/cnc_writer.h"
+#include "platform/clock.h"
+#include "platform/events.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "writers/number_format.h"
 #include "writers/program_families.h"
+#include "writers/writer_memory.h"
 
 namespace kv {
 
@@ -40,6 +43,19 @@ void ResetWriters()
     Writers = WriterMemory{};
     ProgramList.clear();
     LastProgram = WrittenProgram{};
+}
+
+bool MayTakeRecord()
+{
+    DoEvents();
+    return !UserAborted();
+}
+
+void ReportProcessingTime()
+{
+    const double now = ToSingle(SecondsSinceMidnight());
+    const Single seconds = ToSingle(now - static_cast<double>(Run.RunStartTime));
+    ReportMessage(1, "Processed in " + PlainText(RoundToPrecision(seconds)) + " Sec.");
 }
 
 void FailDrawing()

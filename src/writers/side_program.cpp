@@ -2,12 +2,12 @@
 // keeps nothing.
 #include "writers/side_program.h"
 
-#include "conversion/run.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
-#include "shell/report.h"
+#include "state/report.h"
+#include "state/run.h"
 #include "writers/number_format.h"
 
 namespace kv {

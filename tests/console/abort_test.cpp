@@ -52,8 +52,6 @@ class Abort : public Console {
     int Pipe[2] = {-1, -1};
 };
 
-} // namespace
-
 TEST_F(Abort, TheFirstStopsTheListWithStatusOne)
 {
     const int child = StartLongList();
@@ -76,3 +74,5 @@ TEST_F(Abort, TheSecondEndsTheProgram)
     ::kill(child, SIGINT);
     EXPECT_EQ(StatusOf(child), 128 + SIGINT);
 }
+
+} // namespace

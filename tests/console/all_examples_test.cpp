@@ -5,15 +5,16 @@
 // through the horizontal machine.
 #include "console/console_run.h"
 #include "support/index_row.h"
+#include "support/source_files.h"
 
 #include <ctime>
 #include <map>
 
 using namespace console_test;
 
-namespace {
+using kv::test::SourceFolder;
 
-const fs::path SourceFolder = KORVANTI_SOURCE_DIR;
+namespace {
 
 struct Example {
     const char* Name;
@@ -178,8 +179,6 @@ class AllExampleDrawings : public Console {
     }
 };
 
-} // namespace
-
 TEST_F(AllExampleDrawings, ForTheCnc90)
 {
     const std::string day = Today();
@@ -231,3 +230,5 @@ TEST_F(AllExampleDrawings, ForTheHorizontalMachineAndACnc90)
     ExpectFiles(FilesBelow(Folder / "hbd"), expected);
     ExpectCnc(day, NoRightEdge, true);
 }
+
+} // namespace

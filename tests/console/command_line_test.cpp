@@ -7,8 +7,6 @@ namespace {
 
 class CommandLine : public Console {};
 
-} // namespace
-
 TEST_F(CommandLine, VersionOnOneLine)
 {
     const Ended ended = Run({"--version"});
@@ -68,3 +66,5 @@ TEST_F(CommandLine, OneValueForEachSetSoThatDrawingsMayFollow)
     EXPECT_EQ(Run({"convert", "--set", "SawKerf=4", "door.dxf"}).Status, 0);
     EXPECT_TRUE(fs::exists(Folder / "programs/SRG/D/OOR"));
 }
+
+} // namespace

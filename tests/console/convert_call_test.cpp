@@ -12,8 +12,6 @@ class ConvertCall : public Console {};
 
 const Words BoredCall = {"convert", "door.dxf"};
 
-} // namespace
-
 TEST_F(ConvertCall, WritesTheProgramIntoTheFolderOfTheSettings)
 {
     const Ended ended = Run(BoredCall);
@@ -230,3 +228,5 @@ TEST_F(ConvertCall, NoColoursWhereNobodyWatches)
 {
     EXPECT_FALSE(Holds(Run(BoredCall, {"TERM=xterm", "COLORTERM=truecolor"}).Output, "\x1b"));
 }
+
+} // namespace

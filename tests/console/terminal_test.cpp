@@ -38,8 +38,6 @@ class Terminal : public Console {
     }
 };
 
-} // namespace
-
 TEST_F(Terminal, MarkColoursOnATerminal)
 {
     if (!HasTerminals())
@@ -86,3 +84,5 @@ TEST_F(Terminal, OutputThatCannotBeWrittenIsNoSuccess)
     EXPECT_EQ(StatusOf(child), 1);
     EXPECT_TRUE(Holds(Contents(Folder / "stderr"), "standard output")) << Contents(Folder / "stderr");
 }
+
+} // namespace

@@ -19,8 +19,6 @@ class TraceCall : public Console {
     }
 };
 
-} // namespace
-
 TEST_F(TraceCall, AllStagesInTheirOrderWhereNoneIsNamed)
 {
     const Ended ended = Run({"trace", "door.dxf"});
@@ -138,3 +136,5 @@ TEST_F(TraceCall, AnUnknownStageIsWrongUsageAndTheStagesAreTold)
                       "entities layers border operations routes chained pockets tour optimized leads "
                       "final"));
 }
+
+} // namespace

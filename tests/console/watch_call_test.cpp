@@ -10,8 +10,6 @@ namespace {
 
 class WatchCall : public Watch {};
 
-} // namespace
-
 TEST_F(WatchCall, SwitchSRunsTheBatchThatStoodBeforeAndEnds)
 {
     PutBatch("door.dxf\r\ndoor.dxf^FRONT\r\n");
@@ -143,3 +141,5 @@ TEST_F(WatchCall, AKilledOneLeavesItsLinesForTheNextStart)
     EXPECT_FALSE(fs::exists(Source("BATCH.RUN")));
     EXPECT_EQ(Contents(Source("BATCH.OLD")), "!cncon\r\n\"slow.dxf\" x\r\ndoor.dxf q\r\n");
 }
+
+} // namespace

@@ -49,8 +49,6 @@ class WatchSoak : public Watch {
     int Jobs = 0; // that must have been converted so far
 };
 
-} // namespace
-
 TEST_F(WatchSoak, TwelveBatchesLoseAndRepeatNoJob)
 {
     Put(Source("bad.dxf"), "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
@@ -113,3 +111,5 @@ TEST_F(WatchSoak, TwelveBatchesLoseAndRepeatNoJob)
         EXPECT_TRUE(Stands(program)) << program;
     EXPECT_FALSE(fs::exists(Source("BATCH.RUN")));
 }
+
+} // namespace

@@ -16,8 +16,6 @@ class FileStamps : public ScratchFolder {
     }
 };
 
-} // namespace
-
 TEST_F(FileStamps, AFileThatStaysHasTheSameStamp)
 {
     PutFile("a", "text");
@@ -84,4 +82,5 @@ TEST_F(FileStamps, ARefusedRenameLeavesBothAsTheyWere)
     EXPECT_EQ(FileText("a"), "new");
 }
 
+} // namespace
 } // namespace kv

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/settings_folder.h"
+#include "state/settings_folder.h"
 
 namespace kv {
 namespace {

@@ -15,7 +15,7 @@ constexpr double Pi = std::numbers::pi;
 constexpr double Infinite = std::numeric_limits<double>::infinity();
 
 // In units of the last place of a double of that size.
-double ErrorOf(double got, long double exact)
+double DigitsOff(double got, long double exact)
 {
     const double size = std::fabs(static_cast<double>(exact));
     return static_cast<double>(std::fabs(got - exact) / (std::nextafter(size, Infinite) - size));
@@ -47,16 +47,17 @@ TEST(Trigonometry, TheLastBitIsRight)
         const double angle = spread(numbers) * (i % 2 == 0 ? 1.6 : 13);
         const long double wide = angle;
         if (std::fabs(std::sin(angle)) > FarFromZero) {
-            ASSERT_LE(ErrorOf(Sine(angle), std::sin(wide)), HalfAUnit) << angle;
+            ASSERT_LE(DigitsOff(Sine(angle), std::sin(wide)), HalfAUnit) << angle;
         }
         if (std::fabs(std::cos(angle)) > FarFromZero) {
-            ASSERT_LE(ErrorOf(Cosine(angle), std::cos(wide)), HalfAUnit) << angle;
+            ASSERT_LE(DigitsOff(Cosine(angle), std::cos(wide)), HalfAUnit) << angle;
         }
         if (std::fabs(std::sin(2 * angle)) > FarFromZero) {
-            ASSERT_LE(ErrorOf(Tangent(angle), std::tan(wide)), HalfAUnit) << angle;
+            ASSERT_LE(DigitsOff(Tangent(angle), std::tan(wide)), HalfAUnit) << angle;
         }
         const double slope = i % 3 == 0 ? 1 / angle : angle;
-        ASSERT_LE(ErrorOf(ArcTangent(slope), std::atan(static_cast<long double>(slope))), HalfAUnit) << slope;
+        ASSERT_LE(DigitsOff(ArcTangent(slope), std::atan(static_cast<long double>(slope))), HalfAUnit)
+            << slope;
     }
 }
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/settings.h"
+#include "state/settings.h"
 #include "support/dxf.h"
 #include "support/program_checker.h"
 #include "support/scene.h"

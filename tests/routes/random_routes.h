@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
-#include "shell/settings.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "support/dxf.h"
 
 namespace kv::test {

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
 #include "platform/clock.h"
-#include "shell/settings.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "support/dxf.h"
 #include "support/program_checker.h"
 #include "support/scene.h"

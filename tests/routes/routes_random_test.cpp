@@ -1,8 +1,6 @@
 // Thousands of random drawings with routes: none crashes, each gives the same twice, all words are
 // numbers; those that can be cut as drawn give programs that a machine can run.
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 #include <gtest/gtest.h>
@@ -10,6 +8,7 @@
 #include "routes/random_routes.h"
 #include "support/program_checker.h"
 #include "support/scene.h"
+#include "support/source_files.h"
 
 namespace kv::test {
 namespace {
@@ -31,8 +30,7 @@ struct Made {
 
 std::vector<std::string> LinesOf(const fs::path& place)
 {
-    std::ifstream file(place, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::string text = FileBytes(place);
     std::vector<std::string> lines;
     std::size_t at = 0;
     for (std::size_t end = 0; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2)

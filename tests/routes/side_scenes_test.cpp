@@ -1,6 +1,6 @@
 // Routes drawn in the views around the face, under each kind of control; the panel away from the
 // drawing's origin, and the machine's origin in each corner.
-#include "conversion/job_driver.h"
+#include "job/job_driver.h"
 #include "routes/route_program.h"
 
 namespace kv::test {

@@ -26,8 +26,6 @@ class AutostartBatch : public Unattended {
     std::string Shown(const std::string& name) const { return Source(name).string(); }
 };
 
-} // namespace
-
 TEST_F(AutostartBatch, EachLineIsAJobAndProcListTellsThem)
 {
     RunBatch("a.dxf\r\n\r\n\"B\"\r\nC.DXF^FRONT\r\n");
@@ -506,4 +504,5 @@ TEST_F(AutostartBatch, SwitchesStandAsToldWhileItRuns)
     EXPECT_TRUE(Shell.LoadDr);
 }
 
+} // namespace
 } // namespace kv

@@ -40,8 +40,6 @@ class GraphicAfterJob : public Unattended {
     }
 };
 
-} // namespace
-
 // --- Warm-up ---
 
 TEST_F(Autostart, JobsBeginOnTheFourthTick)
@@ -569,4 +567,5 @@ TEST_F(GraphicAfterJob, TheEvolutionIsShownItsProgramFile)
     EXPECT_EQ(Started, (Names{"view " + ShownPath("\\prg\\DOOR.CNC")}));
 }
 
+} // namespace
 } // namespace kv

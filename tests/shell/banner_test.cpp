@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "shell/report.h"
-#include "shell/settings.h"
+#include "state/report.h"
+#include "state/settings.h"
 
 namespace kv {
 namespace {

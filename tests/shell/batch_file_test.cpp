@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "conversion/run.h"
+#include "state/run.h"
 
 namespace kv {
 namespace {

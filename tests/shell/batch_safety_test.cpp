@@ -2,7 +2,7 @@
 #include "shell/batch_safety.h"
 
 #include "platform/scratch_folder.h"
-#include "shell/report.h"
+#include "state/report.h"
 
 namespace kv {
 namespace {
@@ -32,8 +32,6 @@ class BatchSafety : public ScratchFolder {
 
     std::string At;
 };
-
-} // namespace
 
 TEST_F(BatchSafety, LinesStandAsTheyWereGiven)
 {
@@ -106,4 +104,5 @@ TEST_F(BatchSafety, WhatCannotBeSetAsideIsToldWhereItStands)
     EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
 }
 
+} // namespace
 } // namespace kv

@@ -6,8 +6,8 @@
 #include "platform/dialogs.h"
 #include "platform/directory.h"
 #include "platform/scratch_folder.h"
-#include "shell/settings.h"
 #include "shell/setup_rules.h"
+#include "state/settings.h"
 
 namespace kv {
 namespace {

@@ -31,8 +31,6 @@ class ConversionStart : public Unattended {
     }
 };
 
-} // namespace
-
 TEST_F(ConversionStart, PressingClearsWhatTheLastRunLeft)
 {
     kv::Run.RunState = 1;
@@ -282,4 +280,5 @@ TEST_F(ConversionStart, DroppedDrawingsAreConvertedByTheirPaths)
     EXPECT_FALSE(Shell.RunActive);
 }
 
+} // namespace
 } // namespace kv

@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "shell/settings_folder.h"
-#include "shell/settings_grids.h"
 #include "shell/setup_rules.h"
+#include "state/settings_folder.h"
+#include "state/settings_grids.h"
 
 namespace kv {
 namespace {

@@ -12,9 +12,9 @@
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "shell/file_list.h"
-#include "shell/report.h"
-#include "shell/settings_folder.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/settings_folder.h"
+#include "state/shell_state.h"
 #include "support/host.h"
 
 namespace kv {

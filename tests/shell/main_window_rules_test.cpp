@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "shell/settings.h"
+#include "state/settings.h"
 
 namespace kv {
 namespace {

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
 #include "platform/events.h"
 #include "shell/control_tables.h"
-#include "shell/report.h"
-#include "shell/settings_folder.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings_folder.h"
+#include "state/shell_state.h"
 
 namespace kv {
 namespace {

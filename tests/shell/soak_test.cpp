@@ -244,8 +244,6 @@ class Soak : private test::OnMemoryDisk, public Unattended {
     std::unique_ptr<test::AtStage> ReadWhole;
 };
 
-} // namespace
-
 TEST_F(Soak, FiveHundredBatchesLoseAndRepeatNoJob)
 {
     std::size_t heapBefore = 0;
@@ -284,4 +282,5 @@ TEST_F(Soak, FiveHundredBatchesLoseAndRepeatNoJob)
         EXPECT_GE(count, 20); // all of it happened
 }
 
+} // namespace
 } // namespace kv

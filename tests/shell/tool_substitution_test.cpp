@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "conversion/run.h"
-#include "shell/settings_folder.h"
 #include "shell/setup_rules.h"
-#include "writers/cnc_words.h"
-#include "writers/cnc_writer.h"
+#include "state/run.h"
+#include "state/settings_folder.h"
+#include "writers/tool_code.h"
+#include "writers/writer_memory.h"
 
 namespace kv {
 namespace {

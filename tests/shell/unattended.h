@@ -14,7 +14,6 @@
 #include <unistd.h>
 #endif
 
-#include "conversion/run.h"
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/paths.h"
@@ -22,9 +21,10 @@
 #include "shell/autostart.h"
 #include "shell/conversion_start.h"
 #include "shell/file_list.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 #include "support/dxf.h"
 #include "support/scene.h"
 #include "toolchain/viewers.h"

@@ -12,12 +12,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "conversion/job_driver.h"
-#include "conversion/run.h"
+#include "job/job_driver.h"
 #include "platform/clock.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "shell/report.h"
+#include "state/report.h"
+#include "state/run.h"
 #include "support/dxf.h"
 #include "support/scene.h"
 

@@ -8,6 +8,8 @@
 #include <map>
 #include <optional>
 
+#include "support/plane.h"
+
 namespace kv::test {
 
 namespace {
@@ -15,15 +17,6 @@ namespace {
 constexpr double Radian = 3.14159265358979323846 / 180;
 constexpr double AngleRounding = 0.0005 * Radian; // an end angle has three decimals
 constexpr std::string_view NumberLetters = "FEBSXYZIJKUACVQ";
-
-struct Point {
-    double X = 0, Y = 0;
-};
-
-double Between(const Point& a, const Point& b)
-{
-    return std::hypot(b.X - a.X, b.Y - a.Y);
-}
 
 // "-12.5", ".5", "45."; an end angle that rounds to nothing is a lone point.
 std::optional<double> NumberOf(char letter, const std::string& text)
@@ -135,13 +128,16 @@ struct Walker {
     bool AlongX() const { return Side == 1 || Side == 2; }
     bool AlongY() const { return Side == 3 || Side == 4; }
     // The tool's place in the plane in which it works.
-    Point InPlane() const { return AlongX() ? Point{X, Z} : AlongY() ? Point{Y, Z} : Point{X, Y}; }
-    Point Target(const Line& line) const
+    PathPoint InPlane() const
+    {
+        return AlongX() ? PathPoint{X, Z} : AlongY() ? PathPoint{Y, Z} : PathPoint{X, Y};
+    }
+    PathPoint Target(const Line& line) const
     {
         const double x = line.Or('X', X);
         const double y = line.Or('Y', Y);
         const double z = line.Or('Z', Z);
-        return AlongX() ? Point{x, z} : AlongY() ? Point{y, z} : Point{x, y};
+        return AlongX() ? PathPoint{x, z} : AlongY() ? PathPoint{y, z} : PathPoint{x, y};
     }
     void Need(const Line& line, const std::string& letters)
     {
@@ -185,7 +181,7 @@ struct Walker {
     void TakeAngleArc(const Line& line)
     {
         Need(line, "XYZA");
-        const Point centre{line.Or('X', 0), line.Or('Y', 0)};
+        const PathPoint centre{line.Or('X', 0), line.Or('Y', 0)};
         const double radius = Between({X, Y}, centre);
         if (radius < Check.Tolerance)
             Tell("an arc around the place where the tool stands");
@@ -211,10 +207,11 @@ struct Walker {
         if (!line.HasCode(plane))
             Tell("an arc that is not in plane " + plane);
         Need(line, AlongX() ? "XIK" : AlongY() ? "YJK" : "XYIJ");
-        const Point start = InPlane();
-        const Point end = Target(line);
-        const Point offset{line.Or(AlongY() ? 'J' : 'I', 0), line.Or(AlongX() || AlongY() ? 'K' : 'J', 0)};
-        const Point centre{start.X + offset.X, start.Y + offset.Y};
+        const PathPoint start = InPlane();
+        const PathPoint end = Target(line);
+        const PathPoint offset{line.Or(AlongY() ? 'J' : 'I', 0),
+                               line.Or(AlongX() || AlongY() ? 'K' : 'J', 0)};
+        const PathPoint centre{start.X + offset.X, start.Y + offset.Y};
         if (Between(start, centre) < Check.Tolerance)
             Tell("an arc around the place where the tool stands");
         if (std::fabs(Between(start, centre) - Between(end, centre)) > Check.Tolerance + Slack)
@@ -224,9 +221,9 @@ struct Walker {
     void TakeFitArc(const Line& line)
     {
         Need(line, "XYIJ");
-        const Point start{X, Y};
-        const Point middle{line.Or('I', 0), line.Or('J', 0)};
-        const Point end{line.Or('X', 0), line.Or('Y', 0)};
+        const PathPoint start{X, Y};
+        const PathPoint middle{line.Or('I', 0), line.Or('J', 0)};
+        const PathPoint end{line.Or('X', 0), line.Or('Y', 0)};
         const double area =
             (middle.X - start.X) * (end.Y - start.Y) - (middle.Y - start.Y) * (end.X - start.X);
         if (area == 0)

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
+#include "state/run.h"
 
 namespace kv::test {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "support/plane.h"
 #include "support/program_checker.h"
 
 namespace kv::test {
@@ -12,31 +13,22 @@ namespace {
 constexpr double Degree = 180 / 3.14159265358979323846;
 constexpr double NoLength = 0.001; // drawing units
 
-struct Point {
-    double X = 0, Y = 0;
-};
-
-Point PlaceOf(const RouteSegment& record)
+PathPoint PlaceOf(const RouteSegment& record)
 {
     return {record.X, record.Y};
 }
 
-Point Centre(const RouteSegment& start)
+PathPoint Centre(const RouteSegment& start)
 {
     return {start.Aux1, start.Aux2};
 }
 
-double Between(const Point& a, const Point& b)
-{
-    return std::hypot(b.X - a.X, b.Y - a.Y);
-}
-
-Point On(const Point& centre, double radius, double angle)
+PathPoint On(const PathPoint& centre, double radius, double angle)
 {
     return {centre.X + radius * std::cos(angle / Degree), centre.Y + radius * std::sin(angle / Degree)};
 }
 
-double DirectionTo(const Point& a, const Point& b)
+double DirectionTo(const PathPoint& a, const PathPoint& b)
 {
     return std::atan2(b.Y - a.Y, b.X - a.X) * Degree;
 }
@@ -75,15 +67,15 @@ struct RouteWalker {
     RouteCheck Check;
     std::vector<std::string> Faults;
     std::vector<ToolPoint> Path; // Line is the record
-    Point Tool;
+    PathPoint Tool;
     bool Open = false;
 
     void Tell(std::size_t record, const std::string& what)
     {
         Faults.push_back("record " + std::to_string(record) + ": " + what);
     }
-    bool Near(const Point& a, const Point& b) const { return Between(a, b) <= Check.Tolerance; }
-    void GoTo(std::size_t record, bool opens, const Point& place)
+    bool Near(const PathPoint& a, const PathPoint& b) const { return Between(a, b) <= Check.Tolerance; }
+    void GoTo(std::size_t record, bool opens, const PathPoint& place)
     {
         Tool = place;
         Path.push_back({record, opens, place.X, place.Y, 0});
@@ -129,14 +121,14 @@ struct RouteWalker {
         const double radius = Between(PlaceOf(start), Centre(start));
         LookAtLength(i, radius);
         const double endRadius = Between(PlaceOf(end), Centre(start));
-        const Point byAngle = On(Centre(start), radius, end.Aux2);
+        const PathPoint byAngle = On(Centre(start), radius, end.Aux2);
         const bool angle = OnFace(start) && Check.AnglesHold;
         if (Check.EndsAtPoints && std::fabs(endRadius - radius) > Check.Tolerance)
             Tell(i + 1, "an arc that ends beside its circle");
         else if (Check.EndsAtPoints && angle && !Near(byAngle, PlaceOf(end)))
             Tell(i + 1, "an arc whose end angle points elsewhere");
         // The control knows the place where the tool stands, not that of the record.
-        const Point reached = On(Centre(start), Between(Tool, Centre(start)), end.Aux2);
+        const PathPoint reached = On(Centre(start), Between(Tool, Centre(start)), end.Aux2);
         GoTo(i + 1, false, angle ? reached : PlaceOf(end));
     }
     void TakePoint(std::size_t i)
@@ -202,7 +194,7 @@ std::vector<ToolPoint> WithoutLonePoints(const std::vector<ToolPoint>& path)
 struct Element {
     std::size_t Record = 0;
     bool IsArc = false;
-    Point From, To;
+    PathPoint From, To;
     double Starts = 0, Ends = 0;
 };
 
@@ -244,16 +236,16 @@ int ToolSideOf(const RouteSegment& record)
     return comp == "G41" ? 1 : comp == "G42" ? -1 : 0;
 }
 
-bool LiesOn(int side, const Point& joint, double direction, const Point& far)
+bool LiesOn(int side, const PathPoint& joint, double direction, const PathPoint& far)
 {
-    const Point way = On({0, 0}, 1, direction);
+    const PathPoint way = On({0, 0}, 1, direction);
     return side * (way.X * (far.Y - joint.Y) - way.Y * (far.X - joint.X)) > 0;
 }
 
 struct Lead {
     const Element& Arc;
     double AtArc, AtRoute; // directions where they meet
-    Point Joint, Far;
+    PathPoint Joint, Far;
 };
 
 void LookAtLead(std::vector<std::string>& faults, const Lead& lead, int side, const LeadCheck& check)

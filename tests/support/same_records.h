@@ -7,7 +7,7 @@
 #include <tuple>
 #include <vector>
 
-#include "conversion/records.h"
+#include "state/records.h"
 
 namespace kv {
 

@@ -6,16 +6,16 @@
 
 #include <gtest/gtest.h>
 
-#include "conversion/job_driver.h"
-#include "conversion/layer_rules.h"
-#include "conversion/run.h"
+#include "drawing/layer_rules.h"
+#include "job/job_driver.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "shell/report.h"
-#include "shell/settings.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "writers/program_writers.h"
 
 namespace kv::test {

@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
@@ -18,9 +17,10 @@
 #include "platform/numbers.h"
 #include "platform/processes.h"
 #include "platform/scratch_folder.h"
-#include "shell/report.h"
-#include "shell/settings.h"
-#include "shell/shell_state.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
 #include "toolchain/viewers.h"
 #include "writers/program_writers.h"
 

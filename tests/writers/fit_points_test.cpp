@@ -1,5 +1,6 @@
 // Arcs through three points: start, middle, end.
-#include "writers/route_records.h"
+#include "writers/cnc/route_records.h"
+#include "writers/writer_memory.h"
 
 namespace kv {
 namespace {

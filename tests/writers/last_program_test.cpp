@@ -1,5 +1,5 @@
 // The last written program, by which a viewer finds it when the drawing is done with.
-#include "writers/evolution_scene.h"
+#include "writers/evolution/evolution_scene.h"
 
 namespace kv {
 namespace {

@@ -10,9 +10,9 @@
 #include <limits>
 #include <random>
 
-#include "conversion/run.h"
 #include "platform/run_error.h"
-#include "shell/settings.h"
+#include "state/run.h"
+#include "state/settings.h"
 
 namespace kv {
 namespace {

@@ -2,7 +2,7 @@
 #include <limits>
 
 #include "support/program_checker.h"
-#include "writers/route_records.h"
+#include "writers/cnc/route_records.h"
 
 namespace kv {
 namespace {

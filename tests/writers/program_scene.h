@@ -16,15 +16,14 @@
 #include <string>
 #include <vector>
 
-#include "conversion/run.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/paths.h"
-#include "shell/report.h"
-#include "shell/settings.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
 #include "support/host.h"
-#include "writers/cnc_writer.h"
 #include "writers/program_families.h"
 #include "writers/program_writers.h"
 

@@ -1,0 +1,55 @@
+// A text's meaning comes from its layer; the first test that holds applies. Needs CurrentEntity;
+// leaves part name, description, notes and literal G-code in Run.
+#include "drawing/drawing_texts.h"
+
+#include "drawing/layer_rules.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "state/report.h"
+
+namespace kv {
+
+namespace {
+
+void TakePartName(std::string& partNameLine)
+{
+    const std::string upper = UpperCase(CurrentEntity.Text);
+    if (upper != UpperCase(FileNameOf(Run.PartName)))
+        partNameLine = "USING \"" + upper + "\" FOR THE PART NAME";
+    Run.PartName = CurrentEntity.Text;
+}
+
+void AppendLine(std::vector<std::string>& lines, std::string_view line)
+{
+    if (lines.empty())
+        lines.emplace_back(); // lines count from 1
+    lines.emplace_back(line);
+}
+
+} // namespace
+
+void TakeDrawingText(std::string& partNameLine)
+{
+    const std::string_view layer = Trim(CurrentEntity.Layer);
+    const std::string_view text = CurrentEntity.Text;
+    if (layer == "NAME") {
+        TakePartName(partNameLine);
+    } else if (BeginsWith(layer, "DESCR")) {
+        Run.PartDescription = Trim(text);
+    } else if (Holds(layer, "BORDER") && BeginsWith(TrimLeft(text), "DESC")) {
+        const std::string_view line = TrimLeft(text);
+        const std::size_t blank = line.find(' ');
+        Run.PartDescription = blank == std::string_view::npos ? line : line.substr(blank + 1);
+        ReportMessage(1, Run.PartDescription);
+    } else if (Holds(layer, "CNCNOT")) {
+        AppendLine(Run.CncNotes, text);
+    } else if (layer == "GCODE1") {
+        AppendLine(Run.GCode1, Trim(text));
+    } else if (layer == "GCODE2") {
+        AppendLine(Run.GCode2, Trim(text));
+    } else if (layer == "GCODE3") {
+        AppendLine(Run.GCode3, Trim(text));
+    }
+}
+
+} // namespace kv

@@ -1,0 +1,211 @@
+// From a job line to the drawing's programs. The order of the steps is fixed: a later one relies on
+// what the earlier ones left. The only place where a RunError ends: the job fails with one line, and
+// the process is fit for the next job.
+#include "job/job_driver.h"
+
+#include <new>
+
+#include "drawing/border.h"
+#include "drawing/dxf_reader.h"
+#include "drawing/instructions.h"
+#include "drawing/layer_rules.h"
+#include "drawing/operations.h"
+#include "drawing/route_entities.h"
+#include "drawing/run_parameters.h"
+#include "drilling/drill_tour.h"
+#include "drilling/groove_passes.h"
+#include "drilling/hbore_lines.h"
+#include "drilling/optimize_drilling.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "routes/depth_passes.h"
+#include "routes/leads.h"
+#include "routes/pockets.h"
+#include "routes/route_chains.h"
+#include "routes/route_sides.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "writers/cut_list.h"
+#include "writers/program_writers.h"
+
+namespace kv {
+
+StageHooks Stages;
+
+namespace {
+
+constexpr char PartSeparator = '\xFF'; // between the file and the part name of a job line
+
+// Settles SourceFile, SourceName, SourceFolder and PartName.
+void ReadJobLine(std::string& jobLine)
+{
+    jobLine = std::string(Trim(jobLine));
+    std::size_t length = jobLine.find(PartSeparator);
+    if (length == std::string::npos || length == 0)
+        length = jobLine.size(); // a "^" alone does not split the name
+    ReplaceChar(jobLine, PartSeparator, '^');
+    Run.SourceFile = jobLine.substr(0, length);
+    std::string_view part = TrimLeft(std::string_view(jobLine).substr(length));
+    if (BeginsWith(part, "^"))
+        part.remove_prefix(1);
+    Run.PartName = part;
+    Run.SourceName = FileNameOf(Run.SourceFile);
+    if (Run.PartName.empty())
+        Run.PartName = Run.SourceName;
+    const std::size_t extension = UpperCase(Run.PartName).find(".DXF");
+    if (extension != std::string::npos)
+        Run.PartName.resize(extension);
+    if (!Holds(UpperCase(Run.SourceFile), ".DXF"))
+        Run.SourceFile += ".DXF";
+    Run.SourceFolder = FolderOf(Run.SourceFile);
+}
+
+// One row of the report, whatever bytes of the drawing a cause quotes: a carriage return would begin
+// a second row.
+void FailJob(std::string line)
+{
+    for (char& c : line)
+        if (static_cast<unsigned char>(c) < ' ')
+            c = '?';
+    ReportMessage(1, line);
+    AddFailedFile(Run.SourceFile);
+    Run.RunFailed = True;
+}
+
+// What no pass handles: one line, arrays emptied, no cut list entry.
+void EndByError(const std::string& cause)
+{
+    FailJob(ShownPath(Run.SourceFile) + ": " + cause);
+    ReleaseRunArrays();
+    Run.ProgramFileName.clear();
+}
+
+void ReadAndConvert()
+{
+    if (!FileExists(Run.SourceFile)) {
+        if (FolderExists(Run.SourceFile))
+            FailJob(ShownPath(Run.SourceFile) + ": Is a folder, no drawing");
+        else
+            FailJob(ShownPath(Run.SourceFile) + "  NOT FOUND");
+        return;
+    }
+    const std::string part = FileNameOf(Run.PartName);
+    ReportMessage(1, Trim(part).empty() ? Run.SourceName : part);
+    ReadDrawing(Run.SourceFile);
+    if (Run.RunFailed == False)
+        ConvertDrawing();
+}
+
+void StageDone(std::string_view stage)
+{
+    if (Stages.Done != nullptr)
+        Stages.Done(stage);
+}
+
+void EndRun()
+{
+    ReleaseRunArrays();
+    Run.ProgramFileName.clear();
+}
+
+} // namespace
+
+void ConvertDrawing()
+{
+    // 1. Reset.
+    ResetRun();
+    CurrentEntity.SearchNotes = False;
+    StageDone("entities");
+    // 2. Instructions of the drawing.
+    if (!Run.InstructionLayer.empty()) {
+        SetMeter(Meter::ReadingInfo, 100);
+        ReadInstructions();
+    }
+    // 3. and 4. Layer names.
+    SetMeter(Meter::Processing, 1);
+    RewriteLayerCodes();
+    ExpandLayerPasses();
+    StageDone("layers");
+    // 5. to 7. The panel, its unit, the run's parameters.
+    if (!FindPanel() || !AnalyseBorder())
+        return;
+    SettleOriginAndUnits();
+    SettleRunParameters();
+    StageDone("border");
+    // 8. and 9. Bores, grooves and texts.
+    ReadOperations();
+    ReportPartNameLine();
+    if (!Run.PartDescription.empty())
+        ReportMessage(1, "Descr: " + Run.PartDescription);
+    StageDone("operations");
+    // 10. A drawing without code.
+    if (Run.NoCode != False) {
+        if (!Stages.StopBeforeWriters)
+            WriteCutListEntry();
+        EndRun();
+        ReportMessage(1, "Code Generation Turned Off in Drawing");
+        return;
+    }
+    // 11. Routes.
+    ReadRoutePasses();
+    StageDone("routes");
+    // 12. to 14. Saw passes, bores in the edges, chains of routes.
+    Entities.Clear();
+    ExpandGrooves();
+    BuildHorizontalBores();
+    DropDeadSegments();
+    CloseLoneCircles();
+    if (!ChainRoutes()) {
+        ReportMessage(1, " USER ABORTED ");
+        Run.RunFailed = True;
+        return;
+    }
+    StageDone("chained");
+    // 15. Pockets and the drill tour.
+    SetMeter(Meter::Processing, 100);
+    ExcavatePockets();
+    StageDone("pockets");
+    OrderBores();
+    HeadPositions.Clear();
+    StageDone("tour");
+    // 16. Stops of the drill head.
+    const bool optimize = Val(Config.Optimizer) != 0 || Run.OptimizeFlag != False;
+    if (optimize && VBores.Last() >= 1)
+        OptimizeDrilling();
+    StageDone("optimized");
+    // 17. to 19. Depths, sides and leads of routes.
+    ReseamClosedPolylines();
+    OscillateZ();
+    SplitDepthPasses();
+    AssignRouteSides();
+    SynthesizeLeads();
+    StageDone("leads");
+    // 20. The machine's corner.
+    ApplyMachineOrigin();
+    StageDone("final");
+    // 21. and 22. Programs and cut list; the list also when a program failed.
+    if (!Stages.StopBeforeWriters) {
+        RunProgramWriters();
+        WriteCutListEntry();
+    }
+    // 23. Release.
+    EndRun();
+}
+
+void ProcessDrawingFile(std::string& jobLine)
+{
+    Run.RunStartTime = static_cast<Single>(SecondsSinceMidnight());
+    ReadJobLine(jobLine);
+    try {
+        ReadAndConvert();
+    } catch (const RunError& error) {
+        EndByError(error.Cause);
+    } catch (const std::bad_alloc&) {
+        EndByError("Out of memory");
+    }
+}
+
+} // namespace kv

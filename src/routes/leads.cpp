@@ -1,0 +1,116 @@
+// Gives each route its lead-in and lead-out: closed compensated contours first, then what ends at the
+// border. Relies on the routes' order and marks. Leaves the list rebuilt, the leads' records in place.
+// Routes do not influence each other, so each is planned from the records as they were.
+#include "routes/leads.h"
+
+#include <optional>
+
+#include "routes/border_leads.h"
+#include "routes/contour_leads.h"
+#include "routes/route_runs.h"
+#include "state/report.h"
+
+namespace kv {
+
+namespace {
+
+using Records = std::vector<RouteSegment>;
+
+// A contour's start mark is two records in front of it, of which the second is no point of the way.
+bool OpensAStartMark(const RouteSegment& record, const RouteSegment& next)
+{
+    return record.Kind == -4 && StartsRoute(record) && KindOf(next) == 4 && !StartsRoute(next);
+}
+
+// The contour behind a mark becomes the route's start, so that it gets the leads.
+Records WithoutStartMarks()
+{
+    Records kept;
+    bool opensRoute = false;
+    for (Long i = 1; i <= RouteSegments.Last(); ++i) {
+        RouteSegment record = RouteSegments[i];
+        if (opensRoute)
+            record.Dir = RouteStart;
+        opensRoute = i < RouteSegments.Last() && OpensAStartMark(record, RouteSegments[i + 1]);
+        if (opensRoute)
+            ++i;
+        else
+            kept.push_back(record);
+    }
+    return kept;
+}
+
+Records WithoutDeadRecords(const Records& records)
+{
+    Records kept;
+    bool opensRoute = false;
+    for (RouteSegment record : records) {
+        if (opensRoute)
+            record.Dir = RouteStart;
+        opensRoute = record.Kind == 0 && StartsRoute(record);
+        if (record.Kind != 0)
+            kept.push_back(record);
+    }
+    return kept;
+}
+
+struct LedRoute {
+    Records Route;
+    LeadValues Values;
+    std::optional<RouteLeads> Leads;
+};
+
+// The records cut at each route's first one; those in front of the first route stand as a piece too.
+std::vector<LedRoute> RoutesOf(const Records& records)
+{
+    std::vector<LedRoute> routes;
+    for (const RouteSegment& record : records) {
+        if (routes.empty() || StartsRoute(record))
+            routes.emplace_back();
+        routes.back().Route.push_back(record);
+    }
+    for (LedRoute& led : routes) {
+        const RouteSegment& start = led.Route.front();
+        led.Values = LeadValuesOf(start.LeadIn, start.RampOut, start.RampIn);
+    }
+    return routes;
+}
+
+// A route that ends in a start mark is what a pocket leaves behind: it is entered in the waste.
+bool TakesLeads(const Records& route)
+{
+    return StartsRoute(route.front()) && route.size() >= 2 && KindOf(route.back()) != 4;
+}
+
+void StoreRoutes(const std::vector<LedRoute>& routes)
+{
+    Records records;
+    for (const LedRoute& led : routes) {
+        if (led.Leads)
+            AppendWithLeads(records, led.Route, *led.Leads);
+        else
+            records.insert(records.end(), led.Route.begin(), led.Route.end());
+    }
+    StoreSegments(records);
+}
+
+} // namespace
+
+void SynthesizeLeads()
+{
+    if (!LeadsWanted())
+        return;
+    SetMeter(Meter::SynLeads, 10);
+    std::vector<LedRoute> routes = RoutesOf(WithoutDeadRecords(WithoutStartMarks()));
+    SetMeter(Meter::SynLeads, 60);
+    for (LedRoute& led : routes)
+        if (TakesLeads(led.Route))
+            led.Leads = ContourLeads(led.Route, led.Values);
+    SetMeter(Meter::SynLeads, 100);
+    for (LedRoute& led : routes)
+        if (!led.Leads && TakesLeads(led.Route))
+            led.Leads = BorderLeads(led.Route, led.Values.Length);
+    StoreRoutes(routes);
+}
+
+} // namespace kv

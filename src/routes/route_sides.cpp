@@ -1,0 +1,142 @@
+// Routes drawn in a view of an edge, around the face. A route belongs to the view that holds most of
+// its points. Needs the extents of the views and routes whose first records are marked; leaves sides
+// and coordinates as the control system reads them.
+#include "routes/route_sides.h"
+
+#include <array>
+
+#include "routes/route_runs.h"
+#include "state/run.h"
+
+namespace kv {
+
+namespace {
+
+constexpr Int Evolution = 2; // control system; the two others share one form
+
+// Where a point of a view goes.
+struct ViewMap {
+    std::size_t Side;
+    bool Mirrors; // arcs and bulges turn the other way
+    PlanePoint (*Place)(const PlanePoint& point);
+};
+
+double FromOriginX(double x)
+{
+    return x - Run.OriginX;
+}
+
+double FromOriginY(double y)
+{
+    return y - Run.OriginY;
+}
+
+PlanePoint FromOrigin(const PlanePoint& p)
+{
+    return {FromOriginX(p.X), FromOriginY(p.Y)};
+}
+
+PlanePoint Above(const PlanePoint& p)
+{
+    const double thickness = Run.PartThickness;
+    return {FromOriginX(p.X), 2 * thickness + Run.SideHeight[Face] - FromOriginY(p.Y)};
+}
+
+PlanePoint AlongX(const PlanePoint& p)
+{
+    return {FromOriginX(p.X), p.Y};
+}
+
+PlanePoint AlongY(const PlanePoint& p)
+{
+    return {p.X, FromOriginY(p.Y)};
+}
+
+PlanePoint Left(const PlanePoint& p)
+{
+    return {FromOriginY(p.Y), p.X - Run.SideMinX[3]};
+}
+
+PlanePoint Right(const PlanePoint& p)
+{
+    const double end = static_cast<double>(Run.SideMinX[4]) + Run.SideWidth[4];
+    return {FromOriginY(p.Y), end - p.X};
+}
+
+constexpr ViewMap EvolutionViews[] = {
+    {1, true, Above}, {2, false, AlongX}, {3, true, Left}, {4, false, Right}, {5, false, FromOrigin},
+};
+constexpr ViewMap OtherViews[] = {
+    {1, false, AlongX}, {2, false, AlongX}, {3, false, AlongY}, {4, false, AlongY}, {5, false, FromOrigin},
+};
+
+const ViewMap& MapOf(std::size_t side)
+{
+    return Run.ControlType == Evolution ? EvolutionViews[side - 1] : OtherViews[side - 1];
+}
+
+// The first view whose extents hold the point, else the face. A view that the drawing does not show
+// has empty extents.
+std::size_t ViewOf(const PlanePoint& p)
+{
+    const double marginX = Run.SideMarginX;
+    const double marginY = Run.SideMarginY;
+    for (std::size_t side = 1; side < Face; ++side)
+        if (p.X > Run.SideMinX[side] - marginX && p.X < Run.SideMaxX[side] + marginX &&
+            p.Y > Run.SideMinY[side] - marginY && p.Y < Run.SideMaxY[side] + marginY)
+            return side;
+    return Face;
+}
+
+// The view with most of the points; of equal ones the lowest.
+std::size_t ViewOfRoute(Long first, Long last)
+{
+    std::array<Long, Face + 1> counts{};
+    for (Long i = first; i <= last; ++i)
+        ++counts[ViewOf(PointOf(RouteSegments[i]))];
+    std::size_t view = 1;
+    for (std::size_t side = 2; side <= Face; ++side)
+        if (counts[side] > counts[view])
+            view = side;
+    return view;
+}
+
+void MoveInto(const ViewMap& view, RouteSegment& record)
+{
+    record.Side = static_cast<Int>(view.Side);
+    PlaceAt(record, view.Place(PointOf(record)));
+    if (record.Kind == -3) {
+        const PlanePoint centre = view.Place(CentreOf(record));
+        record.Aux1 = ToSingle(centre.X);
+        record.Aux2 = ToSingle(centre.Y);
+    }
+    if (!view.Mirrors)
+        return;
+    if (record.Kind == 3)
+        record.Dir = static_cast<Int>(~record.Dir); // its angles stay
+    if (record.Kind == -5)                          // the bulges of the further vertices stay
+        record.Aux2 = -record.Aux2;
+}
+
+} // namespace
+
+void AssignRouteSides()
+{
+    for (Long first = 1; first <= RouteSegments.Last();) {
+        const Long last = LastOfRoute(first);
+        const ViewMap& view = MapOf(ViewOfRoute(first, last)); // by all points as drawn
+        for (Long i = first; i <= last; ++i)
+            MoveInto(view, RouteSegments[i]);
+        first = last + 1;
+    }
+    for (RouteCircle* circle = RouteCircles.begin() + 1; circle < RouteCircles.end(); ++circle) {
+        const PlanePoint centre{circle->X, circle->Y};
+        circle->Side = static_cast<Int>(ViewOf(centre));
+        if (circle->Side != Face)
+            continue;
+        circle->X = ToSingle(FromOriginX(centre.X));
+        circle->Y = ToSingle(FromOriginY(centre.Y));
+    }
+}
+
+} // namespace kv

@@ -1,0 +1,79 @@
+// Storage of the shared state, and the one place that says what survives from drawing to drawing.
+#include "state/run.h"
+
+namespace kv {
+
+RecordArray<DxfEntity> Entities;
+std::vector<std::string> EntityTexts(1);
+RecordArray<VBoreRecord> VBores;
+RecordArray<RouteSegment> RouteSegments;
+RecordArray<RouteCircle> RouteCircles;
+RecordArray<GrooveRecord> Grooves;
+RecordArray<GroovePass> GroovePasses;
+RecordArray<HBoreLineRecord> HBoreLines;
+RecordArray<HBoreRecord> HBores;
+RecordArray<HeadPosition> HeadPositions;
+RunBlock Run;
+
+namespace {
+
+void ClearOperationArrays()
+{
+    VBores.Clear();
+    RouteSegments.Clear();
+    RouteCircles.Clear();
+    Grooves.Clear();
+    GroovePasses.Clear();
+    HBoreLines.Clear();
+    HBores.Clear();
+    HeadPositions.Clear();
+}
+
+} // namespace
+
+void ResetRun()
+{
+    RunBlock fresh;
+    // What survives.
+    fresh.RunStartTime = Run.RunStartTime;
+    fresh.SourceFile = Run.SourceFile;
+    fresh.SourceName = Run.SourceName;
+    fresh.PartName = Run.PartName;
+    fresh.RunState = Run.RunState;
+    fresh.RunFailed = Run.RunFailed;
+    fresh.FailedFiles = Run.FailedFiles;
+    fresh.InstructionLayer = Run.InstructionLayer;
+    fresh.ControlType = Run.ControlType;
+    fresh.Outfit = Run.Outfit;
+    fresh.OptimizeFlag = Run.OptimizeFlag;
+    fresh.OptimizeSide = Run.OptimizeSide;
+    fresh.SequenceName = Run.SequenceName;
+    fresh.MinSequence = Run.MinSequence;
+    fresh.CncOff = Run.CncOff;
+    fresh.HbdOff = Run.HbdOff;
+
+    fresh.SideMinX.fill(EmptyMin);
+    fresh.SideMinY.fill(EmptyMin);
+    fresh.SideMaxX.fill(EmptyMax);
+    fresh.SideMaxY.fill(EmptyMax);
+    fresh.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE"};
+    fresh.EntityCount = Entities.Last();
+    Run = std::move(fresh);
+    ClearOperationArrays();
+}
+
+void ReleaseRunArrays()
+{
+    Entities.Clear();
+    EntityTexts.assign(1, {});
+    ClearOperationArrays();
+}
+
+void AddFailedFile(std::string_view path)
+{
+    if (Run.FailedFiles.empty())
+        Run.FailedFiles.emplace_back(); // the first entry stands at index 1
+    Run.FailedFiles.emplace_back(path);
+}
+
+} // namespace kv

@@ -1,0 +1,261 @@
+// Wiring of the main window: every click, key and tick goes to a rule of the shell, and what the shell
+// tells comes back by its hooks. Relies on the control tables for all words. The hooks are plain
+// functions, so the one window stands behind a pointer of this file.
+#include "window/main_window.h"
+
+#include <chrono>
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QShortcut>
+
+#include "platform/dialogs.h"
+#include "platform/events.h"
+#include "shell/autostart.h"
+#include "shell/control_tables.h"
+#include "shell/conversion_start.h"
+#include "shell/file_list.h"
+#include "shell/main_window_rules.h"
+#include "shell/start_up.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
+#include "toolchain/viewers.h"
+#include "window/dialogs.h"
+#include "window/event_pump.h"
+
+namespace kv {
+
+namespace {
+
+constexpr int FastMeterTick = 25; // ms
+
+MainWindow* TheWindow = nullptr;
+
+void AskToAbort()
+{
+    Run.RunState = 1;
+}
+
+// The meters' timer has two speeds; it ticks at the faster one and counts.
+void TickMetersInTime()
+{
+    using std::chrono::steady_clock;
+    static steady_clock::time_point last;
+    const steady_clock::time_point now = steady_clock::now();
+    const int interval = MeterInterval();
+    // A tick comes early as often as late.
+    if (interval <= 0 || now - last < std::chrono::milliseconds(interval - FastMeterTick / 2))
+        return;
+    last = now;
+    TickMeters();
+}
+
+void InstallTips(bool on)
+{
+    ShowTips(*TheWindow->centralWidget(), "Form1", on);
+    ShowDialogTips(on);
+}
+
+QString MenuText(std::string_view name)
+{
+    const ControlRow* const row = FindControl("Form1", name);
+    return row != nullptr ? WithAltLetter(row->Caption, row->Mnemonic) : QString();
+}
+
+} // namespace
+
+MainWindow::MainWindow()
+    : LabDXFPath(ControlMaker{"Form1"}.Label("LabDXFPath")), List1(new FileListView), List2(new ReportView),
+      Start(ControlMaker{"Form1"}.Button("Start")), BtnAbort(ControlMaker{"Form1"}.Button("BtnAbort")),
+      CmdDF(ControlMaker{"Form1"}.Button("CmdDF")), EX1(ControlMaker{"Form1"}.Button("EX1")),
+      Frame1(ControlMaker{"Form1"}.Frame("Frame1"))
+{
+    TheWindow = this;
+    setObjectName(QStringLiteral("Form1"));
+    setWindowTitle(Shown(ProductName));
+    ForgetMainWindowLayout();
+    Arrange(4);
+    LayOut();
+    MakeMenus();
+    WireButtons();
+    InstallHooks();
+    StartTimers();
+    ShowSettings();
+    ShowState();
+}
+
+MainWindow::~MainWindow()
+{
+    ForgetDialogs();
+    Events.Pump = nullptr;
+    Report = {};
+    FileListWindow = {};
+    ShellWindow = {};
+    Tips = {};
+    Dialogs = {};
+    TheWindow = nullptr;
+}
+
+void MainWindow::InstallHooks()
+{
+    Report.ShowRow = [](const ReportRow& row) { TheWindow->List2->Add(row); };
+    Report.ClearRows = [] { TheWindow->List2->Clear(); };
+    Report.MeterMoved = [](Meter meter, int percent) { TheWindow->Status.Move(meter, percent); };
+    Events.Pump = [] { PumpEvents([] { TheWindow->List2->ShowWaiting(); }); };
+    FileListWindow.RowsChanged = [] {
+        TheWindow->List1->ShowRows();
+        TheWindow->ShowListedFolder();
+    };
+    FileListWindow.SelectionChanged = [] { TheWindow->List1->ShowSelection(); };
+    ShellWindow.Changed = [] { TheWindow->ShowState(); };
+    ShellWindow.Focus = [](FocusPlace place) {
+        if (place == FocusPlace::Start)
+            TheWindow->Start->setFocus();
+        else
+            TheWindow->List1->setFocus();
+    };
+    Tips.Install = InstallTips;
+    InstallBoxes(*this);
+}
+
+void MainWindow::WireButtons()
+{
+    connect(Start, &QPushButton::pressed, this, [] { PressStart(); });
+    connect(Start, &QPushButton::clicked, this, [] { StartConversion(); });
+    connect(BtnAbort, &QPushButton::clicked, this, [] { AskToAbort(); });
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, [] {
+        if (Shell.BtnAbortShown)
+            AskToAbort();
+    });
+    connect(CmdDF, &QPushButton::clicked, this, [this] {
+        Arrange(3);
+        DoEvents();
+        GiveFocus(FocusPlace::List1);
+    });
+    connect(EX1, &QPushButton::clicked, this, [this] { AskToClose(); });
+    for (QPushButton* const button : {Start, BtnAbort, CmdDF, EX1})
+        button->setAutoDefault(true); // Enter presses the button that has the focus
+    List1->Process = [] { StartConversion(); };
+    List1->Dropped = [](const std::vector<std::string>& paths) { ConvertDroppedDrawings(paths); };
+    Defaults.DialogClosed = [this] { ShowSettings(); };
+    Defaults.Frame2->installEventFilter(this);
+}
+
+void MainWindow::MakeMenus()
+{
+    QMenu* const help = menuBar()->addMenu(MenuText("MnuHelp"));
+    help->setObjectName(QStringLiteral("MnuHelp"));
+    const auto item = [this, help](std::string_view name, auto&& act) {
+        QAction* const action = help->addAction(MenuText(name));
+        action->setObjectName(Shown(name));
+        connect(action, &QAction::triggered, this, act);
+        return action;
+    };
+    item("MnuOnLineManual", [] { StartHelp("OLHelp"); })->setShortcut(QKeySequence::HelpContents);
+    item("MnuHelpFile", [] { StartHelp("Help"); });
+    help->addSeparator();
+    item("MnuAbout", [] { ShowAbout(); });
+}
+
+void MainWindow::StartTimers()
+{
+    LoadDr.setInterval(LoadDrInterval);
+    connect(&LoadDr, &QTimer::timeout, this, [] { RefreshFileList(); });
+    Timer1.setInterval(Timer1Interval);
+    connect(&Timer1, &QTimer::timeout, this, [this] { Tick(); });
+    PBTimer.setInterval(FastMeterTick);
+    connect(&PBTimer, &QTimer::timeout, this, [] { TickMetersInTime(); });
+}
+
+void MainWindow::Tick()
+{
+    AutostartTick();
+    if (!Shell.Ended || Closed)
+        return;
+    // The program ends by itself: nothing of the settings is saved.
+    Closed = true;
+    ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
+    if (Ended)
+        Ended();
+}
+
+void MainWindow::ShowLoaded()
+{
+    List1->ShowWidths();
+    Defaults.ShowSequence();
+    ShowSettings();
+    Arrange(4);
+}
+
+void MainWindow::ShowSettings()
+{
+    Defaults.Show();
+    ShowState();
+}
+
+void MainWindow::ShowListedFolder()
+{
+    const QString folder = ShownAsPath(FileList.LabDXFPath);
+    LabDXFPath->setText(folder);
+    LabDXFPath->setToolTip(folder); // a long one does not fit
+}
+
+void MainWindow::ShowState()
+{
+    const auto run = [](QTimer& timer, bool on) {
+        if (on != timer.isActive())
+            on ? timer.start() : timer.stop();
+    };
+    run(LoadDr, Shell.LoadDr);
+    run(Timer1, Shell.Timer1);
+    run(PBTimer, Shell.RunActive);
+    Start->setEnabled(Shell.StartEnabled);
+    Defaults.Frame2->setEnabled(Shell.Frame2Enabled);
+    BtnAbort->setVisible(Shell.BtnAbortShown);
+    // Hidden only after it has been seen: it is made long before it is shown.
+    if (!Shell.Form1Shown && isVisible())
+        hide();
+    else if (Shell.Form1Shown && testAttribute(Qt::WA_WState_ExplicitShowHide) && isHidden() && !Closed)
+        show();
+    if (!CloseBehindRun || Shell.RunActive)
+        return;
+    CloseBehindRun = false;
+    QTimer::singleShot(0, this, [this] { close(); });
+}
+
+bool MainWindow::eventFilter(QObject* object, QEvent* event)
+{
+    if (object == Defaults.Frame2 && event->type() == QEvent::MouseButtonRelease)
+        ExchangeSettings(true);
+    return QMainWindow::eventFilter(object, event);
+}
+
+void MainWindow::AskToClose()
+{
+    close();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (Shell.RunActive) {
+        // The run is on the stack below: it ends first.
+        AskToAbort();
+        CloseBehindRun = true;
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (Closed)
+        return;
+    Closed = true;
+    LoadDr.stop();
+    Timer1.stop();
+    SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
+    StopShell();
+    if (Ended)
+        Ended();
+}
+
+} // namespace kv

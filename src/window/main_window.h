@@ -1,0 +1,72 @@
+// The program's one working window, Form1.
+#pragma once
+
+#include <functional>
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTimer>
+
+#include "window/default_settings.h"
+#include "window/file_list_view.h"
+#include "window/meters.h"
+#include "window/report_view.h"
+
+namespace kv {
+
+// The whole life of the window program; gives its exit status.
+int RunWindow(int argc, char** argv);
+
+// While it lives, the hooks of the report, the list, the shell, the tips and the events are its own.
+class MainWindow : public QMainWindow {
+  public:
+    MainWindow();
+    ~MainWindow() override;
+
+    // Behind StartShell: all that the settings say of the window.
+    void ShowLoaded();
+    void ShowSettings();
+    void ShowState(); // of Shell
+    // Two steps of the program's life, in twips of the screen.
+    void CentreOnScreen();
+    void RestorePosition();
+    void ComeToFront();
+    // Like the close box; during a run the run is aborted first.
+    void AskToClose();
+
+    // The window is gone, or the program ends by itself: what the program does then.
+    std::function<void()> Ended;
+
+    QLabel* LabDXFPath;
+    FileListView* List1;
+    ReportView* List2;
+    Meters Status;
+    QPushButton *Start, *BtnAbort, *CmdDF, *EX1;
+    DefaultSettings Defaults;
+    QTimer LoadDr, Timer1, PBTimer;
+
+  protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void LayOut();
+    void WireButtons();
+    void MakeMenus();
+    void StartTimers();
+    void InstallHooks();
+    void Arrange(int code);
+    void ShowListedFolder();
+    void Tick();
+    int Pixels(double twips) const;
+    int Twips(int pixels) const;
+
+    QGroupBox* Frame1;
+    bool CloseBehindRun = false;
+    bool Closed = false;
+};
+
+} // namespace kv

@@ -1,0 +1,29 @@
+// Optimizer Settings: how a Genesis Evolution program sorts its operations. Relies on setup_rules.h;
+// leaves the choice in Config at each click and, by OK, the sorting grid in its file.
+#pragma once
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QTabWidget>
+
+#include "window/bindings.h"
+#include "window/grid_editor.h"
+
+namespace kv {
+
+class OptSetDialog : public QDialog {
+  public:
+    explicit OptSetDialog(QWidget& parent);
+
+    void Open();
+    void accept() override;
+
+  private:
+    void ShowSortMode();
+
+    QTabWidget* Tabs;
+    QButtonGroup* Modes;
+    GridEditor* Sorting;
+};
+
+} // namespace kv

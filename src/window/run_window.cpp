@@ -1,0 +1,210 @@
+// The life of the window program: the words it was called with, the installation, one instance, the
+// start-up in its order, and the end. What a shell asks for in words is answered without a screen.
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "platform/command_words.h"
+#include "platform/files.h"
+#include "platform/instance.h"
+#include "platform/keys.h"
+#include "platform/paths.h"
+#include "platform/processes.h"
+#include "platform/terminal.h"
+#include "platform/text.h"
+#include "shell/start_up.h"
+#include "state/settings.h"
+#include "state/shell_state.h"
+#include "window/dialogs.h"
+#include "window/main_window.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::chrono::seconds NobodyThere{60};
+constexpr int ExitDone = 0, ExitSomeFailed = 1, ExitUsage = 2;
+
+constexpr char HelpText[] =
+    "Usage: KV90WIN [--home DIR] [DRAWING] [/S] [/K] [/V]\n"
+    "\n"
+    "Opens the operator's window on the installation. With a drawing it is converted and the program ends.\n"
+    "\n"
+    "  --home DIR  folder of the installation (KV90.INI); else KORVANTI_HOME names it\n"
+    "  /S          run BATCH.LST of the source folder, whatever Setup says\n"
+    "  /K          end after a batch\n"
+    "  /V          show the graphic after an automatic job\n"
+    "  --help      this text\n"
+    "  --version   the version\n";
+
+struct Call {
+    std::string Home;
+    std::vector<std::string> Words; // as typed
+    std::string Fault;              // of the usage
+    bool Help = false, Version = false;
+};
+
+Call ReadCall(const std::vector<std::string>& words)
+{
+    Call call;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (word == "--help")
+            call.Help = true;
+        else if (word == "--version")
+            call.Version = true;
+        else if (word == "--home" && i + 1 < words.size())
+            call.Home = words[++i];
+        else if (word == "--home")
+            call.Fault = "--home needs a folder";
+        else if (BeginsWith(word, "--home="))
+            call.Home = word.substr(word.find('=') + 1);
+        else if (BeginsWith(word, "--"))
+            call.Fault = "there is no option " + word;
+        else
+            call.Words.push_back(word);
+    }
+    return call;
+}
+
+// What the toolkit has not taken for itself.
+std::vector<std::string> WordsLeft()
+{
+    std::vector<std::string> words;
+    const QStringList left = QCoreApplication::arguments();
+    for (qsizetype i = 1; i < left.size(); ++i)
+        words.push_back(left[i].toStdString());
+    return words;
+}
+
+// To the caller's stream. A desktop has none: there a box says it, for a minute, as nobody may sit there.
+void Tell(const std::string& text, StandardStream stream)
+{
+    if (ReachesCaller(stream)) {
+        PrepareStreams();
+        std::fputs(text.c_str(), stream == StandardStream::Output ? stdout : stderr);
+        RestoreStreams();
+        return;
+    }
+    QMessageBox box(QMessageBox::NoIcon, Shown(ProductName), QString::fromStdString(text));
+    QTimer::singleShot(NobodyThere, &box, &QDialog::accept);
+    box.exec();
+}
+
+int TellUsage(const std::string& fault)
+{
+    Tell("KV90WIN: " + fault + "\nTry KV90WIN --help\n", StandardStream::Error);
+    return ExitUsage;
+}
+
+// Without a screen, unless the answer can be given on one alone.
+int TellAboutItself(const Call& asked, int& argc, char** argv)
+{
+    const std::string version = "KV90WIN " + std::string(ProductVersion) + "\n";
+    std::optional<QApplication> application;
+    if (!ReachesCaller(StandardStream::Output))
+        application.emplace(argc, argv);
+    Tell(asked.Help ? HelpText : version, StandardStream::Output);
+    return ExitDone;
+}
+
+// A design program that calls this one would take a drawing for converted.
+int TellNotRun(const std::string& word)
+{
+    Tell("KV90WIN: " + word + " was not run: a window of this installation is open\n", StandardStream::Error);
+    return ExitSomeFailed;
+}
+
+// A lone drawing may stand anywhere; every other line goes on as it was typed.
+std::string CommandLineOf(const std::vector<std::string>& words)
+{
+    if (words.size() == 1) {
+        const std::string path = FromHostPath(words.front());
+        if (FileExists(path))
+            return path;
+    }
+    std::string line;
+    for (const std::string& word : words)
+        line += (line.empty() ? "" : " ") + AnsiFromUtf8(word);
+    return line;
+}
+
+volatile std::sig_atomic_t SignalCame = 0;
+
+void OnSignal(int)
+{
+    SignalCame = 1;
+}
+
+// Once for each signal: a second one during a long abort is not lost on the way.
+void ObeyOutside(MainWindow& window)
+{
+    if (AskedToFront())
+        window.ComeToFront();
+    if (SignalCame == 0)
+        return;
+    SignalCame = 0;
+    window.AskToClose();
+}
+
+MainWindow* Starting = nullptr;
+
+void StartUp(MainWindow& window)
+{
+    window.CentreOnScreen();
+    Starting = &window;
+    ShowAboutAtStart([] { Starting->setWindowTitle(Shown(ProductName)); });
+    LoadDialogs(window);
+    StartShell();
+    window.ShowLoaded();
+    window.CentreOnScreen(); // the settings have said which frames there are
+    window.RestorePosition();
+    window.show();
+}
+
+int RunOnScreen()
+{
+    Processes = SystemProcesses();
+    Keys = SystemKeys();
+    const bool driven = !Shell.CommandLine.empty();
+    MainWindow window;
+    window.Ended = [] { QCoreApplication::quit(); };
+    QTimer outside;
+    QObject::connect(&outside, &QTimer::timeout, &window, [&window] { ObeyOutside(window); });
+    outside.start(Timer1Interval);
+    std::signal(SIGINT, OnSignal);
+    std::signal(SIGTERM, OnSignal);
+    StartUp(window);
+    QCoreApplication::exec();
+    return driven && Shell.FailedJobs > 0 ? ExitSomeFailed : ExitDone;
+}
+
+} // namespace
+
+int RunWindow(int argc, char** argv)
+{
+    const Call asked = ReadCall(CommandWords(argc, argv));
+    if (asked.Help || asked.Version)
+        return TellAboutItself(asked, argc, argv);
+    QApplication application(argc, argv);           // takes the words that are the toolkit's own
+    QApplication::setQuitOnLastWindowClosed(false); // the window hides while a viewer runs
+    const Call call = ReadCall(WordsLeft());
+    if (!call.Fault.empty())
+        return TellUsage(call.Fault);
+    const std::string folder = InstallationFolder(call.Home);
+    if (folder.empty())
+        return TellUsage("the folder named by --home or KORVANTI_HOME is not there");
+    SetExeFolder(folder);
+    if (!BecomeOnlyInstance(ExeFolder)) // the first one has been asked to come to the front
+        return call.Words.empty() ? ExitDone : TellNotRun(call.Words.front());
+    Shell.CommandLine = CommandLineOf(call.Words);
+    return RunOnScreen();
+}
+
+} // namespace kv

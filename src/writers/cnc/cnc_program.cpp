@@ -1,0 +1,170 @@
+// One drawing as one text program for the CNC90, WINNER90 and GENESIS controls: header, comments,
+// offsets, blocks in the order of the sequence, end. Relies on mirrored records and the run block;
+// leaves the program's files, the report and, for later drawings, the writers' memory. The run goes
+// on behind it whatever happens here.
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+#include "state/report.h"
+#include "state/settings.h"
+#include "writers/cnc/cnc_words.h"
+#include "writers/cnc/cnc_writer.h"
+#include "writers/cnc/genesis_names.h"
+#include "writers/number_format.h"
+#include "writers/program_families.h"
+#include "writers/writer_memory.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::size_t SequenceLength = 4;
+constexpr std::string_view DesignedSequence = "VGHR";
+constexpr std::size_t NameLineWidth = 25; // of the description
+
+struct Block {
+    char Letter;
+    bool (*Write)(CncProgram& program);
+};
+constexpr Block Blocks[] = {
+    {'V', WriteVerticalBlock},
+    {'G', WriteGrooveBlock},
+    {'H', WriteHorizontalBlock},
+    {'R', WriteRouteBlock},
+};
+
+// The setting turns the run's own flag over, although the records are mirrored already.
+std::string SettleOffsetWord()
+{
+    if (Val(Config.Origin) != 0)
+        Run.OriginTop = Run.OriginTop != 0 ? False : True;
+    if (Run.OriginRight != 0)
+        return Run.OriginTop != 0 ? "G56" : "G57";
+    return Run.OriginTop != 0 ? "G54" : "G55";
+}
+
+// "V1=d" and a blank for a value that begins with a lower-case letter, else name and value.
+std::string VariablesText()
+{
+    std::string text;
+    if (Run.HasVars == 0)
+        return text;
+    for (std::size_t i = 1; i < Run.VarNames.size(); ++i) {
+        const std::string& value = Run.VarValues[i];
+        const bool letter = !value.empty() && value[0] >= 'a' && value[0] <= 'z';
+        text += Run.VarNames[i] + (letter ? "=" + value + " " : value);
+    }
+    return text;
+}
+
+// Stands as built: blanks stay.
+std::string NameLine()
+{
+    const std::string description =
+        IsGenesisInstallation() ? Run.PartDescription : Run.PartDescription.substr(0, NameLineWidth);
+    return "G150(" + description + ")" + VariablesText();
+}
+
+// "G54" is fixed here, whatever the work offset word is.
+void WriteOffsets(CncProgram& program)
+{
+    if (Run.OffsetX == 0 && Run.OffsetY == 0 && Run.OffsetZ == 0)
+        return;
+    program.Lines.push_back("G92G54P5" + PlainWord("Z", Run.OffsetZ) + PlainWord("Y", Run.OffsetY) +
+                            PlainWord("X", Run.OffsetX));
+}
+
+std::string SequenceOfRun()
+{
+    if (Run.SequenceName.size() == SequenceLength)
+        return Run.SequenceName;
+    return std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence)
+        .substr(0, SequenceLength);
+}
+
+// Other letters run nothing, one that stands twice runs its block twice.
+bool WriteBlocks(CncProgram& program)
+{
+    for (const char letter : SequenceOfRun()) {
+        for (const Block& block : Blocks) {
+            if (block.Letter == letter && !block.Write(program))
+                return false;
+        }
+    }
+    Run.SequenceName.clear();
+    return true;
+}
+
+std::string HeaderLine(const CncProgram& program)
+{
+    return StripBlanks((Run.DrawingInInch != 0 ? "G70X" : "G71X") + FormatCoord(Run.SideWidth[Face]) + "Y" +
+                       FormatCoord(Run.SideHeight[Face]) + "Z" + FormatCoord(Run.PartThickness) + "T" +
+                       TwoDigits(Run.Outfit) + WholeWord("F", Run.FlagMask) + "N" +
+                       WholeText(program.LastLine() + 1) + "L" + WholeText(program.LastLine() - 2));
+}
+
+bool AnyOperation(const CncProgram& program)
+{
+    return Writers.TopDrillingWritten || Writers.GrooveWritten || Writers.RouteWritten ||
+           program.HorizontalWritten;
+}
+
+// False when the operator asked to abort.
+bool BuildProgram(CncProgram& program)
+{
+    program.Lines.resize(1); // the header is written last
+    program.OffsetWord = SettleOffsetWord();
+    if (Trim(Run.PartDescription).empty())
+        Run.PartDescription = "KORVANTI DXF IMPORT";
+    program.Lines.push_back(NameLine());
+    for (std::string& comment : CommentsOfOldProgram())
+        program.Lines.push_back(std::move(comment));
+    WriteOffsets(program);
+    for (std::size_t i = 1; i < Run.GCode1.size(); ++i)
+        program.Lines.push_back(Run.GCode1[i]);
+    if (!WriteBlocks(program))
+        return false;
+    program.Lines.emplace_back("M2");
+    program.Lines[0] = HeaderLine(program);
+    return true;
+}
+
+void WriteProgramOfDrawing()
+{
+    SetMeter(Meter::PgmCode, 25);
+    CncProgram program;
+    if (!BuildProgram(program)) {
+        ReportMessage(1, " USER ABORTED ");
+        Run.RunFailed = True;
+        return;
+    }
+    if (Writers.ToolSubstituted)
+        ReportMessage(1, "Tool Substitution Made.");
+    if (Val(Config.DRAlternate) != 0 || Run.DrAlt != 0)
+        AlternateDrillingsAndRoutes(program.Lines);
+    if (AnyOperation(program)) {
+        ReportProcessingTime();
+        WriteOutput(program);
+    } else {
+        ReportMessage(1, " No Selected Operations found for PTP");
+    }
+    SetMeter(Meter::PgmCode, 100);
+}
+
+} // namespace
+
+void WriteCncProgram()
+{
+    try {
+        WriteProgramOfDrawing();
+    } catch (const RunError& error) {
+        ReportMessage(1, error.Number == ErrorPathNotFound
+                             ? "Unable to Find Destination Path"
+                             : "Unable to Process file. " + WholeText(error.Number));
+        if (!error.Cause.empty())
+            ReportMessage(1, ShownPath(Run.SourceFile) + ": " + error.Cause);
+        FailDrawing();
+    }
+}
+
+} // namespace kv

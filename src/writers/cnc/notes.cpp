@@ -1,0 +1,111 @@
+// Writes a drawing's shop notes into the control's notes file. Relies on Run.CncNotes and the program
+// folder; replaces what stands between the CAD markers and keeps the operator's own lines.
+#include "writers/cnc/notes.h"
+
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "writers/program_file.h"
+
+namespace kv {
+
+namespace {
+
+// Lines end at CR; the LF behind it is dropped. The last line is what stands behind the last CR, and
+// is empty in a file whose last line is ended.
+std::vector<std::string> ReadTextLines(const std::string& path)
+{
+    std::string text;
+    const FileOutcome outcome = ReadWholeFile(path, text);
+    if (!outcome.Ok())
+        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at != std::string::npos;) {
+        const std::size_t end = text.find('\r', at);
+        lines.push_back(text.substr(at, end - at));
+        at = end == std::string::npos ? end : end + 1;
+        if (at < text.size() && text[at] == '\n')
+            ++at;
+    }
+    // The merge leaves the last line out. An operator's line without a line end must not get lost.
+    if (!lines.back().empty())
+        lines.emplace_back();
+    return lines;
+}
+
+std::size_t LastLineHolding(const std::vector<std::string>& lines, std::string_view marker)
+{
+    for (std::size_t i = lines.size(); i > 0; --i) {
+        if (Holds(UpperCase(lines[i - 1]), marker))
+            return i - 1;
+    }
+    return lines.size() - 1;
+}
+
+std::string NotesRoot(std::string_view folder)
+{
+    const Long at = Find(1, UpperCase(folder), "SORG");
+    return at == 0 ? std::string()
+                   : std::string(folder.substr(0, static_cast<std::size_t>(at) - 1)) + "NOTE\\";
+}
+
+} // namespace
+
+std::vector<std::string> MergeNotes(const std::vector<std::string>& old,
+                                    const std::vector<std::string>& fresh)
+{
+    const std::size_t lastOld = old.size() - 1;
+    const std::size_t lastFresh = fresh.size() - 1;
+    const std::size_t begin = LastLineHolding(old, "BEGIN CAD NOTES");
+    const std::size_t end = LastLineHolding(old, "END CAD NOTES");
+    bool keep = false; // old lines up to the end marker are being replaced
+    std::size_t fromOld = 0;
+    std::size_t fromFresh = begin < lastOld ? 1 : 0; // the head line is not repeated
+
+    std::vector<std::string> merged(lastOld + lastFresh + 1); // slots that nothing fills stay empty
+    for (std::string& line : merged) {
+        const bool more = fromFresh <= lastFresh;
+        if (more && fromOld >= end) {
+            line = fresh[fromFresh++];
+            keep = false;
+        } else if (more && fromOld > begin) {
+            line = fresh[fromFresh++];
+            ++fromOld;
+            keep = true;
+        } else if (fromOld < lastOld || keep) {
+            if (keep)
+                fromOld = end;
+            keep = false;
+            line = old[fromOld++];
+        }
+    }
+    return merged;
+}
+
+std::string StageNotes(std::string_view folder, const std::string& place, StagedFile& staged)
+{
+    if (Run.CncNotes.size() < 2)
+        return {};
+    const std::string root = NotesRoot(folder);
+    if (root.empty()) {
+        ReportMessage(1, "CNC NOTES found in drawing");
+        ReportMessage(1, "Environment Variable DIRNOT Not Found.");
+        ReportMessage(1, "CNC NOTES NOT SAVED");
+        return {};
+    }
+    const std::string path = root + "NOC\\" + place;
+    MakeFoldersOrThrow(root + "SPC\\");
+    MakeFoldersOrThrow(FolderOf(path));
+
+    std::vector<std::string> lines = Run.CncNotes; // element 0 is blank
+    if (FileExists(path)) {
+        lines[0] = "--- Begin CAD Notes ---";
+        lines = MergeNotes(ReadTextLines(path), lines);
+    }
+    StageOrThrow(path, TextOfLines(lines), staged);
+    return path;
+}
+
+} // namespace kv

@@ -1,0 +1,122 @@
+// Sends the finished lines to the disk: whole, or cut into portions that the control can hold, never
+// inside a route. Relies on the line limit and the output name; leaves files and their report lines.
+#include <algorithm>
+
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+#include "state/report.h"
+#include "state/settings.h"
+#include "writers/cnc/cnc_writer.h"
+#include "writers/output_names.h"
+#include "writers/program_families.h"
+#include "writers/program_file.h"
+#include "writers/writer_memory.h"
+
+namespace kv {
+
+namespace {
+
+constexpr Long FirstBodyLine = 2; // behind header and name line, which every portion repeats
+constexpr std::string_view ControlCaptions[] = {"CNC90/WINNER90", "Genesis"};
+
+bool Place(const ProgramPart& part)
+{
+    return Run.ControlType == 0 ? PlaceIndexedProgram(part) : PlaceGenesisProgram(part);
+}
+
+void ReportCompleted(const CncProgram& program)
+{
+    ReportMessage(1, "CONVERSION COMPLETED.  " + WholeText(program.LastLine() + 1) + " Lines");
+}
+
+// G183 and G184 lines are no places to cut.
+bool StartsOperation(std::string_view line)
+{
+    return BeginsWith(line, "G81") || BeginsWith(line, "G88") || BeginsWith(line, "G85") ||
+           BeginsWith(line, "G86");
+}
+
+// The line before the last one behind `first`, up to `last`, that starts an operation; -1 for none.
+Long CutBefore(const std::vector<std::string>& lines, Long first, Long last)
+{
+    for (Long i = last; i > first; --i) {
+        if (StartsOperation(lines[static_cast<std::size_t>(i)]))
+            return i - 1;
+    }
+    return -1;
+}
+
+// The header is the whole program's and states its count of lines.
+std::string PortionText(const std::vector<std::string>& lines, Long first, Long last)
+{
+    std::vector<std::string> portion(lines.begin(), lines.begin() + FirstBodyLine);
+    for (Long i = std::max(first, FirstBodyLine); i <= last; ++i)
+        portion.push_back(lines[static_cast<std::size_t>(i)]);
+    if (lines[static_cast<std::size_t>(last)] != "M2")
+        portion.emplace_back("M2");
+    return TextOfLines(portion);
+}
+
+// Counts from the remembered name, whatever this drawing's name is.
+std::string PortionName(int count)
+{
+    const std::string digits = WholeText(count);
+    std::string name = Writers.PortionName;
+    if (FileNameOf(name).size() < ProgramNameWidth)
+        return name + digits;
+    return name.replace(name.size() - digits.size(), digits.size(), digits);
+}
+
+void ReportPortion(int count, const std::string& name)
+{
+    const std::string shown = Holds(name, "\\") ? ShownPath(name) : name;
+    ReportMessage(1, "PORTION" + WholeText(count) + " - " + shown + " COMPLETED. ");
+}
+
+void WritePortions(const CncProgram& program, const std::string& output, Long limit)
+{
+    if (Writers.PortionName.empty())
+        Writers.PortionName = output;
+    const Long total = program.LastLine();
+    Long first = 0;
+    Long last = limit;
+    for (int count = 1;; ++count) {
+        ReportMessage(1, "Breaking up into multiples...");
+        if (last - first >= limit)
+            last = CutBefore(program.Lines, first, last);
+        if (last < first) {
+            ReportMessage(1, "Too many segements in single route for portion");
+            ReportMessage(1, "Import Aborted");
+            FailDrawing();
+            return;
+        }
+        const std::string name = PortionName(count);
+        if (!Place({output, name, PortionText(program.Lines, first, last), program.HorizontalWritten}))
+            return;
+        ReportPortion(count, name);
+        if (last + 1 >= total)
+            break;
+        first = last + 1;
+        last = std::min(first + limit, total);
+    }
+    ReportCompleted(program);
+}
+
+} // namespace
+
+void WriteOutput(const CncProgram& program)
+{
+    const std::string output = OutputName();
+    const Long limit = ToLong(Val(Config.LineLimit));
+    if (program.LastLine() > limit) {
+        WritePortions(program, output, limit);
+        return;
+    }
+    if (!Place({output, output, TextOfLines(program.Lines), program.HorizontalWritten}))
+        return;
+    ReportMessage(1, std::string(ControlCaptions[Run.ControlType]));
+    ReportCompleted(program);
+}
+
+} // namespace kv

@@ -1,0 +1,46 @@
+// What all families of writers remember from drawing to drawing.
+#pragma once
+
+#include <string>
+
+#include "state/run.h"
+
+namespace kv {
+
+// Words of the plane in which a route is cut, as the last record set them.
+struct PlaneWords {
+    std::string Side = "P5";
+    std::string Code = "G17";
+    std::string X, Y, Z, I, J, K; // letter and value; empty on the face
+};
+
+// Size of the panel as the horizontal drilling machine sees it: along the edge, thick, away from it.
+struct HbdSizes {
+    std::string Length, Thickness, Depth;
+};
+
+constexpr Int TopBit = 0x10; // of the side mask
+
+// Working variables that outlive a drawing on purpose; ResetWriters() alone brings them back.
+struct WriterMemory {
+    // Raised by the blocks and never lowered: a drawing without operations behind one with
+    // operations writes its short program.
+    bool TopDrillingWritten = false, GrooveWritten = false, RouteWritten = false;
+    Int SideMask = 0;             // TopBit work on top, 0x01 to 0x08 bores in sides 1 to 4
+    bool ToolSubstituted = false; // told again with every later drawing
+    Int LastSpeed = 0;            // head positions have no speed of their own and print this one
+    std::string ToolWord;         // one for all blocks; a route that names no tool keeps the last
+    Int RouteSide = Face;         // of the last record that opened a route
+    PlaneWords Plane;             // a panel from a solid leaves them as they stand
+    Single FitX = 0, FitY = 0;    // where the last arc through fit points began
+    std::string PortionName;      // output name of the first drawing that was cut into portions
+    std::string IndexFolder;      // program folder of the first drawing that needed one
+    HbdSizes Hbd;                 // as the last edge with a bore of its own left them
+    // Of the Genesis Evolution alone.
+    bool EvolutionWritten = false; // as the flags above
+    Single EvolutionDiameter = 0;  // last bore's that has one; a route names it too
+    Single EvolutionFeed = 0;      // last vertical bore's; bores in the edges by router name it
+};
+extern WriterMemory Writers;
+
+} // namespace kv

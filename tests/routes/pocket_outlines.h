@@ -1,0 +1,123 @@
+// Outlines of pockets as the chained routes hold them: a start mark of two records, then a pair of
+// records for each line and each rounded corner.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "routes/pockets.h"
+#include "routes/segment_rows.h"
+#include "support/scene.h"
+
+namespace kv::rows {
+
+struct Corners {
+    double MinX = 0, MinY = 0, MaxX = 0, MaxY = 0;
+};
+
+inline void MarkPocket(std::vector<RouteSegment>& records, double oscZ, std::string_view comp, int pass = 1)
+{
+    for (RouteSegment& record : records) {
+        record.OscZ = ToSingle(oscZ);
+        record.Comp = comp;
+        record.Pass = pass;
+    }
+}
+
+// Four lines counter-clockwise from the lower left corner; the mark leads along the lower side.
+inline std::vector<RouteSegment> SquareOutline(const Corners& box, double oscZ, std::string_view comp)
+{
+    std::vector<RouteSegment> records = {
+        Step(-4, box.MinX, box.MinY, -8), Step(4, box.MinX + 1, box.MinY), Step(-1, box.MinX, box.MinY),
+        Step(1, box.MaxX, box.MinY),      Step(-1, box.MaxX, box.MinY),    Step(1, box.MaxX, box.MaxY),
+        Step(-1, box.MaxX, box.MaxY),     Step(1, box.MinX, box.MaxY),     Step(-1, box.MinX, box.MaxY),
+        Step(1, box.MinX, box.MinY),
+    };
+    MarkPocket(records, oscZ, comp);
+    return records;
+}
+
+// Clockwise from the lower end of the left side, corners of radius r as arcs; 18 records.
+inline std::vector<RouteSegment> RoundedOutline(const Corners& box, double r, double oscZ,
+                                                std::string_view comp)
+{
+    const double left = box.MinX + r, right = box.MaxX - r, low = box.MinY + r, high = box.MaxY - r;
+    std::vector<RouteSegment> records = {
+        Step(-4, box.MinX, low, -8),
+        Step(4, box.MinX, low + 1),
+        Step(-1, box.MinX, low),
+        Step(1, box.MinX, high),
+        ArcStep(-3, box.MinX, high, left, high),
+        ArcStep(3, left, box.MaxY, 180, 90),
+        Step(-1, left, box.MaxY),
+        Step(1, right, box.MaxY),
+        ArcStep(-3, right, box.MaxY, right, high),
+        ArcStep(3, box.MaxX, high, 90, 0),
+        Step(-1, box.MaxX, high),
+        Step(1, box.MaxX, low),
+        ArcStep(-3, box.MaxX, low, right, low),
+        ArcStep(3, right, box.MinY, 0, 270),
+        Step(-1, right, box.MinY),
+        Step(1, left, box.MinY),
+        ArcStep(-3, left, box.MinY, left, low),
+        ArcStep(3, box.MinX, low, 270, 180),
+    };
+    MarkPocket(records, oscZ, comp);
+    return records;
+}
+
+// Two clockwise half circles; from the top, or from the bottom where the radius is below 0.
+inline std::vector<RouteSegment> CircleOutline(double x, double y, double radius, double oscZ,
+                                               std::string_view comp)
+{
+    const double start = radius > 0 ? 90 : 270;
+    const double end = radius > 0 ? 270 : 90;
+    std::vector<RouteSegment> records = {
+        ArcStep(-3, x, y + radius, x, y, -8),
+        ArcStep(3, x, y - radius, start, end),
+        ArcStep(-3, x, y - radius, x, y),
+        ArcStep(3, x, y + radius, end, start),
+    };
+    MarkPocket(records, oscZ, comp);
+    return records;
+}
+
+inline std::vector<RouteSegment> Together(std::vector<RouteSegment> a, const std::vector<RouteSegment>& b)
+{
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+// Passes 1 and 2 of a run, the report kept.
+class PocketTest : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        test::ResetProcess();
+        ResetRun();
+        kv::Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "EXCAV20Z5   ", "EXCAV30"};
+    }
+    void TearDown() override { test::ResetProcess(); }
+
+    std::vector<RouteSegment> Excavate(const std::vector<RouteSegment>& records,
+                                       const std::vector<RouteCircle>& circles = {})
+    {
+        Hand(records);
+        RouteCircles.Clear();
+        for (const RouteCircle& circle : circles)
+            RouteCircles.Append(circle);
+        const ReportLines report;
+        ExcavatePockets();
+        Lines = ReportLines::Shown();
+        EXPECT_EQ(kv::Run.SegmentCount, RouteSegments.Last());
+        return All();
+    }
+    std::vector<std::string> Lines;
+};
+
+inline const std::string NotCleared = "Layer EXCAV20Z5: the pocket is not cleared";
+
+} // namespace kv::rows
