@@ -45,17 +45,58 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y --no-install-recommends install $missing >&2
 }
 
-# build_preset PRESET PROGRAM: standard output stays the program's own, and a build that was there
-# before goes on silently where nobody watches.
+# build_preset PRESET [TARGET...]: standard output stays the program's own, and a build that was there
+# before goes on silently where nobody watches. No target: all.
 build_preset() {
     folder="$root/build/$1"
+    preset=$1
+    shift
+    first=
     if [ ! -f "$folder/build.ninja" ]; then
-        (cd "$root" && cmake --preset "$1") >&2
+        (cd "$root" && cmake --preset "$preset") >&2
+        first=yes
     fi
-    if [ -t 2 ] || [ ! -x "$folder/$2" ]; then
-        cmake --build "$folder" >&2
+    if [ -t 2 ] || [ -n "$first" ]; then
+        cmake --build "$folder" ${1:+--target "$@"} >&2 || fail "the build failed"
         return
     fi
-    said=$(cmake --build "$folder" 2>&1) || fail "the build failed:
+    said=$(cmake --build "$folder" ${1:+--target "$@"} 2>&1) || fail "the build failed:
 $said"
+}
+
+# The window program beside the console in build/release, so that one build of the core serves both.
+build_window() {
+    if ! grep -q '^KORVANTI_WINDOW:BOOL=ON' "$root/build/release/CMakeCache.txt" 2>/dev/null; then
+        (cd "$root" && cmake --preset release -DKORVANTI_WINDOW=ON) >&2
+    fi
+    build_preset release KV90WIN "$@"
+}
+
+# stage NAME begins a stage of a long call; stages_end prints how long each took.
+stages=
+stage() {
+    now=$(date +%s)
+    [ -z "${stage_name-}" ] || stages="$stages$stage_name $((now - stage_start)) s, "
+    stage_name=$1 stage_start=$now
+}
+stages_end() {
+    stage ""
+    echo "Time: ${stages%, }"
+}
+
+fail_usage() {
+    echo "$(basename "$0"): \"$1\" is no word of this call; $(basename "$0") --help prints them" >&2
+    exit 2
+}
+
+# The name of what is packed: the tag of this commit without its "v", else version and commit.
+package_version() {
+    version=$(sed -n 's/^project(Korvanti VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")
+    tag=$(git -C "$root" describe --tags --exact-match 2>/dev/null) || tag=
+    commit=$(git -C "$root" rev-parse --short=7 HEAD 2>/dev/null) || commit=
+    if [ -n "$tag" ]; then
+        printf '%s\n' "${tag#v}" | tr / -
+    else
+        printf '%s\n' "$version${commit:+-$commit}"
+    fi
 }

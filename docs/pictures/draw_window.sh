@@ -5,6 +5,5 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 . "$root/packaging/setup.sh"
 
 install_packages $build_packages $window_packages
-build_preset window KV90WIN
-cmake --build "$root/build/window" --target window_pictures >&2
-"$root/build/window/window_pictures" "$root/examples" "$root/docs/pictures"
+build_window window_pictures
+"$root/build/release/window_pictures" "$root/examples" "$root/docs/pictures"

@@ -33,6 +33,7 @@ mkdir -p "$source"
     xargs -0 sh -c 'for file; do [ ! -e "$file" ] || printf "%s\0" "$file"; done' sh |
     tar -c --null -T - -f -) | tar -x -C "$source" -f -
 cp -r "$source/packaging/debian" "$source/debian"
+(cd "$root" && git rev-parse --short=7 HEAD) >"$source/COMMIT" # for --version; the copy is no repository
 
 desktop-file-validate "$source/debian/korvanti.desktop"
 log=$work/build.log
@@ -47,7 +48,10 @@ package=$(find "$work" -maxdepth 1 -name 'korvanti_*.deb')
 lintian --allow-root --fail-on error,warning "$work"/korvanti_*.changes >&2 ||
     fail "lintian found faults"
 echo "lintian: no errors, no warnings" >&2
-mv "$package" "$out/"
-package=$out/$(basename "$package")
+# Named by the commit's tag, or by version and commit; its version inside is that of the changelog.
+named=$(basename "$package" | sed "s/_${version}_/_$(. "$root/packaging/setup.sh" && package_version)_/")
+rm -f "$out"/korvanti_*.deb
+mv "$package" "$out/$named"
+package=$out/$named
 rm -rf "$source"
 echo "build/package/$(basename "$package") $(stat -c %s "$package") bytes"

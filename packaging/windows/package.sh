@@ -58,7 +58,9 @@ line() { printf '%s "$INSTDIR\\%s"\n' "$1" "$(printf '%s' "$2" | tr / '\\')"; }
     echo "!macroend"
 } >"$lists"
 
-installer=$folder/Korvanti-$version-Setup.exe
+# The newest installer alone, named by the commit's tag or by version and commit.
+rm -f "$folder"/Korvanti-*-Setup.exe
+installer=$folder/Korvanti-$(. "$root/packaging/setup.sh" && package_version)-Setup.exe
 makensis -V2 -WX -DVERSION="$version" -DNUMBERS="$version.0" -DSTAGE="$stage" -DFILES="$lists" \
     -DSIZE="$(du -sk "$stage" | cut -f 1)" -DOUTPUT="$installer" "$here/installer.nsi"
 (cd "$stage" && find . -type f ! -name korvanti.ico -printf '%P %s\n' | sort) >"$folder/installed-files.txt"

@@ -10,12 +10,11 @@
 
 #include "console/report_output.h"
 #include "console/trace_stages.h"
+#include "state/settings.h"
 
 namespace kv {
 
 namespace {
-
-constexpr const char* VersionText = "korvanti " KORVANTI_VERSION;
 
 constexpr const char* MainText = "Korvanti turns DXF panel drawings into programs for woodworking machines.";
 constexpr const char* MainFooter =
@@ -192,7 +191,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     Words words;
     CLI::App app(MainText, "korvanti");
     app.footer(MainFooter);
-    app.set_version_flag("--version", std::string(VersionText), "Prints the version");
+    app.set_version_flag("--version", "korvanti " + VersionAndCommit(), "Prints version and commit of the source");
     app.add_option("--home", line.Home, "The program's folder")->type_name("DIR");
     app.require_subcommand(0, 1);
     app.allow_windows_style_options(false);

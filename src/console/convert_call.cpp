@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "routes/route_runs.h"
 #include "state/run.h"
+#include "state/settings.h"
 
 namespace kv {
 
@@ -135,7 +136,7 @@ int ConvertDrawings(const CommandLine& line)
     if (!flush.AtEnd())
         status = ExitSomeFailed;
     if (line.ReportJson) {
-        PrintDocument({{"version", KORVANTI_VERSION}, {"drawings", std::move(drawings)}});
+        PrintDocument({{"version", ProductVersion}, {"drawings", std::move(drawings)}});
         return status;
     }
     for (std::string& path : Run.FailedFiles)

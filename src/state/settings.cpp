@@ -23,6 +23,12 @@ constexpr std::size_t ValueBuffer = 80;           // so a value is cut at 79 cha
 
 } // namespace
 
+std::string VersionAndCommit()
+{
+    const std::string version(ProductVersion);
+    return ProductCommit.empty() ? version : version + " (" + std::string(ProductCommit) + ")";
+}
+
 void SetExeFolder(std::string_view folder)
 {
     ExeFolder = WithBackslash(folder);

@@ -118,6 +118,9 @@ std::string& DestinationPath(int system);
 std::string CurrentSourcePath();
 constexpr std::string_view ProductName = "Korvanti";
 extern const std::string_view ProductVersion; // "major.minor.revision"
+extern const std::string_view ProductCommit;  // of the source, abbreviated; "+" behind it: with changes
+// "0.1.0 (6080af0)" for people and fault reports; without the commit where none is known.
+std::string VersionAndCommit();
 
 // Grids kept in plain files beside the executable: one line a row, cells separated by tabs.
 using GridCells = std::vector<std::vector<std::string>>;

@@ -41,7 +41,7 @@ constexpr char HelpText[] =
     "  /K          end after a batch\n"
     "  /V          show the graphic after an automatic job\n"
     "  --help      this text\n"
-    "  --version   the version\n";
+    "  --version   version and commit of the source\n";
 
 struct Call {
     std::string Home;
@@ -106,7 +106,7 @@ int TellUsage(const std::string& fault)
 // Without a screen, unless the answer can be given on one alone.
 int TellAboutItself(const Call& asked, int& argc, char** argv)
 {
-    const std::string version = "KV90WIN " + std::string(ProductVersion) + "\n";
+    const std::string version = "KV90WIN " + VersionAndCommit() + "\n";
     std::optional<QApplication> application;
     if (!ReachesCaller(StandardStream::Output))
         application.emplace(argc, argv);

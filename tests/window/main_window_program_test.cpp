@@ -43,7 +43,7 @@ class WindowProgramTest : public WindowTest {
 TEST_F(WindowProgramTest, HelpAndVersionNeedNoScreen)
 {
     EXPECT_EQ(Run({QStringLiteral("--version")}), 0);
-    EXPECT_EQ(Output, "KV90WIN " + std::string(ProductVersion) + "\n");
+    EXPECT_EQ(Output, "KV90WIN " + VersionAndCommit() + "\n");
     EXPECT_EQ(Run({QStringLiteral("--help")}), 0);
     EXPECT_EQ(Output.substr(0, 15), "Usage: KV90WIN ");
 }
