@@ -10,6 +10,7 @@
 #include "drawing/layer_rules.h"
 #include "drawing/plain_border.h"
 #include "state/run.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -101,30 +102,30 @@ void DrawInMemory(const std::vector<plain::BorderLine>& lines)
 TEST(BorderAgainstThePlainRule, RandomRectanglesWithViews)
 {
     ResetProcess();
-    RandomBorders drawings(7);
+    RandomBorders drawings(Seed(7));
     int outcomes[4] = {0, 0, 0, 0};
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < Rounds(4000); ++round) {
         const std::vector<plain::BorderLine> lines = drawings.Next();
         const plain::Border expected = plain::AnalyseBorder(lines);
         ++outcomes[static_cast<int>(expected.Outcome)];
         DrawInMemory(lines);
-        ASSERT_TRUE(FindPanel());
+        ASSERT_TRUE(FindPanel()) << RoundName(round);
         const bool found = AnalyseBorder();
-        ASSERT_EQ(found, expected.Outcome == plain::BorderOutcome::Found) << "round " << round;
-        ASSERT_EQ(kv::Run.RunFailed != False, !found);
+        ASSERT_EQ(found, expected.Outcome == plain::BorderOutcome::Found) << RoundName(round);
+        ASSERT_EQ(kv::Run.RunFailed != False, !found) << RoundName(round);
         if (!found)
             continue;
-        ASSERT_EQ(kv::Run.SideMinX, expected.MinX) << "round " << round;
-        ASSERT_EQ(kv::Run.SideMinY, expected.MinY) << "round " << round;
-        ASSERT_EQ(kv::Run.SideMaxX, expected.MaxX) << "round " << round;
-        ASSERT_EQ(kv::Run.SideMaxY, expected.MaxY) << "round " << round;
-        ASSERT_EQ(kv::Run.SideWidth, expected.Width) << "round " << round;
-        ASSERT_EQ(kv::Run.SideHeight, expected.Height) << "round " << round;
+        ASSERT_EQ(kv::Run.SideMinX, expected.MinX) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideMinY, expected.MinY) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideMaxX, expected.MaxX) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideMaxY, expected.MaxY) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideWidth, expected.Width) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideHeight, expected.Height) << RoundName(round);
         for (std::size_t side = 1; side <= 5; ++side)
-            ASSERT_EQ(kv::Run.SidePresent[side], expected.Present[side]) << "round " << round;
-        ASSERT_EQ(kv::Run.SideMarginX, expected.MarginX) << "round " << round;
-        ASSERT_EQ(kv::Run.SideMarginY, expected.MarginY) << "round " << round;
-        ASSERT_EQ(kv::Run.PartThickness, expected.FallbackThickness) << "round " << round;
+            ASSERT_EQ(kv::Run.SidePresent[side], expected.Present[side]) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideMarginX, expected.MarginX) << RoundName(round);
+        ASSERT_EQ(kv::Run.SideMarginY, expected.MarginY) << RoundName(round);
+        ASSERT_EQ(kv::Run.PartThickness, expected.FallbackThickness) << RoundName(round);
     }
     // The drawings are worth their while only if good and bad ones are among them.
     EXPECT_GT(outcomes[static_cast<int>(plain::BorderOutcome::Found)], 400);

@@ -9,6 +9,7 @@
 #include "drawing/plain_layer_values.h"
 #include "drawing/random_layer_names.h"
 #include "state/report.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -286,9 +287,9 @@ TEST_F(Sequences, BelowAnIntEndTheRun)
 
 TEST_F(Sequences, AgreeWithThePlainTwinOnRandomNames)
 {
-    test::RandomNames random(7);
+    test::RandomNames random(test::Seed(7));
     int told = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < test::Rounds(20000); ++i) {
         const std::string name = random.Layer();
         int plain = 0;
         try {
@@ -296,7 +297,7 @@ TEST_F(Sequences, AgreeWithThePlainTwinOnRandomNames)
         } catch (const plain::Overflow&) {
             continue;
         }
-        ASSERT_EQ(SequenceOf(name), plain) << name;
+        ASSERT_EQ(SequenceOf(name), plain) << name << ", " << test::RoundName(i);
         told += plain != 0;
     }
     EXPECT_GT(told, 2000);

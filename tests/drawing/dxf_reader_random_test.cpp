@@ -11,6 +11,7 @@
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "state/run.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv::test {
@@ -174,8 +175,8 @@ TEST(RandomReader, RandomStreamsGiveTheRecordsOfThePlainReader)
     const Scene home;
     int whole = 0, failed = 0, without = 0;
     std::size_t records = 0;
-    for (unsigned seed = 1; seed <= 4000; ++seed) {
-        const std::string text = RandomStreams(seed).Make();
+    for (int round = 1; round <= Rounds(4000); ++round) {
+        const std::string text = RandomStreams(Seed(static_cast<unsigned>(round))).Make();
         const PlainDrawing plain = PlainReader(text).Read();
         kv::Run.InstructionLayer = "BEFORE";
         bool threw = false;
@@ -186,8 +187,8 @@ TEST(RandomReader, RandomStreamsGiveTheRecordsOfThePlainReader)
         } catch (const RunError&) {
             threw = true;
         }
-        ASSERT_EQ(threw, plain.Failed) << "seed " << seed << "\n" << text;
-        ASSERT_EQ(path == "~", plain.NoSection) << "seed " << seed;
+        ASSERT_EQ(threw, plain.Failed) << RoundName(round) << "\n" << text;
+        ASSERT_EQ(path == "~", plain.NoSection) << RoundName(round);
         failed += plain.Failed;
         without += plain.NoSection;
         if (plain.Failed || plain.NoSection)
@@ -195,11 +196,11 @@ TEST(RandomReader, RandomStreamsGiveTheRecordsOfThePlainReader)
         ++whole;
         EXPECT_EQ(kv::Run.InstructionLayer, plain.HasTitle ? plain.InstructionLayer : "BEFORE");
         EXPECT_EQ(EntityTexts, plain.Texts);
-        ASSERT_EQ(static_cast<std::size_t>(Entities.Last()) + 1, plain.Entities.size()) << "seed " << seed;
+        ASSERT_EQ(static_cast<std::size_t>(Entities.Last()) + 1, plain.Entities.size()) << RoundName(round);
         for (std::size_t i = 0; i < plain.Entities.size(); ++i)
             ExpectSame(Entities[static_cast<Long>(i)], plain.Entities[i]);
         records += plain.Entities.size();
-        ASSERT_FALSE(HasFailure()) << "seed " << seed << "\n" << text;
+        ASSERT_FALSE(HasFailure()) << RoundName(round) << "\n" << text;
     }
     EXPECT_GT(whole, 2000);
     EXPECT_GT(failed, 200);

@@ -12,6 +12,7 @@
 #include "platform/text.h"
 #include "state/settings.h"
 #include "support/dxf.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -370,11 +371,11 @@ plain::Flags RunFlags()
 
 TEST_F(LayerCodes, AgreeWithThePlainTwinOnRandomDrawings)
 {
-    test::RandomNames random(4711);
+    test::RandomNames random(test::Seed(4711));
     const std::vector<std::string> corners = {"", "LL", "UL", "UR", "LR", "X"};
     int errors = 0;
     int changed = 0;
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < test::Rounds(4000); ++i) {
         std::vector<std::string> names;
         for (std::size_t count = 1 + random.Below(6); count > 0; --count)
             names.push_back(random.Below(4) == 0 ? random.Border() : random.Layer(true));
@@ -396,16 +397,16 @@ TEST_F(LayerCodes, AgreeWithThePlainTwinOnRandomDrawings)
         } catch (const RunError&) {
             realError = true;
         }
-        ASSERT_EQ(realError, plainError) << drawn.front();
+        ASSERT_EQ(realError, plainError) << drawn.front() << ", " << test::RoundName(i);
         errors += plainError;
         if (plainError)
             continue;
-        ASSERT_EQ(real, names);
-        ASSERT_EQ(FlagsText(RunFlags()), FlagsText(flags)) << drawn.back();
+        ASSERT_EQ(real, names) << test::RoundName(i);
+        ASSERT_EQ(FlagsText(RunFlags()), FlagsText(flags)) << drawn.back() << ", " << test::RoundName(i);
         changed += names != drawn;
     }
     EXPECT_GT(changed, 2000);
-    EXPECT_LT(errors, 400);
+    EXPECT_LT(errors, test::Rounds(400));
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "drawing/random_layer_names.h"
 #include "job/job_driver.h"
 #include "support/dxf.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -260,10 +261,10 @@ TEST_F(LayerPasses, OfAPolylineCopyTheWholePolyline)
 
 TEST_F(LayerPasses, AgreeWithThePlainTwinOnRandomDrawings)
 {
-    test::RandomNames random(90);
+    test::RandomNames random(test::Seed(90));
     int errors = 0;
     int split = 0;
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < test::Rounds(4000); ++i) {
         Names names;
         for (std::size_t count = 1 + random.Below(5); count > 0; --count)
             names.push_back(random.Layer(true));
@@ -287,19 +288,21 @@ TEST_F(LayerPasses, AgreeWithThePlainTwinOnRandomDrawings)
         }
         if (plain.empty())
             continue; // a flag of the rewrite was refused; nothing to compare
-        ASSERT_EQ(realError, plainError) << names.front();
+        ASSERT_EQ(realError, plainError) << names.front() << ", " << test::RoundName(i);
         errors += plainError;
         if (plainError)
             continue;
-        ASSERT_EQ(real.size(), plain.size()) << names.front();
+        ASSERT_EQ(real.size(), plain.size()) << names.front() << ", " << test::RoundName(i);
         for (std::size_t n = 0; n < real.size(); ++n) {
-            ASSERT_EQ(real[n], plain[n].Name) << "record " << n << " of " << names.front();
-            ASSERT_EQ(Entities[static_cast<Long>(n + 1)].X1, static_cast<Single>(plain[n].Source));
+            ASSERT_EQ(real[n], plain[n].Name)
+                << "record " << n << " of " << names.front() << ", " << test::RoundName(i);
+            ASSERT_EQ(Entities[static_cast<Long>(n + 1)].X1, static_cast<Single>(plain[n].Source))
+                << test::RoundName(i);
         }
         split += real.size() > names.size();
     }
     EXPECT_GT(split, 1000);
-    EXPECT_LT(errors, 800);
+    EXPECT_LT(errors, test::Rounds(800));
 }
 
 } // namespace

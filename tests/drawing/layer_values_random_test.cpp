@@ -10,6 +10,7 @@
 
 #include "drawing/plain_layer_values.h"
 #include "drawing/random_layer_names.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -96,9 +97,9 @@ std::string PlainValue(const ReaderPair& reader, plain::Reader& plain)
 TEST(LayerValuesAtRandom, AgreeWithThePlainTwin)
 {
     test::ResetProcess();
-    test::RandomNames random(20260415);
+    test::RandomNames random(test::Seed(20260415));
     std::array<int, std::size(ReaderPairs)> told{}; // cases in which a reader had something to tell
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < test::Rounds(10000); ++i) {
         std::vector<std::string> names = {random.Layer()};
         const std::string note = random.Note();
         if (i % 8 != 0) { // some names as typed
@@ -115,7 +116,8 @@ TEST(LayerValuesAtRandom, AgreeWithThePlainTwin)
         for (std::size_t r = 0; r < std::size(ReaderPairs); ++r) {
             const std::string real = RealValue(ReaderPairs[r]);
             ASSERT_EQ(real, PlainValue(ReaderPairs[r], plain))
-                << ReaderPairs[r].Name << " of layer [" << names[0] << "] note [" << note << "]";
+                << ReaderPairs[r].Name << " of layer [" << names[0] << "] note [" << note << "] "
+                << test::RoundName(i);
             told[r] += real != "0" && real != "\"\"" && real != "0 entity" && real != "0p+0" &&
                        real != "0p+0 entity";
         }

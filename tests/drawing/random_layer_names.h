@@ -1,5 +1,5 @@
 // Layer names and notes as no designer writes them: words, codes, numbers and stray characters put
-// together at random, the same ones in each run. For comparisons of two implementations.
+// together at random, the same ones for a seed each time. For comparisons of two implementations.
 #pragma once
 
 #include <random>

@@ -13,6 +13,7 @@
 #include "platform/events.h"
 #include "state/report.h"
 #include "state/run.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -167,13 +168,14 @@ TEST_F(DrillTour, PanelOfNegativeHeightIsGoneAroundAsTold)
 {
     // A face without an upper right corner ends at (0, 0). Its start lies below half of its height, so
     // the bore looked at last in the attempt before counts from the first step on.
-    std::mt19937 engine(5);
+    std::mt19937 engine(test::Seed(5));
     std::uniform_int_distribution<int> place(-40, 40);
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < test::Rounds(200); ++round) {
         Bores bores;
         for (int i = 0; i < 9; ++i)
             bores.emplace_back(static_cast<Single>(place(engine)), static_cast<Single>(place(engine)));
-        ExpectAsTold(-30, -20, bores);
+        SCOPED_TRACE(test::RoundName(round));
+        ASSERT_NO_FATAL_FAILURE(ExpectAsTold(-30, -20, bores));
     }
 }
 
@@ -232,20 +234,21 @@ class RandomBores {
 
 TEST_F(DrillTour, SmallRandomSetsAsTold)
 {
-    RandomBores random(3);
-    for (int round = 0; round < 2400; ++round) {
+    RandomBores random(test::Seed(3));
+    for (int round = 0; round < test::Rounds(2400); ++round) {
         const int kind = round % RandomBores::Kinds;
         const Bores bores = random.Next(kind, random.Pick(1, 60));
-        SCOPED_TRACE("kind " + std::to_string(kind) + " round " + std::to_string(round));
+        SCOPED_TRACE("kind " + std::to_string(kind) + " " + test::RoundName(round));
         ASSERT_NO_FATAL_FAILURE(ExpectAsTold(RandomBores::Width, RandomBores::Height, bores));
     }
 }
 
 TEST_F(DrillTour, SetsOf500AsTold)
 {
-    RandomBores random(4);
-    for (int kind = 0; kind < RandomBores::Kinds; ++kind) {
-        SCOPED_TRACE("kind " + std::to_string(kind));
+    RandomBores random(test::Seed(4));
+    for (int round = 0; round < test::Rounds(RandomBores::Kinds); ++round) {
+        const int kind = round % RandomBores::Kinds;
+        SCOPED_TRACE("kind " + std::to_string(kind) + " " + test::RoundName(round));
         ASSERT_NO_FATAL_FAILURE(
             ExpectAsTold(RandomBores::Width, RandomBores::Height, random.Next(kind, 500)));
     }
@@ -253,9 +256,10 @@ TEST_F(DrillTour, SetsOf500AsTold)
 
 TEST_F(DrillTour, SetsOf2000AsTold)
 {
-    RandomBores random(6);
-    for (const int kind : {0, 1}) {
-        SCOPED_TRACE("kind " + std::to_string(kind));
+    RandomBores random(test::Seed(6));
+    for (int round = 0; round < test::Rounds(2); ++round) {
+        const int kind = round % 2;
+        SCOPED_TRACE("kind " + std::to_string(kind) + " " + test::RoundName(round));
         ASSERT_NO_FATAL_FAILURE(
             ExpectAsTold(RandomBores::Width, RandomBores::Height, random.Next(kind, 2000)));
     }
@@ -265,8 +269,8 @@ TEST_F(DrillTour, SetsOf2000AsTold)
 
 TEST_F(DrillTour, SortIsHoaresPartitionEqualsIncluded)
 {
-    RandomBores random(8);
-    for (int round = 0; round < 3000; ++round) {
+    RandomBores random(test::Seed(8));
+    for (int round = 0; round < test::Rounds(3000); ++round) {
         const int count = random.Pick(1, 80);
         const int values = random.Pick(1, 40); // few values: many equals
         std::vector<plain::NamedY> expected(1);
@@ -280,7 +284,7 @@ TEST_F(DrillTour, SortIsHoaresPartitionEqualsIncluded)
         Lay(1000, 600, bores);
         SortBoresByY(VBores, 1, count);
         for (int i = 1; i <= count; ++i)
-            ASSERT_EQ(VBores[i].Speed, expected[static_cast<std::size_t>(i)].Name) << "round " << round;
+            ASSERT_EQ(VBores[i].Speed, expected[static_cast<std::size_t>(i)].Name) << test::RoundName(round);
     }
 }
 

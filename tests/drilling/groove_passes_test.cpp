@@ -7,6 +7,7 @@
 
 #include "drilling/plain_groove_passes.h"
 #include "state/run.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -226,12 +227,12 @@ TEST_F(GroovesToPasses, MorePassesThanAnIntCountsEndTheRun)
 
 TEST_F(GroovesToPasses, RandomGroovesAsTheRuleIsTold)
 {
-    std::mt19937 engine(11);
+    std::mt19937 engine(test::Seed(11));
     const auto pick = [&engine](int low, int high) {
         return std::uniform_int_distribution<int>(low, high)(engine);
     };
     std::size_t passesSeen = 0;
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < test::Rounds(3000); ++round) {
         std::vector<GrooveRecord> grooves;
         for (int i = pick(1, 12); i > 0; --i) {
             // Few places, so that pairs meet and many run along an axis.
@@ -248,15 +249,16 @@ TEST_F(GroovesToPasses, RandomGroovesAsTheRuleIsTold)
         }
         const std::vector<GroovePass> expected = plain::ExpandGrooves(grooves);
         const std::vector<GroovePass> passes = Expand(grooves);
-        ASSERT_EQ(passes.size(), expected.size()) << "round " << round;
+        ASSERT_EQ(passes.size(), expected.size()) << test::RoundName(round);
         for (std::size_t i = 0; i < passes.size(); ++i) {
-            ASSERT_EQ(passes[i].X1, expected[i].X1) << "round " << round << " pass " << i;
-            ASSERT_EQ(passes[i].Y1, expected[i].Y1) << "round " << round << " pass " << i;
-            ASSERT_EQ(passes[i].X2, expected[i].X2) << "round " << round << " pass " << i;
-            ASSERT_EQ(passes[i].Y2, expected[i].Y2) << "round " << round << " pass " << i;
-            ASSERT_EQ(passes[i].Kerf, expected[i].Kerf) << "round " << round << " pass " << i;
-            ASSERT_EQ(passes[i].Width, expected[i].Width) << "round " << round << " pass " << i;
-            ASSERT_EQ(passes[i].ToolNumber, expected[i].ToolNumber) << "round " << round << " pass " << i;
+            ASSERT_EQ(passes[i].X1, expected[i].X1) << test::RoundName(round) << " pass " << i;
+            ASSERT_EQ(passes[i].Y1, expected[i].Y1) << test::RoundName(round) << " pass " << i;
+            ASSERT_EQ(passes[i].X2, expected[i].X2) << test::RoundName(round) << " pass " << i;
+            ASSERT_EQ(passes[i].Y2, expected[i].Y2) << test::RoundName(round) << " pass " << i;
+            ASSERT_EQ(passes[i].Kerf, expected[i].Kerf) << test::RoundName(round) << " pass " << i;
+            ASSERT_EQ(passes[i].Width, expected[i].Width) << test::RoundName(round) << " pass " << i;
+            ASSERT_EQ(passes[i].ToolNumber, expected[i].ToolNumber)
+                << test::RoundName(round) << " pass " << i;
         }
         passesSeen += passes.size();
     }

@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include "drilling/plain_hbore_lines.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -130,21 +131,21 @@ class RandomHorizontalLines : public testing::Test {
             AddBoreOfAView();
     }
 
-    std::mt19937 Engine{27};
+    std::mt19937 Engine{test::Seed(27)};
 };
 
 TEST_F(RandomHorizontalLines, MakeTheBoresOfThePlainRule)
 {
     int fromLines = 0;
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < test::Rounds(4000); ++round) {
         LayDrawing();
         const std::vector<HBoreRecord> expected = plain::BuildHorizontalBores(
             {HBoreLines.begin() + 1, HBoreLines.end()}, {HBores.begin() + 1, HBores.end()});
         BuildHorizontalBores();
-        ASSERT_EQ(static_cast<std::size_t>(HBores.Last()), expected.size()) << "round " << round;
+        ASSERT_EQ(static_cast<std::size_t>(HBores.Last()), expected.size()) << test::RoundName(round);
         for (std::size_t i = 0; i < expected.size(); ++i) {
             ASSERT_EQ(BoreFields(HBores[static_cast<Long>(i) + 1]), BoreFields(expected[i]))
-                << "round " << round << " bore " << i + 1;
+                << test::RoundName(round) << " bore " << i + 1;
             fromLines += expected[i].Speed > 0 ? 1 : 0;
         }
     }

@@ -7,6 +7,7 @@
 #include "drilling/plain_hole_chaining.h"
 #include "drilling/random_bores.h"
 #include "drilling/same_bores.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -55,10 +56,10 @@ class OptimizerRandom : public testing::Test {
 
 TEST_F(OptimizerRandom, ChainsAndStopsOfSmallDrawingsAsTold)
 {
-    test::RandomDrilling random(11);
+    test::RandomDrilling random(test::Seed(11));
     int chained = 0, stolen = 0, riding = 0, found = 0;
-    for (int round = 0; round < 6000; ++round) {
-        SCOPED_TRACE("round " + std::to_string(round));
+    for (int round = 0; round < test::Rounds(6000); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
         random.PutPanel();
         random.PutHead();
         random.PutBores(random.Pick(0, 60));
@@ -82,9 +83,9 @@ TEST_F(OptimizerRandom, ChainsAndStopsOfSmallDrawingsAsTold)
 
 TEST_F(OptimizerRandom, ChainsOfLargerDrawingsAsTold)
 {
-    test::RandomDrilling random(12);
-    for (int round = 0; round < 60; ++round) {
-        SCOPED_TRACE("round " + std::to_string(round));
+    test::RandomDrilling random(test::Seed(12));
+    for (int round = 0; round < test::Rounds(60); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
         random.PutPanel();
         random.PutHead();
         random.PutBores(random.Pick(300, 700));
@@ -96,9 +97,9 @@ TEST_F(OptimizerRandom, ChainsOfLargerDrawingsAsTold)
 // Chains in any mixture, as no head and no panel would give them.
 TEST_F(OptimizerRandom, GatheringOfAnyMixtureAsTold)
 {
-    test::RandomDrilling random(13);
-    for (int round = 0; round < 20000; ++round) {
-        SCOPED_TRACE("round " + std::to_string(round));
+    test::RandomDrilling random(test::Seed(13));
+    for (int round = 0; round < test::Rounds(20000); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
         ResetRun();
         random.PutMarks(random.Pick(1, 50));
         plain::BoreList expected = plain::BoresNow();

@@ -8,6 +8,8 @@
 #include <limits>
 #include <random>
 
+#include "support/random_rounds.h"
+
 namespace kv {
 namespace {
 
@@ -113,8 +115,8 @@ TEST(PointGrid, NearestPointOfABox)
 
 TEST(PointGrid, RandomPointsTakenOutOneByOneAsByAWalk)
 {
-    std::mt19937 engine(2);
-    for (int round = 0; round < 150; ++round) {
+    std::mt19937 engine(test::Seed(2));
+    for (int round = 0; round < test::Rounds(150); ++round) {
         const bool onGrid = round % 2 == 0;
         const auto coordinate = [&] {
             return onGrid ? std::uniform_int_distribution<int>(0, 12)(engine) * 32.0
@@ -128,7 +130,7 @@ TEST(PointGrid, RandomPointsTakenOutOneByOneAsByAWalk)
         for (std::size_t i = 0; i < points.size(); ++i) {
             const double x = coordinate(), y = coordinate();
             const Long expected = NearestByWalk(points, taken, x, y);
-            ASSERT_EQ(NearestIn(grid, x, y), expected) << "round " << round << " step " << i;
+            ASSERT_EQ(NearestIn(grid, x, y), expected) << test::RoundName(round) << " step " << i;
             grid.Remove(expected);
             taken[static_cast<std::size_t>(expected)] = true;
         }
@@ -150,8 +152,8 @@ std::vector<Long> Within(const PointGrid& grid, double x, double y, double squar
 
 TEST(PointGrid, WalkMeetsEachPointInReachOnceAndNoneThatIsTakenOut)
 {
-    std::mt19937 random(7);
-    for (int round = 0; round < 300; ++round) {
+    std::mt19937 random(test::Seed(7));
+    for (int round = 0; round < test::Rounds(300); ++round) {
         std::uniform_int_distribution<int> place(0, 12);
         std::vector<GridPoint> points(random() % 120);
         for (GridPoint& point : points)
@@ -169,7 +171,7 @@ TEST(PointGrid, WalkMeetsEachPointInReachOnceAndNoneThatIsTakenOut)
         for (std::size_t i = 0; i < points.size(); ++i)
             if (!taken[i] && Squared(x, y, points[i]) < reach)
                 plain.push_back(static_cast<Long>(i));
-        ASSERT_EQ(Within(grid, x, y, reach), plain);
+        ASSERT_EQ(Within(grid, x, y, reach), plain) << test::RoundName(round);
     }
 }
 

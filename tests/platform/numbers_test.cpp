@@ -9,6 +9,7 @@
 #include <random>
 
 #include "platform/run_error.h"
+#include "support/random_rounds.h"
 
 namespace kv {
 namespace {
@@ -107,8 +108,8 @@ TEST(Val, LongMantissasAreRoundedExactly)
 // The C library's reader is the judge; it knows the same form, D aside.
 TEST(Val, AgreesWithTheCLibraryToTheLastBit)
 {
-    std::mt19937_64 random(20240611);
-    for (int i = 0; i < 40000; ++i) {
+    std::mt19937_64 random(test::Seed(20240611));
+    for (int i = 0; i < test::Rounds(40000); ++i) {
         std::string text = random() % 2 != 0 ? "-" : "";
         const std::size_t whole = random() % 12, decimals = random() % 14;
         for (std::size_t k = 0; k < whole; ++k)
@@ -118,7 +119,7 @@ TEST(Val, AgreesWithTheCLibraryToTheLastBit)
             text += static_cast<char>('0' + random() % 10);
         if (random() % 3 == 0)
             text += "E" + std::to_string(static_cast<int>(random() % 80) - 40);
-        ASSERT_EQ(Val(text), std::strtod(text.c_str(), nullptr)) << text;
+        ASSERT_EQ(Val(text), std::strtod(text.c_str(), nullptr)) << text << ", " << test::RoundName(i);
     }
 }
 

@@ -14,6 +14,7 @@
 #include "state/settings.h"
 #include "support/dxf.h"
 #include "support/program_checker.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -44,7 +45,7 @@ Conversion Converted(Scene& place, const std::string& drawing)
 void ExpectSound(const Conversion& made, const std::string& name, const RouteCheck& check = {})
 {
     EXPECT_EQ(ProgramFaults(made.Program), Faults()) << name;
-    EXPECT_EQ(RouteFaults(made.Final, check), Faults()) << name;
+    EXPECT_EQ(UnforcedFaults(made.Final, check), Faults()) << name;
     EXPECT_EQ(PathFaults(made.Program, made.Final, check), Faults()) << name;
 }
 
@@ -178,12 +179,12 @@ const std::string RandomPanel = Rectangle("BORDERZ18", 0, 0, 600, 400);
 TEST(RandomPrograms, CanBeRun)
 {
     int moves = 0;
-    for (unsigned seed = 1; seed <= 200; ++seed) {
+    for (int round = 1; round <= Rounds(200); ++round) {
         Scene place;
-        Config.LeadS = seed % 2;
-        RandomDrawing random(seed);
+        Config.LeadS = static_cast<Int>(round % 2);
+        RandomDrawing random(Seed(static_cast<unsigned>(round)));
         const Conversion made = Converted(place, Drawing(RandomPanel + random.Crowd()));
-        ExpectSound(made, "seed " + std::to_string(seed));
+        ExpectSound(made, RoundName(round));
         moves += static_cast<int>(made.Program.size());
         if (testing::Test::HasFailure())
             break;
@@ -198,15 +199,16 @@ TEST(RandomPrograms, RoutesOfEdgesCanBeRun)
                               Rectangle("BORDER", 205, 100, 590, 18) +
                               Rectangle("BORDER", 100, 215, 18, 370) + Rectangle("BORDER", 900, 220, 18, 360);
     std::array<int, 6> routes{};
-    for (unsigned seed = 1; seed <= 100; ++seed) {
+    for (int round = 1; round <= Rounds(100); ++round) {
         Scene place;
-        RandomDrawing random(seed);
+        Config.RouteTolerance = "0.04"; // no arc's end is so near to a point of the grid
+        RandomDrawing random(Seed(static_cast<unsigned>(round)));
         const Conversion made = Converted(place, Drawing(panel + random.InView("ROUTE1Z5T71", {220, 701}) +
                                                          random.InView("ROUTE2Z6T72", {600, 101}) +
                                                          random.InView("ROUTE3Z6T73", {101, 300}, true) +
                                                          random.InView("ROUTE4Z6T74", {901, 260}, true) +
                                                          random.InView("ROUTE5Z7T75", {500, 400})));
-        ExpectSound(made, "seed " + std::to_string(seed));
+        ExpectSound(made, RoundName(round));
         for (const RouteSegment& record : made.Final)
             routes[static_cast<std::size_t>(record.Side)] += record.Dir == -8;
         if (testing::Test::HasFailure())
@@ -235,14 +237,14 @@ bool Apart(const RouteSegment& a, const RouteSegment& b)
 TEST(RandomPrograms, LeadsAreTangentAndOutsideTheFinishedSide)
 {
     int arcs = 0, straight = 0;
-    for (unsigned seed = 1; seed <= 300; ++seed) {
+    for (int round = 1; round <= Rounds(300); ++round) {
         Scene place;
         Config.LeadS = 1;
         Config.LeadLength = "20";
-        RandomDrawing random(seed);
+        RandomDrawing random(Seed(static_cast<unsigned>(round)));
         const std::string layer = random.Upto(1) == 0 ? "ROUTE1Z5T71L5" : "ROUTE1Z5T71R5";
         const Conversion made = Converted(place, Drawing(RandomPanel + random.Contour(layer)));
-        const std::string name = "seed " + std::to_string(seed);
+        const std::string name = RoundName(round);
         ExpectSound(made, name);
         const std::vector<Records> before = RoutesOf(made.Chained);
         const std::vector<Records> after = RoutesOf(made.Led);

@@ -7,6 +7,7 @@
 
 #include "routes/plain_depth_passes.h"
 #include "routes/segment_rows.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -28,7 +29,7 @@ class RandomDepthPasses : public testing::Test {
         const int kinds[] = {-5, 5, 5, 5, -1, 1, -3, 3, 4, -4, 0};
         const double near[] = {0, 0, 0, 0.0005, 0.0015, 0.02, 0.03, 0.04};
         RouteSegment record = rows::Step(kinds[Pick(0, 10)], Pick(0, 3) * 2.7 + near[Pick(0, 7)],
-                                            Pick(0, 2) * 1.9 + near[Pick(0, 7)]);
+                                         Pick(0, 2) * 1.9 + near[Pick(0, 7)]);
         if (OneOf(3))
             record.Aux2 = ToSingle(Pick(-4, 4) * 0.25);
         record.Z = ToSingle(OneOf(12) ? Pick(88, 92) : Pick(160, 220) * 0.1);
@@ -77,7 +78,7 @@ class RandomDepthPasses : public testing::Test {
     // Counts the lists that the pass changed.
     template <typename Plain> void Compare(void (*pass)(), const Plain& plain)
     {
-        for (int round = 0; round < 8000; ++round) {
+        for (int round = 0; round < test::Rounds(8000); ++round) {
             Records list = AnyList();
             kv::Run.PartThickness = ToSingle(Pick(160, 200) * 0.1);
             rows::Hand(list);
@@ -86,12 +87,12 @@ class RandomDepthPasses : public testing::Test {
             expected.insert(expected.begin(), RouteSegment{});
             plain(expected);
             expected.erase(expected.begin());
-            ASSERT_EQ(rows::Difference(rows::All(), expected), "") << "round " << round;
+            ASSERT_EQ(rows::Difference(rows::All(), expected), "") << test::RoundName(round);
             Changed += static_cast<int>(!rows::Difference(expected, list).empty());
         }
     }
 
-    std::mt19937 Engine{77};
+    std::mt19937 Engine{test::Seed(77)};
     int Count = 0, Changed = 0;
 };
 

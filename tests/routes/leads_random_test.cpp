@@ -6,6 +6,7 @@
 #include "routes/lead_moves.h"
 #include "routes/lead_routes.h"
 #include "routes/plain_leads.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv::lead_test {
@@ -323,9 +324,9 @@ class LeadsOfRandomRoutes : public testing::Test {
 
 TEST_F(LeadsOfRandomRoutes, ContoursAreLedOnTheToolsSideAndTangentToTheirWay)
 {
-    Random random(20240611);
+    Random random(test::Seed(20240611));
     int checked = 0;
-    for (int i = 0; i < 6000 && !HasFailure(); ++i) {
+    for (int i = 0; i < test::Rounds(6000) && !HasFailure(); ++i) {
         const int side = OneOf(random, 2) == 0 ? 1 : -1;
         Route route = RandomContour(random, side == 1 ? "G41" : "G42");
         const Wish wish = RandomWish(random);
@@ -335,7 +336,7 @@ TEST_F(LeadsOfRandomRoutes, ContoursAreLedOnTheToolsSideAndTangentToTheirWay)
         ++checked;
         CheckContour(route, wish, side);
         if (HasFailure())
-            ADD_FAILURE() << "route " << i << ", lead " << wish.Length << "\n"
+            ADD_FAILURE() << test::RoundName(i) << ", lead " << wish.Length << "\n"
                           << TextOf(route) << "becomes\n"
                           << TextOf(WithLeads(route));
     }
@@ -418,9 +419,9 @@ Span FirstSpanAlong(Random& random, const BorderPoint& p)
 
 TEST_F(LeadsOfRandomRoutes, RoutesAtTheBorderLeaveThePartAlongTheirWay)
 {
-    Random random(7151);
+    Random random(test::Seed(7151));
     int leads = 0, arcs = 0;
-    for (int i = 0; i < 9000 && !HasFailure(); ++i) {
+    for (int i = 0; i < test::Rounds(9000) && !HasFailure(); ++i) {
         const bool startOn = OneOf(random, 3) > 0, endOn = OneOf(random, 3) > 0;
         const BorderPoint from = RandomBorderPoint(random), to = RandomBorderPoint(random);
         const PlanePoint inside = {Between(random, 100, 500), Between(random, 100, 300)};
@@ -452,7 +453,7 @@ TEST_F(LeadsOfRandomRoutes, RoutesAtTheBorderLeaveThePartAlongTheirWay)
         arcs += led.All.front().Kind == -3 && led.InFront == 1 ? 1 : 0;
         EXPECT_TRUE(led.All.front().Z == 12 && led.All.back().Z == 12);
         if (HasFailure())
-            ADD_FAILURE() << "route " << i << ", lead " << wish.Length << "\n"
+            ADD_FAILURE() << test::RoundName(i) << ", lead " << wish.Length << "\n"
                           << TextOf(route) << "becomes\n"
                           << TextOf(led.All);
     }
@@ -540,8 +541,8 @@ void AskWildly(Random& random, Route& route)
 
 TEST_F(LeadsOfRandomRoutes, AreThePlainRulesToTheBit)
 {
-    Random random(99);
-    for (int i = 0; i < 20000 && !HasFailure(); ++i) {
+    Random random(test::Seed(99));
+    for (int i = 0; i < test::Rounds(20000) && !HasFailure(); ++i) {
         RandomDefaults(random);
         Route list;
         const int routes = 1 + OneOf(random, 3);
@@ -554,6 +555,7 @@ TEST_F(LeadsOfRandomRoutes, AreThePlainRulesToTheBit)
             AskWildly(random, route);
             list.insert(list.end(), route.begin(), route.end());
         }
+        SCOPED_TRACE(test::RoundName(i));
         ExpectThePlainRules(list);
     }
 }

@@ -8,6 +8,7 @@
 
 #include "routes/plain_pockets.h"
 #include "routes/pocket_outlines.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -151,14 +152,14 @@ class RandomPockets : public testing::Test {
         return circle;
     }
 
-    std::mt19937 Engine{20240};
+    std::mt19937 Engine{test::Seed(20240)};
     int Count = 0;
 };
 
 TEST_F(RandomPockets, ListsAsTheRulesAreTold)
 {
     std::size_t recordsSeen = 0, linesSeen = 0, grown = 0;
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < test::Rounds(4000); ++round) {
         ResetRun();
         kv::Run.LayerTable = {"BORDER",  "VBORE DRILLING", "GROOVE",   "HBORE",
                               "EXCAV20", "ROUTEZ5 ",       "EXCAV40Z5"};
@@ -180,11 +181,11 @@ TEST_F(RandomPockets, ListsAsTheRulesAreTold)
         list.insert(list.begin(), RouteSegment{});
         const std::vector<std::string> lines = plain_pockets::ExcavatePockets(list, circles);
         list.erase(list.begin());
-        ASSERT_EQ(rows::Difference(rows::All(), list), "") << "round " << round;
-        ASSERT_EQ(rows::ReportLines::Shown(), lines) << "round " << round;
+        ASSERT_EQ(rows::Difference(rows::All(), list), "") << test::RoundName(round);
+        ASSERT_EQ(rows::ReportLines::Shown(), lines) << test::RoundName(round);
         for (std::size_t i = 0; i < circles.size(); ++i) {
-            ASSERT_EQ(RouteCircles[static_cast<Long>(i) + 1].Used, circles[i].Used) << "round " << round;
-            ASSERT_EQ(RouteCircles[static_cast<Long>(i) + 1].Pass, circles[i].Pass) << "round " << round;
+            ASSERT_EQ(RouteCircles[static_cast<Long>(i) + 1].Used, circles[i].Used) << test::RoundName(round);
+            ASSERT_EQ(RouteCircles[static_cast<Long>(i) + 1].Pass, circles[i].Pass) << test::RoundName(round);
         }
         recordsSeen += list.size();
         linesSeen += lines.size();

@@ -9,6 +9,7 @@
 
 #include "routes/depth_passes.h"
 #include "routes/route_chain_scene.h"
+#include "support/random_rounds.h"
 
 namespace kv {
 namespace {
@@ -116,7 +117,7 @@ std::string Differences(const std::vector<RouteSegment>& segments, const std::ve
 
 class RandomRoutes : public chain_test::RouteChainTest {
   protected:
-    std::mt19937 Engine{1};
+    std::mt19937 Engine{test::Seed(1)};
 
     int Pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(Engine); }
     bool OneIn(int n) { return Pick(1, n) == 1; }
@@ -317,10 +318,10 @@ class RandomRoutes : public chain_test::RouteChainTest {
     }
     std::size_t Chains = 0, Records = 0; // seen in all rounds
 
-    void Rounds(int rounds, int paths, int circles)
+    void CompareMany(int usual, int paths, int circles)
     {
-        for (int round = 0; round < rounds && !HasFailure(); ++round) {
-            SCOPED_TRACE("round " + std::to_string(round));
+        for (int round = 0; round < test::Rounds(usual) && !HasFailure(); ++round) {
+            SCOPED_TRACE(test::RoundName(round));
             chain_test::Segments segments;
             for (int i = Pick(paths > 0 ? 1 : 0, paths); i > 0; --i) {
                 AddPath(segments);
@@ -343,7 +344,7 @@ TEST_F(RandomRoutes, OrderAlone)
 {
     Passes = 2;
     Damaged = true;
-    for (int round = 0; round < 4000 && !HasFailure(); ++round) {
+    for (int round = 0; round < test::Rounds(4000) && !HasFailure(); ++round) {
         Cells = Pick(1, 5);
         OddKindsIn = Pick(1, 3);
         chain_test::Segments segments;
@@ -356,7 +357,7 @@ TEST_F(RandomRoutes, OrderAlone)
         plain::OrderChains(told);
         OrderRouteChains();
         ASSERT_EQ(Differences(AllSegments(), {}, told, {}), "")
-            << "round " << round << " SPDA " << Config.SPDA << '\n'
+            << test::RoundName(round) << " SPDA " << Config.SPDA << '\n'
             << Listed(drawn) << "passes:\n"
             << Listed(AllSegments()) << "by the rule:\n"
             << Listed(told);
@@ -367,7 +368,7 @@ TEST_F(RandomRoutes, LinesOnACoarseGrid)
 {
     OddKindsIn = 1000;
     for (Cells = 1; Cells <= 4; ++Cells)
-        Rounds(1000, 4 * Cells, 0);
+        CompareMany(1000, 4 * Cells, 0);
     EXPECT_LT(Chains * 2, Records); // lines have linked
 }
 
@@ -376,14 +377,14 @@ TEST_F(RandomRoutes, PathsOfAllKinds)
     OddKindsIn = 1;
     Passes = 2;
     for (Cells = 1; Cells <= 4; ++Cells)
-        Rounds(1500, 9, 0);
+        CompareMany(1500, 9, 0);
 }
 
 TEST_F(RandomRoutes, CirclesAndLines)
 {
     OddKindsIn = 4;
     for (Cells = 2; Cells <= 5; ++Cells)
-        Rounds(1500, 7, 5);
+        CompareMany(1500, 7, 5);
 }
 
 TEST_F(RandomRoutes, CirclesAndPathsOfAllKinds)
@@ -391,7 +392,7 @@ TEST_F(RandomRoutes, CirclesAndPathsOfAllKinds)
     OddKindsIn = 1;
     Passes = 2;
     Cells = 3;
-    Rounds(4000, 7, 6);
+    CompareMany(4000, 7, 6);
 }
 
 TEST_F(RandomRoutes, DrawingsCopiedOntoThemselves)
@@ -399,29 +400,29 @@ TEST_F(RandomRoutes, DrawingsCopiedOntoThemselves)
     Copies = 3;
     Passes = 2;
     Cells = 2;
-    Rounds(3000, 4, 3);
+    CompareMany(3000, 4, 3);
     OddKindsIn = 1;
-    Rounds(3000, 3, 3);
+    CompareMany(3000, 3, 3);
 }
 
 TEST_F(RandomRoutes, CirclesAlone)
 {
     Cells = 2;
-    Rounds(1500, 0, 5);
+    CompareMany(1500, 0, 5);
 }
 
 TEST_F(RandomRoutes, DamagedLists)
 {
     OddKindsIn = 2;
     Damaged = true;
-    Rounds(3000, 8, 2);
+    CompareMany(3000, 8, 2);
 }
 
 TEST_F(RandomRoutes, EndsAtAFewPlacesAnywhere)
 {
     // Angles and distances without a round value, near the origin and far from it.
-    for (int round = 0; round < 3000 && !HasFailure(); ++round) {
-        SCOPED_TRACE("round " + std::to_string(round));
+    for (int round = 0; round < test::Rounds(3000) && !HasFailure(); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
         const double reach = OneOf({30.0, 3000.0, 100000.0});
         chain_test::Points places;
         for (int i = Pick(2, 6); i > 0; --i)
@@ -462,25 +463,29 @@ TEST_F(RandomRoutes, EndsAtAFewPlacesAnywhere)
 
 TEST_F(RandomRoutes, NestedPartsOutOfLines)
 {
-    // 500 rectangles of four lines, drawn in a shuffled order and direction.
-    std::vector<chain_test::Segments> lines;
-    for (int part = 0; part < 500; ++part) {
-        const Single x = static_cast<Single>(part % 25) * 110 + 5,
-                     y = static_cast<Single>(part / 25) * 70 + 5;
-        const chain_test::Point corners[] = {{x, y}, {x + 100, y}, {x + 100, y + 60}, {x, y + 60}};
-        for (int i = 0; i < 4; ++i)
-            lines.push_back(OneIn(2) ? chain_test::Line(corners[i], corners[(i + 1) % 4])
-                                     : chain_test::Line(corners[(i + 1) % 4], corners[i]));
+    for (int round = 0; round < test::Rounds(1) && !HasFailure(); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
+        // 500 rectangles of four lines, drawn in a shuffled order and direction.
+        std::vector<chain_test::Segments> lines;
+        for (int part = 0; part < 500; ++part) {
+            const Single x = static_cast<Single>(part % 25) * 110 + 5,
+                         y = static_cast<Single>(part / 25) * 70 + 5;
+            const chain_test::Point corners[] = {{x, y}, {x + 100, y}, {x + 100, y + 60}, {x, y + 60}};
+            for (int i = 0; i < 4; ++i)
+                lines.push_back(OneIn(2) ? chain_test::Line(corners[i], corners[(i + 1) % 4])
+                                         : chain_test::Line(corners[(i + 1) % 4], corners[i]));
+        }
+        std::shuffle(lines.begin(), lines.end(), Engine);
+        chain_test::Segments segments;
+        for (const chain_test::Segments& line : lines)
+            chain_test::Add(segments, line);
+        chain_test::LayRoutes({});
+        Run.SideWidth[5] = 2800;
+        Run.SideHeight[5] = 1500;
+        const std::size_t before = Chains;
+        Compare(segments, {}, true);
+        EXPECT_EQ(Chains - before, 500U);
     }
-    std::shuffle(lines.begin(), lines.end(), Engine);
-    chain_test::Segments segments;
-    for (const chain_test::Segments& line : lines)
-        chain_test::Add(segments, line);
-    chain_test::LayRoutes({});
-    Run.SideWidth[5] = 2800;
-    Run.SideHeight[5] = 1500;
-    Compare(segments, {}, true);
-    EXPECT_EQ(Chains, 500U);
 }
 
 TEST_F(RandomRoutes, HatchWithAllLinesOnOneColumn)
@@ -507,37 +512,43 @@ TEST_F(RandomRoutes, BigMixedSheet)
     Cells = 40;
     OddKindsIn = 3;
     Passes = 3;
-    chain_test::Segments segments;
-    for (int i = 0; i < 1000; ++i)
-        AddPath(segments);
-    chain_test::Circles circles;
-    for (int i = 0; i < 300; ++i)
-        circles.push_back(AnyCircle());
-    chain_test::LayRoutes({});
-    Run.LeadLength = 5;
-    Run.LeadsOn = True;
-    Compare(segments, circles, true);
+    for (int round = 0; round < test::Rounds(1) && !HasFailure(); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
+        chain_test::Segments segments;
+        for (int i = 0; i < 1000; ++i)
+            AddPath(segments);
+        chain_test::Circles circles;
+        for (int i = 0; i < 300; ++i)
+            circles.push_back(AnyCircle());
+        chain_test::LayRoutes({});
+        Run.LeadLength = 5;
+        Run.LeadsOn = True;
+        Compare(segments, circles, true);
+    }
 }
 
 TEST_F(RandomRoutes, ManyLinesThroughOnePlace)
 {
-    // A star of 600 lines, some drawn towards the middle, in two passes, and circles around it.
-    chain_test::Segments segments;
-    for (int i = 0; i < 600; ++i) {
-        const double angle = Pick(0, 359) * 0.0174533;
-        const double reach = 10.0 * Pick(1, 20);
-        const chain_test::Point far{static_cast<Single>(250 + reach * std::cos(angle)),
-                                    static_cast<Single>(250 + reach * std::sin(angle))};
-        const chain_test::Segments line =
-            OneIn(2) ? chain_test::Line({250, 250}, far) : chain_test::Line(far, {250, 250});
-        chain_test::Add(segments, chain_test::OnPass(Pick(1, 2), line));
+    for (int round = 0; round < test::Rounds(1) && !HasFailure(); ++round) {
+        SCOPED_TRACE(test::RoundName(round));
+        // A star of 600 lines, some drawn towards the middle, in two passes, and circles around it.
+        chain_test::Segments segments;
+        for (int i = 0; i < 600; ++i) {
+            const double angle = Pick(0, 359) * 0.0174533;
+            const double reach = 10.0 * Pick(1, 20);
+            const chain_test::Point far{static_cast<Single>(250 + reach * std::cos(angle)),
+                                        static_cast<Single>(250 + reach * std::sin(angle))};
+            const chain_test::Segments line =
+                OneIn(2) ? chain_test::Line({250, 250}, far) : chain_test::Line(far, {250, 250});
+            chain_test::Add(segments, chain_test::OnPass(Pick(1, 2), line));
+        }
+        chain_test::Circles circles;
+        for (int i = 1; i <= 20; ++i)
+            circles.push_back(
+                chain_test::Circle({250, 250}, static_cast<Single>(10 * i), i % 2 == 0 ? "G41" : ""));
+        chain_test::LayRoutes({});
+        Compare(segments, circles, true);
     }
-    chain_test::Circles circles;
-    for (int i = 1; i <= 20; ++i)
-        circles.push_back(
-            chain_test::Circle({250, 250}, static_cast<Single>(10 * i), i % 2 == 0 ? "G41" : ""));
-    chain_test::LayRoutes({});
-    Compare(segments, circles, true);
 }
 
 } // namespace

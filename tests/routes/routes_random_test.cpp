@@ -7,6 +7,7 @@
 
 #include "routes/random_routes.h"
 #include "support/program_checker.h"
+#include "support/random_rounds.h"
 #include "support/scene.h"
 #include "support/source_files.h"
 
@@ -55,7 +56,7 @@ std::vector<std::string> RowsOf(const Scene& place)
 Made Make(unsigned seed, bool tame)
 {
     Scene place;
-    RandomRouteDrawing random(seed, tame);
+    RandomRouteDrawing random(Seed(seed), tame);
     const std::string drawing = random.Drawn();
     random.Settle();
     Made made;
@@ -70,7 +71,7 @@ Made Make(unsigned seed, bool tame)
     return made;
 }
 
-// A block of seeds a test, so that they can run side by side.
+// A block of seeds a test, so that they can run side by side; more drawings are more blocks.
 constexpr unsigned BlockSize = 250;
 
 class RandomRouteDrawings : public testing::TestWithParam<unsigned> {
@@ -84,40 +85,21 @@ TEST_P(RandomRouteDrawings, GiveTheSameTwiceAndWordsOfNumbers)
     int written = 0, failed = 0;
     for (unsigned seed = First; seed <= Last; ++seed) {
         const Made made = Make(seed, false);
-        ASSERT_TRUE(made == Make(seed, false)) << "seed " << seed;
-        ASSERT_FALSE(made.Report.empty()) << "seed " << seed;
+        ASSERT_TRUE(made == Make(seed, false)) << RoundName(seed);
+        ASSERT_FALSE(made.Report.empty()) << RoundName(seed);
         failed += made.Went ? 0 : 1;
         for (const auto& [name, lines] : made.Programs) {
             ++written;
-            ASSERT_GE(lines.size(), 3U) << "seed " << seed << " " << name;
+            ASSERT_GE(lines.size(), 3U) << RoundName(seed) << " " << name;
             for (const std::string& line : lines)
                 ASSERT_TRUE(line.find("nan") == std::string::npos && line.find("inf") == std::string::npos)
-                    << "seed " << seed << " " << line;
+                    << RoundName(seed) << " " << line;
             for (const std::string& fault : ProgramFaults(lines))
-                ASSERT_EQ(fault.find("is no number"), std::string::npos) << "seed " << seed << " " << fault;
+                ASSERT_EQ(fault.find("is no number"), std::string::npos) << RoundName(seed) << " " << fault;
         }
     }
     EXPECT_GT(written, 100);
     EXPECT_LT(failed, 50);
-}
-
-bool SameCentre(const RouteSegment& a, const RouteSegment& b)
-{
-    return a.Kind == -3 && b.Kind == -3 && a.Aux1 == b.Aux1 && a.Aux2 == b.Aux2;
-}
-
-// Left out: the arc that goes on round a joined circle to the next path, where that path begins at the
-// very place at which the circle ends, save for the last bits of an arc's drawn end.
-std::vector<std::string> UnforcedFaults(const std::vector<RouteSegment>& records)
-{
-    std::vector<std::string> faults;
-    for (const std::string& fault : RouteFaults(records)) {
-        const auto record = static_cast<std::size_t>(std::stoul(fault.substr(7)));
-        const bool goesOn = record > 2 && SameCentre(records[record - 2], records[record]);
-        if (!goesOn || !fault.ends_with("an arc of no length"))
-            faults.push_back(fault);
-    }
-    return faults;
 }
 
 TEST_P(RandomRouteDrawings, TameOnesCanBeRun)
@@ -125,13 +107,13 @@ TEST_P(RandomRouteDrawings, TameOnesCanBeRun)
     int routes = 0, arcs = 0;
     for (unsigned seed = First; seed <= Last; ++seed) {
         const Made made = Make(seed, true);
-        ASSERT_TRUE(made.Went) << "seed " << seed;
-        ASSERT_EQ(made.Programs.size(), 1U) << "seed " << seed;
+        ASSERT_TRUE(made.Went) << RoundName(seed);
+        ASSERT_EQ(made.Programs.size(), 1U) << RoundName(seed);
         const std::vector<std::string>& lines = made.Programs.begin()->second;
         const std::vector<std::string> none;
-        EXPECT_EQ(ProgramFaults(lines), none) << "seed " << seed;
-        EXPECT_EQ(UnforcedFaults(made.Final), none) << "seed " << seed;
-        EXPECT_EQ(made.OffThePath, none) << "seed " << seed;
+        EXPECT_EQ(ProgramFaults(lines), none) << RoundName(seed);
+        EXPECT_EQ(UnforcedFaults(made.Final), none) << RoundName(seed);
+        EXPECT_EQ(made.OffThePath, none) << RoundName(seed);
         for (const RouteSegment& record : made.Final) {
             routes += record.Dir == -8 ? 1 : 0;
             arcs += record.Kind == 3 ? 1 : 0;
@@ -141,7 +123,7 @@ TEST_P(RandomRouteDrawings, TameOnesCanBeRun)
     EXPECT_GT(arcs, 1000);
 }
 
-INSTANTIATE_TEST_SUITE_P(Blocks, RandomRouteDrawings, testing::Range(0U, 5U));
+INSTANTIATE_TEST_SUITE_P(Blocks, RandomRouteDrawings, testing::Range(0U, static_cast<unsigned>(Rounds(5))));
 
 } // namespace
 } // namespace kv::test

@@ -40,6 +40,10 @@ struct RouteCheck {
 // Records from 1 on. All numbers finite; inside a route an arc stands where the record in front ends;
 // its end lies on its circle, at its end angle; it has a radius and a length.
 std::vector<std::string> RouteFaults(const std::vector<RouteSegment>& records, const RouteCheck& check = {});
+// The same without what cannot be helped: the arc that goes on round a joined circle to the next path, where
+// that path begins at the very place at which the circle ends, save for the last bits of an arc's drawn end.
+std::vector<std::string> UnforcedFaults(const std::vector<RouteSegment>& records,
+                                        const RouteCheck& check = {});
 std::vector<RouteSegment> CurrentRoutes(); // a copy of Run's, blank element 0 included
 
 // The program leads the router along the points of the records, in their order, and nowhere else.

@@ -273,7 +273,24 @@ void LookAtLeads(std::vector<std::string>& faults, const std::vector<Element>& e
                    check);
 }
 
+bool SameCentre(const RouteSegment& a, const RouteSegment& b)
+{
+    return a.Kind == -3 && b.Kind == -3 && a.Aux1 == b.Aux1 && a.Aux2 == b.Aux2;
+}
+
 } // namespace
+
+std::vector<std::string> UnforcedFaults(const std::vector<RouteSegment>& records, const RouteCheck& check)
+{
+    std::vector<std::string> faults;
+    for (const std::string& fault : RouteFaults(records, check)) {
+        const auto record = static_cast<std::size_t>(std::stoul(fault.substr(7))); // "record 12: ..."
+        const bool goesOn = record > 2 && SameCentre(records[record - 2], records[record]);
+        if (!goesOn || !fault.ends_with("an arc of no length"))
+            faults.push_back(fault);
+    }
+    return faults;
+}
 
 std::vector<RouteSegment> CurrentRoutes()
 {
