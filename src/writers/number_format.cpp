@@ -99,17 +99,16 @@ std::string FormatCoord(Single value)
 std::string FormatAngle(Single value)
 {
     CheckFinite(value);
-    if (value == 0)
-        return "0.00";
     std::string digits = ScaledDigits(std::fabs(static_cast<double>(value)), AngleDecimals);
+    if (digits.find_first_not_of('0') == std::string::npos)
+        return "0.00"; // a lone point is no number to a control
     if (digits.size() < AngleDecimals)
         digits.insert(0, AngleDecimals - digits.size(), '0');
     const std::size_t point = digits.size() - AngleDecimals;
     std::string text = digits.substr(0, point) + '.' + digits.substr(point);
     text.erase(text.find_last_not_of('0') + 1);
     text.erase(0, text.find_first_not_of('0'));
-    // A value that rounds to nothing is a lone point, without sign.
-    return value < 0 && text != "." ? '-' + text : text;
+    return value < 0 ? '-' + text : text;
 }
 
 std::string TwoDigits(Long number)

@@ -12,7 +12,7 @@ namespace kv {
 Single RoundToPrecision(Single value);
 // Plain text of RoundToPrecision: "600", ".5", "-.25", "0". No number or infinite: RunError 6.
 std::string FormatCoord(Single value);
-// Arc angles: "0.00" for exactly 0, else at most three decimals and always a point: "45.", ".5".
+// Arc angles: "0.00" for what rounds to nothing, else at most three decimals and always a point: "45.", ".5".
 std::string FormatAngle(Single value);
 // The last two characters of "0" and the number.
 std::string TwoDigits(Long number);

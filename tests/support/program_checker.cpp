@@ -18,11 +18,9 @@ constexpr double Radian = 3.14159265358979323846 / 180;
 constexpr double AngleRounding = 0.0005 * Radian; // an end angle has three decimals
 constexpr std::string_view NumberLetters = "FEBSXYZIJKUACVQ";
 
-// "-12.5", ".5", "45."; an end angle that rounds to nothing is a lone point.
-std::optional<double> NumberOf(char letter, const std::string& text)
+// "-12.5", ".5", "45."; a lone point is no number.
+std::optional<double> NumberOf(const std::string& text)
 {
-    if (letter == 'A' && text == ".")
-        return 0;
     const std::size_t digits = text.starts_with('-') ? 1 : 0;
     if (text.find_first_not_of("0123456789.", digits) != std::string::npos ||
         text.find_first_of("0123456789", digits) == std::string::npos)
@@ -82,7 +80,7 @@ void TakeWord(Line& line, const std::string& word)
     }
     if (NumberLetters.find(letter) == std::string_view::npos)
         return; // tool, diameter, compensation
-    const std::optional<double> value = NumberOf(letter, text);
+    const std::optional<double> value = NumberOf(text);
     if (value)
         line.Numbers[letter] = *value;
     else

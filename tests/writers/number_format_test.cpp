@@ -147,10 +147,13 @@ TEST_F(NumberFormat, AnglesAlwaysHaveAPoint)
     EXPECT_EQ(FormatAngle(0.0625F), ".063");
 }
 
-TEST_F(NumberFormat, AnAngleThatRoundsToNothingIsALonePoint)
+TEST_F(NumberFormat, AnAngleThatRoundsToNothingIsZero)
 {
-    EXPECT_EQ(FormatAngle(0.0001F), ".");
-    EXPECT_EQ(FormatAngle(-0.0001F), ".");
+    EXPECT_EQ(FormatAngle(0.0001F), "0.00");
+    EXPECT_EQ(FormatAngle(-0.0001F), "0.00");
+    EXPECT_EQ(FormatAngle(0.00049F), "0.00");
+    EXPECT_EQ(FormatAngle(0.00051F), ".001");
+    EXPECT_EQ(FormatAngle(-0.00051F), "-.001");
 }
 
 TEST_F(NumberFormat, RandomValuesAgreeWithTheirDigits)

@@ -31,7 +31,7 @@ Texts FaultsOf(const Texts& moves, const std::string& start = Open)
 TEST(ProgramChecker, SoundMovesHaveNoFault)
 {
     EXPECT_EQ(FaultsOf({"G1G90F5000X100Y0Z5", "G38G90X100Y50A0.00Z5", "G37G90X100Y50A270.Z-.5",
-                        "G38G90X200Y0U50Z=a", "G37G90X100Y0U-60Z=Z", "G37G90X50Y0A.Z5",
+                        "G38G90X200Y0U50Z=a", "G37G90X100Y0U-60Z=Z", "G37G90X50Y0A.5Z5",
                         "G113G90G17X200Y0I150J50", "G2G90G17X200Y0I0J30", "G1G90X1Y2Z3C1V2"}),
               Texts());
     EXPECT_EQ(FaultsOf({}), Texts());
@@ -41,6 +41,7 @@ TEST(ProgramChecker, WordsThatAreNoNumbersAreTold)
 {
     for (const std::string word : {"nan", "inf", "1E+05", "", "-", ".", "1.2.3", "--1", "=", "0x1", "1,5"})
         EXPECT_FALSE(FaultsOf({"G1G90X" + word + "Y0Z5"}).empty()) << word;
+    EXPECT_EQ(FaultsOf({"G37G90X50Y0A.Z5"}).front(), "line 3: \"A.\" is no number");
     EXPECT_EQ(FaultsOf({"G1G90FnanX1Y0Z5"}), Texts{"line 3: \"Fnan\" is no number"});
     EXPECT_EQ(FaultsOf({"G1G90X1Y0ZNANC1"}).front().substr(0, 7), "line 3:");
     EXPECT_EQ(ProgramFaults({"G71XinfY400"}), Texts{"line 0: \"Xinf\" is no number"});
