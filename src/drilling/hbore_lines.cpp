@@ -161,12 +161,11 @@ constexpr EdgeAxes AlongX{&HBoreLineRecord::X1, &HBoreLineRecord::X2, &HBoreLine
 constexpr EdgeAxes AlongY{&HBoreLineRecord::Y1, &HBoreLineRecord::Y2, &HBoreLineRecord::X1,
                           &HBoreLineRecord::X2, &HBoreRecord::PosY,   &HBoreRecord::PosX};
 
-// The place inward counts from the edge on the other side of the panel.
+// The place inward is the depth from the edge that the axis touches.
 HBoreRecord BoreOf(const HBoreLineRecord& cross, Int edge)
 {
     const bool level = edge == Top || edge == Bottom;
     const EdgeAxes& axes = level ? AlongX : AlongY;
-    const double half = (level ? Run.SideHeight[Face] : Run.SideWidth[Face]) / 2.0;
     const double limit = level ? Run.SideMaxY[Face] - static_cast<double>(Run.OriginY)
                                : Run.SideMaxX[Face] - static_cast<double>(Run.OriginX);
     const bool inOrder = cross.*axes.Along1 <= cross.*axes.Along2;
@@ -177,7 +176,7 @@ HBoreRecord BoreOf(const HBoreLineRecord& cross, Int edge)
     HBoreRecord bore;
     bore.Side = edge;
     bore.*axes.PosAlong = ToSingle((from + to) / 2);
-    bore.*axes.PosInward = ToSingle(half <= inward ? inward : limit - inward);
+    bore.*axes.PosInward = ToSingle(edge == Top || edge == Right ? limit - inward : inward);
     bore.Diameter = ToSingle(to - from);
     bore.Z = cross.Depth;
     bore.Tool = cross.Tool;

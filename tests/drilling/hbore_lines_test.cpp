@@ -189,13 +189,13 @@ TEST_F(HorizontalLines, LimitsAreTakenLessTheOrigin)
     EXPECT_EQ(EdgeOf({{600, 100, 570, 100}, {570, 96, 570, 104}}), 4);
     EXPECT_EQ(EdgeOf({{100, 0, 100, 30}, {96, 30, 104, 30}}), 2);
     EXPECT_EQ(EdgeOf({{100, 400, 100, 370}, {96, 370, 104, 370}}), 1);
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 30}})); // 2400 - 2000 - 370
     EdgeOf({{600, 100, 570, 100}, {570, 96, 570, 104}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{570, 100}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 100}})); // 1600 - 1000 - 570
     EdgeOf({{0, 100, 30, 100}, {30, 96, 30, 104}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{570, 100}})); // 1600 - 1000 - 30
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 100}}));
     EdgeOf({{100, 0, 100, 30}, {96, 30, 104, 30}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}})); // 2400 - 2000 - 30
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 30}}));
 }
 
 TEST_F(HorizontalLines, TheEdgesStandAtTheExtentsNotAtTheSize)
@@ -233,40 +233,50 @@ TEST_F(HorizontalLines, TheLineAcrossGivesWidthMiddleAndValues)
     EXPECT_EQ(bores[0].Bottom, 4);
 }
 
-TEST_F(HorizontalLines, TheDepthPositionCountsFromTheOppositeEdge)
+TEST_F(HorizontalLines, TheDepthPositionCountsFromTheEdgeThatTheAxisTouches)
 {
     EdgeOf({{100, 400, 100, 370}, {104, 370, 96, 370}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 30}}));
     EdgeOf({{100, 0, 100, 30}, {96, 30, 104, 30}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 30}}));
     EdgeOf({{0, 100, 30, 100}, {30, 96, 30, 104}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{570, 100}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 100}}));
     EdgeOf({{600, 100, 570, 100}, {570, 96, 570, 104}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{570, 100}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 100}}));
 }
 
-TEST_F(HorizontalLines, ADepthPositionBeyondTheMiddleOrOnItIsTheCoordinateItself)
+TEST_F(HorizontalLines, ABoreBeyondTheMiddleOrOnItIsAsDeepAsItIsDrawn)
 {
-    EdgeOf({{100, 0, 100, 250}, {96, 250, 104, 250}}); // a deep bore from below
+    EdgeOf({{100, 0, 100, 250}, {96, 250, 104, 250}});
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 250}}));
+    EdgeOf({{100, 400, 100, 150}, {96, 150, 104, 150}});
     EXPECT_EQ(Places(), (std::vector<Place>{{100, 250}}));
     EdgeOf({{0, 100, 300, 100}, {300, 96, 300, 104}});
     EXPECT_EQ(Places(), (std::vector<Place>{{300, 100}}));
-    EdgeOf({{0, 100, 299, 100}, {299, 96, 299, 104}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{301, 100}}));
-    // Half of the panel's own height, not of its limit.
-    kv::Run.SideHeight[5] = 600;
-    EdgeOf({{100, 0, 100, 250}, {96, 250, 104, 250}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 150}}));
-    EdgeOf({{100, 0, 100, 300}, {96, 300, 104, 300}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 300}}));
+    EdgeOf({{600, 100, 250, 100}, {250, 96, 250, 104}});
+    EXPECT_EQ(Places(), (std::vector<Place>{{350, 100}}));
+}
+
+TEST_F(HorizontalLines, InANarrowRailTheDepthIsTheDrawnOneAtAllEdges)
+{
+    kv::Run.SideWidth[5] = kv::Run.SideMaxX[5] = 60;
+    kv::Run.SideHeight[5] = kv::Run.SideMaxY[5] = 60;
+    EdgeOf({{30, 60, 30, 25}, {26, 25, 34, 25}});
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 35}}));
+    EdgeOf({{30, 0, 30, 35}, {26, 35, 34, 35}});
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 35}}));
+    EdgeOf({{0, 30, 35, 30}, {35, 26, 35, 34}});
+    EXPECT_EQ(Places(), (std::vector<Place>{{35, 30}}));
+    EdgeOf({{60, 30, 25, 30}, {25, 26, 25, 34}});
+    EXPECT_EQ(Places(), (std::vector<Place>{{35, 30}}));
 }
 
 TEST_F(HorizontalLines, TheLowerEndOfTheCrossLineGivesTheDepthPosition)
 {
     EdgeOf({{100, 0, 100, 30}, {104, 30.0078125F, 96, 30}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 370}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 30}}));
     EdgeOf({{100, 0, 100, 30}, {96, 30.0078125F, 104, 30}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{100, 369.9921875F}}));
+    EXPECT_EQ(Places(), (std::vector<Place>{{100, 30.0078125F}}));
 }
 
 TEST_F(HorizontalLines, OneAxisServesTheFirstCrossLineOnly)
@@ -374,7 +384,7 @@ TEST_F(HorizontalLines, BoresFromEdgeViewsAreOrderedWithThoseFromLines)
 {
     AddBore(3, 570, 300);
     Build({{0, 100, 30, 100}, {30, 96, 30, 104}});
-    EXPECT_EQ(Places(), (std::vector<Place>{{570, 100}, {570, 300}})); // from (0, 0): 579 and 644 away
+    EXPECT_EQ(Places(), (std::vector<Place>{{30, 100}, {570, 300}})); // from (0, 0): 104 and 644 away
 }
 
 TEST_F(HorizontalLines, BlankRecordsAreDroppedEvenWithoutLines)
@@ -396,6 +406,30 @@ TEST(HorizontalLinesInADrawing, LinesThatMakeNoBoreAreCounted)
     EXPECT_TRUE(scene.Convert(test::Drawing(panel + bore + test::Line("HBORE", 100, 0, 100, 30) +
                                             test::Line("HBORE", 200, 96, 200, 104))));
     EXPECT_TRUE(scene.Reported("Horizontal drilling lines that make no bore: 2")) << scene.ReportText();
+}
+
+TEST(HorizontalLinesInADrawing, TheProgramNamesTheDepthFromTheTouchedEdge)
+{
+    test::Scene scene;
+    const auto program = [&scene](double width, double height, const std::string& lines) {
+        EXPECT_TRUE(scene.Convert(test::Drawing(test::Rectangle("BORDER Z18", 0, 0, width, height) + lines)));
+        std::string text;
+        for (const std::string& line : scene.Program())
+            text += line + "\n";
+        return text;
+    };
+    const std::string wide =
+        program(600, 400,
+                test::Line("HBORE", 0, 300, 30, 300) + test::Line("HBORE Z9", 30, 296, 30, 304) +
+                    test::Line("HBORE", 600, 100, 570, 100) + test::Line("HBORE Z9", 570, 96, 570, 104));
+    EXPECT_NE(wide.find("P3R54=8X30Y300Z9"), std::string::npos) << wide;
+    EXPECT_NE(wide.find("P4R54=8X30Y100Z9"), std::string::npos) << wide;
+    const std::string rail =
+        program(600, 60,
+                test::Line("HBORE", 100, 0, 100, 35) + test::Line("HBORE Z9", 96, 35, 104, 35) +
+                    test::Line("HBORE", 500, 60, 500, 25) + test::Line("HBORE Z9", 496, 25, 504, 25));
+    EXPECT_NE(rail.find("P2R54=8X100Y35Z9"), std::string::npos) << rail;
+    EXPECT_NE(rail.find("P1R54=8X500Y35Z9"), std::string::npos) << rail;
 }
 
 TEST_F(HorizontalLines, NothingAtAllStaysNothing)

@@ -93,8 +93,7 @@ inline HBoreRecord HBoreOfLine(HBoreLineRecord line, int edge)
         bore.PosX = Single((double(line.X1) + double(line.X2)) / 2);
         bore.Diameter = Single(double(line.X2) - double(line.X1));
         const double limit = double(Run.SideMaxY[5]) - double(Run.OriginY);
-        bore.PosY =
-            double(Run.SideHeight[5]) / 2 > double(line.Y1) ? Single(limit - double(line.Y1)) : line.Y1;
+        bore.PosY = edge == 1 ? Single(limit - double(line.Y1)) : line.Y1;
     } else {
         if (line.Y1 > line.Y2) {
             std::swap(line.X1, line.X2);
@@ -103,8 +102,7 @@ inline HBoreRecord HBoreOfLine(HBoreLineRecord line, int edge)
         bore.PosY = Single((double(line.Y1) + double(line.Y2)) / 2);
         bore.Diameter = Single(double(line.Y2) - double(line.Y1));
         const double limit = double(Run.SideMaxX[5]) - double(Run.OriginX);
-        bore.PosX =
-            double(Run.SideWidth[5]) / 2 > double(line.X1) ? Single(limit - double(line.X1)) : line.X1;
+        bore.PosX = edge == 4 ? Single(limit - double(line.X1)) : line.X1;
     }
     return bore;
 }

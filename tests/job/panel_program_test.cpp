@@ -42,9 +42,9 @@ TEST(PanelProgram, TwoLinesAsATGiveABoreInEachEdge)
         Line("HBORE Z9", 400, 400, 430, 400); // alone in the middle
     ASSERT_TRUE(place.Convert(Drawing(drawing))) << place.ReportText();
     EXPECT_EQ(place.Program(),
-              (Program{"G71X600Y400Z18T00N7L4", "G150(KORVANTI DXF IMPORT)", "G81G90G55P4R54=8X570Y100Z8.5",
-                       "G81G90G55P2R54=8X100Y370Z9", "G81G90G55P3R54=8X570Y104Z9",
-                       "G81G90F1500G55P1T0161S6000X100Y370Z9", "M2"}));
+              (Program{"G71X600Y400Z18T00N7L4", "G150(KORVANTI DXF IMPORT)", "G81G90G55P4R54=8X30Y100Z8.5",
+                       "G81G90G55P2R54=8X100Y30Z9", "G81G90G55P3R54=8X30Y104Z9",
+                       "G81G90F1500G55P1T0161S6000X100Y30Z9", "M2"}));
 }
 
 TEST(PanelProgram, PanelSolidInTheNegativeQuadrant)

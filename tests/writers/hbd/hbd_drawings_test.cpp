@@ -55,9 +55,9 @@ TEST_F(HbdDrawings, TeesAtTheLeftEdgeWithTheBoresOfTheFaceBesideThem)
         "SIDE#3{\r\n::LF=400 HF=18 SF=600\r\n}SIDE\r\n"
         "SIDE#4{\r\n::LF=600 HF=18 SF=400\r\n}SIDE\r\n"
         "SIDE#5{\r\n$=Back\r\n::LF=400 HF=18 SF=600\r\n"
-        "W#1501{ ::WT2\r\n#8020=100 #8021=9 #8022=-570 #8015=0 #1001=1 #1002=8 #8098=forspina.mcr #8117=1 "
+        "W#1501{ ::WT2\r\n#8020=100 #8021=9 #8022=-30 #8015=0 #1001=1 #1002=8 #8098=forspina.mcr #8117=1 "
         "#8132=1 #6=1 #8500=1\r\n#8501=0 #8502=0 #8525=1 #8526=1 #8530=1 #8531=1 #8532=0 }W\r\n"
-        "W#1501{ ::WT2\r\n#8020=300 #8021=9 #8022=-570 #8015=0 #1001=1 #1002=8 #8098=forspina.mcr #8117=1 "
+        "W#1501{ ::WT2\r\n#8020=300 #8021=9 #8022=-30 #8015=0 #1001=1 #1002=8 #8098=forspina.mcr #8117=1 "
         "#8132=1 #6=1 #8500=1\r\n#8501=1 #8502=1 #8525=1 #8526=1 #8530=1 #8531=1 #8532=0 }W\r\n}SIDE\r\n"
         "SIDE#6{\r\n::LF=600 HF=18 SF=400\r\n}SIDE\r\n\r\n");
     EXPECT_EQ(Home.Program(), (Rows{"G71X600Y400Z18T00N4L1", "G150(KORVANTI DXF IMPORT)",
@@ -70,7 +70,7 @@ TEST_F(HbdDrawings, WithTheBoxOffAllBoresStayInTheProgram)
     Config.MakeHBD = 0;
     ASSERT_TRUE(Home.Convert(Drawing(Panel + LeftTees))) << Home.ReportText();
     EXPECT_EQ(Home.Program(), (Rows{"G71X600Y400Z18T00N5L2", "G150(KORVANTI DXF IMPORT)",
-                                    "G81G90G55P3R54=8X570Y100Z9", "G81G90G55P3R54=8X570Y300Z9", "M2"}));
+                                    "G81G90G55P3R54=8X30Y100Z9", "G81G90G55P3R54=8X30Y300Z9", "M2"}));
     EXPECT_FALSE(HasHbd());
 }
 
@@ -79,10 +79,10 @@ TEST_F(HbdDrawings, TheRightEdgeIsDrilledWhereSeveralHaveBores)
     const std::string drawing =
         Panel + LeftTees + Line("HBORE", 800, 300, 770, 300) + Line("HBORE Z9", 770, 296, 770, 304);
     ASSERT_TRUE(Home.Convert(Drawing(drawing))) << Home.ReportText();
-    EXPECT_TRUE(Holds(Hbd(), "#8020=100 #8021=9 #8022=-570 "));
+    EXPECT_TRUE(Holds(Hbd(), "#8020=100 #8021=9 #8022=-30 "));
     EXPECT_FALSE(Holds(Hbd(), "#8020=300 "));
     EXPECT_EQ(Home.Program(), (Rows{"G71X600Y400Z18T00N5L2", "G150(KORVANTI DXF IMPORT)",
-                                    "G81G90G55P3R54=8X570Y100Z9", "G81G90G55P3R54=8X570Y300Z9", "M2"}));
+                                    "G81G90G55P3R54=8X30Y100Z9", "G81G90G55P3R54=8X30Y300Z9", "M2"}));
 }
 
 TEST_F(HbdDrawings, AllBoresToTheMachineLeaveNoProgram)
