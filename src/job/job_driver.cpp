@@ -105,6 +105,20 @@ void StageDone(std::string_view stage)
         Stages.Done(stage);
 }
 
+// A Genesis Evolution program has no words for stops, and bores that became stops would be lost in it.
+void PlanStops()
+{
+    constexpr Int evolution = 2; // control system
+    const bool optimize = Val(Config.Optimizer) != 0 || Run.OptimizeFlag != False;
+    if (!optimize || VBores.Last() < 1)
+        return;
+    if (Run.ControlType == evolution)
+        ReportMessage(1,
+                      "The drill optimizer is not used for Genesis Evolution; every bore is drilled singly");
+    else
+        OptimizeDrilling();
+}
+
 void EndRun()
 {
     ReleaseRunArrays();
@@ -172,9 +186,7 @@ void ConvertDrawing()
     HeadPositions.Clear();
     StageDone("tour");
     // 16. Stops of the drill head.
-    const bool optimize = Val(Config.Optimizer) != 0 || Run.OptimizeFlag != False;
-    if (optimize && VBores.Last() >= 1)
-        OptimizeDrilling();
+    PlanStops();
     StageDone("optimized");
     // 17. to 19. Depths, sides and leads of routes.
     ReseamClosedPolylines();

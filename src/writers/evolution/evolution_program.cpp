@@ -39,15 +39,6 @@ bool WriteOperations(EvolutionProgram& program)
     return true;
 }
 
-// This family has no words for a boring head, and the bores themselves are gone by now.
-void TellUnwrittenStops()
-{
-    const Long stops = HeadPositions.Last();
-    if (stops > 0)
-        ReportMessage(1, "Drill optimizer: " + WholeText(stops) + (stops == 1 ? " stop is" : " stops are") +
-                             " not written in a Genesis Evolution program; turn the optimizer off");
-}
-
 void PlaceEvolutionProgram(const EvolutionProgram& program)
 {
     const std::string path = ProgramFolder(Evolution) + FileNameOf(OutputName()) + ".CNC";
@@ -75,7 +66,6 @@ void WriteEvolutionProgram()
     if (!LoadEvolutionTemplate(program.Fields))
         return;
     FillEvolutionTemplate(program.Fields);
-    TellUnwrittenStops();
     if (!WriteOperations(program)) {
         ReportMessage(1, " USER ABORTED ");
         Run.RunFailed = True;

@@ -42,20 +42,6 @@ TEST_F(EvolutionFile, TemplateThenSidesThenAnEmptyLine)
     EXPECT_EQ(AllFiles(), (Texts{"HOME/EvHeader.dat", "PROG/DOOR.CNC", "PROG/INDICE.PRG"}));
 }
 
-TEST_F(EvolutionFile, StopsOfTheBoringHeadAreToldSinceTheyAreNotWritten)
-{
-    AddBore();
-    HeadPositions.Append({});
-    Written();
-    EXPECT_TRUE(WasReported("Drill optimizer: 1 stop is not written in a Genesis Evolution program; "
-                            "turn the optimizer off"));
-    ForgetReport();
-    HeadPositions.Append({});
-    Written();
-    EXPECT_TRUE(WasReported("Drill optimizer: 2 stops are not written in a Genesis Evolution program; "
-                            "turn the optimizer off"));
-}
-
 TEST_F(EvolutionFile, ClassesStandAsBoresEdgesRoutesGrooves)
 {
     AddEachClass();
