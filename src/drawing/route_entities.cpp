@@ -287,6 +287,10 @@ void TellUncut(const std::string& layer, const Uncut& left)
     TellUncut(layer, left.Arcs, "arc", "arcs", " of length 0");
     TellUncut(layer, left.Circles, "circle", "circles", " without a radius");
     TellUncut(layer, left.Polylines, "polyline", "polylines", " with fewer than 2 different points");
+    if (left.Widths > 0)
+        ReportMessage(1, "Layer " + ShownLayer(layer) + ": the widths of " + WholeText(left.Widths) +
+                             (left.Widths == 1 ? " polyline" : " polylines") +
+                             " with more than 2 points are passed over");
     TellUncut(layer, left.OnSides, "entity", "entities", " drawn in the plane of an edge");
     for (const auto& [kind, count] : left.Unknown)
         TellUncut(layer, count, "entity", "entities", " of kind " + kind);

@@ -16,6 +16,7 @@ namespace kv {
 namespace {
 
 constexpr Int ClosedFlag = 1;
+constexpr Long VerticesOfMark = 2; // a tapered polyline of so many is a start mark
 
 // What header and first vertex settle for all vertices.
 struct PolylineValues {
@@ -107,15 +108,12 @@ RouteSegment TaperedStart(const PolylineValues& polyline, const RouteSegment& fi
     return record;
 }
 
-// Back at the first vertex, at the depth of the last one; the writers take the rest from the record
-// in front.
-RouteSegment ClosingRecord(const RouteWalk& walk, const RouteSegment& first, const RouteSegment& last)
+// Back at the first vertex, in all else as the last one: a route or pocket may begin with it.
+RouteSegment ClosingRecord(const RouteSegment& first, const RouteSegment& last)
 {
-    RouteSegment record;
-    record.Pass = walk.Pass;
+    RouteSegment record = last;
     record.X = first.X;
     record.Y = first.Y;
-    record.Z = last.Z;
     record.Kind = 5;
     record.Comp = first.Comp;
     record.Aux1 = first.Aux1;
@@ -176,8 +174,13 @@ void TakeRoutePolyline(RouteWalk& walk, Long& index)
         ++walk.Left.Polylines;
     if (RouteSegments.Last() < first)
         return;
+    if (polyline.Tapered && RouteSegments.Last() - first + 1 != VerticesOfMark) {
+        RouteSegments[first] = evenStart; // no start mark: widths must not stand for a bulge
+        if (RouteSegments.Last() > first)
+            ++walk.Left.Widths;
+    }
     if (polyline.Closed && index <= Entities.Last())
-        AddRouteRecord(ClosingRecord(walk, RouteSegments[first], RouteSegments[RouteSegments.Last()]));
+        AddRouteRecord(ClosingRecord(RouteSegments[first], RouteSegments[RouteSegments.Last()]));
     if (Run.RemoveBorder != False && edges.TellOutline()) {
         RouteSegments[first] = evenStart; // the runs are even, so widths must not stand for a bulge
         DropStepsOnOutline(first);

@@ -18,6 +18,7 @@ enum class Drawn : unsigned char { Other, Line, Arc, Polyline, Vertex, Seqend, C
 struct Uncut {
     Long Lines = 0, Arcs = 0, Circles = 0, Polylines = 0;
     Long OnSides = 0;                    // drawn in the plane of an edge
+    Long Widths = 0;                     // of tapered polylines too long for a start mark; they are cut
     std::map<std::string, Long> Unknown; // by the entity's kind
 };
 

@@ -58,6 +58,16 @@ void DropOutOfRange(ChainList& list, const std::string& why)
     list.Chains.erase(leftOut, list.Chains.end());
 }
 
+// The way along a start mark says nothing of the contour's, and it is often the mark that is turned.
+const Text<10>& CompOf(const ChainList& list, const Chain& chain)
+{
+    constexpr std::size_t recordsOfMark = 2;
+    std::size_t first = chain.First;
+    while (list.Records[first].Kind == -4 && first + recordsOfMark <= chain.Last)
+        first += recordsOfMark;
+    return list.Records[first].Comp;
+}
+
 void SortByKey(ChainList& list)
 {
     std::stable_sort(list.Chains.begin(), list.Chains.end(),
@@ -93,29 +103,18 @@ void OrderByNearness(ChainList& list)
         starts.push_back({list.Records[chain.First].X, list.Records[chain.First].Y});
     PointGrid grid(std::move(starts));
 
-    const double area = static_cast<double>(Run.SideWidth[Face]) * Run.SideHeight[Face];
-    const double limit = area * area; // of a squared distance
     PlanePoint at = {Run.SideWidth[Face], Run.SideHeight[Face]};
-    std::vector<bool> reached(list.Chains.size());
     ChainList ordered;
     ordered.Records.reserve(list.Records.size());
     for (std::size_t n = 0; n < list.Chains.size(); ++n) {
         const Long next =
             grid.Lowest([&](const GridBox& box) { return SquaredDistance(at, box.Nearest(at.X, at.Y)); },
                         [&](Long start) { return SquaredDistance(at, grid.At(start)); });
-        if (next == PointGrid::None || !(SquaredDistance(at, grid.At(next)) < limit))
-            break;
         grid.Remove(next);
-        reached[static_cast<std::size_t>(next)] = true;
         const Chain& chain = list.Chains[static_cast<std::size_t>(next)];
         at = PointOf(list.Records[chain.Last]);
         AppendChain(ordered, list, chain);
     }
-    std::vector<Chain> outOfReach;
-    for (std::size_t n = 0; n < list.Chains.size(); ++n)
-        if (!reached[n])
-            outOfReach.push_back(list.Chains[n]);
-    TellLeftOut(list, outOfReach, "too far away from the panel for its size");
     list = std::move(ordered);
 }
 
@@ -148,11 +147,12 @@ void CopyOut(const ChainList& list)
     records.reserve(list.Records.size());
     for (const Chain& chain : list.Chains) {
         const RouteSegment& head = list.Records[chain.First];
+        const Text<10>& comp = CompOf(list, chain);
         for (std::size_t i = chain.First; i <= chain.Last; ++i) {
             RouteSegment& record = records.emplace_back(list.Records[i]);
             record.ToolNo = head.ToolNo;
             record.Diameter = head.Diameter;
-            record.Comp = head.Comp;
+            record.Comp = comp;
             record.Speed = head.Speed;
         }
     }

@@ -61,6 +61,8 @@ void ReverseRoute(Long first, Long last)
         if (!LeavesFromTheWrongEnd(i, last))
             continue;
         ReverseRun(i + 2, last, RouteSegments[first].Group);
+        for (Long k = i; k <= last; ++k) // the tool stays where it was drawn
+            RouteSegments[k].Comp = OtherSideOf(RouteSegments[k].Comp);
         return; // no further mark can stand behind it
     }
 }

@@ -112,6 +112,8 @@ void SettleStartMark(RouteSegment& first, RouteSegment& second)
     second.Z = 0;
     if (first.ParamB == 0)
         first.Z = first.ParamA;
+    for (RouteSegment* const record : {&first, &second}) // a width would be read as a bulge
+        record->Aux1 = record->Aux2 = record->ParamA = record->ParamB = 0;
 }
 
 // Each mark goes in front of the one before.

@@ -123,6 +123,11 @@ void ReversePath(ChainEntry& path)
         ReverseFitPoints(path);
     else if (path.PathKind == 3)
         ReverseArc(path);
+    else
+        return;
+    // Run backward, the line has its tool on the other hand: so it stays where it was drawn.
+    for (Long i = path.First; i <= path.Last; ++i)
+        RouteSegments[i].Comp = OtherSideOf(RouteSegments[i].Comp);
 }
 
 } // namespace kv

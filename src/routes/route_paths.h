@@ -23,7 +23,7 @@ std::vector<ChainEntry> FindPaths();
 // Last record of the path that `first` opens.
 Long LastOfPath(Long first);
 
-// Runs a path backward: points, directions, turning sense. A polyline stays as it is.
+// Runs a path backward: points, directions, turning sense, side of the tool. A polyline stays as it is.
 void ReversePath(ChainEntry& path);
 
 } // namespace kv

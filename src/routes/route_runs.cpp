@@ -71,6 +71,16 @@ RouteSegment SegmentOfCircle(const RouteCircle& circle)
     return record;
 }
 
+Text<10> OtherSideOf(const Text<10>& comp)
+{
+    constexpr std::size_t codeLength = 3;
+    const std::string_view whole = comp.Padded();
+    const std::string_view code = whole.substr(0, codeLength);
+    if (code != "G41" && code != "G42")
+        return comp;
+    return Text<10>(std::string(code == "G41" ? "G42" : "G41") + std::string(whole.substr(codeLength)));
+}
+
 std::string ShownLayerOfPass(Long pass)
 {
     constexpr Long firstRouteRow = 4; // of the layer table: the row of pass 1

@@ -49,6 +49,9 @@ void StoreSegments(const std::vector<RouteSegment>& records);
 // A record with all fields that a circle shares with it.
 RouteSegment SegmentOfCircle(const RouteCircle& circle);
 
+// G41 and G42 change places; what stands behind the code stays.
+Text<10> OtherSideOf(const Text<10>& comp);
+
 // The layer of a route pass as people know it; empty where there is none.
 std::string ShownLayerOfPass(Long pass);
 

@@ -2,7 +2,22 @@
 // record behind it.
 #include "writers/route_starts.h"
 
+#include "platform/run_error.h"
+#include "routes/route_runs.h"
+
 namespace kv {
+
+void StartCheck::Take(const RouteSegment& record)
+{
+    const Int kind = KindOf(record);
+    if (kind != 1 && kind != 2 && kind != 3 && kind != 5)
+        return; // no move
+    if (OpensRoute(record))
+        Opened = record.Kind < 0;
+    if (!Opened)
+        throw RunError{ErrorInvalidCall, "Layer " + ShownLayerOfPass(record.Pass) +
+                                             ": a move stands in front of its route's start"};
+}
 
 void ClearStartMark(Long i)
 {

@@ -49,48 +49,42 @@ TEST_F(RoutePolylines, ClosedPolylineHasOneRecordMoreThanVertices)
               (Places{{-5, 150, 90, 5}, {5, 300, 90, 5}, {5, 300, 200, 5}, {5, 150, 90, 5}}));
 }
 
-TEST_F(RoutePolylines, ClosingRecordHoldsNoMoreThanTheWritersNeed)
+TEST_F(RoutePolylines, ClosingRecordHasAllElseOfTheLastVertex)
 {
-    Read(Polyline("ROUTE1Z5D10T3S18F6000A1B2G2M7L4FD2000FR9000LD5RO2RI3OZ1ES4",
+    Read(NotesFollow() + NoteAt(300, 200, "S12") +
+         Polyline("ROUTE1Z5D10T3S18F6000A1B2G2M7L4FD2000FR9000LD5RO2RI3OZ1ES4",
                   {{150, 90, .5}, {300, 90}, {300, 200}}, Closed));
     ASSERT_EQ(Segments.size(), 4U);
-    RouteSegment closing;
-    closing.Pass = 1;
-    closing.X = 150;
-    closing.Y = 90;
-    closing.Z = 5;
-    closing.Kind = 5;
-    closing.Comp = "G41 R4";
-    closing.Aux1 = -1; // of the first vertex
-    closing.Aux2 = .5F;
     const RouteSegment& got = Segments[3];
-    EXPECT_EQ(got.Pass, closing.Pass);
-    EXPECT_EQ(got.X, closing.X);
-    EXPECT_EQ(got.Y, closing.Y);
-    EXPECT_EQ(got.Z, closing.Z);
-    EXPECT_EQ(got.Kind, closing.Kind);
-    EXPECT_EQ(got.Comp, closing.Comp);
-    EXPECT_EQ(got.Aux1, closing.Aux1);
-    EXPECT_EQ(got.Aux2, closing.Aux2);
-    EXPECT_EQ(got.Diameter, 0);
-    EXPECT_EQ(got.Group, 0);
-    EXPECT_EQ(got.ToolNo, 0);
-    EXPECT_EQ(got.Tool, "");
+    EXPECT_EQ(got.Pass, 1);
+    EXPECT_EQ(got.X, 150); // of the first vertex
+    EXPECT_EQ(got.Y, 90);
+    EXPECT_EQ(got.Aux1, -1);
+    EXPECT_EQ(got.Aux2, .5F);
+    EXPECT_EQ(got.Z, 5);
+    EXPECT_EQ(got.Kind, 5);
+    EXPECT_EQ(got.Comp, "G41 R4");
     EXPECT_EQ(got.Dir, 0);
-    EXPECT_EQ(got.Speed, 0);
-    EXPECT_EQ(got.Feed, 0);
-    EXPECT_EQ(got.FeedDown, 0);
-    EXPECT_EQ(got.FeedRapid, 0);
-    EXPECT_EQ(got.LeadIn, 0);
-    EXPECT_EQ(got.RampOut, 0);
-    EXPECT_EQ(got.RampIn, 0);
-    EXPECT_EQ(got.Sequence, 0);
-    EXPECT_EQ(got.OscZ, 0);
-    EXPECT_EQ(got.MCode, 0);
-    EXPECT_EQ(got.ExtraSlot, 0);
-    EXPECT_EQ(got.ParamA, 0);
-    EXPECT_EQ(got.ParamB, 0);
-    EXPECT_EQ(Segments[2].Sequence, 20);
+    EXPECT_EQ(got.Speed, 12000); // of the last vertex alone
+    const RouteSegment& last = Segments[2];
+    EXPECT_EQ(got.Speed, last.Speed);
+    EXPECT_NE(got.Speed, Segments[0].Speed);
+    EXPECT_EQ(got.Diameter, last.Diameter);
+    EXPECT_EQ(got.Group, last.Group);
+    EXPECT_EQ(got.ToolNo, 3);
+    EXPECT_EQ(got.Tool, "03");
+    EXPECT_EQ(got.Feed, last.Feed);
+    EXPECT_EQ(got.FeedDown, last.FeedDown);
+    EXPECT_EQ(got.FeedRapid, last.FeedRapid);
+    EXPECT_EQ(got.LeadIn, last.LeadIn);
+    EXPECT_EQ(got.RampOut, last.RampOut);
+    EXPECT_EQ(got.RampIn, last.RampIn);
+    EXPECT_EQ(got.Sequence, last.Sequence);
+    EXPECT_EQ(got.OscZ, last.OscZ);
+    EXPECT_EQ(got.MCode, last.MCode);
+    EXPECT_EQ(got.ExtraSlot, last.ExtraSlot);
+    EXPECT_EQ(got.ParamA, last.ParamA);
+    EXPECT_EQ(got.ParamB, last.ParamB);
 }
 
 TEST_F(RoutePolylines, ClosedFlagIsTheLowestBit)
@@ -266,6 +260,25 @@ TEST_F(TaperedPolylines, DifferentWidthsOfTheHeaderTaperThePolyline)
     EXPECT_EQ(Segments[1].Aux2, .25F);
     EXPECT_EQ(Segments[1].ParamA, 0);
     EXPECT_EQ(Segments[1].ParamB, 3);
+}
+
+TEST_F(TaperedPolylines, OfMoreThanTwoVerticesIsAPlainPolyline)
+{
+    Read(Polyline("ROUTEZ5B3", {{150, 90, .5, 0, 0, -3}, {300, 90, .25}, {300, 190}}, Widths(6, 2)) +
+         Polyline("ROUTEZ5", {{150, 250, 0, 7, 1}, {300, 250}, {300, 300}}, Closed));
+    EXPECT_EQ(KindsAndPlaces(Segments), (Places{{-5, 150, 90, 5},
+                                                {5, 300, 90, 5},
+                                                {5, 300, 190, 5},
+                                                {-5, 150, 250, 5},
+                                                {5, 300, 250, 5},
+                                                {5, 300, 300, 5},
+                                                {5, 150, 250, 5}}));
+    EXPECT_EQ(Segments[0].Aux1, -1);
+    EXPECT_EQ(Segments[0].Aux2, .5F); // its bulge
+    EXPECT_EQ(Segments[0].ParamA, 0);
+    EXPECT_EQ(Segments[0].ParamB, 3);
+    EXPECT_EQ(Segments[3].Aux2, 0);
+    EXPECT_EQ(Segments[6].Aux2, 0);
 }
 
 TEST_F(TaperedPolylines, FirstVertexWithDifferentWidthsBringsItsOwn)

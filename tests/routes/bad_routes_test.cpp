@@ -156,28 +156,26 @@ TEST_F(BadRoutes, PlacesThatOverflowNameTheirLayer)
     ExpectFit();
 }
 
-TEST_F(BadRoutes, HugePlacesAreTooFarToBeOrdered)
+TEST_F(BadRoutes, HugePlacesAreCutLast)
 {
-    // Beyond the panel's area as a distance a chain is not taken up.
-    for (const double huge : {1e10, 1e20, 1e38})
-        EXPECT_EQ(ExpectNumbers(Line(Route, huge, huge, -huge, huge) +
-                                Arc(Route, huge, 100, huge / 2, 10, 100) + Circle(Route, huge, -huge, huge) +
-                                Good),
-                  Around(GoodLines))
-            << huge;
+    // Whatever its distance a chain is taken up; what is near goes first.
+    for (const double huge : {1e10, 1e20, 1e38}) {
+        const ProgramText program = ExpectNumbers(Line(Route, huge, huge, -huge, huge) + Good);
+        ASSERT_EQ(program.size(), Around(GoodLines).size() + 2) << huge;
+        EXPECT_EQ(program[2], GoodLines[0]) << huge;
+        EXPECT_EQ(program[3], GoodLines[1]) << huge;
+    }
 }
 
-// A reach of 4 by 3 inches is 12; the part is drawn further out than that.
-TEST_F(BadRoutes, RoutesOutOfReachOfASmallPanelAreTold)
+// A part of 4 by 3 inches, drawn further out than their product.
+TEST_F(BadRoutes, RoutesFarFromASmallPanelAreCut)
 {
     EXPECT_TRUE(
         Home.Convert(Drawing(Rectangle("BORDER Z18", 50, 50, 4, 3) + Line("ROUTEZ5T71", 51, 51, 53, 51) +
-                             Line("ROUTEZ5T71", 51, 52, 53, 52) + Line("ROUTEZ6T71", 51, 52.5, 53, 52.5))));
-    EXPECT_FALSE(Home.HasProgram());
-    EXPECT_TRUE(Told("Layer ROUTEZ5T71: 2 routes are not cut, too far away from the panel for its size"))
-        << Home.ReportText();
-    EXPECT_TRUE(Told("Layer ROUTEZ6T71: 1 route is not cut, too far away from the panel for its size"));
-    EXPECT_TRUE(Told("No Selected Operations found for PTP"));
+                             Line("ROUTEZ6T71", 51, 52.5, 53, 52.5))));
+    const ProgramText operations = {Start + "X1Y1Z5", "G1G90X3Y1Z5", Start + "X1Y2.5Z6", "G1G90X3Y2.5Z6"};
+    EXPECT_EQ(Home.Program(), Around(operations, "G70X4Y3Z18T00")) << Home.ReportText();
+    EXPECT_EQ(Home.ReportText().find("not cut"), std::string::npos) << Home.ReportText();
 }
 
 TEST_F(BadRoutes, HugeAnglesAndBulges)

@@ -87,6 +87,18 @@ TEST_F(DepthPasses, PolylineThatComesBackToItsMarkIsTurnedRound)
     EXPECT_EQ(Groups(turned), (std::vector<int>{1, 2, 7, 6, 5, 4, 1}));
 }
 
+TEST_F(DepthPasses, ATurnedPolylineAndItsMarkChangeHands)
+{
+    Records records = MarkedPolyline();
+    for (RouteSegment& record : records)
+        record.Comp = "G41 R5";
+    for (const RouteSegment& record : After(ReverseClosedPolylines, records))
+        EXPECT_EQ(record.Comp, "G42 R5");
+    records[2].X = 0; // begins at the mark: not turned
+    for (const RouteSegment& record : After(ReverseClosedPolylines, records))
+        EXPECT_EQ(record.Comp, "G41 R5");
+}
+
 TEST_F(DepthPasses, TurnedPolylineAtTheListsEndStartsNoRouteOfItsOwn)
 {
     EXPECT_EQ(After(ReverseClosedPolylines, MarkedPolyline()).back().Dir, 0);

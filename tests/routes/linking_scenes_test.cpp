@@ -78,6 +78,28 @@ TEST_F(LinkingScene, LinesDrawnAgainstTheWayAreTurned)
     Expect(Line(Route, 200, 100, 100, 100) + Line(Route, 200, 200, 200, 100), OneRoute("200"));
 }
 
+// The tool stays where it was drawn: left of the first line is above it, and on the way back that is the
+// right hand. What stands behind the code stays.
+TEST_F(LinkingScene, ATurnedHeadHasItsToolOnTheSideThatWasDrawn)
+{
+    const std::string left = "ROUTEZ5T71L5.5", right = "ROUTEZ5T71R5.5";
+    const ProgramText moves = {"X200Y100Z5", "G1G90X100Y100Z5", "G1G90X100Y200Z5"};
+    Expect(Line(left, 100, 100, 200, 100) + Line(left, 100, 100, 100, 200),
+           {Start + "G42R5.5" + moves[0], moves[1], moves[2]});
+    Expect(Line(right, 100, 100, 200, 100) + Line(right, 100, 100, 100, 200),
+           {Start + "G41R5.5" + moves[0], moves[1], moves[2]});
+    // Not turned, it keeps its hand.
+    Expect(Line(left, 200, 100, 100, 100) + Line(left, 100, 100, 100, 200),
+           {Start + "G41R5.5" + moves[0], moves[1], moves[2]});
+}
+
+TEST_F(LinkingScene, ATurnedArcHasItsToolOnTheSideThatWasDrawn)
+{
+    // Both are stored clockwise from (100, 150); the first is run back to there.
+    Expect(Arc("ROUTEZ5T71L5", 100, 100, 50, 0, 90) + Arc("ROUTEZ5T71L5", 50, 150, 50, 270, 0),
+           {Start + "G42R5X150Y100Z5", "G38G90X100Y100A90.Z5", "G37G90X50Y150A270.Z5"});
+}
+
 TEST_F(LinkingScene, AtAForkTheStraightBranchGoesOn)
 {
     // The branch is drawn before the way straight on. It is a chain of its own and begins nearer the

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "geometry/angles.h"
@@ -47,6 +48,16 @@ inline double Apart(const RouteSegment& a, const RouteSegment& b)
     return std::sqrt(dx * dx + dy * dy);
 }
 
+inline Text<10> OnOtherHand(const Text<10>& comp)
+{
+    std::string text(comp.Padded());
+    if (text.rfind("G41", 0) == 0)
+        text[2] = '2';
+    else if (text.rfind("G42", 0) == 0)
+        text[2] = '1';
+    return Text<10>(text);
+}
+
 inline void ReverseClosedPolylines(Segments& list)
 {
     for (int i = 1; i <= HighestOf(list); ++i) {
@@ -62,6 +73,8 @@ inline void ReverseClosedPolylines(Segments& list)
             continue;
         if (Apart(At(list, e), p0) >= 0.03 && Apart(At(list, e), p1) >= 0.03)
             continue;
+        At(list, i).Comp = OnOtherHand(p0.Comp);
+        At(list, i + 1).Comp = OnOtherHand(p1.Comp);
         Segments taken;
         for (int j = e; j >= i + 2; --j)
             taken.push_back(At(list, j));
@@ -72,6 +85,7 @@ inline void ReverseClosedPolylines(Segments& list)
             record.Kind = 5;
             if (j == i + 2)
                 record.Kind = -5;
+            record.Comp = OnOtherHand(record.Comp);
             if (j == e)
                 record.Group = At(list, HeadOfRoute(list, i)).Group;
         }

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -105,8 +106,21 @@ inline void ExchangeRecords(RouteSegment& a, RouteSegment& b)
     b.Flag = oldB.Flag;
 }
 
+inline void ExchangeHands(RouteSegment& record)
+{
+    std::string text(record.Comp.Padded());
+    if (text.rfind("G41", 0) == 0)
+        text[2] = '2';
+    else if (text.rfind("G42", 0) == 0)
+        text[2] = '1';
+    record.Comp = text;
+}
+
 inline void Reverse(std::vector<RouteSegment>& list, Path& path)
 {
+    if (path.PathKind != 5)
+        for (std::size_t i = path.First; i <= path.Last; ++i)
+            ExchangeHands(list[i]);
     RouteSegment& first = list[path.First];
     RouteSegment& last = list[path.Last];
     if (path.PathKind == 1 || path.PathKind == 4) {
@@ -460,24 +474,21 @@ inline std::vector<RouteSegment> RecordsOf(const std::vector<Chain>& chains)
 inline std::vector<Chain> NearestFirst(const std::vector<Chain>& chains)
 {
     double x = Run.SideWidth[5], y = Run.SideHeight[5];
-    const double limit = (x * y) * (x * y);
     std::vector<bool> used(chains.size());
     std::vector<Chain> ordered;
     for (std::size_t place = 0; place < chains.size(); ++place) {
-        double smallest = limit;
+        double smallest = 0;
         std::size_t nearest = chains.size();
         for (std::size_t i = 0; i < chains.size(); ++i) {
             if (used[i])
                 continue;
             const double dx = double(chains[i].front().X) - x;
             const double dy = double(chains[i].front().Y) - y;
-            if (dx * dx + dy * dy < smallest) {
+            if (nearest == chains.size() || dx * dx + dy * dy < smallest) {
                 smallest = dx * dx + dy * dy;
                 nearest = i;
             }
         }
-        if (nearest == chains.size())
-            break;
         used[nearest] = true;
         ordered.push_back(chains[nearest]);
         x = chains[nearest].back().X;
@@ -541,13 +552,18 @@ inline void ChainRoutes(Routes& routes)
     if (routes.MaxSequence != 0)
         chains =
             SortedBy(chains, [least](const Chain& chain) { return chain.front().Sequence + least + 10; });
-    for (Chain& chain : chains)
+    for (Chain& chain : chains) {
+        std::size_t behindMarks = 0;
+        while (chain[behindMarks].Kind == -4 && behindMarks + 2 < chain.size())
+            behindMarks += 2;
+        const auto comp = chain[behindMarks].Comp;
         for (RouteSegment& record : chain) {
             record.ToolNo = chain.front().ToolNo;
             record.Diameter = chain.front().Diameter;
-            record.Comp = chain.front().Comp;
+            record.Comp = comp;
             record.Speed = chain.front().Speed;
         }
+    }
     records = RecordsOf(chains);
     for (std::size_t i = 1; i < records.size(); ++i)
         if (std::abs(records[i].Kind) == 3 && records[i].Z == 0)

@@ -79,6 +79,8 @@ inline void OrderChains(std::vector<RouteSegment>& list)
             second.Z = 0;
             if (first.ParamB == 0)
                 first.Z = first.ParamA;
+            first.Aux1 = first.Aux2 = second.Aux1 = second.Aux2 = 0;
+            first.ParamA = first.ParamB = second.ParamA = second.ParamB = 0;
         } else {
             second.Kind = 4;
         }

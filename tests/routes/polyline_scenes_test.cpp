@@ -90,13 +90,36 @@ TEST_F(PolylineScene, AStartMarkChoosesTheFirstOfManyLines)
         {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5"});
 }
 
+// Drawn away from the contour, the mark is turned; the contour is not, and its hand counts.
+TEST_F(PolylineScene, BehindAMarkTheContoursOwnHandCounts)
+{
+    const std::string layer = "ROUTEZ5T71L5";
+    const ProgramText cut = {Start + "G41R5X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5"};
+    for (const bool away : {true, false})
+        Expect(Polyline(layer, {{100, 100}, {200, 100}, {200, 200}}) +
+                   (away ? Mark(layer, 100, 100, 90, 100) : Mark(layer, 90, 100, 100, 100)),
+               cut);
+    // A line that is turned behind the mark has changed hands.
+    Expect(Line(layer, 200, 100, 100, 100) + Mark(layer, 90, 100, 100, 100),
+           {Start + "G42R5X100Y100Z5", "G1G90X200Y100Z5"});
+}
+
+// The mark hands its place on to the closing record, which starts nothing.
+TEST_F(PolylineScene, AClosedMarkWithoutAContourFailsTheJobWithItsLayer)
+{
+    EXPECT_FALSE(Home.Convert(Drawing(Panel + Polyline(Route, {{90, 100}, {100, 100}}, Closed + Arrow))));
+    EXPECT_TRUE(Home.Reported((Home.Folder / "DOOR.DXF").string() +
+                              ": Layer ROUTEZ5T71: a move stands in front of its route's start"))
+        << Home.ReportText();
+    EXPECT_FALSE(Home.HasProgram());
+}
+
 TEST_F(PolylineScene, AMarkWithAZIsALineDownToTheContour)
 {
-    // Z 3 where it begins, 0 where it meets the polyline, which goes on at its own depth. The Z also
-    // stands behind C, which is how the start's parameters are written.
+    // Z 3 where it begins, 0 where it meets the polyline, which goes on at its own depth.
     const std::string mark = Polyline(Route, {{90, 100, 0, 0, 0, 3}, {100, 100, 0, 0, 0, 3}}, Arrow);
     Expect(Polyline(Route, {{100, 100}, {200, 100}, {200, 200}}) + mark,
-           {Start + "X90Y100Z3C3V0", "G1G90X100Y100Z0", "G1G90X200Y100Z5", "G1G90X200Y200Z5"});
+           {Start + "X90Y100Z3", "G1G90X100Y100Z0", "G1G90X200Y100Z5", "G1G90X200Y200Z5"});
 }
 
 TEST_F(PolylineScene, AClosedOneIsNotLinkedBehindThatLine)
@@ -104,17 +127,15 @@ TEST_F(PolylineScene, AClosedOneIsNotLinkedBehindThatLine)
     const std::string mark = Polyline(Route, {{90, 100, 0, 0, 0, 3}, {100, 100, 0, 0, 0, 3}}, Arrow);
     Expect(Polyline(Route, Square, Closed) + mark,
            {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5", "G1G90X100Y100Z5",
-            Start + "X90Y100Z3C3V0", "G1G90X100Y100Z0"});
+            Start + "X90Y100Z3", "G1G90X100Y100Z0"});
 }
 
-// As told, not as meant: the mark keeps its end width where a polyline keeps its bulge.
-TEST_F(PolylineScene, TheEndWidthOfAMarkWithAZCountsAsABulge)
+TEST_F(PolylineScene, AMarkWithAZIsAStraightLineWhateverItsWidths)
 {
-    // Width 2 over a chord of 10: s = 10, (25 + 100) / 20 = 6.25, the long way round.
     const std::string mark =
         Polyline(Route, {{90, 100, 0, 0, 0, 3}, {100, 100, 0, 0, 0, 3}}, Pair(40, 0.0) + Pair(41, 2.0));
     Expect(Polyline(Route, {{100, 100}, {200, 100}}) + mark,
-           {Start + "X90Y100Z3C3V0", "G38G90X100Y100U-6.25Z0", "G1G90X200Y100Z5"});
+           {Start + "X90Y100Z3", "G1G90X100Y100Z0", "G1G90X200Y100Z5"});
 }
 
 TEST_F(PolylineScene, WithTheMarkLeftInPlaceALoopOfLinesRunsTheOtherWay)
@@ -132,22 +153,32 @@ TEST_F(PolylineScene, WithTheMarkLeftInPlaceALoopOfLinesRunsTheOtherWay)
                   "G1G90X200Y100Z5", "G1G90X100.063Y100Z5"});
 }
 
-TEST_F(PolylineScene, ALongTaperedOneLosesItsStart)
+TEST_F(PolylineScene, ALongTaperedOneIsCutAsAPlainOneAndItsWidthsAreTold)
 {
-    // Its first two points are taken for a mark, and what is left begins with a plain vertex: no line
-    // starts a route, so nothing counts as written.
-    const std::string tapered = Polyline(Route, Square, Closed + Arrow);
-    EXPECT_TRUE(Home.Convert(Drawing(Panel + tapered)));
-    EXPECT_FALSE(Home.HasProgram());
-    EXPECT_TRUE(Home.Reported("No Selected Operations found for PTP")) << Home.ReportText();
+    for (const char* const marks : {"YES", "NO"}) {
+        Config.SPDA = marks;
+        Expect(Polyline(Route, Square, Closed + Arrow),
+               {Start + "X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y200Z5", "G1G90X100Y200Z5",
+                "G1G90X100Y100Z5"});
+        EXPECT_TRUE(Home.Reported(
+            "Layer ROUTEZ5T71: the widths of 1 polyline with more than 2 points are passed over"))
+            << Home.ReportText();
+    }
+    // Open ones, and widths of the first point; its bulge is cut as drawn.
+    Expect(Polyline(Route, {{100, 100, 1, 3, 0}, {200, 100}, {200, 200}}) +
+               Polyline(Route, {{100, 300}, {200, 300}, {300, 300}}, Arrow),
+           {Start + "X100Y300Z5", "G1G90X200Y300Z5", "G1G90X300Y300Z5", Start + "X100Y100Z5",
+            "G38G90X200Y100U50Z5", "G1G90X200Y200Z5"});
+    EXPECT_TRUE(
+        Home.Reported("Layer ROUTEZ5T71: the widths of 2 polylines with more than 2 points are passed over"))
+        << Home.ReportText();
 }
 
-TEST_F(PolylineScene, ALongTaperedOneLeftInPlaceIsTurnedBehindItsFirstTwoPoints)
+TEST_F(PolylineScene, WidthsOfAStartMarkAreNotTold)
 {
-    // It ends where it began. The closing record, now the first, has no group.
-    Config.SPDA = "NO";
-    Expect(Polyline(Route, Square, Closed + Arrow),
-           {"G88G90G55P5T0071X100Y100Z5", "G1G90X100Y200Z5", "G1G90X200Y200Z5"});
+    EXPECT_TRUE(
+        Home.Convert(Drawing(Panel + Polyline(Route, Square, Closed) + Mark(Route, 90, 100, 100, 100))));
+    EXPECT_EQ(Home.ReportText().find("widths"), std::string::npos) << Home.ReportText();
 }
 
 TEST_F(PolylineScene, WithCornerCompAClosedOneBeginsInTheMiddleOfItsFirstSide)

@@ -96,14 +96,14 @@ TEST_F(RouteChains, EquallyNearChainsKeepTheirOrder)
     EXPECT_EQ(ChainStartsNow().front(), (Point{1000, 400}));
 }
 
-TEST_F(RouteChains, ChainAsFarAsThePanelsAreaDropsOut)
+TEST_F(RouteChains, NoChainDropsOutForItsDistance)
 {
-    LayRoutes(Drawing(Line({110, 10}, {110, 0}), Line({10, 109}, {0, 109})));
+    LayRoutes(Drawing(Line({1e6F, 10}, {1e6F, 0}), Line({110, 10}, {110, 0}), Line({10, 109}, {0, 109})));
     Run.SideWidth[5] = 10;
-    Run.SideHeight[5] = 10; // the limit is 100, from (10, 10)
+    Run.SideHeight[5] = 10; // chains are looked for from (10, 10) on
     EXPECT_TRUE(ChainRoutes());
-    EXPECT_EQ(PlacesNow(), (Points{{10, 109}, {0, 109}}));
-    EXPECT_EQ(Run.SegmentCount, 2);
+    EXPECT_EQ(PlacesNow(), (Points{{10, 109}, {0, 109}, {110, 10}, {110, 0}, {1e6F, 10}, {1e6F, 0}}));
+    EXPECT_EQ(Run.SegmentCount, 6);
 }
 
 TEST_F(RouteChains, FarChainIsReachedFromTheOneBeforeIt)
@@ -115,12 +115,14 @@ TEST_F(RouteChains, FarChainIsReachedFromTheOneBeforeIt)
     EXPECT_EQ(ChainStartsNow(), (Points{{100, 10}, {205, 10}}));
 }
 
-TEST_F(RouteChains, PanelWithoutSizeDropsAll)
+TEST_F(RouteChains, PanelWithoutSizeKeepsAll)
 {
     LayRoutes(At(100));
+    const Long laid = RouteSegments.Last();
     Run.SideWidth[5] = 0;
     EXPECT_TRUE(ChainRoutes());
-    EXPECT_EQ(RouteSegments.Last(), 0);
+    EXPECT_GT(laid, 0);
+    EXPECT_EQ(RouteSegments.Last(), laid);
 }
 
 // ---- Tools

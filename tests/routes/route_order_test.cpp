@@ -160,6 +160,24 @@ TEST_F(RouteOrder, StartMarkWithADepthOfItsOwnBecomesALine)
     EXPECT_EQ(RouteSegments[2].Z, 0);
 }
 
+TEST_F(RouteOrder, AMarkThatBecomesALineLosesWidthsAndParameters)
+{
+    Segments mark = Mark({50, 50}, {60, 50}, 3, 1);
+    mark[0].Aux1 = 6;
+    mark[0].Aux2 = 2;
+    mark[1].Aux1 = -1;
+    mark[1].Aux2 = .5F;
+    mark[1].ParamA = 7;
+    Order(mark);
+    EXPECT_EQ(KindsNow(), (std::vector<int>{-1, 1}));
+    for (Long i = 1; i <= 2; ++i) {
+        EXPECT_EQ(RouteSegments[i].Aux1, 0) << i;
+        EXPECT_EQ(RouteSegments[i].Aux2, 0) << i;
+        EXPECT_EQ(RouteSegments[i].ParamA, 0) << i;
+        EXPECT_EQ(RouteSegments[i].ParamB, 0) << i;
+    }
+}
+
 TEST_F(RouteOrder, StartMarkWithADefaultedDepthKeepsIt)
 {
     Order(Drawing(Lone, Mark({50, 50}, {60, 50}, 3, 1)));

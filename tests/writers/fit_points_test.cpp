@@ -102,19 +102,20 @@ TEST_F(FitPoints, NoPointWaitsIntoTheNextDrawing)
     AddFit(10, 10);
     LinesOfRoutes();
     RouteSegments.Clear();
+    AddStart(400, 500);
     AddPoint(500, 500);
-    EXPECT_EQ(LinesOfRoutes(), Texts{"G1G90X500Y500Z5"});
+    const Texts lines = LinesOfRoutes();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[1], "G1G90F5000X500Y500Z5");
 }
 
-TEST_F(FitPoints, WithoutAStartTheLastDrawingsAnchorHolds)
+TEST_F(FitPoints, WithoutAStartTheyAreRefusedWhateverTheLastDrawingLeft)
 {
     ArcThrough({10, 10}, {20, 0});
     RouteSegments.Clear();
     AddFit(30, 10);
     AddFit(40, 20);
-    EXPECT_EQ(LinesOfRoutes(), Texts{"G1G90F5000X40Y20Z5"}); // on a line with (20, 0)
-    ResetWriters();                                          // (0, 0): 251.57 and 243.43
-    EXPECT_EQ(LinesOfRoutes(), Texts{"G113G90G17F5000X40Y20I30J10"});
+    EXPECT_THROW(LinesOfRoutes(), RunError);
 }
 
 TEST_F(FitPoints, TheStartLiesOnTheFaceWhateverItsSide)

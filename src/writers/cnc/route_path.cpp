@@ -150,12 +150,14 @@ void EndFitPoints(CncProgram& program, const FitPoints& fit)
 bool WriteRoutePaths(CncProgram& program)
 {
     FitPoints fit;
+    StartCheck start;
     for (Long i = 1; i <= RouteSegments.Last(); ++i) {
         if (!MayTakeRecord())
             return false;
         ClearStartMark(i);
         RouteSegment& record = RouteSegments[i];
         TakeTool(record);
+        start.Take(record);
         const Int kind = KindOf(record);
         if (kind == 1 || kind == 5)
             WritePoint(program, RouteSegments[i - 1], record);

@@ -175,11 +175,13 @@ PlanePoint ArcCentre(const PlanePoint& first, const PlanePoint& second, double r
 
 bool WriteEvolutionRoutes(EvolutionProgram& program)
 {
+    StartCheck start;
     for (Long i = 1; i <= RouteSegments.Last(); ++i) {
         if (!TakeEvolutionRecord(program))
             return false;
         ClearStartMark(i);
         const RouteSegment& record = RouteSegments[i];
+        start.Take(record);
         const Int kind = KindOf(record);
         if (kind == 1 || kind == 2 || kind == 5)
             WritePoint(program.Sides, RouteSegments[i - 1], record);

@@ -73,11 +73,34 @@ TEST_F(RouteBlock, TheFeedOfAMoveIsThatOfTheRecordInFront)
     EXPECT_EQ(lines[2], "G1G90F2222X300Y200Z5");
 }
 
-TEST_F(RouteBlock, TheVeryFirstRecordHasABlankOneInFront)
+TEST_F(RouteBlock, AMoveInFrontOfAStartIsRefusedWithItsLayer)
 {
+    Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "ROUTEZ5", "ROUTEZ6"};
+    const auto causeOf = [] {
+        try {
+            LinesOfRoutes();
+        } catch (const RunError& error) {
+            return error.Cause;
+        }
+        return std::string("written");
+    };
+    for (const Int kind : std::initializer_list<Int>{1, 2, 5}) {
+        RouteSegments.Clear();
+        AddPoint(300, 10, kind).Pass = 2;
+        AddStart(10, 10);
+        EXPECT_EQ(causeOf(), "Layer ROUTEZ6: a move stands in front of its route's start") << kind;
+    }
+    RouteSegments.Clear();
+    AddArc({100, 10}, {100, 60}, {150, 60}, 270, 0, 1);
+    EXPECT_EQ(causeOf(), "Layer ROUTEZ5: a move stands in front of its route's start");
+    // A mark hands its place on to a record that starts nothing: the route before does not go on there.
+    RouteSegments.Clear();
+    AddStart(10, 10);
     AddPoint(300, 10);
-    EXPECT_EQ(LinesOfRoutes(), Texts{"G1G90X300Y10Z5"});
-    EXPECT_FALSE(Writers.RouteWritten);
+    AddStart(90, 100, -4);
+    AddPoint(100, 100, 4);
+    AddPoint(200, 100, 5);
+    EXPECT_EQ(causeOf(), "Layer ROUTEZ5: a move stands in front of its route's start");
 }
 
 TEST_F(RouteBlock, AStartInsideARouteWritesNothing)
@@ -197,8 +220,11 @@ TEST_F(RouteBlock, AnArcThatOpensARouteTakesCompensationAndSpeedFromItsEnd)
 
 TEST_F(RouteBlock, AnArcOpensItsRouteOnlyByTheSignOfItsFirstRecord)
 {
+    AddStart(100, 10);
     AddArc({100, 10}, {100, 60}, {150, 60}, 270, 0, -8); // the second record's says which way round
-    EXPECT_EQ(LinesOfRoutes(), Texts{"G38G90F4000X100Y60A0.00Z5"});
+    const Texts lines = LinesOfRoutes();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[1], "G38G90F4000X100Y60A0.00Z5");
 }
 
 TEST_F(RouteBlock, HalfAnArcAtTheEndWritesNothing)

@@ -126,15 +126,6 @@ TEST_F(RoutePlanes, ARecordOfNoSideLiesOnTheFace)
     EXPECT_EQ(LinesOfRoutes(), (Texts{Start("P5", "X10Y10Z5"), "G37G90F4000X60Y10A0.00Z5"}));
 }
 
-TEST_F(RoutePlanes, TheSideOutlivesTheDrawing)
-{
-    OnSide(AddStart(100, 460), 1);
-    LinesOfRoutes();
-    RouteSegments.Clear();
-    OnSide(AddPoint(200, 460), 5); // opens nothing
-    EXPECT_EQ(LinesOfRoutes(), Texts{"G1G90X200Y12Z10"});
-}
-
 TEST_F(RoutePlanes, APanelFromASolidLeavesTheWordsAndTheDrawingsValues)
 {
     Run.PanelFound = 1;

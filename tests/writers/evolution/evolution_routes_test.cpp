@@ -229,8 +229,9 @@ TEST_F(EvolutionRoutes, AfterAnArcItsEndAngleIsTakenForABulge)
 {
     AddBore(); // lines on the face begin there
     AddArc({100, 50}, {150, 50}, {200, 50}, 180, .5F, 1);
+    RouteSegments[1].Dir = -8;
     AddPoint(300, 50);
-    EXPECT_EQ(WrittenSide(1).at(2),
+    EXPECT_EQ(WrittenSide(1).at(3),
               "W#2113{ ::WTa #8015=0 #3=-5 #31=50 #32=37.5 #34=1 #8017=62.5 #8044=323.13 "
               "#2008=5000 }W");
 }
@@ -255,7 +256,8 @@ TEST_F(EvolutionRoutes, TheEndAngleOfAnArcIsWorkedOutFromItsPoints)
     for (const auto& [end, angle] : ends) {
         RouteSegments.Clear();
         AddArc({100, 50}, {150, 50}, end, 180, 0, 1);
-        EXPECT_NE(WrittenSide(1).at(1).find(" #8044=" + angle + " #2008=4000 }W"), std::string::npos)
+        RouteSegments[1].Dir = -8;
+        EXPECT_NE(WrittenSide(1).at(2).find(" #8044=" + angle + " #2008=4000 }W"), std::string::npos)
             << angle;
     }
 }
@@ -264,9 +266,24 @@ TEST_F(EvolutionRoutes, TheDirOfAnArcsEndIsItsDirection)
 {
     AddBore();
     AddArc({100, 50}, {150, 50}, {200, 50}, 180, 0, 0);
-    EXPECT_NE(WrittenSide(1).at(1).find("#8015=0 #34=0 #31=a;"), std::string::npos);
+    RouteSegments[1].Dir = -8;
+    EXPECT_NE(WrittenSide(1).at(2).find("#8015=0 #34=0 #31=a;"), std::string::npos);
     RouteSegments[2].Dir = -1;
-    EXPECT_NE(WrittenSide(1).at(1).find("#8015=0 #34=1 #31=a;"), std::string::npos);
+    EXPECT_NE(WrittenSide(1).at(2).find("#8015=0 #34=1 #31=a;"), std::string::npos);
+}
+
+TEST_F(EvolutionRoutes, AMoveInFrontOfAStartIsRefused)
+{
+    Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "ROUTEZ5"};
+    AddBore(); // what stands in front opens no route
+    AddPoint(300, 50);
+    try {
+        WriteEvolutionProgram();
+        ADD_FAILURE() << "not refused";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.Cause, "Layer ROUTEZ5: a move stands in front of its route's start");
+    }
+    EXPECT_FALSE(Stands("PROG/DOOR.CNC"));
 }
 
 TEST_F(EvolutionRoutes, AnArcThatOpensARouteBringsItsStart)
