@@ -1,6 +1,7 @@
 // Mirrors the records to the corner of the panel where the machine's origin lies. Relies on the
 // origin flags and the face's size; leaves the coordinates that the writers print. Head positions
 // are built in mirrored coordinates already and stay.
+#include "routes/route_runs.h"
 #include "state/run.h"
 #include "writers/program_writers.h"
 
@@ -8,9 +9,44 @@ namespace kv {
 
 namespace {
 
+constexpr Int Evolution = 2; // control system
+
 void Mirror(Single& coordinate, Single extent)
 {
     coordinate = ToSingle(static_cast<double>(extent) - static_cast<double>(coordinate));
+}
+
+// Turns round what turns with the record: arcs, bulges and the side of the tool.
+void TurnSense(RouteSegment& segment)
+{
+    constexpr Int bulged = 5, arcEnd = 3;
+    if (segment.Kind == arcEnd)
+        segment.Dir = static_cast<Int>(~segment.Dir);
+    if (KindOf(segment) == bulged)
+        segment.Aux2 = 0 - segment.Aux2; // a straight stays 0
+    segment.Comp = OtherSideOf(segment.Comp);
+}
+
+// All edges of this control are read along X. Its arcs name no angles of their own: what a mirror does
+// to the way round must be done here.
+void MirrorEvolutionSegment(RouteSegment& segment, bool right, bool top)
+{
+    const bool onFace = segment.Side == Face || segment.Side == 0;
+    const bool hasCentre = segment.Kind == -3;
+    const bool endwise = segment.Side == 3 || segment.Side == 4; // along the panel's height
+    if (endwise ? top : right) {
+        const Single extent = endwise ? Run.SideHeight[Face] : Run.SideWidth[Face];
+        Mirror(segment.X, extent);
+        if (hasCentre)
+            Mirror(segment.Aux1, extent);
+        TurnSense(segment);
+    }
+    if (top && onFace) {
+        Mirror(segment.Y, Run.SideHeight[Face]);
+        if (hasCentre)
+            Mirror(segment.Aux2, Run.SideHeight[Face]);
+        TurnSense(segment);
+    }
 }
 
 void MirrorSegment(RouteSegment& segment, bool right, bool top)
@@ -63,8 +99,9 @@ void ApplyMachineOrigin()
 {
     const bool right = Run.OriginRight != 0;
     const bool top = Run.OriginTop != 0;
+    const auto mirror = Run.ControlType == Evolution ? MirrorEvolutionSegment : MirrorSegment;
     for (Long i = 1; i <= RouteSegments.Last(); ++i)
-        MirrorSegment(RouteSegments[i], right, top);
+        mirror(RouteSegments[i], right, top);
     for (Long i = 1; i <= VBores.Last(); ++i)
         MirrorPlace(VBores[i], right, top);
     for (Long i = 1; i <= RouteCircles.Last(); ++i)

@@ -61,6 +61,62 @@ TEST_F(MachineOrigin, CentresOfArcStartsMirrorWithThem)
     ExpectSegment(4, 590, 380, 30, 40);
 }
 
+TEST_F(MachineOrigin, OfAnEvolutionEveryMirrorTurnsTheRecordsOfItsSide)
+{
+    struct Corner {
+        Int Right, Top;
+        std::array<int, 6> Mirrors; // of the sides 0 to 5
+    };
+    for (const Corner& corner :
+         {Corner{True, False, {1, 1, 1, 0, 0, 1}}, Corner{False, True, {1, 0, 0, 1, 1, 1}},
+          Corner{True, True, {2, 1, 1, 1, 1, 2}}, Corner{False, False, {0, 0, 0, 0, 0, 0}}}) {
+        for (const Int side : std::array<Int, 6>{0, 1, 2, 3, 4, 5}) {
+            RouteSegments.Clear();
+            for (const Int kind : std::array<Int, 6>{-5, 5, -3, 3, -1, 1})
+                RouteSegments.Append(Segment(side, kind)).Comp = "G41 R5";
+            Run.ControlType = 2;
+            Mirror(corner.Right, corner.Top);
+            const bool turned = corner.Mirrors[static_cast<std::size_t>(side)] == 1;
+            for (Long i = 1; i <= 6; ++i)
+                EXPECT_EQ(RouteSegments[i].Comp, turned ? "G42 R5" : "G41 R5") << side << " " << i;
+            EXPECT_EQ(RouteSegments[1].Aux2, turned ? -40 : 40) << side;
+            EXPECT_EQ(RouteSegments[2].Aux2, turned ? -40 : 40) << side;
+            EXPECT_EQ(RouteSegments[4].Dir, turned ? True : False) << side;
+            EXPECT_EQ(RouteSegments[4].Aux2, 40) << side; // an angle
+            EXPECT_EQ(RouteSegments[3].Dir, 0) << side;
+            EXPECT_EQ(RouteSegments[5].Dir, 0) << side;
+        }
+    }
+}
+
+TEST_F(MachineOrigin, AnEvolutionsSideEdgesMirrorAlongTheEdge)
+{
+    Run.ControlType = 2;
+    for (const Int side : std::array<Int, 3>{3, 4, 1})
+        RouteSegments.Append(Segment(side, -3));
+    Mirror(True, True);
+    ExpectSegment(1, 390, 20, 370, 40); // X along the edge, 400 long
+    ExpectSegment(2, 390, 20, 370, 40);
+    ExpectSegment(3, 590, 20, 570, 40);
+}
+
+TEST_F(MachineOrigin, OtherControlsKeepSensesAndHands)
+{
+    for (const Int control : std::array<Int, 2>{0, 1}) {
+        RouteSegments.Clear();
+        for (const Int kind : std::array<Int, 2>{-5, 3})
+            RouteSegments.Append(Segment(5, kind)).Comp = "G41 R5";
+        Run.ControlType = control;
+        Mirror(True, False);
+        ExpectSegment(1, 590, 20, 30, 40);
+        EXPECT_EQ(RouteSegments[2].Dir, 0);
+        EXPECT_EQ(RouteSegments[1].Comp, "G41 R5");
+        Mirror(False, True);
+        EXPECT_EQ(RouteSegments[2].Dir, 0);
+        EXPECT_EQ(RouteSegments[1].Comp, "G41 R5");
+    }
+}
+
 TEST_F(MachineOrigin, BoresCirclesAndGroovesMirrorWhole)
 {
     AddBore();
