@@ -17,7 +17,7 @@ constexpr Int Evolution = 2; // control system; the two others share one form
 // Where a point of a view goes.
 struct ViewMap {
     std::size_t Side;
-    bool Mirrors; // arcs and bulges turn the other way
+    bool Mirrors; // arcs turn the other way, the tool is on the other hand
     PlanePoint (*Place)(const PlanePoint& point);
 };
 
@@ -38,8 +38,12 @@ PlanePoint FromOrigin(const PlanePoint& p)
 
 PlanePoint Above(const PlanePoint& p)
 {
-    const double thickness = Run.PartThickness;
-    return {FromOriginX(p.X), 2 * thickness + Run.SideHeight[Face] - FromOriginY(p.Y)};
+    return {FromOriginX(p.X), Run.SideMaxY[1] - p.Y};
+}
+
+PlanePoint Below(const PlanePoint& p)
+{
+    return {FromOriginX(p.X), p.Y - Run.SideMinY[2]};
 }
 
 PlanePoint AlongX(const PlanePoint& p)
@@ -64,7 +68,7 @@ PlanePoint Right(const PlanePoint& p)
 }
 
 constexpr ViewMap EvolutionViews[] = {
-    {1, true, Above}, {2, false, AlongX}, {3, true, Left}, {4, false, Right}, {5, false, FromOrigin},
+    {1, true, Above}, {2, false, Below}, {3, true, Left}, {4, false, Right}, {5, false, FromOrigin},
 };
 constexpr ViewMap OtherViews[] = {
     {1, false, AlongX}, {2, false, AlongX}, {3, false, AlongY}, {4, false, AlongY}, {5, false, FromOrigin},
@@ -113,9 +117,8 @@ void MoveInto(const ViewMap& view, RouteSegment& record)
     if (!view.Mirrors)
         return;
     if (record.Kind == 3)
-        record.Dir = static_cast<Int>(~record.Dir); // its angles stay
-    if (record.Kind == -5)                          // the bulges of the further vertices stay
-        record.Aux2 = -record.Aux2;
+        record.Dir = static_cast<Int>(~record.Dir); // its angles stay; bulges are turned by the writer
+    record.Comp = OtherSideOf(record.Comp);
 }
 
 } // namespace

@@ -149,23 +149,23 @@ TEST_F(RouteSides, FaceTakesOffTheOriginUnderEachControl)
 
 TEST_F(RouteSides, EvolutionMirrorsTheViewAbove)
 {
-    // y: 2 x 20 + 400 - (520 - 80) = 0; the centre, 2 higher, -2.
+    // y: 532 - 520 = 12; the centre, 2 higher, 10.
     AddRouteOfAllKinds(300, 520);
-    EXPECT_EQ(AssignedFor(Evolution), AllKinds(1, 200, 0, 201, -2, -.5F));
+    EXPECT_EQ(AssignedFor(Evolution), AllKinds(1, 200, 12, 201, 10, .5F));
     EXPECT_EQ(Directions(), DirectionsMirrored);
 }
 
-TEST_F(RouteSides, EvolutionKeepsTheHeightOfTheViewBelow)
+TEST_F(RouteSides, EvolutionMeasuresTheViewBelowFromItsLowerEdge)
 {
-    AddRouteOfAllKinds(300, 40);
-    EXPECT_EQ(AssignedFor(Evolution), AllKinds(2, 200, 40, 201, 42, .5F));
+    AddRouteOfAllKinds(300, 40); // 40 - 28
+    EXPECT_EQ(AssignedFor(Evolution), AllKinds(2, 200, 12, 201, 14, .5F));
     EXPECT_EQ(Directions(), DirectionsAsDrawn);
 }
 
 TEST_F(RouteSides, EvolutionSwapsTheAxesOfTheLeftView)
 {
     AddRouteOfAllKinds(55, 200);
-    EXPECT_EQ(AssignedFor(Evolution), AllKinds(3, 120, 7, 122, 8, -.5F));
+    EXPECT_EQ(AssignedFor(Evolution), AllKinds(3, 120, 7, 122, 8, .5F));
     EXPECT_EQ(Directions(), DirectionsMirrored);
 }
 
@@ -303,14 +303,12 @@ TEST_F(RouteSides, CirclesTakeTheViewOfTheirCentreAndOnlyTheFaceTakesOffTheOrigi
 
 TEST_F(RouteSides, ValuesAreRoundedOnce)
 {
-    // As Singles: 2 x 7.80000019 + 766.20001221 - (708.90002441 - 25.79999924) = 98.69998741. Rounded
-    // step by step it would be 98.69995117.
-    Run.PartThickness = 7.8F;
-    Run.SideHeight[5] = 766.2F;
-    Run.OriginY = 25.8F;
-    Extents(1, 100, 700, 700, 720);
-    AddRoute({{300, 708.9}});
-    EXPECT_EQ(AssignedFor(Evolution)[0].Y, 98.69998741F);
+    // As Singles: 732.09997559 + 20.29999924 - 740.70001221 = 11.69996262. Rounded step by step it would
+    // be 11.69995117.
+    Extents(4, 732.1F, 80, 752.4F, 480);
+    Run.SideWidth[4] = 20.3F;
+    AddRoute({{740.7, 200}});
+    EXPECT_EQ(AssignedFor(Evolution)[0].Y, 11.69996262F);
 }
 
 } // namespace

@@ -72,9 +72,9 @@ TEST_F(SideScene, LinesInTheViewsOfAnEvolution)
     };
     const Row rows[] = {
         {4, 100, 11}, {4, 200, 11}, // 668 + 18 - 675
-        {2, 110, 20}, {2, 210, 20}, // as drawn
+        {2, 110, 6},  {2, 210, 6},  // 20 - 14
         {3, 100, 12}, {3, 200, 12}, // 26 - 14
-        {1, 100, 14}, {1, 200, 14}, // 2 x 18 + 400 - (472 - 50)
+        {1, 100, 14}, {1, 200, 14}, // 486 - 472
     };
     ASSERT_EQ(records.size(), std::size(rows));
     for (std::size_t i = 0; i < records.size(); ++i) {
@@ -132,17 +132,31 @@ TEST_F(SideScene, AnEvolutionsArcBelowKeepsItsSense)
     const std::vector<RouteSegment> records = FinalRecords(Arc("ROUTEZ5T71", 350, 20, 5, 0, 180));
     ASSERT_EQ(records.size(), 2U);
     EXPECT_EQ(records[0].Aux1, 300);
-    EXPECT_EQ(records[0].Aux2, 20);
+    EXPECT_EQ(records[0].Aux2, 6); // 20 - 14
     EXPECT_EQ(records[1].Dir, 0);
 }
 
-TEST_F(SideScene, AnEvolutionsPolylineAboveTurnsItsFirstBulgeAlone)
+TEST_F(SideScene, AnEvolutionsPolylineAboveLeavesItsBulgesToTheWriter)
 {
     const std::vector<RouteSegment> records =
         FinalRecords(Polyline("ROUTEZ5T71", {{150, 472, 0.5}, {160, 472, 0.25}, {170, 472}}));
     ASSERT_EQ(records.size(), 3U);
-    EXPECT_EQ(records[0].Aux2, -0.5F);
+    EXPECT_EQ(records[0].Aux2, 0.5F);
     EXPECT_EQ(records[1].Aux2, 0.25F);
+}
+
+TEST_F(SideScene, AnEvolutionsCompensationChangesHandsInTheMirroredViews)
+{
+    const std::string layer = "ROUTEZ5T71L3";
+    const auto compOf = [&](double x, double y) {
+        const std::vector<RouteSegment> records = FinalRecords(Line(layer, x, y, x + 2, y + 2));
+        return records.empty() ? std::string() : std::string(records[0].Comp.Trimmed());
+    };
+    EXPECT_EQ(compOf(150, 472), "G42 R3"); // above
+    EXPECT_EQ(compOf(150, 20), "G41 R3");
+    EXPECT_EQ(compOf(20, 150), "G42 R3"); // left
+    EXPECT_EQ(compOf(675, 150), "G41 R3");
+    EXPECT_EQ(compOf(300, 200), "G41 R3");
 }
 
 TEST_F(SideScene, AChainGoesToTheSideOfMostOfItsPoints)
