@@ -40,7 +40,7 @@ void SetSheet()
     Run.RouteTolerance = 0.1F;
     Run.SideWidth[5] = Run.SideMaxX[5] = SheetWidth;
     Run.SideHeight[5] = Run.SideMaxY[5] = SheetHeight;
-    Run.LayerTable.emplace_back("EXCAV");
+    Run.LayerTable = {"BORDER", "VBORE DRILLING", "GROOVE", "HBORE", "EXCAV"};
     Run.LeadLength = 20;
     Run.LeadsOn = True;
 }

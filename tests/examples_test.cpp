@@ -166,12 +166,19 @@ TEST_F(Examples, InchPanel)
 }
 
 // The start mark of the rectangular pocket is a polyline on a pocket's layer; it is told of, and taken.
+// Its last turns, in the middle, are narrower than the tool of 12.
 TEST_F(Examples, RoutedDoorWithProfileAndPockets)
 {
     ExpectProgram("routed_door", "SRG/R/OUTED_DO.OR");
     const std::vector<std::string> rows = {
-        "routed_door",    "Explode Polylines for Excavation.", "Processed in 0 Sec.",
-        "CNC90/WINNER90", "CONVERSION COMPLETED.  102 Lines",  ClosingRow};
+        "routed_door",
+        "Explode Polylines for Excavation.",
+        "Layer EXCAV_K8_Z8_T103_R6_S18_F5000_FD1500: the pocket at X276 Y200 has ways that are narrower "
+        "than its tool",
+        "Processed in 0 Sec.",
+        "CNC90/WINNER90",
+        "CONVERSION COMPLETED.  102 Lines",
+        ClosingRow};
     EXPECT_EQ(Rows, rows);
 }
 

@@ -208,6 +208,8 @@ void TakeCircle(RouteWalk& walk)
     circle.Z = DepthOfArcStart();
     ReadTool(circle);
     ReadParameters(circle);
+    if (circle.OscZ < 0 && !OnExcavationLayer())
+        circle.OscZ = 0; // an oscillation without a number: below zero it would pass for a pocket
     Grow(RouteCircles, "route circles, layer " + ShownLayer(drawn.Layer), circle);
 }
 

@@ -1,25 +1,22 @@
 // Circles are cleared by half turns whose radius changes by half a pitch each, their centres a
 // quarter of a pitch to either side in turn, so that each half turn begins where the one before ends.
-// Circles that stand as two half circles of a route keep their outline behind the spiral; those of
-// the circle list end in a full circle and an overlap.
+// Circles that stand as two arcs of a route keep their outline behind the spiral; those of the circle
+// list end in a full circle and an overlap.
 #include "routes/circle_pockets.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "routes/pocket_values.h"
-#include "routes/route_runs.h"
 #include "state/report.h"
 
 namespace kv {
 
 namespace {
 
-constexpr Int ArcStart = -3, ArcEnd = 3;
-constexpr Int CirclePair[] = {ArcStart, ArcEnd, ArcStart, ArcEnd};
+constexpr Int CirclePair[] = {ArcOpens, ArcEnds, ArcOpens, ArcEnds};
 constexpr Single TopAngle = 90, BottomAngle = 270;
-constexpr double OverlapAngle = 35;   // degrees behind the full circle
-constexpr std::size_t SenseDigit = 2; // of "G41": the code's third character
+constexpr double OverlapAngle = 35; // degrees behind the full circle
 
 // A half turn starts above the centre (1) or below it (-1).
 Single StartAngleOf(int sign)
@@ -31,17 +28,18 @@ Single EndAngleOf(int sign)
     return StartAngleOf(-sign);
 }
 
-void ReportNoPitch()
+void ReportNoPitch(Long pass, const PlanePoint& at)
 {
     ReportMessage(1, "Excavation Pitch not specified! (Circle)");
+    ReportUncleared(pass, at);
 }
 
 void PlaceArc(RouteSegment& start, RouteSegment& end, const PlanePoint& centre, double radius, int sign)
 {
     PlaceAt(start, {centre.X, centre.Y + sign * radius});
     PlaceAt(end, {centre.X, centre.Y - sign * radius});
-    start.Kind = ArcStart;
-    end.Kind = ArcEnd;
+    start.Kind = ArcOpens;
+    end.Kind = ArcEnds;
     start.Dir = end.Dir = 0;
     end.Aux1 = StartAngleOf(sign);
     end.Aux2 = EndAngleOf(sign);
@@ -59,27 +57,62 @@ void AddHalfTurn(std::vector<RouteSegment>& records, const RouteSegment& start, 
     AddTo(records, end);
 }
 
-// The half turns from the outside in.
-std::vector<RouteSegment> HalfTurnsInward(const RouteSegment& drawnStart, const RouteSegment& drawnEnd,
-                                          double radius, double pitch)
+// Where the outline begins and which way it runs.
+struct CircleOfPair {
+    PlanePoint Centre;
+    double Radius = 0;
+    double Begin = 0; // bearing of the first point
+    bool IsCounterClockwise = false;
+};
+
+// Two arcs of one centre, radius and sense; the second begins where the first ends and ends where the
+// first begins.
+bool IsOneCircle(std::span<const RouteSegment> pair)
 {
-    const PlanePoint centre{drawnStart.X, drawnStart.Aux2}; // its X is that of the start point
-    const bool isLeft = drawnStart.Comp.Padded()[SenseDigit] == '1';
-    int sign = drawnStart.Y < drawnStart.Aux2 ? 1 : -1;
-    double aside = 0; // the outermost runs on the circle itself
+    const double tolerance = OutlineTolerance();
+    const auto meet = [tolerance](const PlanePoint& a, const PlanePoint& b) {
+        return Distance(a, b) <= tolerance;
+    };
+    const double first = Distance(CentreOf(pair[0]), PointOf(pair[0]));
+    const double second = Distance(CentreOf(pair[2]), PointOf(pair[2]));
+    return meet(CentreOf(pair[0]), CentreOf(pair[2])) && std::fabs(first - second) <= tolerance &&
+           (pair[1].Dir != 0) == (pair[3].Dir != 0) && meet(PointOf(pair[1]), PointOf(pair[2])) &&
+           meet(PointOf(pair[3]), PointOf(pair[0])) && !meet(PointOf(pair[0]), PointOf(pair[1]));
+}
+
+// The half turns from the outside in; the outermost runs on the circle itself and ends where the
+// outline begins.
+std::vector<RouteSegment> HalfTurnsInward(std::span<const RouteSegment> pair, const CircleOfPair& circle,
+                                          double pitch)
+{
+    double angle = Turn360(circle.Begin + HalfTurn);
+    double aside = 0;
     std::vector<RouteSegment> turns;
-    do {
-        RouteSegment start = drawnStart;
-        RouteSegment end = drawnEnd;
-        PlaceArc(start, end, centre, radius, sign);
-        SetCentre(start, centre.X, centre.Y - aside * sign);
-        end.Dir = isLeft ? True : False;
+    for (double radius = circle.Radius;;) {
+        const double opposite = Turn360(angle + HalfTurn);
+        RouteSegment start = pair[0];
+        RouteSegment end = pair[1];
+        start.Dir = 0;
+        end.Dir = circle.IsCounterClockwise ? True : False;
+        PlaceAt(start, Polar(circle.Centre, radius, angle));
+        PlaceAt(end, Polar(circle.Centre, radius, opposite));
+        const PlanePoint centre = Polar(circle.Centre, aside, opposite);
+        SetCentre(start, centre.X, centre.Y);
+        end.Aux1 = ToSingle(angle);
+        end.Aux2 = ToSingle(opposite);
         AddHalfTurn(turns, start, end);
         radius -= pitch / 2;
-        sign = -sign;
+        if (radius < pitch / 2)
+            return turns;
+        angle = opposite;
         aside = pitch / 4;
-    } while (!(radius < pitch));
-    return turns;
+    }
+}
+
+// Twice the radius of a half turn.
+double WidthOfTurn(const RouteSegment& start)
+{
+    return 2 * Distance(CentreOf(start), PointOf(start));
 }
 
 // The last phase: the full circle and a piece of it once more.
@@ -92,9 +125,9 @@ void AddFullCircle(std::vector<RouteSegment>& records, RouteSegment start, const
     const double overlap = static_cast<double>(angle) - OverlapAngle;
     PlaceAt(start, {centre.X, centre.Y + sign * radius});
     SetCentre(start, centre.X, centre.Y);
-    start.Kind = ArcStart;
+    start.Kind = ArcOpens;
     PlaceAt(end, PointOf(start));
-    end.Kind = ArcEnd;
+    end.Kind = ArcEnds;
     end.Aux1 = end.Aux2 = angle;
     AddHalfTurn(records, start, end);
     start.Dir = 0;
@@ -131,50 +164,62 @@ bool IsCirclePocket(std::span<const RouteSegment> chain)
 {
     const auto sameKind = [](const RouteSegment& record, Int kind) { return record.Kind == kind; };
     return std::equal(chain.begin(), chain.end(), std::begin(CirclePair), std::end(CirclePair), sameKind) &&
-           StartsRoute(chain.front()) && MarksPocket(chain.front().OscZ);
+           StartsRoute(chain.front()) && MarksPocket(chain.front().OscZ, chain.front().Pass);
 }
 
 bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegment>& records)
 {
     const RouteSegment& first = chain.front();
-    const double pitch = PocketPitch(first.OscZ, first.Comp);
-    if (!(pitch > 0)) {
-        ReportNoPitch();
+    if (!IsOneCircle(chain)) {
+        ReportUncleared(first.Pass, PointOf(first), "its two arcs are no circle");
         return false;
     }
-    // A circle split to the left and right of its centre reads as one without a radius.
-    const double radius = std::fabs(static_cast<double>(first.Aux2) - first.Y);
-    if (!(radius > 0))
+    const double pitch = PocketPitch(first.OscZ, first.Comp);
+    if (!(pitch > 0)) {
+        ReportNoPitch(first.Pass, PointOf(first));
         return false;
-    const std::vector<RouteSegment> turns = HalfTurnsInward(first, chain[1], radius, pitch);
+    }
+    const CircleOfPair circle{CentreOf(first), Distance(CentreOf(first), PointOf(first)),
+                              Bearing(CentreOf(first), PointOf(first)), chain[1].Dir != 0};
+    const std::vector<RouteSegment> turns = HalfTurnsInward(chain, circle, pitch);
     const std::size_t begin = records.size();
     for (std::size_t turn = turns.size(); turn > 0; turn -= 2) // the tool starts at the innermost
         AddHalfTurn(records, turns[turn - 2], turns[turn - 1]);
     for (const RouteSegment& record : chain)
         AddTo(records, record);
     records[begin + turns.size()].Dir = 0;
-    for (std::size_t i = begin; i < records.size(); ++i)
+    for (std::size_t i = begin; i < records.size(); ++i) {
         records[i].OscZ = 0;
+        records[i].Comp =
+            CompOnSide(records[i].Comp, circle.IsCounterClockwise ? PocketSide::Left : PocketSide::Right);
+    }
     records[begin].Dir = RouteStart;
+    TellOfNarrowWays(first.Pass, PointOf(first), 2 * circle.Radius, WidthOfTurn(records[begin]),
+                     ToolRadiusOf(first.Comp));
     return true;
 }
 
-void ClearListCircles(std::vector<RouteSegment>& records)
+void ClearListCircles(std::vector<RouteSegment>& records, std::vector<std::size_t>& counts)
 {
     for (Long i = 1; i <= RouteCircles.Last(); ++i) {
         RouteCircle& circle = RouteCircles[i];
-        if (!MarksPocket(circle.OscZ) || circle.Pass <= 0 || circle.Used != False)
+        if (circle.Pass <= 0 || circle.Used != False || !MarksPocket(circle.OscZ, circle.Pass))
             continue;
+        const PlanePoint centre{circle.X, circle.Y};
         const double pitch = PocketPitch(circle.OscZ, circle.Comp);
         if (!(pitch > 0)) {
-            ReportNoPitch();
-            ReportUncleared(circle.Pass);
+            ReportNoPitch(circle.Pass, centre);
             continue;
         }
-        if (circle.Radius > 0)
+        if (circle.Radius > 0) {
+            const std::size_t begin = records.size();
             AddSpiral(records, circle, pitch);
-        else
-            ReportUncleared(circle.Pass); // and no arc without length is written for it
+            counts.push_back(records.size() - begin);
+            TellOfNarrowWays(circle.Pass, centre, 2 * static_cast<double>(circle.Radius),
+                             WidthOfTurn(records[begin]), ToolRadiusOf(circle.Comp));
+        } else {
+            ReportUncleared(circle.Pass, centre); // and no arc without length is written for it
+        }
         circle.Used = True;
         circle.Pass = 0; // or the writer's block of circles would cut it a second time
     }

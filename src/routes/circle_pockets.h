@@ -1,6 +1,7 @@
 // Circular pockets: spirals of half turns.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -8,12 +9,13 @@
 
 namespace kv {
 
-// A route of two half circles on an EXCAV layer and nothing else.
+// A route of two arcs on an EXCAV layer and nothing else.
 bool IsCirclePocket(std::span<const RouteSegment> chain);
-// Adds the spiral and behind it the circle. False when there is no pitch or no radius: nothing is
-// added then.
+// Adds the spiral and behind it the circle. False when the arcs are not one circle or there is no
+// pitch: that is told, and nothing is added.
 bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegment>& records);
-// Adds the spirals of RouteCircles and takes these circles off the list's later users.
-void ClearListCircles(std::vector<RouteSegment>& records);
+// Adds the spirals of RouteCircles, each a chain of its own, and their numbers of records; takes these
+// circles off the list's later users.
+void ClearListCircles(std::vector<RouteSegment>& records, std::vector<std::size_t>& counts);
 
 } // namespace kv

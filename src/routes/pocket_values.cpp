@@ -1,9 +1,9 @@
 #include "routes/pocket_values.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/text.h"
-#include "routes/route_runs.h"
 #include "state/report.h"
 
 namespace kv {
@@ -12,15 +12,24 @@ namespace {
 
 constexpr Long CompNumberStart = 6; // "G42 R5": the tool radius
 constexpr std::size_t CompCodeLength = 3;
+constexpr double LeastTolerance = 0.01; // drawing units
 
 } // namespace
+
+bool MarksPocket(Single oscZ, Long pass)
+{
+    return oscZ < 0 && Holds(ShownLayerOfPass(pass), "EXCAV");
+}
 
 double PocketPitch(Single oscZ, const Text<10>& comp)
 {
     const double pitch = std::fabs(static_cast<double>(oscZ)) - 1;
-    if (pitch != 0)
-        return pitch;
-    return 2 * Val(Mid(comp.Padded(), CompNumberStart)); // one tool diameter
+    return pitch != 0 ? pitch : 2 * ToolRadiusOf(comp); // one tool diameter
+}
+
+double ToolRadiusOf(const Text<10>& comp)
+{
+    return Val(Mid(comp.Padded(), CompNumberStart));
 }
 
 Text<10> CompOnSide(const Text<10>& comp, PocketSide side)
@@ -30,19 +39,35 @@ Text<10> CompOnSide(const Text<10>& comp, PocketSide side)
     return Text<10>(text);
 }
 
-bool IsExcavation(Long pass)
+double OutlineTolerance()
 {
-    return Holds(ShownLayerOfPass(pass), "EXCAV");
+    return std::max<double>(Run.RouteTolerance, LeastTolerance);
 }
 
-void TellOfPocket(Long pass, std::string_view what)
+void TellOfPocket(Long pass, const PlanePoint& at, std::string_view what)
 {
-    ReportMessage(1, "Layer " + ShownLayerOfPass(pass) + ": " + std::string(what));
+    ReportMessage(1, "Layer " + ShownLayerOfPass(pass) + ": the pocket at X" + PlainText(ToSingle(at.X)) +
+                         " Y" + PlainText(ToSingle(at.Y)) + " " + std::string(what));
 }
 
-void ReportUncleared(Long pass)
+void ReportUncleared(Long pass, const PlanePoint& at, std::string_view reason)
 {
-    TellOfPocket(pass, "the pocket is not cleared");
+    std::string what = "is not cleared";
+    if (!reason.empty())
+        what += ", " + std::string(reason);
+    TellOfPocket(pass, at, what);
+}
+
+void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, double smallestWay,
+                      double toolRadius)
+{
+    const double tool = 2 * toolRadius;
+    if (!(tool > 0))
+        return;
+    if (pocketWidth < tool)
+        TellOfPocket(pass, at, "is narrower than its tool");
+    else if (smallestWay < tool) // a control that checks its compensation refuses it
+        TellOfPocket(pass, at, "has ways that are narrower than its tool");
 }
 
 } // namespace kv

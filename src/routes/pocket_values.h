@@ -1,28 +1,36 @@
 // What the pockets of all forms share: the mark that makes an outline a pocket, its pitch, the side
-// of the tool, and the report line of a pocket that cannot be cleared.
+// of the tool, and the report lines that name a pocket by its layer and place.
 #pragma once
 
 #include <string_view>
 
-#include "state/run.h"
+#include "routes/route_runs.h"
 
 namespace kv {
 
 enum class PocketSide { Left, Right }; // G41, G42
 
-// OscZ of an EXCAV layer is below zero: minus the pitch less one.
-inline bool MarksPocket(Single oscZ)
-{
-    return oscZ < 0;
-}
+constexpr Int ArcOpens = -3, ArcEnds = 3; // Kind of the two records of an arc
+
+// Whether OscZ of a record or circle of a route pass marks a pocket: below zero (minus the pitch less
+// one) and on an EXCAV layer. An oscillation without a number is below zero too, and is none.
+bool MarksPocket(Single oscZ, Long pass);
 // Drawing units between two ways of the tool; 0 or below where neither the layer nor the tool tells it.
 double PocketPitch(Single oscZ, const Text<10>& comp);
+// The radius behind the compensation; 0 without one.
+double ToolRadiusOf(const Text<10>& comp);
 // The compensation with its code exchanged; what stands behind the code stays.
 Text<10> CompOnSide(const Text<10>& comp, PocketSide side);
-// Whether the layer of a route pass is one for pockets.
-bool IsExcavation(Long pass);
-// Report lines that name the layer of a pocket: what became of it, and that it stays as it was drawn.
-void TellOfPocket(Long pass, std::string_view what);
-void ReportUncleared(Long pass);
+// Drawing units within which an outline's points count as one, or as lying on a line.
+double OutlineTolerance();
+
+// A report line about a pocket, by its layer and a point of it.
+void TellOfPocket(Long pass, const PlanePoint& at, std::string_view what);
+// That it stays as it was drawn; the reason may be empty.
+void ReportUncleared(Long pass, const PlanePoint& at, std::string_view reason = {});
+// Tells where the tool does not fit: into the pocket, or into the smallest way inside it. Widths in
+// drawing units; a radius of 0 is not known.
+void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, double smallestWay,
+                      double toolRadius);
 
 } // namespace kv

@@ -1,6 +1,7 @@
 // A rectangle is cleared by loops that follow its outline backward, each one pitch further in, until
-// both ends of its middle line are reached. Rounded corners stay arcs while their radius lasts. The
-// outline's start mark, where it has one, takes no part in the loops and stands again behind them.
+// both ends of its middle line are reached or the inset has passed the middle. Rounded corners stay
+// arcs while their radius lasts. The outline's start mark, where it has one, takes no part in the loops
+// and stands again behind them.
 //
 //      +-----------------------+
 //      |  1                 2  |      1, 2: the ends of the middle line, half the short side
@@ -12,37 +13,30 @@
 #include <algorithm>
 
 #include "routes/pocket_values.h"
-#include "routes/route_runs.h"
+#include "routes/rectangle_outlines.h"
 #include "state/report.h"
 
 namespace kv {
 
 namespace {
 
-constexpr Int ArcStart = -3, ArcEnd = 3;
 constexpr std::size_t MarkLength = 2; // records of a start mark
 
-struct Box {
-    double MinX = 0, MaxX = 0, MinY = 0, MaxY = 0;
-    double Width() const { return MaxX - MinX; }
-    double Height() const { return MaxY - MinY; }
-};
-
 struct Outline {
-    std::span<const RouteSegment> Records;
-    std::size_t First = 0; // record behind the start mark
-    Box Bounds;
+    std::vector<RouteSegment> Records; // behind the start mark, ending in a line
+    OutlineBox Bounds;
     PlanePoint Ends[2]; // of the middle line
     double Pitch = 0;
+    double ToolRadius = 0; // 0: not known
     PocketSide Side = PocketSide::Right;
 };
 
 // The two records of a rounded corner, its radius less the inset.
 struct CornerArc {
     PlanePoint Centre;
-    double Drawn = 0, Reduced = 0; // radius
+    double Reduced = 0; // radius
     Single StartAngle = 0, EndAngle = 0;
-    bool IsAlive = false; // else the corner has shrunk away
+    bool IsAlive = false; // else the corner is that of the inset box
 };
 
 struct Clearing {
@@ -51,21 +45,9 @@ struct Clearing {
     int LastEnd = 0; // of the outline's Ends
 };
 
-Box BoundsOf(std::span<const RouteSegment> records)
-{
-    Box box{records[0].X, records[0].X, records[0].Y, records[0].Y};
-    for (const RouteSegment& record : records) {
-        box.MinX = std::min<double>(box.MinX, record.X);
-        box.MaxX = std::max<double>(box.MaxX, record.X);
-        box.MinY = std::min<double>(box.MinY, record.Y);
-        box.MaxY = std::max<double>(box.MaxY, record.Y);
-    }
-    return box;
-}
-
 void FindMiddleLine(Outline& outline)
 {
-    const Box& box = outline.Bounds;
+    const OutlineBox& box = outline.Bounds;
     const double width = box.Width();
     const double height = box.Height();
     if (height < width) {
@@ -81,20 +63,11 @@ void FindMiddleLine(Outline& outline)
     outline.Ends[1] = {middle, box.MaxY - inset};
 }
 
-// By the first step of the contour, the start mark's where it has one, seen from the middle line.
-PocketSide SideOf(const Outline& outline)
+// The wall keeps every arc that the tool can cut. One that it cannot cut is no arc further in either:
+// the tool would run into the wall beside it.
+bool LastsAt(const Outline& outline, double radius, double inset)
 {
-    const double first = Bearing(outline.Ends[0], PointOf(outline.Records[0]));
-    const double second = Bearing(outline.Ends[0], PointOf(outline.Records[1]));
-    const bool isClockwise = first > second ? 360 - first + second > 180 : !(360 - second + first > 180);
-    return isClockwise ? PocketSide::Left : PocketSide::Right;
-}
-
-bool EndsArc(const Outline& outline, std::size_t k)
-{
-    const std::span<const RouteSegment> records = outline.Records;
-    return k > outline.First && k < records.size() && records[k].Kind == ArcEnd &&
-           records[k - 1].Kind == ArcStart;
+    return radius > outline.ToolRadius && (inset == 0 || radius - inset > outline.Pitch);
 }
 
 CornerArc ArcAt(const Outline& outline, std::size_t k, double inset)
@@ -103,16 +76,16 @@ CornerArc ArcAt(const Outline& outline, std::size_t k, double inset)
     const RouteSegment& end = outline.Records[k];
     CornerArc arc;
     arc.Centre = CentreOf(start);
-    arc.Drawn = Distance(PointOf(start), arc.Centre);
-    arc.Reduced = arc.Drawn - inset;
+    const double radius = Distance(PointOf(start), arc.Centre);
+    arc.Reduced = radius - inset;
     arc.StartAngle = end.Aux1;
     arc.EndAngle = end.Aux2;
-    arc.IsAlive = arc.Reduced > outline.Pitch;
+    arc.IsAlive = LastsAt(outline, radius, inset);
     return arc;
 }
 
 // The nearest corner of the box, moved inward; of equally near ones the last of the four.
-PlanePoint InsetCorner(const Box& box, const PlanePoint& point, double inset)
+PlanePoint InsetCorner(const OutlineBox& box, const PlanePoint& point, double inset)
 {
     const struct {
         PlanePoint Corner;
@@ -141,18 +114,18 @@ PlanePoint PlaceOf(const Outline& outline, std::size_t k, double inset)
     const bool isEnd = record.Kind > 0;
     std::size_t corner = 0; // second record of the arc that would touch
     if (isEnd)
-        corner = k == last ? outline.First + 1 : k + 2;
+        corner = k == last ? 1 : k + 2;
     else
-        corner = k == outline.First ? last : k - 1;
-    const std::size_t touching = isEnd ? corner - 1 : corner;
-    if (!EndsArc(outline, corner) || Distance(PointOf(outline.Records[touching]), PointOf(record)) >
-                                         static_cast<double>(Run.RouteTolerance))
-        return InsetCorner(outline.Bounds, PointOf(record), inset);
+        corner = k == 0 ? last : k - 1;
+    const PlanePoint atCorner = InsetCorner(outline.Bounds, PointOf(record), inset);
+    if (!EndsArc(outline.Records, corner))
+        return atCorner;
+    const RouteSegment& touching = outline.Records[isEnd ? corner - 1 : corner];
     const CornerArc arc = ArcAt(outline, corner, inset);
-    if (!arc.IsAlive && inset != 0)
-        return InsetCorner(outline.Bounds, PointOf(record), inset);
-    const Single angle = isEnd ? arc.StartAngle : arc.EndAngle;
-    return Polar(arc.Centre, arc.Reduced, static_cast<double>(angle));
+    if (!arc.IsAlive ||
+        Distance(PointOf(touching), PointOf(record)) > static_cast<double>(Run.RouteTolerance))
+        return atCorner;
+    return Polar(arc.Centre, arc.Reduced, static_cast<double>(isEnd ? arc.StartAngle : arc.EndAngle));
 }
 
 void Store(const Outline& outline, std::vector<RouteSegment>& records, RouteSegment record)
@@ -164,8 +137,13 @@ void Store(const Outline& outline, std::vector<RouteSegment>& records, RouteSegm
     AddTo(records, record);
 }
 
+bool IsWithin(const OutlineBox& box, const PlanePoint& point)
+{
+    return point.X >= box.MinX && point.X <= box.MaxX && point.Y >= box.MinY && point.Y <= box.MaxY;
+}
+
 // The first point of a move less than a pitch from an end of the middle line reaches that end and is
-// kept a pitch away from it.
+// kept a pitch away from it, but not outside the pocket: a wide pitch reaches the ends from the wall.
 PlanePoint ReachEnds(const Outline& outline, Clearing& clearing, const PlanePoint& place)
 {
     PlanePoint kept = place;
@@ -174,6 +152,8 @@ PlanePoint ReachEnds(const Outline& outline, Clearing& clearing, const PlanePoin
         if (Distance(place, point) < outline.Pitch)
             kept = Polar(point, outline.Pitch, Bearing(point, place));
     }
+    if (!IsWithin(outline.Bounds, kept))
+        kept = place;
     for (const int end : {0, 1}) {
         if (!(Distance(place, outline.Ends[end]) < outline.Pitch))
             continue;
@@ -198,18 +178,15 @@ RouteSegment LineRecord(const RouteSegment& drawn, Int kind)
     return record;
 }
 
-// Both records of a corner, run backward: an arc the other way round, or the line that is left of it.
+// Both records of a corner, run backward: an arc the other way round, or the corner of the inset box.
 void AddCorner(const Outline& outline, Clearing& clearing, std::size_t k, double inset)
 {
     const CornerArc arc = ArcAt(outline, k, inset);
     RouteSegment start = outline.Records[k - 1];
     RouteSegment end = outline.Records[k];
     if (!arc.IsAlive) {
-        const double radius = std::min(outline.Pitch, arc.Drawn); // no point outside the drawn corner
-        AddPoint(outline, clearing, LineRecord(end, -1),
-                 Polar(arc.Centre, radius, static_cast<double>(arc.EndAngle)));
-        AddPoint(outline, clearing, LineRecord(start, 1),
-                 Polar(arc.Centre, radius, static_cast<double>(arc.StartAngle)));
+        AddPoint(outline, clearing, LineRecord(end, -1), InsetCorner(outline.Bounds, PointOf(end), inset));
+        AddPoint(outline, clearing, LineRecord(start, 1), InsetCorner(outline.Bounds, PointOf(start), inset));
         return;
     }
     start.Dir = 0;
@@ -222,7 +199,7 @@ void AddCorner(const Outline& outline, Clearing& clearing, std::size_t k, double
 // What ended a path opens one now.
 void AddLinePoint(const Outline& outline, Clearing& clearing, std::size_t k, double inset)
 {
-    const std::span<const RouteSegment> records = outline.Records;
+    const std::vector<RouteSegment>& records = outline.Records;
     const Int kind = KindOf(records[k]);
     const Int size = kind >= 1 && kind <= 3 ? 1 : 5;
     const bool opens = records[k].Kind > 0 && (k + 1 == records.size() || records[k + 1].Kind < 0);
@@ -232,62 +209,74 @@ void AddLinePoint(const Outline& outline, Clearing& clearing, std::size_t k, dou
 
 void AddLoop(const Outline& outline, Clearing& clearing, double inset)
 {
-    std::size_t behind = outline.Records.size(); // of the record that is next
-    while (behind > outline.First) {
-        const std::size_t k = behind - 1;
-        if (EndsArc(outline, k)) {
+    for (std::size_t k = outline.Records.size(); k-- > 0;) {
+        if (EndsArc(outline.Records, k)) {
             AddCorner(outline, clearing, k, inset);
-            behind -= 2;
-            continue;
+            --k; // an arc is two records
+        } else {
+            AddLinePoint(outline, clearing, k, inset);
         }
-        AddLinePoint(outline, clearing, k, inset);
-        --behind;
     }
 }
 
+// All loops; returns the inset of the last one. The insets are products, not sums: the number of
+// records ends a pitch that is nothing beside the box.
+double AddLoops(const Outline& outline, Clearing& clearing)
+{
+    const double shorter = std::min(outline.Bounds.Width(), outline.Bounds.Height());
+    const double furthest = shorter / 2 + outline.Pitch / 2;
+    double last = 0;
+    for (int loop = 0; !clearing.IsReached[0] || !clearing.IsReached[1]; ++loop) {
+        const double inset = loop * outline.Pitch;
+        if (inset > furthest)
+            break;
+        AddLoop(outline, clearing, inset);
+        last = inset;
+    }
+    return last;
+}
+
 // The contour's first two records again, so that the way ends where a pocket's contour does.
-void AddClosingMark(const Outline& outline, Clearing& clearing)
+void AddClosingMark(const Outline& outline, Clearing& clearing, std::span<const RouteSegment> contour)
 {
     const PlanePoint& end = outline.Ends[clearing.LastEnd];
-    RouteSegment first = outline.Records[0];
+    RouteSegment first = contour[0];
     PlaceAt(first, Polar(end, outline.Pitch, Bearing(end, PointOf(first))));
     Store(outline, clearing.Records, first);
-    Store(outline, clearing.Records, outline.Records[1]);
+    Store(outline, clearing.Records, contour[1]);
 }
 
 } // namespace
 
 bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegment>& records)
 {
+    const RouteSegment& mark = contour.front();
+    const std::span<const RouteSegment> drawn =
+        contour.subspan(contour[MarkLength].Kind < 0 ? MarkLength : 0);
     Outline outline;
-    outline.Records = contour;
-    outline.First = contour[MarkLength].Kind < 0 ? MarkLength : 0;
-    outline.Bounds = BoundsOf(contour.subspan(outline.First));
-    if (!(outline.Bounds.Width() > 0) || !(outline.Bounds.Height() > 0))
+    outline.Bounds = BoxOf(drawn);
+    if (!IsRectangle(drawn, outline.Bounds)) {
+        ReportUncleared(mark.Pass, PointOf(mark), "its outline is no rectangle");
         return false;
-    outline.Pitch = PocketPitch(contour[0].OscZ, contour[0].Comp);
+    }
+    outline.Pitch = PocketPitch(mark.OscZ, mark.Comp);
     if (!(outline.Pitch > 0)) {
         ReportMessage(1, "Excavation Pitch not specified! (Rectangle)");
+        ReportUncleared(mark.Pass, PointOf(mark));
         return false;
     }
+    outline.ToolRadius = ToolRadiusOf(mark.Comp);
+    outline.Side = RunsClockwise(drawn) ? PocketSide::Left : PocketSide::Right;
+    outline.Records = EndingInALine(drawn);
     FindMiddleLine(outline);
-    outline.Side = SideOf(outline);
 
     const std::size_t begin = records.size();
-    const double furthest = outline.Bounds.Width() + outline.Bounds.Height();
     Clearing clearing{records};
-    // The product, not a sum: the number of records ends a pitch that is nothing beside the box.
-    for (int loop = 0; !clearing.IsReached[0] || !clearing.IsReached[1]; ++loop) {
-        const double inset = loop * outline.Pitch;
-        if (inset > furthest) { // no rectangle of lines: an end was never reached
-            TellOfPocket(contour[0].Pass,
-                         "the pocket's way leaves its outline, which is no rectangle of lines");
-            break;
-        }
-        AddLoop(outline, clearing, inset);
-    }
-    AddClosingMark(outline, clearing);
+    const double lastInset = AddLoops(outline, clearing);
+    AddClosingMark(outline, clearing, contour);
     records[begin].Dir = RouteStart;
+    const double shorter = std::min(outline.Bounds.Width(), outline.Bounds.Height());
+    TellOfNarrowWays(mark.Pass, PointOf(mark), shorter, shorter - 2 * lastInset, outline.ToolRadius);
     return true;
 }
 

@@ -8,8 +8,8 @@
 
 namespace kv {
 
-// Adds the clearing loops of a contour, outermost first. False when the contour has no area or no
-// pitch: nothing is added then.
+// Adds the clearing loops of a contour, outermost first. False when the contour is no rectangle or has
+// no pitch: that is told, and nothing is added.
 bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegment>& records);
 
 } // namespace kv

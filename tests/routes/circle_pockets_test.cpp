@@ -15,8 +15,8 @@ using rows::Together;
 using Records = std::vector<RouteSegment>;
 using Texts = std::vector<std::string>;
 
-const Texts NotCleared = {rows::NotCleared};
-const Texts NoPitch = {"Excavation Pitch not specified! (Circle)", rows::NotCleared};
+const Texts NotCleared = {rows::NotCleared("X100 Y110")}; // from the top
+const std::string NoPitch = "Excavation Pitch not specified! (Circle)";
 
 RouteCircle Circle(double x, double y, double radius, double oscZ, std::string_view comp)
 {
@@ -36,9 +36,10 @@ TEST_F(CirclePockets, PairFromTheTopIsASpiralFromInsideAndItsOutline)
 {
     const Records made = Excavate(CircleOutline(100, 100, 10, -5, "G42 R2"));
     const Texts expected = {
-        "-3 100 104 100 99 d-8", "3 100 96 90 270", "-3 100 94 100 101", "3 100 106 270 90",
-        "-3 100 108 100 99",     "3 100 92 90 270", "-3 100 90 100 100", "3 100 110 270 90",
-        "-3 100 110 100 100",    "3 100 90 90 270", "-3 100 90 100 100", "3 100 110 270 90",
+        "-3 100 98 100 101 d-8", "3 100 102 270 90", "-3 100 104 100 99",  "3 100 96 90 270",
+        "-3 100 94 100 101",     "3 100 106 270 90", "-3 100 108 100 99",  "3 100 92 90 270",
+        "-3 100 90 100 100",     "3 100 110 270 90", "-3 100 110 100 100", "3 100 90 90 270",
+        "-3 100 90 100 100",     "3 100 110 270 90",
     };
     EXPECT_EQ(RowsOf(made), expected);
     for (const RouteSegment& record : made) {
@@ -50,29 +51,54 @@ TEST_F(CirclePockets, PairFromTheTopIsASpiralFromInsideAndItsOutline)
 
 TEST_F(CirclePockets, PairFromTheBottomIsMirrored)
 {
-    // Two half turns: radius 10 and 8 with pitch 4 would go on to 6 and 4; pitch 7 ends behind 10 and
-    // 6.5 is below it.
-    const Texts expected = {"-3 100 90 100 100 d-8", "3 100 110 270 90"};
-    const Texts rows = RowsOf(Excavate(CircleOutline(100, 100, 10, -8, "G42")));
-    ASSERT_EQ(rows.size(), 6U);
-    EXPECT_EQ(Texts(rows.begin(), rows.begin() + 2), expected);
-    const Texts mirrored = RowsOf(Excavate(CircleOutline(100, 100, -10, -5, "G42")));
-    const Texts all = {
-        "-3 100 96 100 101 d-8", "3 100 104 270 90", "-3 100 106 100 99",  "3 100 94 90 270",
-        "-3 100 92 100 101",     "3 100 108 270 90", "-3 100 110 100 100", "3 100 90 90 270",
-        "-3 100 90 100 100",     "3 100 110 270 90", "-3 100 110 100 100", "3 100 90 90 270",
+    const Texts expected = {
+        "-3 100 102 100 99 d-8", "3 100 98 90 270", "-3 100 96 100 101", "3 100 104 270 90",
+        "-3 100 106 100 99",     "3 100 94 90 270", "-3 100 92 100 101", "3 100 108 270 90",
+        "-3 100 110 100 100",    "3 100 90 90 270", "-3 100 90 100 100", "3 100 110 270 90",
+        "-3 100 110 100 100",    "3 100 90 90 270",
     };
-    EXPECT_EQ(mirrored, all);
+    EXPECT_EQ(RowsOf(Excavate(CircleOutline(100, 100, -10, -5, "G42"))), expected);
 }
 
-TEST_F(CirclePockets, RadiusThatEqualsThePitchGivesAHalfTurnMore)
+TEST_F(CirclePockets, PairFromTheLeftIsTheSameTurned)
 {
-    // Pitch 5: radius 10, 7.5 and 5, which is not below the pitch.
+    Records outline = rows::HalfCircles({100, 100}, 10, 180, false);
+    rows::MarkPocket(outline, -5, "G42");
+    const Texts expected = {
+        "-3 102 100 99 100 d-8", "3 98 100 0 180", "-3 96 100 101 100", "3 104 100 180 0",
+        "-3 106 100 99 100",     "3 94 100 0 180", "-3 92 100 101 100", "3 108 100 180 0",
+        "-3 110 100 100 100",    "3 90 100 0 180", "-3 90 100 100 100", "3 110 100 180 0",
+        "-3 110 100 100 100",    "3 90 100 0 180",
+    };
+    EXPECT_EQ(RowsOf(Excavate(outline)), expected);
+}
+
+TEST_F(CirclePockets, PairOfUnequalArcsIsACircleToo)
+{
+    // From the top clockwise to the left (270 degrees), and on. Only the first point counts.
+    Records outline = rows::HalfCircles({100, 100}, 10, 90, false);
+    outline[1].X = outline[2].X = 90;
+    outline[1].Y = outline[2].Y = 100;
+    outline[1].Aux2 = outline[3].Aux1 = 180;
+    rows::MarkPocket(outline, -5, "G42");
+    const Records made = Excavate(outline);
+    ASSERT_EQ(made.size(), 14U);
+    EXPECT_EQ(Row(made[0]), "-3 100 98 100 101 d-8");
+    EXPECT_EQ(Row(made[11]), "3 90 100 90 180");
+}
+
+TEST_F(CirclePockets, RadiusThatEqualsHalfThePitchGivesAHalfTurnMore)
+{
+    // Pitch 5: radius 10, 7.5, 5 and 2.5, which is not below half the pitch.
     const Texts rows = RowsOf(Excavate(CircleOutline(100, 100, 10, -6, "")));
-    ASSERT_EQ(rows.size(), 10U);
-    EXPECT_EQ(rows[0], "-3 100 95 100 101.25 d-8");
-    EXPECT_EQ(rows[2], "-3 100 107.5 100 98.75");
-    EXPECT_EQ(rows[4], "-3 100 90 100 100");
+    ASSERT_EQ(rows.size(), 12U);
+    EXPECT_EQ(rows[0], "-3 100 102.5 100 98.75 d-8");
+    EXPECT_EQ(rows[2], "-3 100 95 100 101.25");
+    EXPECT_EQ(rows[6], "-3 100 90 100 100");
+    // Pitch 7: 10 and 6.5; 3 is below 3.5.
+    const Texts wide = RowsOf(Excavate(CircleOutline(100, 100, 10, -8, "")));
+    ASSERT_EQ(wide.size(), 8U);
+    EXPECT_EQ(wide[0], "-3 100 106.5 100 98.25 d-8");
 }
 
 TEST_F(CirclePockets, PairOfARadiusBelowThePitchIsOneHalfTurnAndItsOutline)
@@ -82,27 +108,82 @@ TEST_F(CirclePockets, PairOfARadiusBelowThePitchIsOneHalfTurnAndItsOutline)
     EXPECT_EQ(RowsOf(Excavate(CircleOutline(100, 100, 2, -5, "G42"))), expected);
 }
 
-TEST_F(CirclePockets, CompensationOnTheLeftTurnsTheHalfTurnsRound)
+TEST_F(CirclePockets, CounterClockwisePairIsCutOnTheLeftAndItsHalfTurnsToo)
 {
-    const Records made = Excavate(CircleOutline(100, 100, 10, -8, "G41 R2"));
-    EXPECT_EQ(Row(made[0]), "-3 100 90 100 100 d-8");
-    EXPECT_EQ(Row(made[1]), "3 100 110 270 90 d-1");
-    EXPECT_EQ(made[1].Comp, "G41 R2");
-    EXPECT_EQ(made[3].Dir, 0); // the outline keeps its own way
+    Records outline = rows::HalfCircles({100, 100}, 10, 90, true);
+    rows::MarkPocket(outline, -8, "G42 R2");
+    const Records made = Excavate(outline);
+    const Texts expected = {"-3 100 106.5 100 98.25 d-8", "3 100 93.5 90 270 d-1", "-3 100 90 100 100",
+                            "3 100 110 270 90 d-1",       "-3 100 110 100 100",    "3 100 90 90 270 d-1",
+                            "-3 100 90 100 100",          "3 100 110 270 90 d-1"};
+    EXPECT_EQ(RowsOf(made), expected);
+    for (const RouteSegment& record : made)
+        EXPECT_EQ(record.Comp, "G41 R2");
+}
+
+TEST_F(CirclePockets, ClockwisePairIsCutOnTheRightWhateverItsLayerSays)
+{
+    for (const RouteSegment& record : Excavate(CircleOutline(100, 100, 10, -8, "G41 R2"))) {
+        EXPECT_EQ(record.Comp, "G42 R2");
+        EXPECT_NE(record.Dir, -1);
+    }
+}
+
+TEST_F(CirclePockets, TwoArcsThatAreNoCircleStayARouteAndAreTold)
+{
+    const Texts told = {rows::Told("X100 Y110", "is not cleared, its two arcs are no circle")};
+    Records lens = CircleOutline(100, 100, 10, -5, "G42 R2"); // the second one flatter than the first
+    lens[2].Aux1 = 95;
+    EXPECT_EQ(rows::Difference(Excavate(lens), lens), "");
+    EXPECT_EQ(Lines, told);
+    // Two quarters: from the top to the right and on to the bottom.
+    Records quarters = CircleOutline(100, 100, 10, -5, "G42 R2");
+    quarters[1].X = quarters[2].X = 110;
+    quarters[1].Y = quarters[2].Y = 100;
+    quarters[3].Y = 90;
+    EXPECT_EQ(rows::Difference(Excavate(quarters), quarters), "");
+    EXPECT_EQ(Lines, told);
+    // There and back again on the same half.
+    Records back = CircleOutline(100, 100, 10, -5, "G42 R2");
+    back[3].Dir = -1;
+    EXPECT_EQ(rows::Difference(Excavate(back), back), "");
+    EXPECT_EQ(Lines, told);
+    // Two radii.
+    Records twoRadii = CircleOutline(100, 100, 10, -5, "G42 R2");
+    twoRadii[2].Y = 89.98F;
+    EXPECT_EQ(rows::Difference(Excavate(twoRadii), twoRadii), "");
+    EXPECT_EQ(Lines, told);
+}
+
+TEST_F(CirclePockets, HalfTurnsNarrowerThanTheToolAreTold)
+{
+    // Pitch 4: the innermost half turn has radius 3.
+    Excavate(CircleOutline(100, 100, 10, -5, "G42 R3"));
+    EXPECT_TRUE(Lines.empty());
+    Excavate(CircleOutline(100, 100, 10, -5, "G42 R3.1"));
+    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X100 Y110")});
+    Excavate(CircleOutline(100, 100, 10, -5, "G42 R10.1"));
+    EXPECT_EQ(Lines, Texts{rows::Told("X100 Y110", "is narrower than its tool")});
+    Excavate({}, {Circle(100, 100, 10, -5, "G42 R3")});
+    EXPECT_TRUE(Lines.empty());
+    Excavate({}, {Circle(100, 100, 10, -5, "G42 R3.1")});
+    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X100 Y100")});
+    Excavate({}, {Circle(100, 100, 10, -5, "G42 R10.1")});
+    EXPECT_EQ(Lines, Texts{rows::Told("X100 Y100", "is narrower than its tool")});
 }
 
 TEST_F(CirclePockets, PairTakesThePitchOfTheToolToo)
 {
     // Radius 2.5: pitch 5.
     const Records made = Excavate(CircleOutline(100, 100, 10, -1, "G42 R2.5"));
-    EXPECT_EQ(made.size(), 10U);
+    EXPECT_EQ(made.size(), 12U);
 }
 
 TEST_F(CirclePockets, PairWithoutPitchStaysAndIsTold)
 {
     const Records outline = CircleOutline(100, 100, 10, -1, "G42");
     EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NoPitch);
+    EXPECT_EQ(Lines, (Texts{NoPitch, NotCleared[0]}));
 }
 
 TEST_F(CirclePockets, FieldsOfThePairGoToItsHalfTurns)
@@ -113,11 +194,11 @@ TEST_F(CirclePockets, FieldsOfThePairGoToItsHalfTurns)
         outline[i].MCode = 2;
     }
     const Records made = Excavate(outline);
-    ASSERT_EQ(made.size(), 6U);
+    ASSERT_EQ(made.size(), 8U);
     EXPECT_EQ(made[0].Z, 1);
     EXPECT_EQ(made[1].Z, 2);
     EXPECT_EQ(made[2].Z, 1);
-    EXPECT_EQ(made[5].Z, 4);
+    EXPECT_EQ(made[7].Z, 4);
     EXPECT_EQ(made[0].MCode, 2);
 }
 
@@ -129,7 +210,7 @@ TEST_F(CirclePockets, MarkOnTheFirstRecordDecides)
     EXPECT_EQ(Lines, NotCleared); // the others still call for a pocket
     outline = CircleOutline(100, 100, 10, 5, "");
     outline[0].OscZ = -5;
-    EXPECT_EQ(Excavate(outline).size(), 12U);
+    EXPECT_EQ(Excavate(outline).size(), 14U);
 }
 
 TEST_F(CirclePockets, PairBesideOtherRecordsIsNone)
@@ -155,17 +236,7 @@ TEST_F(CirclePockets, PairsAmongRoutesAreAllCleared)
     const Records circle = CircleOutline(100, 100, 10, -5, "G42");
     const Records cleared = Excavate(circle);
     const Records made = Excavate(Together(Together(circle, route), Together(circle, route)));
-    EXPECT_EQ(rows::Difference(made, Together(Together(cleared, route), Together(cleared, route))), "");
-}
-
-TEST_F(CirclePockets, PairSplitBesideItsCentreHasNoRadius)
-{
-    // Half circles from the left: the first point lies as high as the centre. No arc without length.
-    Records outline = {rows::ArcStep(-3, 90, 100, 100, 100, -8), rows::ArcStep(3, 110, 100, 180, 0),
-                       rows::ArcStep(-3, 110, 100, 100, 100), rows::ArcStep(3, 90, 100, 0, 180)};
-    rows::MarkPocket(outline, -5, "G42");
-    EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NotCleared);
+    EXPECT_EQ(rows::Difference(made, Together(Together(cleared, cleared), Together(route, route))), "");
 }
 
 TEST_F(CirclePockets, TinyPitchEndsAtTheLimitOfTheList)
@@ -267,19 +338,6 @@ TEST_F(CirclePockets, ListCircleGivesItsFields)
     }
 }
 
-TEST_F(CirclePockets, ListCirclesGoBehindTheRoutesInTheirOrder)
-{
-    const Records route = {Step(-1, 0, 0, -8), Step(1, 10, 0)};
-    const Records made = Excavate(
-        route, {Circle(100, 100, 5, -13, ""), Circle(300, 100, 9, 5, ""), Circle(200, 100, 5, -13, "")});
-    ASSERT_EQ(made.size(), 10U);
-    EXPECT_EQ(Row(made[0]), "-1 0 0 d-8");
-    EXPECT_EQ(Row(made[2]), "-3 100 95 100 100 d-8");
-    EXPECT_EQ(Row(made[6]), "-3 200 95 200 100 d-8");
-    EXPECT_EQ(RouteCircles[2].Used, False); // no pocket
-    EXPECT_EQ(RouteCircles[2].Pass, 1);
-}
-
 TEST_F(CirclePockets, CircleThatIsUsedOrOfNoPassIsPassedOver)
 {
     RouteCircle used = Circle(100, 100, 5, -13, "");
@@ -293,7 +351,7 @@ TEST_F(CirclePockets, CircleThatIsUsedOrOfNoPassIsPassedOver)
 TEST_F(CirclePockets, ListCircleWithoutPitchStaysAndIsTold)
 {
     EXPECT_TRUE(Excavate({}, {Circle(100, 100, 10, -1, "G42")}).empty());
-    EXPECT_EQ(Lines, NoPitch);
+    EXPECT_EQ(Lines, (Texts{NoPitch, rows::NotCleared("X100 Y100")}));
     EXPECT_EQ(RouteCircles[1].Used, False);
     EXPECT_EQ(RouteCircles[1].Pass, 1);
     EXPECT_EQ(RouteCircles[1].OscZ, -1);
@@ -308,7 +366,7 @@ TEST_F(CirclePockets, ListCircleTakesThePitchOfTheTool)
 TEST_F(CirclePockets, ListCircleWithoutRadiusIsToldAndNotCut)
 {
     EXPECT_TRUE(Excavate({}, {Circle(100, 100, 0, -5, "G42")}).empty());
-    EXPECT_EQ(Lines, NotCleared);
+    EXPECT_EQ(Lines, Texts{rows::NotCleared("X100 Y100")});
     EXPECT_EQ(RouteCircles[1].Pass, 0);
     EXPECT_EQ(RouteCircles[1].Used, True);
 }
@@ -319,12 +377,22 @@ TEST_F(CirclePockets, RectanglesAreToldBeforeCircles)
     Excavate(Together(CircleOutline(100, 100, 10, -1, ""), rows::SquareOutline(box, -1, "")),
              {Circle(50, 50, 4, -1, "")});
     const Texts expected = {"Excavation Pitch not specified! (Rectangle)",
-                            NoPitch[1],
-                            NoPitch[0],
-                            NoPitch[1],
-                            NoPitch[0],
-                            NoPitch[1]};
+                            rows::NotCleared("X0 Y0"),
+                            NoPitch,
+                            NotCleared[0],
+                            NoPitch,
+                            rows::NotCleared("X50 Y50")};
     EXPECT_EQ(Lines, expected);
+}
+
+TEST_F(CirclePockets, CircleOfARouteLayerIsNoPocket)
+{
+    kv::Run.LayerTable[4] = "ROUTE";
+    const Records outline = CircleOutline(100, 100, 10, -5, "G42 R2");
+    EXPECT_EQ(rows::Difference(Excavate(outline, {Circle(100, 100, 10, -5, "G42 R2")}), outline), "");
+    EXPECT_TRUE(Lines.empty());
+    EXPECT_EQ(RouteCircles[1].Used, False);
+    EXPECT_EQ(RouteCircles[1].Pass, 1);
 }
 
 } // namespace

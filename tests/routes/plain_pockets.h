@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -33,63 +34,153 @@ inline int ChainEnd(Records& list, int i)
         ++i;
     return i;
 }
+inline double RadiusOfTool(const Text<10>& comp)
+{
+    return Val(Mid(comp.Padded(), 6));
+}
 inline double PitchOf(Single oscZ, const Text<10>& comp)
 {
     double pitch = std::fabs(double(oscZ)) - 1;
     if (pitch == 0)
-        pitch = 2 * Val(Mid(comp.Padded(), 6));
+        pitch = 2 * RadiusOfTool(comp);
     return pitch;
+}
+inline double Near()
+{
+    return Run.RouteTolerance > 0.01 ? double(Run.RouteTolerance) : 0.01;
 }
 inline std::string LayerText(Long pass)
 {
     return std::string(Trim(Run.LayerTable.at(static_cast<std::size_t>(pass) + 3)));
 }
-inline void Tell(Lines& lines, Long pass)
+inline bool Marked(Single oscZ, Long pass)
 {
-    lines.push_back("Layer " + LayerText(pass) + ": the pocket is not cleared");
+    return oscZ < 0 && LayerText(pass).find("EXCAV") != std::string::npos;
+}
+inline void Tell(Lines& lines, Long pass, Single x, Single y, const std::string& what)
+{
+    lines.push_back("Layer " + LayerText(pass) + ": the pocket at X" + PlainText(x) + " Y" + PlainText(y) +
+                    " " + what);
+}
+inline void TellNarrow(Lines& lines, const RouteSegment& at, double pocket, double way)
+{
+    const double tool = 2 * RadiusOfTool(at.Comp);
+    if (tool > 0 && pocket < tool)
+        Tell(lines, at.Pass, at.X, at.Y, "is narrower than its tool");
+    else if (tool > 0 && way < tool)
+        Tell(lines, at.Pass, at.X, at.Y, "has ways that are narrower than its tool");
+}
+
+struct Box {
+    double MinX, MaxX, MinY, MaxY;
+};
+
+inline bool IsArc(Records& c, int k, int first)
+{
+    return k > first && k <= Highest(c) && Nth(c, k).Kind == 3 && Nth(c, k - 1).Kind == -3;
+}
+inline PlanePoint Middle(const RouteSegment& r)
+{
+    return {double(r.Aux1), double(r.Aux2)};
+}
+
+// Rule 2, sentence by sentence.
+inline bool HoldsARectangle(Records& c, int first, const Box& box)
+{
+    const double tol = Near();
+    const auto on = [tol](double a, double b) { return std::fabs(a - b) <= tol; };
+    const auto both = [&](int k, int side) {
+        const RouteSegment &a = Nth(c, k - 1), &b = Nth(c, k);
+        switch (side) {
+        case 1:
+            return on(a.X, box.MinX) && on(b.X, box.MinX);
+        case 2:
+            return on(a.X, box.MaxX) && on(b.X, box.MaxX);
+        case 3:
+            return on(a.Y, box.MinY) && on(b.Y, box.MinY);
+        default:
+            return on(a.Y, box.MaxY) && on(b.Y, box.MaxY);
+        }
+    };
+    int lines = 0;
+    for (int k = first; k <= Highest(c); ++k) {
+        const RouteSegment& r = Nth(c, k);
+        if (!on(r.X, box.MinX) && !on(r.X, box.MaxX) && !on(r.Y, box.MinY) && !on(r.Y, box.MaxY))
+            return false;
+        if (k == first || r.Kind < 0)
+            continue;
+        if (IsArc(c, k, first)) {
+            const PlanePoint o = Middle(Nth(c, k - 1));
+            const double radius = Distance(Spot(Nth(c, k - 1)), o);
+            const double dx = std::fmin(std::fabs(o.X - box.MinX), std::fabs(o.X - box.MaxX));
+            const double dy = std::fmin(std::fabs(o.Y - box.MinY), std::fabs(o.Y - box.MaxY));
+            if (!on(dx, radius) || !on(dy, radius))
+                return false;
+            continue;
+        }
+        ++lines;
+        if (r.Kind == 5 && Nth(c, k - 1).Aux2 != 0)
+            return false;
+        if (!both(k, 1) && !both(k, 2) && !both(k, 3) && !both(k, 4))
+            return false;
+    }
+    return lines > 0 && Distance(Spot(Nth(c, Highest(c))), Spot(Nth(c, first))) <= tol; // closed
+}
+
+// Rule 5, second part: pairs of the end go to the beginning.
+inline void TurnToALine(Records& c, int first)
+{
+    const int n = Highest(c);
+    for (int turns = 0; turns < n && IsArc(c, n, first); ++turns) {
+        const RouteSegment a = Nth(c, n - 1), b = Nth(c, n);
+        c.erase(c.end() - 2, c.end());
+        c.insert(c.begin() + first, {a, b});
+    }
 }
 
 // One contour, c from 1; false when it stays as it is.
-inline bool Rectangle(Records c, Records& made, Lines& lines)
+inline bool Rectangle(Records c, Records& made, Lines& told)
 {
+    const RouteSegment c1 = Nth(c, 1), c2 = Nth(c, 2);
     const int n = Highest(c);
     const int first = Nth(c, 3).Kind < 0 ? 3 : 1;
-    double minX = Nth(c, first).X, maxX = minX, minY = Nth(c, first).Y, maxY = minY;
+    Box box{1e99, -1e99, 1e99, -1e99};
     for (int k = first; k <= n; ++k) {
-        minX = std::fmin(minX, double(Nth(c, k).X));
-        maxX = std::fmax(maxX, double(Nth(c, k).X));
-        minY = std::fmin(minY, double(Nth(c, k).Y));
-        maxY = std::fmax(maxY, double(Nth(c, k).Y));
+        box.MinX = std::fmin(box.MinX, double(Nth(c, k).X));
+        box.MaxX = std::fmax(box.MaxX, double(Nth(c, k).X));
+        box.MinY = std::fmin(box.MinY, double(Nth(c, k).Y));
+        box.MaxY = std::fmax(box.MaxY, double(Nth(c, k).Y));
     }
-    const double w = maxX - minX, h = maxY - minY;
-    if (w <= 0 || h <= 0)
+    const double w = box.MaxX - box.MinX, h = box.MaxY - box.MinY;
+    if (w <= 0 || h <= 0 || !HoldsARectangle(c, first, box)) {
+        Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared, its outline is no rectangle");
         return false;
-    const double pitch = PitchOf(Nth(c, 1).OscZ, Nth(c, 1).Comp);
+    }
+    const double pitch = PitchOf(c1.OscZ, c1.Comp);
     if (pitch <= 0) {
-        lines.push_back("Excavation Pitch not specified! (Rectangle)");
+        told.push_back("Excavation Pitch not specified! (Rectangle)");
+        Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
         return false;
     }
-    const double midX = (minX + maxX) / 2, midY = (minY + maxY) / 2;
+    const double midX = (box.MinX + box.MaxX) / 2, midY = (box.MinY + box.MaxY) / 2;
     PlanePoint d[3];
     if (h < w) {
-        d[1] = {minX + (w / 2) * (h / w), midY};
-        d[2] = {maxX - (w / 2) * (h / w), midY};
+        d[1] = {box.MinX + (w / 2) * (h / w), midY};
+        d[2] = {box.MaxX - (w / 2) * (h / w), midY};
     } else {
-        d[1] = {midX, minY + (h / 2) * (w / h)};
-        d[2] = {midX, maxY - (h / 2) * (w / h)};
+        d[1] = {midX, box.MinY + (h / 2) * (w / h)};
+        d[2] = {midX, box.MaxY - (h / 2) * (w / h)};
     }
-    const double b1 = Bearing(d[1], Spot(Nth(c, 1)));
-    const double b2 = Bearing(d[1], Spot(Nth(c, 2)));
-    bool clockwise = false;
-    if (b1 > b2)
-        clockwise = 360 - b1 + b2 > 180;
-    else
-        clockwise = !(360 - b2 + b1 > 180);
+    double sum = 0;
+    for (int k = first; k <= n - 1; ++k)
+        sum += double(Nth(c, k).X) * Nth(c, k + 1).Y - double(Nth(c, k + 1).X) * Nth(c, k).Y;
+    const bool clockwise = sum < 0;
+    TurnToALine(c, first);
 
     bool reached[3] = {};
     int lastEnd = 1;
-    const auto add = [&](RouteSegment r, PlanePoint p) {
-        if (r.Kind < 0) {
+    const auto add = [&](RouteSegment r, Int kind, PlanePoint p, Single aux1, Single aux2, Int dir) {
+        if (kind < 0) {
             int lower = 0;
             for (int m = 1; m <= 2; ++m)
                 if (Distance(p, d[m]) < pitch) {
@@ -98,112 +189,93 @@ inline bool Rectangle(Records c, Records& made, Lines& lines)
                     if (lower == 0)
                         lower = m;
                 }
-            if (lower > 0)
-                p = Polar(d[lower], pitch, Bearing(d[lower], p));
+            if (lower > 0) {
+                const PlanePoint q = Polar(d[lower], pitch, Bearing(d[lower], p));
+                const bool outside = q.X < box.MinX || q.X > box.MaxX || q.Y < box.MinY || q.Y > box.MaxY;
+                p = outside ? p : q;
+            }
         }
+        r.Kind = kind;
         r.X = ToSingle(p.X);
         r.Y = ToSingle(p.Y);
+        r.Aux1 = aux1;
+        r.Aux2 = aux2;
+        r.Dir = dir;
         made.push_back(r);
     };
-    const auto isArc = [&](int k) {
-        return k > first && k <= n && Nth(c, k).Kind == 3 && Nth(c, k - 1).Kind == -3;
+    const auto radius = [&](int k) { return Distance(Spot(Nth(c, k - 1)), Middle(Nth(c, k - 1))); };
+    const auto alive = [&](int k, int loop) { // the wall's arc as long as the tool can cut it
+        const bool tooSmallForTheTool = radius(k) <= RadiusOfTool(c1.Comp);
+        return !tooSmallForTheTool && (loop == 0 || radius(k) - loop * pitch > pitch);
     };
-    const auto centre = [&](int k) {
-        return PlanePoint{double(Nth(c, k - 1).Aux1), double(Nth(c, k - 1).Aux2)};
-    };
-    const auto radius = [&](int k) { return Distance(Spot(Nth(c, k - 1)), centre(k)); };
-    const auto place = [&](int k, double inset) {
+    const auto corner = [&](int k, double inset) {
         const PlanePoint own = Spot(Nth(c, k));
+        const double upperLeft = Distance(own, {box.MinX, box.MaxY});
+        const double upperRight = Distance(own, {box.MaxX, box.MaxY});
+        const double lowerRight = Distance(own, {box.MaxX, box.MinY});
+        const double lowerLeft = Distance(own, {box.MinX, box.MinY});
+        const double nearest = std::fmin(std::fmin(upperLeft, upperRight), std::fmin(lowerRight, lowerLeft));
+        if (lowerLeft == nearest) // the last of the four first
+            return PlanePoint{box.MinX + inset, box.MinY + inset};
+        if (lowerRight == nearest)
+            return PlanePoint{box.MaxX - inset, box.MinY + inset};
+        if (upperRight == nearest)
+            return PlanePoint{box.MaxX - inset, box.MaxY - inset};
+        return PlanePoint{box.MinX + inset, box.MaxY - inset};
+    };
+    const auto place = [&](int k, int loop) {
+        const PlanePoint own = Spot(Nth(c, k));
+        const double inset = loop * pitch;
         if (Nth(c, k).Kind > 0) {
             const int j = k == n ? first + 1 : k + 2;
-            if (isArc(j) && Distance(Spot(Nth(c, j - 1)), own) <= double(Run.RouteTolerance)) {
-                const double rest = radius(j) - inset;
-                if (rest > pitch || inset == 0)
-                    return Polar(centre(j), rest, double(Nth(c, j).Aux1));
-            }
+            if (IsArc(c, j, first) && Distance(Spot(Nth(c, j - 1)), own) <= double(Run.RouteTolerance) &&
+                alive(j, loop))
+                return Polar(Middle(Nth(c, j - 1)), radius(j) - inset, double(Nth(c, j).Aux1));
         } else {
             const int j = k == first ? n : k - 1;
-            if (isArc(j) && Distance(Spot(Nth(c, j)), own) <= double(Run.RouteTolerance)) {
-                const double rest = radius(j) - inset;
-                if (rest > pitch || inset == 0)
-                    return Polar(centre(j), rest, double(Nth(c, j).Aux2));
-            }
+            if (IsArc(c, j, first) && Distance(Spot(Nth(c, j)), own) <= double(Run.RouteTolerance) &&
+                alive(j, loop))
+                return Polar(Middle(Nth(c, j - 1)), radius(j) - inset, double(Nth(c, j).Aux2));
         }
-        const double upperLeft = Distance(own, {minX, maxY});
-        const double upperRight = Distance(own, {maxX, maxY});
-        const double lowerRight = Distance(own, {maxX, minY});
-        const double lowerLeft = Distance(own, {minX, minY});
-        double nearest = upperLeft;
-        PlanePoint at{minX + inset, maxY - inset};
-        if (upperRight <= nearest) {
-            nearest = upperRight;
-            at = {maxX - inset, maxY - inset};
-        }
-        if (lowerRight <= nearest) {
-            nearest = lowerRight;
-            at = {maxX - inset, minY + inset};
-        }
-        if (lowerLeft <= nearest)
-            at = {minX + inset, minY + inset};
-        return at;
+        return corner(k, inset);
     };
-    for (int loop = 0;; ++loop) {
+    const double shorter = w < h ? w : h;
+    int loop = 0;
+    while (true) {
         const double inset = loop * pitch;
-        if (inset > w + h) {
-            lines.push_back("Layer " + LayerText(Nth(c, 1).Pass) +
-                            ": the pocket's way leaves its outline, which is no rectangle of lines");
-            break;
-        }
         int k = n;
         while (k >= first) {
-            if (isArc(k)) {
-                const double rest = radius(k) - inset;
-                const Single a1 = Nth(c, k).Aux1, a2 = Nth(c, k).Aux2;
-                RouteSegment r1, r2;
-                if (rest > pitch) {
-                    r1 = Nth(c, k - 1);
-                    r1.Kind = -3;
-                    r1.Dir = 0;
-                    r2 = Nth(c, k);
-                    r2.Kind = 3;
-                    r2.Aux1 = a2;
-                    r2.Aux2 = a1;
-                    r2.Dir = Nth(c, k).Dir == 0 ? -1 : 0;
-                    add(r1, Polar(centre(k), rest, double(a2)));
-                    add(r2, Polar(centre(k), rest, double(a1)));
+            const RouteSegment ck = Nth(c, k);
+            if (IsArc(c, k, first)) {
+                const PlanePoint o = Middle(Nth(c, k - 1));
+                const Single a1 = ck.Aux1, a2 = ck.Aux2;
+                if (alive(k, loop)) {
+                    add(Nth(c, k - 1), -3, Polar(o, radius(k) - inset, double(a2)), Nth(c, k - 1).Aux1,
+                        Nth(c, k - 1).Aux2, 0);
+                    add(ck, 3, Polar(o, radius(k) - inset, double(a1)), a2, a1, ck.Dir == 0 ? -1 : 0);
                 } else {
-                    const double q = radius(k) < pitch ? radius(k) : pitch;
-                    r1 = Nth(c, k);
-                    r1.Kind = -1;
-                    r2 = Nth(c, k - 1);
-                    r2.Kind = 1;
-                    r1.Aux1 = r1.Aux2 = r2.Aux1 = r2.Aux2 = 0;
-                    r1.Dir = r2.Dir = 0;
-                    add(r1, Polar(centre(k), q, double(a2)));
-                    add(r2, Polar(centre(k), q, double(a1)));
+                    add(ck, -1, corner(k, inset), 0, 0, 0);
+                    add(Nth(c, k - 1), 1, corner(k - 1, inset), 0, 0, 0);
                 }
                 k = k - 2;
             } else {
-                const int kind = std::abs(Nth(c, k).Kind);
+                const int kind = std::abs(ck.Kind);
                 const int size = kind == 1 || kind == 2 || kind == 3 ? 1 : 5;
-                const bool opens = Nth(c, k).Kind > 0 && (k == n || Nth(c, k + 1).Kind < 0);
-                RouteSegment r = Nth(c, k);
-                r.Kind = static_cast<Int>(opens ? -size : size);
-                r.Aux1 = r.Aux2 = 0;
-                r.Dir = 0;
-                add(r, place(k, inset));
+                const bool opens = ck.Kind > 0 && (k == n || Nth(c, k + 1).Kind < 0);
+                add(ck, static_cast<Int>(opens ? -size : size), place(k, loop), 0, 0, 0);
                 k = k - 1;
             }
         }
-        if (reached[1] && reached[2])
+        if ((reached[1] && reached[2]) || (loop + 1) * pitch > shorter / 2 + pitch / 2)
             break;
+        ++loop;
     }
-    RouteSegment mark = Nth(c, 1);
-    const PlanePoint p = Polar(d[lastEnd], pitch, Bearing(d[lastEnd], Spot(mark)));
+    RouteSegment mark = c1;
+    const PlanePoint p = Polar(d[lastEnd], pitch, Bearing(d[lastEnd], Spot(c1)));
     mark.X = ToSingle(p.X);
     mark.Y = ToSingle(p.Y);
     made.push_back(mark);
-    made.push_back(Nth(c, 2));
+    made.push_back(c2);
     for (RouteSegment& r : made) {
         r.OscZ = 0;
         if (r.Dir == -8)
@@ -211,14 +283,18 @@ inline bool Rectangle(Records c, Records& made, Lines& lines)
         r.Comp = std::string(clockwise ? "G41" : "G42") + std::string(Mid(r.Comp.Padded(), 4));
     }
     made.front().Dir = -8;
+    TellNarrow(told, c1, shorter, shorter - 2 * (loop * pitch));
     return true;
 }
 
-inline void Rectangles(Records& list, Lines& lines)
+// Starts of the chains that have become pockets, moved along while the list grows.
+using Starts = std::vector<int>;
+
+inline void Rectangles(Records& list, Starts& pockets, Lines& told)
 {
     int i = 1;
     while (i <= Highest(list)) {
-        if (!(Nth(list, i).Kind == -4 && Nth(list, i).OscZ < 0)) {
+        if (!(Nth(list, i).Kind == -4 && Marked(Nth(list, i).OscZ, Nth(list, i).Pass))) {
             ++i;
             continue;
         }
@@ -239,102 +315,141 @@ inline void Rectangles(Records& list, Lines& lines)
             i = h;
         }
         const int e = ChainEnd(list, i);
+        const int n = e - i + 1;
         Records contour{RouteSegment{}}, made;
         for (int j = i; j <= e; ++j)
             contour.push_back(Nth(list, j));
-        if (e - i + 1 <= 5 || !Rectangle(contour, made, lines)) {
-            Tell(lines, Nth(list, i).Pass);
+        if (n <= 5) {
+            Tell(told, Nth(list, i).Pass, Nth(list, i).X, Nth(list, i).Y, "is not cleared");
             i = e + 1;
-            continue;
+        } else if (!Rectangle(contour, made, told)) {
+            i = e + 1;
+        } else {
+            list.erase(list.begin() + i, list.begin() + e + 1);
+            list.insert(list.begin() + i, made.begin(), made.end());
+            pockets.push_back(i);
+            i += static_cast<int>(made.size());
         }
-        list.erase(list.begin() + i, list.begin() + e + 1);
-        list.insert(list.begin() + i, made.begin(), made.end());
-        i += static_cast<int>(made.size());
     }
 }
 
-inline bool RoutePair(Records& list, int i, Lines& lines)
+// Both arcs on one circle, one sense, each beginning where the other ends.
+inline bool OneCircle(Records& list, int i)
 {
-    const double pitch = PitchOf(Nth(list, i).OscZ, Nth(list, i).Comp);
-    if (pitch <= 0) {
-        lines.push_back("Excavation Pitch not specified! (Circle)");
+    const double tol = Near();
+    const RouteSegment &a = Nth(list, i), &b = Nth(list, i + 1), &c = Nth(list, i + 2), &e = Nth(list, i + 3);
+    const double ra = Distance(Middle(a), Spot(a)), rc = Distance(Middle(c), Spot(c));
+    if (Distance(Middle(a), Middle(c)) > tol || std::fabs(ra - rc) > tol)
         return false;
-    }
+    if ((b.Dir == 0) != (e.Dir == 0) || Distance(Spot(a), Spot(b)) <= tol)
+        return false;
+    return Distance(Spot(b), Spot(c)) <= tol && Distance(Spot(e), Spot(a)) <= tol;
+}
+
+inline double Opposite(double angle)
+{
+    return angle + 180 >= 360 ? angle + 180 - 360 : angle + 180;
+}
+
+// Returns the number of records put in front of the outline; 0 when it stays as it is.
+inline int RoutePair(Records& list, int i, Lines& told)
+{
     const RouteSegment c1 = Nth(list, i), c2 = Nth(list, i + 1);
-    const double cx = c1.X, cy = c1.Aux2;
-    double r = std::fabs(cy - double(c1.Y));
-    if (r == 0)
-        return false;
+    if (!OneCircle(list, i)) {
+        Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared, its two arcs are no circle");
+        return 0;
+    }
+    const double pitch = PitchOf(c1.OscZ, c1.Comp);
+    if (pitch <= 0) {
+        told.push_back("Excavation Pitch not specified! (Circle)");
+        Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
+        return 0;
+    }
+    const PlanePoint o = Middle(c1);
+    double r = Distance(o, Spot(c1));
+    const double whole = r, a0 = Bearing(o, Spot(c1));
+    const bool ccw = c2.Dir != 0;
     Nth(list, i).Dir = 0;
-    Nth(list, i).Kind = -3;
-    const Int sense = c1.Comp.Padded().substr(2, 1) == "1" ? -1 : 0;
-    int s = c1.Y < c1.Aux2 ? 1 : -1;
+    int s = -1;
     double off = 0;
     Records spiral;
     do {
+        const double a = s == 1 ? Opposite(Opposite(a0)) : Opposite(a0);
         RouteSegment p = c1, q = c2;
+        PlanePoint at = Polar(o, r, a);
         p.Kind = -3;
-        p.X = ToSingle(cx);
-        p.Y = ToSingle(cy + s * r);
-        p.Aux1 = ToSingle(cx);
-        p.Aux2 = ToSingle(cy - off * s);
+        p.X = ToSingle(at.X);
+        p.Y = ToSingle(at.Y);
+        at = Polar(o, off, Opposite(a));
+        p.Aux1 = ToSingle(at.X);
+        p.Aux2 = ToSingle(at.Y);
         p.Dir = 0;
+        at = Polar(o, r, Opposite(a));
         q.Kind = 3;
-        q.X = ToSingle(cx);
-        q.Y = ToSingle(cy - s * r);
-        q.Aux1 = s == 1 ? 90.0F : 270.0F;
-        q.Aux2 = s == 1 ? 270.0F : 90.0F;
-        q.Dir = sense;
+        q.X = ToSingle(at.X);
+        q.Y = ToSingle(at.Y);
+        q.Aux1 = ToSingle(a);
+        q.Aux2 = ToSingle(Opposite(a));
+        q.Dir = ccw ? -1 : 0;
         spiral.insert(spiral.begin(), {p, q});
         r = r - pitch / 2;
         s = -s;
         off = pitch / 4;
-    } while (!(r < pitch));
+    } while (!(r < pitch / 2));
     spiral.front().Dir = -8;
+    const RouteSegment inner = spiral.front();
+    TellNarrow(told, c1, 2 * whole, 2 * Distance(Middle(inner), Spot(inner)));
     list.insert(list.begin() + i, spiral.begin(), spiral.end());
-    const int behind = i + static_cast<int>(spiral.size()) + 4;
-    for (int j = i; j < behind; ++j)
+    const int count = static_cast<int>(spiral.size());
+    for (int j = i; j < i + count + 4; ++j) {
         Nth(list, j).OscZ = 0;
-    return true;
+        Nth(list, j).Comp =
+            std::string(ccw ? "G41" : "G42") + std::string(Mid(Nth(list, j).Comp.Padded(), 4));
+    }
+    return count;
 }
 
 // The circles among the routes; a pocket of no known form is told here too.
-inline void RoutePairs(Records& list, Lines& lines)
+inline void RoutePairs(Records& list, Starts& pockets, Lines& told)
 {
     int i = 1;
     while (i <= Highest(list)) {
-        const int e = ChainEnd(list, i);
-        bool marked = false;
+        int e = ChainEnd(list, i);
+        bool marked = false, isPocket = false;
         for (int j = i; j <= e; ++j)
-            marked = marked || Nth(list, j).OscZ < 0;
-        const bool four = e - i + 1 == 4 && Nth(list, i).Kind == -3 && Nth(list, i + 1).Kind == 3 &&
-                          Nth(list, i + 2).Kind == -3 && Nth(list, i + 3).Kind == 3 &&
-                          Nth(list, i).Dir == -8 && Nth(list, i).OscZ < 0;
-        if (four && RoutePair(list, i, lines)) {
-            i = ChainEnd(list, i) + 1;
-            continue;
+            marked = marked || Marked(Nth(list, j).OscZ, Nth(list, j).Pass);
+        for (const int start : pockets)
+            isPocket = isPocket || start == i;
+        const RouteSegment& c1 = Nth(list, i);
+        const bool isMarked = Marked(c1.OscZ, c1.Pass);
+        if (e - i + 1 == 4 && c1.Kind == -3 && Nth(list, i + 1).Kind == 3 && Nth(list, i + 2).Kind == -3 &&
+            Nth(list, i + 3).Kind == 3 && c1.Dir == -8 && isMarked) {
+            const int grown = RoutePair(list, i, told);
+            for (int& start : pockets)
+                start += start > i ? grown : 0;
+            if (grown > 0)
+                pockets.push_back(i);
+            e += grown;
+        } else if (marked && !isPocket && !(c1.Kind == -4 && isMarked)) {
+            Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
         }
-        const bool told = Nth(list, i).Kind == -4 && Nth(list, i).OscZ < 0;
-        const bool pocketLayer = LayerText(Nth(list, i).Pass).find("EXCAV") != std::string::npos;
-        if (marked && !told && pocketLayer)
-            Tell(lines, Nth(list, i).Pass);
         i = e + 1;
     }
 }
 
-inline void ListCircles(Records& list, std::vector<RouteCircle>& circles, Lines& lines)
+inline void ListCircles(Records& list, Starts& made, std::vector<RouteCircle>& circles, Lines& told)
 {
     for (RouteCircle& circle : circles) {
-        if (!(circle.OscZ < 0) || circle.Pass <= 0 || circle.Used != 0)
+        if (circle.Pass <= 0 || circle.Used != 0 || !Marked(circle.OscZ, circle.Pass))
             continue;
         const double pitch = PitchOf(circle.OscZ, circle.Comp);
         if (pitch <= 0) {
-            lines.push_back("Excavation Pitch not specified! (Circle)");
-            Tell(lines, circle.Pass);
+            told.push_back("Excavation Pitch not specified! (Circle)");
+            Tell(told, circle.Pass, circle.X, circle.Y, "is not cleared");
             continue;
         }
         if (circle.Radius <= 0) { // nothing to clear, nothing to cut
-            Tell(lines, circle.Pass);
+            Tell(told, circle.Pass, circle.X, circle.Y, "is not cleared");
             circle.Used = -1;
             circle.Pass = 0;
             continue;
@@ -386,18 +501,72 @@ inline void ListCircles(Records& list, std::vector<RouteCircle>& circles, Lines&
         const PlanePoint over = Polar({x, y}, whole, start - 35);
         add(3, over.X, over.Y, start, NormalizeAngle(start - 35));
         list[veryFirst].Dir = -8;
+        made.push_back(static_cast<int>(veryFirst));
+        RouteSegment at = base;
+        at.X = circle.X;
+        at.Y = circle.Y;
+        TellNarrow(told, at, 2 * whole, 2 * Distance(Spot(list[veryFirst]), Middle(list[veryFirst])));
         circle.Used = -1;
         circle.Pass = 0;
     }
 }
 
+// The pockets are taken out one after the other, each the first of the lowest tool that is left, and
+// put in front of the first route that is none.
+inline void InFront(Records& list, const Starts& pockets, const Starts& circles)
+{
+    struct Piece {
+        Records Of;
+        bool IsPocket, Moves;
+    };
+    std::vector<Piece> pieces;
+    for (int i = 1; i <= Highest(list);) {
+        const int e = ChainEnd(list, i);
+        Piece piece{{list.begin() + i, list.begin() + e + 1}, false, false};
+        for (const int start : pockets)
+            if (start == i) {
+                piece.IsPocket = true;
+                piece.Moves = Run.MaxSequence == 0;
+            }
+        for (const int start : circles)
+            if (start == i)
+                piece.IsPocket = piece.Moves = true;
+        pieces.push_back(piece);
+        i = e + 1;
+    }
+    std::vector<Piece> moved;
+    while (true) {
+        std::size_t best = pieces.size();
+        for (std::size_t i = 0; i < pieces.size(); ++i)
+            if (pieces[i].Moves &&
+                (best == pieces.size() || pieces[i].Of.front().ToolNo < pieces[best].Of.front().ToolNo))
+                best = i;
+        if (best == pieces.size())
+            break;
+        moved.push_back(pieces[best]);
+        pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(best));
+    }
+    std::size_t at = 0;
+    while (at < pieces.size() && pieces[at].IsPocket)
+        ++at;
+    pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(at), moved.begin(), moved.end());
+    list.resize(1);
+    for (Piece& piece : pieces) {
+        if (list.size() > 1)
+            piece.Of.front().Dir = -8;
+        list.insert(list.end(), piece.Of.begin(), piece.Of.end());
+    }
+}
+
 inline Lines ExcavatePockets(Records& list, std::vector<RouteCircle>& circles)
 {
-    Lines lines;
-    Rectangles(list, lines);
-    RoutePairs(list, lines);
-    ListCircles(list, circles, lines);
-    return lines;
+    Lines told;
+    Starts pockets, fromList;
+    Rectangles(list, pockets, told);
+    RoutePairs(list, pockets, told);
+    ListCircles(list, fromList, circles, told);
+    InFront(list, pockets, fromList);
+    return told;
 }
 
 } // namespace kv::plain_pockets

@@ -2,12 +2,14 @@
 // records for each line and each rounded corner.
 #pragma once
 
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "geometry/angles.h"
 #include "routes/pockets.h"
 #include "routes/segment_rows.h"
 #include "support/scene.h"
@@ -69,18 +71,27 @@ inline std::vector<RouteSegment> RoundedOutline(const Corners& box, double r, do
     return records;
 }
 
-// Two clockwise half circles; from the top, or from the bottom where the radius is below 0.
+// Two half circles round a centre, from the bearing `begin` (degrees) on.
+inline std::vector<RouteSegment> HalfCircles(const PlanePoint& centre, double radius, double begin,
+                                             bool isCounterClockwise)
+{
+    const double other = begin >= 180 ? begin - 180 : begin + 180;
+    const PlanePoint first = Polar(centre, radius, begin);
+    const PlanePoint second = Polar(centre, radius, other);
+    const int dir = isCounterClockwise ? -1 : 0;
+    return {
+        ArcStep(-3, first.X, first.Y, centre.X, centre.Y, -8),
+        ArcStep(3, second.X, second.Y, begin, other, dir),
+        ArcStep(-3, second.X, second.Y, centre.X, centre.Y),
+        ArcStep(3, first.X, first.Y, other, begin, dir),
+    };
+}
+
+// Clockwise; from the top, or from the bottom where the radius is below 0.
 inline std::vector<RouteSegment> CircleOutline(double x, double y, double radius, double oscZ,
                                                std::string_view comp)
 {
-    const double start = radius > 0 ? 90 : 270;
-    const double end = radius > 0 ? 270 : 90;
-    std::vector<RouteSegment> records = {
-        ArcStep(-3, x, y + radius, x, y, -8),
-        ArcStep(3, x, y - radius, start, end),
-        ArcStep(-3, x, y - radius, x, y),
-        ArcStep(3, x, y + radius, end, start),
-    };
+    std::vector<RouteSegment> records = HalfCircles({x, y}, std::abs(radius), radius > 0 ? 90 : 270, false);
     MarkPocket(records, oscZ, comp);
     return records;
 }
@@ -118,6 +129,22 @@ class PocketTest : public testing::Test {
     std::vector<std::string> Lines;
 };
 
-inline const std::string NotCleared = "Layer EXCAV20Z5: the pocket is not cleared";
+// The lines about a pocket of pass 1, by a point of it.
+inline std::string Told(std::string_view place, std::string_view what)
+{
+    return "Layer EXCAV20Z5: the pocket at " + std::string(place) + " " + std::string(what);
+}
+inline std::string NotCleared(std::string_view place)
+{
+    return Told(place, "is not cleared");
+}
+inline std::string NoRectangle(std::string_view place)
+{
+    return Told(place, "is not cleared, its outline is no rectangle");
+}
+inline std::string NarrowWays(std::string_view place)
+{
+    return Told(place, "has ways that are narrower than its tool");
+}
 
 } // namespace kv::rows

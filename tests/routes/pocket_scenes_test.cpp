@@ -38,12 +38,11 @@ class PocketScene : public RouteProgram {
 
 TEST_F(PocketScene, ARectangleWithRoundCornersIsClearedInward)
 {
-    // The outline is run backward, so clockwise. Corners of radius 10 and 6 are arcs; the next would be
-    // 2, not above the pitch: there two points at 4 mm from the corner's centre stand for it.
-    ProgramText program = {PocketStart + "X110Y100Z5"};
+    // The outline is run backward, so clockwise, from its left side on. Corners of radius 10 and 6 are
+    // arcs; the next would be 2, not above the pitch: there the corner of the inset box stands for it,
+    // once for the side that ends there and once for the corner itself.
+    ProgramText program = {PocketStart + "X100Y110Z5"};
     const auto addRound = [&](int left, int right, int lower, int upper) {
-        const std::string z = "Z5";
-        program.push_back("G37G90X110Y110A180.Z5");
         AddLines(program, {{left, 132}});
         program.push_back("G37G90X110Y132A90.Z5");
         AddLines(program, {{150, upper}});
@@ -51,22 +50,22 @@ TEST_F(PocketScene, ARectangleWithRoundCornersIsClearedInward)
         AddLines(program, {{right, 110}});
         program.push_back("G37G90X150Y110A270.Z5");
         AddLines(program, {{110, lower}});
+        program.push_back("G37G90X110Y110A180.Z5");
     };
     addRound(100, 160, 100, 142);
     addRound(104, 156, 104, 138);
-    AddLines(
-        program,
-        {{106, 110}, {108, 134}, {110, 136}, {152, 134}, {154, 132}, {152, 108}, {150, 106}, {108, 108}});
-    AddLines(
-        program,
-        {{106, 110}, {112, 130}, {110, 136}, {148, 130}, {154, 132}, {148, 112}, {150, 106}, {112, 112}});
-    AddLines(
-        program,
-        {{106, 110}, {116, 126}, {110, 136}, {144, 126}, {154, 132}, {144, 116}, {150, 106}, {116, 116}});
     // 20 mm inside both ends of the middle line, (121, 121) and (139, 121), are reached.
-    AddLines(
-        program,
-        {{106, 110}, {120, 122}, {110, 136}, {140, 122}, {154, 132}, {140, 120}, {150, 106}, {120, 120}});
+    for (int d = 8; d <= 20; d += 4) {
+        const int left = 100 + d, right = 160 - d, lower = 100 + d, upper = 142 - d;
+        AddLines(program, {{left, upper},
+                           {left, upper},
+                           {right, upper},
+                           {right, upper},
+                           {right, lower},
+                           {right, lower},
+                           {left, lower},
+                           {left, lower}});
+    }
     Expect(RoundedRectangle(Pocket), program, LoopByLoop);
     EXPECT_FALSE(Home.Reported("Excavation Pitch not specified! (Rectangle)")) << Home.ReportText();
 }
@@ -81,11 +80,10 @@ TEST_F(PocketScene, ARectangleOfFourLinesIsClearedInward)
     Expect(Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, 99, 100, 100, 100), program, LoopByLoop);
 }
 
-TEST_F(PocketScene, TheMarkSaysWhichWayTheOutlineRuns)
+TEST_F(PocketScene, TheOutlineSaysOnWhichSideItIsCut)
 {
-    // Seen from (130, 130) the mark leads from 225.94 to 225 degrees: clockwise, so the pocket is cut on
-    // the left. It leads straight on into the left side, so the outline runs clockwise and the loops
-    // counter-clockwise.
+    // It runs clockwise and the loops counter-clockwise, so the pocket is cut on the left, against what
+    // its layer says.
     const std::string clockwise = Line(Pocket, 100, 100, 100, 160) + Line(Pocket, 100, 160, 200, 160) +
                                   Line(Pocket, 200, 160, 200, 100) + Line(Pocket, 200, 100, 100, 100);
     ProgramText program = {Start + "G41R2X100Y100Z5"};
@@ -129,19 +127,19 @@ TEST_F(PocketScene, APolylineIsToBeExploded)
 
 TEST_F(PocketScene, ACircleOfTwoArcsIsClearedFromTheInsideOut)
 {
-    // Half turns of radius 5, 7, 9 and 10 round centres that change sides, then the circle once more.
+    // Half turns of radius 3, 5, 7, 9 and 10 round centres that change sides, then the circle once more.
     Expect(HalfCircles(Pocket),
-           {PocketStart + "X100Y104Z5", "G37G90X100Y99A270.Z5", "G37G90X100Y101A90.Z5",
+           {PocketStart + "X100Y98Z5", "G37G90X100Y101A90.Z5", "G37G90X100Y99A270.Z5", "G37G90X100Y101A90.Z5",
             "G37G90X100Y99A270.Z5", "G37G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"},
            HalfTurns);
 }
 
-TEST_F(PocketScene, OnTheLeftTheHalfTurnsChangeTheirSense)
+TEST_F(PocketScene, ACircleOfTwoArcsIsCutOnItsInnerSideWhateverItsLayerSays)
 {
-    // The outline behind them keeps its own.
+    // The arcs run clockwise, so the inner side is on the right.
     Expect(HalfCircles("EXCAVZ5K4T71L2"),
-           {Start + "G41R2X100Y104Z5", "G38G90X100Y99A270.Z5", "G38G90X100Y101A90.Z5", "G38G90X100Y99A270.Z5",
-            "G38G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"},
+           {PocketStart + "X100Y98Z5", "G37G90X100Y101A90.Z5", "G37G90X100Y99A270.Z5", "G37G90X100Y101A90.Z5",
+            "G37G90X100Y99A270.Z5", "G37G90X100Y100A90.Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A90.Z5"},
            HalfTurns);
 }
 
@@ -152,10 +150,10 @@ TEST_F(PocketScene, ACircleIsClearedFromItsCentre)
                                  "G37G90X100Y101A90.Z5",    "G37G90X100Y99A270.Z5", "G37G90X100Y100A90.Z5",
                                  "G37G90X100Y100A90.Z5",    "G37G90X100Y100A55.Z5"};
     Expect(Circle(Pocket, 100, 100, 10), program, HalfTurns);
-    // Beside another route too; pockets come last.
-    ProgramText behind = {Start + "X500Y300Z5", "G1G90X550Y300Z5"};
-    behind.insert(behind.end(), program.begin(), program.end());
-    Expect(Circle(Pocket, 100, 100, 10) + Line("ROUTEZ5T71", 500, 300, 550, 300), behind, HalfTurns);
+    // Beside another route too; pockets come first.
+    ProgramText inFront = program;
+    inFront.insert(inFront.end(), {Start + "X500Y300Z5", "G1G90X550Y300Z5"});
+    Expect(Circle(Pocket, 100, 100, 10) + Line("ROUTEZ5T71", 500, 300, 550, 300), inFront, HalfTurns);
 }
 
 TEST_F(PocketScene, ACircleBelowHalfThePitchIsRunRoundOnce)
@@ -212,11 +210,60 @@ TEST_F(PocketScene, APocketInPassesIsClearedAtEachDepth)
     const std::string layer = "EXCAVZ10K4M2T71R2";
     ProgramText program;
     for (const char* const z : {"Z5", "Z10"}) {
-        program.push_back(PocketStart + "X100Y104" + z);
-        for (const char* const arc : {"99A270.", "101A90.", "99A270.", "100A90.", "100A270.", "100A90."})
+        program.push_back(PocketStart + "X100Y98" + z);
+        for (const char* const arc :
+             {"101A90.", "99A270.", "101A90.", "99A270.", "100A90.", "100A270.", "100A90."})
             program.push_back(std::string("G37G90X100Y") + arc + z);
     }
     Expect(HalfCircles(layer), program, HalfTurns);
+}
+
+TEST_F(PocketScene, PocketsComeInFrontOfTheRoutesByTheirTools)
+{
+    // Circles of tools 72 and 71 and two half circles of tool 71; routes of tools 70 and 73.
+    std::vector<std::string> tools;
+    const AtStage look("pockets", [&] {
+        for (const RouteSegment& record : RouteSegments)
+            if (record.Dir == -8)
+                tools.push_back((record.X > 350 ? "route " : "pocket ") + std::to_string(record.ToolNo));
+    });
+    const std::string drawn = Circle("EXCAVZ5K4T72R2", 300, 100, 10) +
+                              Circle("EXCAVZ5K4T71R2", 300, 200, 10) + HalfCircles("EXCAVZ5K4T71R2") +
+                              Line("ROUTEZ5T70", 500, 300, 550, 300) + Line("ROUTEZ5T73", 500, 100, 550, 100);
+    ASSERT_TRUE(Home.Convert(Drawing(Panel + drawn))) << Home.ReportText();
+    const std::vector<std::string> expected = {"pocket 71", "pocket 71", "pocket 72", "route 70", "route 73"};
+    EXPECT_EQ(tools, expected);
+}
+
+TEST_F(PocketScene, WhereNumbersGiveTheOrderOnlyPocketsOfTheCircleListMove)
+{
+    // The half circles have no number, as the circles; the outline's is 20. Number 0 comes first: two
+    // half circles, and a circle in front of the numbered route.
+    std::vector<int> places;
+    const AtStage look("pockets", [&] {
+        EXPECT_NE(Run.MaxSequence, 0);
+        for (const RouteSegment& record : RouteSegments)
+            if (record.Dir == -8)
+                places.push_back(record.X > 450 ? 3 : record.X > 250 ? 2 : 1);
+    });
+    const std::string drawn = Circle("EXCAVZ5K4T71R2", 300, 100, 10) + HalfCircles("EXCAVZ5K4T73R2") +
+                              Line("ROUTE2Z5T72", 500, 300, 550, 300);
+    ASSERT_TRUE(Home.Convert(Drawing(Panel + drawn))) << Home.ReportText();
+    const std::vector<int> expected = {1, 2, 3};
+    EXPECT_EQ(places, expected);
+}
+
+TEST_F(PocketScene, OscillationWithoutANumberMakesNoPocketOfARoute)
+{
+    // Circles and a marked rectangle of a ROUTE layer: routes as drawn, and nothing is told.
+    const std::string layer = "ROUTEZ5T71R2OZ";
+    for (const std::string& drawn : {Circle(layer, 100, 100, 10), HalfCircles(layer),
+                                     Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100)}) {
+        ASSERT_TRUE(Home.Convert(Drawing(Panel + drawn))) << Home.ReportText();
+        EXPECT_LE(Home.Program().size(), 8U) << Home.ReportText();
+        EXPECT_EQ(Home.ReportText().find("pocket"), std::string::npos) << Home.ReportText();
+        EXPECT_EQ(Home.ReportText().find("Pitch"), std::string::npos) << Home.ReportText();
+    }
 }
 
 } // namespace

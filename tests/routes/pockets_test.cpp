@@ -56,17 +56,17 @@ TEST_F(RectanglePockets, RectangleOfFourLinesIsEightLoopsAndItsMark)
         EXPECT_EQ(record.Comp, "G42 R5");
         EXPECT_EQ(record.OscZ, 0);
     }
-    EXPECT_TRUE(Lines.empty());
+    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X100 Y100")}); // the last loop is 4 wide, the tool 10
 }
 
 // The loops of the rounded rectangle (100, 100) to (220, 180) of radius 15 while its corners are arcs.
+// The outline ends in the arc of the lower left corner; that goes to its beginning, so each loop begins
+// with the lower side.
 Texts RoundedLoop(double inset)
 {
     const double r = 15 - inset;
     const double minX = 100 + inset, maxX = 220 - inset, minY = 100 + inset, maxY = 180 - inset;
     const Records loop = {
-        ArcStep(-3, minX, 115, 115, 115),
-        ArcStep(3, 115, minY, 180, 270, -1),
         Step(-1, 115, 115 - r),
         Step(1, 205, 115 - r),
         ArcStep(-3, 205, minY, 205, 115),
@@ -81,6 +81,8 @@ Texts RoundedLoop(double inset)
         ArcStep(3, minX, 165, 90, 180, -1),
         Step(-1, minX, 165),
         Step(1, minX, 115),
+        ArcStep(-3, minX, 115, 115, 115),
+        ArcStep(3, 115, minY, 180, 270, -1),
     };
     return RowsOf(loop);
 }
@@ -95,11 +97,10 @@ TEST_F(RectanglePockets, RoundedCornersStayArcsUntilTheirRadiusReachesThePitch)
     EXPECT_EQ(Part(made, 0, 16), first);
     EXPECT_EQ(Part(made, 16, 16), RoundedLoop(4));
     EXPECT_EQ(Part(made, 32, 16), RoundedLoop(8));
-    // Radius 3 is not above the pitch: the corner's two points have the pitch as radius, the ends of
-    // the lines lie at the corner of the inset box.
-    const Texts shrunk = {"-1 111 115", "1 115 111", "-1 112 112", "1 208 112", "-1 205 111", "1 209 115",
-                          "-1 208 112", "1 208 168", "-1 209 165", "1 205 169", "-1 208 168", "1 112 168",
-                          "-1 115 169", "1 111 165", "-1 112 168", "1 112 112"};
+    // Radius 3 is not above the pitch: all points lie at the corners of the inset box.
+    const Texts shrunk = {"-1 112 112", "1 208 112", "-1 208 112", "1 208 112", "-1 208 112", "1 208 168",
+                          "-1 208 168", "1 208 168", "-1 208 168", "1 112 168", "-1 112 168", "1 112 168",
+                          "-1 112 168", "1 112 112", "-1 112 112", "1 112 112"};
     EXPECT_EQ(Part(made, 48, 16), shrunk);
     EXPECT_EQ(made.back(), "4 100 116");
 }
@@ -108,20 +109,34 @@ TEST_F(RectanglePockets, RadiusThatEqualsThePitchHasShrunkAway)
 {
     // Radius 8 and pitch 4: loop 1 would have radius 4, which is not above the pitch.
     const Texts made = RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 8, -5, "")));
-    EXPECT_EQ(made[0], "-3 100 108 108 108 d-8");
-    EXPECT_EQ(made[16], "-1 104 108");
-    EXPECT_EQ(made[17], "1 108 104");
-    EXPECT_EQ(made[18], "-1 104 104");
+    EXPECT_EQ(made[0], "-1 108 100 d-8");
+    EXPECT_EQ(made[16], "-1 104 104");
+    EXPECT_EQ(made[17], "1 216 104");
+    EXPECT_EQ(made[18], "-1 216 104");
+    // Radius 8.5: 4.5 is above it.
+    EXPECT_EQ(RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 8.5, -5, "")))[16], "-1 108.5 104");
 }
 
-TEST_F(RectanglePockets, CornerSmallerThanThePitchIsCutOffFromTheFirstLoopOn)
+TEST_F(RectanglePockets, CornerSmallerThanThePitchIsAnArcOnTheWallAlone)
 {
-    // Radius 3 below pitch 4: its own two points, so that none lies outside; lines meet the corner.
-    const Texts made = RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 3, -5, "")));
-    const Texts first = {"-1 100 103 d-8", "1 103 100", "-1 103 100", "1 217 100"};
-    EXPECT_EQ(Part(made, 0, 4), first);
-    const Texts second = {"-1 100 103", "1 103 100", "-1 104 104", "1 216 104"};
+    const Texts made = RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 3, -5, "G42 R2.9")));
+    const Texts wall = {"-1 103 100 d-8", "1 217 100", "-3 217 100 217 103", "3 220 103 270 0 d-1"};
+    EXPECT_EQ(Part(made, 0, 4), wall);
+    const Texts second = {"-1 104 104", "1 216 104", "-1 216 104", "1 216 104"};
     EXPECT_EQ(Part(made, 16, 4), second);
+}
+
+TEST_F(RectanglePockets, CornerThatTheToolCannotCutIsTheBoxesOnTheWallAndFurtherIn)
+{
+    // Radius 3 and a tool of 3: the wall's corner is left round by the tool itself.
+    const Texts made = RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 3, -5, "G42 R3")));
+    const Texts wall = {"-1 100 100 d-8", "1 220 100", "-1 220 100", "1 220 100", "-1 220 100", "1 220 180"};
+    EXPECT_EQ(Part(made, 0, 6), wall);
+    // Radius 15, tool 20, pitch 4: 11 is above the pitch, but the tool would run into the wall beside it.
+    const Texts wide = RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 15, -5, "G42 R20")));
+    EXPECT_EQ(wide[0], "-1 100 100 d-8");
+    EXPECT_EQ(wide[16], "-1 104 104");
+    EXPECT_EQ(wide[18], "-1 216 104");
 }
 
 TEST_F(RectanglePockets, LineThatEndsBesideACornerGoesToTheCornerOfTheBox)
@@ -130,19 +145,19 @@ TEST_F(RectanglePockets, LineThatEndsBesideACornerGoesToTheCornerOfTheBox)
     Records outline = RoundedOutline({100, 100, 220, 180}, 15, -5, "");
     outline[15].X = 115.01F;
     const Texts beside = RowsOf(Excavate(outline));
-    EXPECT_EQ(beside[2], "-1 100 100");
-    EXPECT_EQ(beside[3], "1 205 100"); // its other end still meets its corner
+    EXPECT_EQ(beside[0], "-1 100 100 d-8");
+    EXPECT_EQ(beside[1], "1 205 100"); // its other end still meets its corner
     outline[15].X = 115.0078125F;
-    EXPECT_EQ(RowsOf(Excavate(outline))[2], "-1 115 100");
+    EXPECT_EQ(RowsOf(Excavate(outline))[0], "-1 115 100 d-8");
 }
 
 TEST_F(RectanglePockets, LineThatBeginsBesideACornerGoesToTheCornerOfTheBox)
 {
     Records outline = RoundedOutline({100, 100, 220, 180}, 15, -5, "");
     outline[14].X = 204.99F;
-    EXPECT_EQ(RowsOf(Excavate(outline))[3], "1 220 100");
+    EXPECT_EQ(RowsOf(Excavate(outline))[1], "1 220 100");
     outline[14].X = 204.9921875F; // .0078125 away
-    EXPECT_EQ(RowsOf(Excavate(outline))[3], "1 205 100");
+    EXPECT_EQ(RowsOf(Excavate(outline))[1], "1 205 100");
 }
 
 TEST_F(RectanglePockets, ToleranceItselfStillMeetsTheCorner)
@@ -152,21 +167,33 @@ TEST_F(RectanglePockets, ToleranceItselfStillMeetsTheCorner)
     outline[14].X = 204.9921875F;
     outline[15].X = 115.0078125F;
     const Texts made = RowsOf(Excavate(outline));
-    EXPECT_EQ(made[2], "-1 115 100");
-    EXPECT_EQ(made[3], "1 205 100");
+    EXPECT_EQ(made[0], "-1 115 100 d-8");
+    EXPECT_EQ(made[1], "1 205 100");
 }
 
-TEST_F(RectanglePockets, OutlineThatBeginsAndEndsInLinesLooksAcrossItsSeam)
+TEST_F(RectanglePockets, OutlineIsTurnedSoThatItsLoopsBeginWithALine)
 {
-    // The corner's arc comes first and the line that meets it last.
+    // The corner's arc comes first and the line that meets it last: its loops begin with the line's end,
+    // at the start of the first arc. An outline that ends in the arc gives the same loops.
     Records outline = RoundedOutline({100, 100, 220, 180}, 15, -5, "");
+    const Records wanted = Excavate(outline);
     std::rotate(outline.begin() + 2, outline.begin() + 16, outline.end());
     ASSERT_EQ(Row(outline[2]), "-3 115 100 115 115");
-    const Texts made = RowsOf(Excavate(outline));
-    EXPECT_EQ(made[0], "-1 115 100 d-8"); // the last line's end, at the start of the first arc
-    EXPECT_EQ(made[16], "-1 115 104");
-    // And the other way round: the outline begins with a line whose start meets the last arc.
-    EXPECT_EQ(RowsOf(Excavate(RoundedOutline({100, 100, 220, 180}, 15, -5, "")))[31], "1 104 115");
+    const Records made = Excavate(outline);
+    EXPECT_EQ(Row(made[0]), "-1 115 100 d-8");
+    EXPECT_EQ(Row(made[16]), "-1 115 104");
+    EXPECT_EQ(rows::Difference(made, wanted), "");
+}
+
+TEST_F(RectanglePockets, NoMoveJoinsALoopToTheNext)
+{
+    // As many records as the outline has, loop by loop, and each loop opens with a point.
+    const Records made = Excavate(RoundedOutline({100, 100, 220, 180}, 15, -5, ""));
+    ASSERT_EQ(made.size(), 11U * 16 + 2);
+    for (std::size_t i = 0; i < 11; ++i) {
+        EXPECT_EQ(made[16 * i].Kind, -1);
+        EXPECT_EQ(made[16 * i + 1].Kind, 1);
+    }
 }
 
 TEST_F(RectanglePockets, CounterClockwiseArcTurnsClockwise)
@@ -177,8 +204,8 @@ TEST_F(RectanglePockets, CounterClockwiseArcTurnsClockwise)
         if (record.Kind == 3)
             record.Dir = -1;
     const Texts made = RowsOf(Excavate(outline));
-    EXPECT_EQ(made[1], "3 115 100 180 270");
-    EXPECT_EQ(made[17], "3 115 104 180 270");
+    EXPECT_EQ(made[15], "3 115 100 180 270");
+    EXPECT_EQ(made[31], "3 115 104 180 270");
 }
 
 TEST_F(RectanglePockets, TallBoxHasAnUprightMiddleLine)
@@ -228,36 +255,51 @@ TEST_F(RectanglePockets, CornerWithinAPitchOfTheMiddleEndsTheLoops)
 
 TEST_F(RectanglePockets, PointExactlyAPitchAwayFromAnEndDoesNotReachIt)
 {
-    // 80 by 80: the middle is (140, 140). A corner of radius 4 around (148, 140) has shrunk to its points
-    // at once, and the first of them, (144, 140), lies exactly the pitch away. The loops go on to inset
-    // 40, where the corners of the box lie on the middle.
-    Records outline = RoundedOutline({100, 100, 180, 180}, 15, -5, "");
-    outline[16].X = outline[16].Aux1 = 148;
-    outline[16].Y = 136;
-    outline[16].Aux2 = 140;
-    const Texts made = RowsOf(Excavate(outline));
-    EXPECT_EQ(made[0], "-1 144 140 d-8");
-    EXPECT_EQ(made.size(), 11U * 16 + 2);
+    // 80 by 80 with corners of 40: the sides' points, (140, 100) and so on, lie exactly the pitch of 40
+    // away from the middle. Loop 1, inset 40, has its corners on the middle itself.
+    const Texts made = RowsOf(Excavate(RoundedOutline({100, 100, 180, 180}, 40, -41, "")));
+    EXPECT_EQ(made[0], "-1 140 100 d-8");
+    EXPECT_EQ(made.size(), 2U * 16 + 2);
 }
 
-TEST_F(RectanglePockets, ArcRecordWithoutItsOtherHalfIsALinePoint)
+TEST_F(RectanglePockets, ArcRecordWithoutItsOtherHalfIsASlantedStep)
 {
     Records outline = RoundedOutline({100, 100, 220, 180}, 15, -5, "");
     outline[17].Kind = 1;
-    const Texts made = RowsOf(Excavate(outline));
-    EXPECT_EQ(made[0], "-1 100 100 d-8");
-    EXPECT_EQ(made[1], "1 100 100");
-    EXPECT_EQ(made[2], "-1 100 100"); // the line that met the corner
+    EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
+    EXPECT_EQ(Lines, Texts{rows::NoRectangle("X100 Y115")});
 }
 
-TEST_F(RectanglePockets, PitchBiggerThanTheBoxIsOneLoopAroundTheEnds)
+TEST_F(RectanglePockets, PitchBiggerThanTheBoxIsOneLoopOnTheWall)
 {
-    // 10 by 6, K 20: ends (3, 3) and (7, 3), every corner within 20 of both. First points are put 20 from
-    // the first end: (0, 0) lies at 225 degrees, 14.142 each way.
+    // 10 by 6, K 20: ends (3, 3) and (7, 3), every corner within 20 of both. 20 away from an end is
+    // outside the pocket, so the first points stay.
     const Texts made = RowsOf(Excavate(SquareOutline({0, 0, 10, 6}, -21, "")));
     ASSERT_EQ(made.size(), 10U);
-    EXPECT_EQ(made[0], "-1 -11.142 -11.142 d-8");
-    EXPECT_EQ(made[1], "1 0 6");
+    Texts wall = SquareLoop(0, 0, 10, 6);
+    wall[0] += " d-8";
+    EXPECT_EQ(Part(made, 0, 8), wall);
+    EXPECT_TRUE(Lines.empty());
+}
+
+TEST_F(RectanglePockets, PitchOfAHundredthOfTheToolReachesTheMiddle)
+{
+    // 6 by 4, tool 5 across, pitch .05: the corner is .0707 from the end with inset 1.95 and on it with 2.
+    const Texts made = RowsOf(Excavate(SquareOutline({0, 0, 6, 4}, -1.05, "G42 R2.5")));
+    ASSERT_EQ(made.size(), 41U * 8 + 2);
+    EXPECT_EQ(made[39 * 8 + 1], "1 1.95 2.05");
+    EXPECT_EQ(Lines, Texts{rows::Told("X0 Y0", "is narrower than its tool")});
+}
+
+TEST_F(RectanglePockets, PocketAsWideAsItsToolIsNotToldAsNarrower)
+{
+    // Pitch 2: the wall is as wide as the tool, the loop of inset 2 has no width.
+    Excavate(SquareOutline({0, 0, 8, 4}, -3, "G42 R2"));
+    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X0 Y0")});
+    Excavate(SquareOutline({0, 0, 8, 4}, -3, "G42 R2.01"));
+    EXPECT_EQ(Lines, Texts{rows::Told("X0 Y0", "is narrower than its tool")});
+    // Pitch 4 reaches both ends from the wall: the only loop, and the tool fits into it.
+    Excavate(SquareOutline({0, 0, 8, 4}, -5, "G42 R2"));
     EXPECT_TRUE(Lines.empty());
 }
 
@@ -276,40 +318,20 @@ TEST_F(RectanglePockets, OutlineDrawnClockwiseIsCutOnTheOtherSide)
         EXPECT_EQ(record.Comp, "G41 R5");
 }
 
-TEST_F(RectanglePockets, SenseLooksAcrossZeroDegrees)
+TEST_F(RectanglePockets, SideIsTheOutlinesOwnWhereverItsMarkPoints)
 {
-    // The middle line's first end is (130, 130). Clockwise from 1 degree above +X to 1 below:
-    // 1.x to 358.x is a step of more than half a turn upward, so it runs clockwise.
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G42");
-    rows::Corners mark{200, 131, 200, 129};
-    outline[0].X = ToSingle(mark.MinX);
-    outline[0].Y = ToSingle(mark.MinY);
-    outline[1].X = ToSingle(mark.MaxX);
-    outline[1].Y = ToSingle(mark.MaxY);
-    EXPECT_EQ(Excavate(outline)[0].Comp, "G41");
-    std::swap(outline[0].Y, outline[1].Y);
-    EXPECT_EQ(Excavate(outline)[0].Comp, "G42");
-}
-
-TEST_F(RectanglePockets, MarkThatTurnsHalfwayRoundIsNoLongerCountedClockwise)
-{
-    // Bearings 90 and 270 of (130, 130): not above, and 360 - 270 + 90 is 180 itself.
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G42");
-    outline[0].X = outline[1].X = 130;
-    outline[0].Y = 160;
-    outline[1].Y = 100;
-    EXPECT_EQ(Excavate(outline)[0].Comp, "G41");
-    // 270 and 90: above, and 360 - 270 + 90 is not above 180.
-    std::swap(outline[0].Y, outline[1].Y);
-    EXPECT_EQ(Excavate(outline)[0].Comp, "G42");
-}
-
-TEST_F(RectanglePockets, MarkThatLeadsStraightAwayIsNotCountedClockwise)
-{
-    // Both points lie at 225 degrees of (130, 130).
-    Records outline = SquareOutline({100, 100, 200, 160}, -5, "G41");
-    outline[1].X = outline[1].Y = 99;
-    EXPECT_EQ(Excavate(outline)[0].Comp, "G42");
+    // The outline runs counter-clockwise, its loops clockwise: the tool on the right. Marks from far
+    // outside and from within, along the sides and against them.
+    const double places[] = {0, 90, 99, 100, 101, 130, 160, 200, 300};
+    for (const double x : places) {
+        for (const double y : places) {
+            Records outline = SquareOutline({100, 100, 200, 160}, -5, "G41 R5");
+            outline[0].X = ToSingle(x);
+            outline[0].Y = ToSingle(y);
+            outline[1].X = outline[1].Y = 100;
+            EXPECT_EQ(Excavate(outline)[0].Comp, "G42 R5") << x << " " << y;
+        }
+    }
 }
 
 TEST_F(RectanglePockets, FieldsComeFromTheRecordThatIsCopied)
@@ -343,14 +365,14 @@ TEST_F(RectanglePockets, ShrunkCornerIsCopiedLastRecordFirst)
     for (std::size_t i = 0; i < outline.size(); ++i)
         outline[i].Z = ToSingle(static_cast<double>(i) + 1);
     const Records made = Excavate(outline);
-    EXPECT_EQ(made[0].Z, 17); // alive: centre record, then end record
-    EXPECT_EQ(made[1].Z, 18);
-    EXPECT_EQ(made[48].Z, 18);
-    EXPECT_EQ(made[49].Z, 17);
-    EXPECT_EQ(made[48].Aux1, 0);
-    EXPECT_EQ(made[48].Aux2, 0);
-    EXPECT_EQ(made[49].Aux1, 0);
-    EXPECT_EQ(made[49].Aux2, 0);
+    EXPECT_EQ(made[14].Z, 17); // alive: centre record, then end record
+    EXPECT_EQ(made[15].Z, 18);
+    EXPECT_EQ(made[62].Z, 18);
+    EXPECT_EQ(made[63].Z, 17);
+    EXPECT_EQ(made[62].Aux1, 0);
+    EXPECT_EQ(made[62].Aux2, 0);
+    EXPECT_EQ(made[63].Aux1, 0);
+    EXPECT_EQ(made[63].Aux2, 0);
 }
 
 TEST_F(RectanglePockets, PitchCodeOfZeroTakesTheToolsDiameter)
@@ -359,7 +381,7 @@ TEST_F(RectanglePockets, PitchCodeOfZeroTakesTheToolsDiameter)
     const Texts made = RowsOf(Excavate(SquareOutline({100, 100, 200, 160}, -1, "G42 R5")));
     ASSERT_EQ(made.size(), 34U);
     EXPECT_EQ(Part(made, 8, 8), SquareLoop(110, 110, 190, 150));
-    EXPECT_TRUE(Lines.empty());
+    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X100 Y100")});
 }
 
 TEST_F(RectanglePockets, ToolRadiusIsReadFromTheSixthCharacterOn)
@@ -420,35 +442,39 @@ TEST_F(RectanglePockets, MarkTakesNoPartInTheBox)
     EXPECT_EQ(made[65], "4 101 500");
 }
 
-TEST_F(RectanglePockets, OutlineThatIsNoRectangleEndsWhenTheInsetPassesItsBox)
+TEST_F(RectanglePockets, LoopsEndHalfAPitchBeyondTheMiddle)
 {
     // A polyline has one first point in each loop, so the other end is never reached: loops while the
-    // inset is not above 40 + 20; the pitch of 10 gives 0, 10, ... 60.
+    // inset is not above 10 + 5, with the pitch of 10 those of 0 and 10.
     Records outline = {Step(-4, 0, 0, -8), Step(5, 20, 0), Step(5, 40, 0),
                        Step(5, 40, 20),    Step(5, 0, 20), Step(5, 0, 0)};
     rows::MarkPocket(outline, -11, "");
     const Texts made = RowsOf(Excavate(outline));
-    ASSERT_EQ(made.size(), 7U * 6 + 2);
-    EXPECT_EQ(made[36], "-5 60 60");
+    ASSERT_EQ(made.size(), 2U * 6 + 2);
+    EXPECT_EQ(made[6], "-5 20 10"); // (10, 10) is the end itself: 10 from it on bearing 0
+    EXPECT_EQ(made[7], "5 10 10");  // (0, 20): from the upper left corner
     // The last end reached is the first: 10 from (10, 10) towards (0, 0).
-    EXPECT_EQ(made[42], "-4 2.929 2.929");
-    const Texts told = {
-        "Layer EXCAV20Z5: the pocket's way leaves its outline, which is no rectangle of lines"};
-    EXPECT_EQ(Lines, told);
+    EXPECT_EQ(made[12], "-4 2.929 2.929");
+    EXPECT_TRUE(Lines.empty());
+    // Pitch 20: (0, 0) reaches the first end from the wall, and 20 is not above 10 + 10.
+    rows::MarkPocket(outline, -21, "");
+    EXPECT_EQ(Excavate(outline).size(), 2U * 6 + 2);
+    rows::MarkPocket(outline, -21.1, "");
+    EXPECT_EQ(Excavate(outline).size(), 1U * 6 + 2);
 }
 
 TEST_F(RectanglePockets, OutlineThatReachesNoEndClosesAtTheFirst)
 {
-    // No record becomes the first point of a move: nothing is ever reached. 40 by 20, pitch 30: loops 0,
-    // 30 and 60.
+    // No record becomes the first point of a move: nothing is ever reached. 40 by 20, pitch 30: only the
+    // wall is not beyond 10 + 15.
     Records outline = {Step(-4, 0, 0, -8), Step(5, 20, 0),  Step(-1, 40, 0),
                        Step(-1, 40, 20),   Step(-1, 0, 20), Step(-1, 0, 0)};
     rows::MarkPocket(outline, -31, "");
     outline[2].Kind = 0;
     const Texts made = RowsOf(Excavate(outline));
-    ASSERT_EQ(made.size(), 2U + 6U * 3);
-    EXPECT_EQ(made[3], "5 40 0");              // a record of no kind counts as a polyline's
-    EXPECT_EQ(made[18], "-4 -11.213 -11.213"); // 30 from (10, 10) at 225 degrees
+    ASSERT_EQ(made.size(), 6U + 2U);
+    EXPECT_EQ(made[3], "5 40 0");             // a record of no kind counts as a polyline's
+    EXPECT_EQ(made[6], "-4 -11.213 -11.213"); // 30 from (10, 10) at 225 degrees
 }
 
 } // namespace

@@ -1,0 +1,277 @@
+// Pockets drawn with their tool: the written program against the outline, in square millimetres. The
+// tool has radius 3 and the loops are 4 apart, where nothing else is said. A sharp corner keeps what
+// the tool's own radius leaves, (1 - pi / 4) times its square; and where the way begins in a sharp corner
+// the tool comes down beside its first line, half of it outside, and takes that corner's rest along.
+#include <cmath>
+
+#include "routes/pocket_outlines.h"
+#include "routes/route_program.h"
+#include "support/drawn_area.h"
+
+namespace kv::test {
+namespace {
+
+constexpr double CornerShare = 1 - 3.14159265358979323846 / 4;
+constexpr double HalfTool = 3.14159265358979323846 / 2 * 9;
+constexpr double GridShare = 1.5; // what the grid's cells may be off on a whole outline
+
+class DrawnPocket : public RouteProgram {
+  protected:
+    const std::string Pocket = "EXCAVZ5K4T71R3";
+
+    static std::string Mark(const std::string& layer, double x1, double y1, double x2, double y2)
+    {
+        return Polyline(layer, {{x1, y1}, {x2, y2}}, Arrow);
+    }
+    // 100 to 200 by 100 to 160, counter-clockwise from the lower left corner's end.
+    static std::string Rounded(const std::string& layer, double r)
+    {
+        return Line(layer, 100 + r, 100, 200 - r, 100) + Arc(layer, 200 - r, 100 + r, r, 270, 0) +
+               Line(layer, 200, 100 + r, 200, 160 - r) + Arc(layer, 200 - r, 160 - r, r, 0, 90) +
+               Line(layer, 200 - r, 160, 100 + r, 160) + Arc(layer, 100 + r, 160 - r, r, 90, 180) +
+               Line(layer, 100, 160 - r, 100, 100 + r) + Arc(layer, 100 + r, 100 + r, r, 180, 270) +
+               Mark(layer, 99 + r, 100, 100 + r, 100);
+    }
+    static std::string Path(const std::string& layer, const std::vector<PathPoint>& points)
+    {
+        std::string text;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const PathPoint& to = points[(i + 1) % points.size()];
+            text += Line(layer, points[i].X, points[i].Y, to.X, to.Y);
+        }
+        return text;
+    }
+    DrawnArea AreaOf(const std::string& entities, const std::vector<PathPoint>& outline)
+    {
+        EXPECT_TRUE(Home.Convert(Drawing(Panel + entities))) << Home.ReportText();
+        const DrawnArea area = AreaBeside(Home.Program(), outline);
+        EXPECT_EQ(area.Fault, "");
+        RecordProperty("CutOutside", std::to_string(area.CutOutside));
+        RecordProperty("LeftInside", std::to_string(area.LeftInside));
+        return area;
+    }
+    // Nothing outside, nothing left inside but the grid's share.
+    void ExpectCleared(const std::string& entities, const std::vector<PathPoint>& outline)
+    {
+        const DrawnArea area = AreaOf(entities, outline);
+        EXPECT_EQ(area.CutOutside, 0);
+        EXPECT_LT(area.LeftInside, GridShare);
+    }
+    // The way begins in one of four corners that the tool does not fill.
+    void ExpectClearedFromACorner(const std::string& entities, const std::vector<PathPoint>& outline,
+                                  double cornerRest = CornerShare * 9)
+    {
+        const DrawnArea area = AreaOf(entities, outline);
+        EXPECT_NEAR(area.CutOutside, HalfTool, GridShare);
+        EXPECT_NEAR(area.LeftInside, 3 * cornerRest, GridShare);
+    }
+    // The outline stays the route that it is, and one line says so.
+    void ExpectUncleared(const std::string& entities, const ProgramText& operations, const std::string& told)
+    {
+        Expect(entities, operations, AcrossGaps);
+        int lines = 0;
+        for (const std::string& line : Home.Lines)
+            lines += line.rfind("Layer ", 0) == 0 ? 1 : 0;
+        EXPECT_EQ(lines, 1) << Home.ReportText();
+        EXPECT_TRUE(Home.Reported(told)) << Home.ReportText();
+    }
+};
+
+const std::vector<PathPoint> Box = RoundedBox({100, 100}, {200, 160}, 0);
+
+TEST_F(DrawnPocket, RectangleKeepsItsSharpCornersAlone)
+{
+    ExpectClearedFromACorner(Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, 99, 100, 100, 100), Box);
+}
+
+TEST_F(DrawnPocket, RectangleIsClearedWhereverItsMarkPoints)
+{
+    for (const PathPoint& from :
+         {PathPoint{99, 100}, {101, 100}, {100, 99}, {100, 101}, {130, 130}, {60, 80}})
+        ExpectClearedFromACorner(
+            Rectangle(Pocket, 100, 100, 100, 60) + Mark(Pocket, from.X, from.Y, 100, 100), Box);
+}
+
+TEST_F(DrawnPocket, ClockwiseRectangle)
+{
+    ExpectClearedFromACorner(Path(Pocket, {{100, 100}, {100, 160}, {200, 160}, {200, 100}}) +
+                                 Mark(Pocket, 100, 99, 100, 100),
+                             Box);
+}
+
+TEST_F(DrawnPocket, PolylineRectangle)
+{
+    ExpectClearedFromACorner(Polyline(Pocket, {{100, 100}, {200, 100}, {200, 160}, {100, 160}}, Closed) +
+                                 Mark(Pocket, 99, 100, 100, 100),
+                             Box);
+}
+
+TEST_F(DrawnPocket, CornersOf2KeepWhatAToolOf3Leaves)
+{
+    ExpectClearedFromACorner(Rounded(Pocket, 2), RoundedBox({100, 100}, {200, 160}, 2),
+                             CornerShare * (9 - 4));
+}
+
+TEST_F(DrawnPocket, CornersOf5)
+{
+    ExpectCleared(Rounded(Pocket, 5), RoundedBox({100, 100}, {200, 160}, 5));
+}
+
+TEST_F(DrawnPocket, CornersOf15)
+{
+    ExpectCleared(Rounded(Pocket, 15), RoundedBox({100, 100}, {200, 160}, 15));
+}
+
+TEST_F(DrawnPocket, CornersOf28)
+{
+    ExpectCleared(Rounded(Pocket, 28), RoundedBox({100, 100}, {200, 160}, 28));
+}
+
+TEST_F(DrawnPocket, CornersOf36WithAToolOf6)
+{
+    const std::string layer = "EXCAVZ5K8T71R6";
+    ExpectCleared(Line(layer, 136, 100, 260, 100) + Arc(layer, 260, 136, 36, 270, 0) +
+                      Line(layer, 296, 136, 296, 164) + Arc(layer, 260, 164, 36, 0, 90) +
+                      Line(layer, 260, 200, 136, 200) + Arc(layer, 136, 164, 36, 90, 180) +
+                      Line(layer, 100, 164, 100, 136) + Arc(layer, 136, 136, 36, 180, 270) +
+                      Mark(layer, 126, 100, 136, 100),
+                  RoundedBox({100, 100}, {296, 200}, 36));
+}
+
+TEST_F(DrawnPocket, HalfCirclesFromAnyPointInBothTurnings)
+{
+    for (const bool counterClockwise : {false, true})
+        for (const double begin : {90.0, 270.0, 180.0, 0.0, 45.0}) {
+            // Arcs that are drawn are cut clockwise, so the chained records are exchanged.
+            const AtStage look("chained", [&] {
+                std::vector<RouteSegment> chain = rows::HalfCircles({100, 100}, 10, begin, counterClockwise);
+                for (RouteSegment& record : chain) {
+                    RouteSegment drawn = RouteSegments[1];
+                    drawn.Kind = record.Kind;
+                    drawn.X = record.X;
+                    drawn.Y = record.Y;
+                    drawn.Aux1 = record.Aux1;
+                    drawn.Aux2 = record.Aux2;
+                    drawn.Dir = record.Dir;
+                    record = drawn;
+                }
+                rows::Hand(chain);
+            });
+            SCOPED_TRACE(begin);
+            ExpectCleared(Arc(Pocket, 100, 100, 10, 270, 90) + Arc(Pocket, 100, 100, 10, 90, 270),
+                          Disc({100, 100}, 10));
+        }
+}
+
+TEST_F(DrawnPocket, HalfCirclesAsDrawn)
+{
+    for (const double begin : {90.0, 270.0, 180.0, 0.0, 45.0}) {
+        const double other = begin >= 180 ? begin - 180 : begin + 180;
+        ExpectCleared(Arc(Pocket, 100, 100, 10, begin, other) + Arc(Pocket, 100, 100, 10, other, begin),
+                      Disc({100, 100}, 10));
+    }
+}
+
+TEST_F(DrawnPocket, CircleOfTheCircleList)
+{
+    ExpectCleared(Circle(Pocket, 100, 100, 10), Disc({100, 100}, 10));
+}
+
+TEST_F(DrawnPocket, PitchOfTheToolsDiameterLeavesIslandsAtSharpCornersAlone)
+{
+    // 6 apart with a tool of 3: each of five loops leaves its corners, but the first corner is cut.
+    const std::string layer = "EXCAVZ5T71R3";
+    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
+    EXPECT_NEAR(area.CutOutside, HalfTool, GridShare);
+    EXPECT_GT(area.LeftInside, 15 * CornerShare * 9);
+    EXPECT_LT(area.LeftInside, 0.01 * 100 * 60);
+}
+
+TEST_F(DrawnPocket, PitchAboveTheToolCutsTheWallAlone)
+{
+    // 50 apart: the corners are nearer than that to the middle's ends, so the wall is the only loop, and
+    // it begins and ends in its corner. Left inside are 88 by 48.
+    const std::string layer = "EXCAVZ5K50T71R3";
+    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
+    EXPECT_NEAR(area.CutOutside, 2 * HalfTool, GridShare);
+    EXPECT_NEAR(area.LeftInside, 88 * 48 + 3 * CornerShare * 9, GridShare);
+}
+
+TEST_F(DrawnPocket, PitchOfAHundredthOfTheTool)
+{
+    const std::string layer = "EXCAVZ5K.06T71R3";
+    ExpectClearedFromACorner(Rectangle(layer, 100, 100, 24, 12) + Mark(layer, 99, 100, 100, 100),
+                             RoundedBox({100, 100}, {124, 112}, 0));
+    EXPECT_TRUE(Home.Reported("Layer EXCAVZ5K.06T71R3: the pocket at X99 Y100 has ways that are narrower "
+                              "than its tool"))
+        << Home.ReportText();
+}
+
+TEST_F(DrawnPocket, ToolWiderThanThePocketCutsBesideItAndIsTold)
+{
+    const std::string layer = "EXCAVZ5K4T71R3";
+    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100),
+                                  RoundedBox({100, 100}, {140, 105}, 0));
+    EXPECT_GT(area.CutOutside, 40); // one wide along the whole length
+    EXPECT_TRUE(Home.Reported("Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is narrower than its tool"))
+        << Home.ReportText();
+}
+
+const std::string NoRectangle = "Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is not cleared, its outline is "
+                                "no rectangle";
+
+ProgramText RouteAlong(const std::vector<PathPoint>& points)
+{
+    ProgramText program = {Start + "G42R3X100Y100Z5"};
+    for (std::size_t i = 1; i <= points.size(); ++i) {
+        const PathPoint& to = points[i % points.size()];
+        program.push_back("G1G90X" + Number(to.X) + "Y" + Number(to.Y) + "Z5");
+    }
+    return program;
+}
+
+TEST_F(DrawnPocket, OutlinesOfOtherFormsStayRoutesAndAreTold)
+{
+    const std::vector<PathPoint> outlines[] = {
+        {{100, 100}, {200, 100}, {200, 130}, {150, 130}, {150, 160}, {100, 160}}, // an L
+        {{100, 100}, {150, 80}, {200, 100}, {200, 160}, {150, 180}, {100, 160}},  // a hexagon
+        {{100, 100}, {200, 100}, {150, 160}},                                     // a triangle
+        {{100, 100}, {200, 100}, {200, 160}, {100.2, 160}},                       // a slanted side
+    };
+    for (const std::vector<PathPoint>& points : outlines)
+        ExpectUncleared(Path(Pocket, points) + Mark(Pocket, 99, 100, 100, 100), RouteAlong(points),
+                        NoRectangle);
+}
+
+TEST_F(DrawnPocket, OpenOutlineStaysARouteAndIsTold)
+{
+    ExpectUncleared(Line(Pocket, 100, 100, 200, 100) + Line(Pocket, 200, 100, 200, 160) +
+                        Line(Pocket, 200, 160, 100, 160) + Mark(Pocket, 99, 100, 100, 100),
+                    {Start + "G42R3X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y160Z5", "G1G90X100Y160Z5"},
+                    NoRectangle);
+}
+
+TEST_F(DrawnPocket, PolylineWithBulgesStaysARouteAndIsTold)
+{
+    // The upper side is a half circle outward.
+    ExpectUncleared(Polyline(Pocket, {{100, 100}, {200, 100}, {200, 160, 1}, {100, 160}}, Closed) +
+                        Mark(Pocket, 99, 100, 100, 100),
+                    {Start + "G42R3X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y160Z5", "G38G90X100Y160U50Z5",
+                     "G1G90X100Y100Z5"},
+                    NoRectangle);
+}
+
+TEST_F(DrawnPocket, ALensStaysARouteAndIsTold)
+{
+    // Two arcs of radius 10 whose centres lie 12 apart, 8 up and down from the middle to their ends.
+    const double half = std::atan2(8, 6) / std::atan(1) * 45;
+    const AtStage look("chained", [&] { ASSERT_EQ(RouteSegments.Last(), 4); });
+    AreaOf(Arc(Pocket, 106, 100, 10, 180 - half, 180 + half) + Arc(Pocket, 94, 100, 10, -half, half),
+           Disc({100, 100}, 10));
+    EXPECT_EQ(Home.Program().size(), 3U + 3U) << Home.ReportText();
+    EXPECT_TRUE(Home.ReportText().find("is not cleared, its two arcs are no circle") != std::string::npos)
+        << Home.ReportText();
+}
+
+} // namespace
+} // namespace kv::test
