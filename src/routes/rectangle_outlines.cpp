@@ -1,3 +1,5 @@
+// Which outlines are rectangles: each record on a side of the box around them, straight steps along its
+// sides, arcs that round its corners. Relies on the route tolerance; leaves the records as they are.
 #include "routes/rectangle_outlines.h"
 
 #include <algorithm>
