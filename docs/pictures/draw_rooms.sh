@@ -26,7 +26,7 @@ BEGIN {
     # What nearly every room includes: told by number, since arrows would hide all others.
     common["platform"] = common["state"] = 1
 
-    colors = split("#1f5fa8 #b0451b #2e7d4f #7a3f9d #946c00 #0f7f86 #a8285f #55606b", color, " ")
+    colors = split("#1f5fa8 #b0451b #2e7d4f #946c00 #7a3f9d #0f7f86 #a8285f #3d4852 #c0392b #4b4fc4", color, " ")
     width = 900; left = 112; right = width - 20 # of the picture; what lies between holds the boxes
     read_floors("tests/floors_test.cpp")
 }
@@ -169,7 +169,7 @@ function add_piece(from, to, owner, number) {
 function measure_boxes(    i, k, wide, need, text) {
     for (i = 1; i <= rooms; i++) {
         wide[i] = (name[i] in common) && count[level[i]] == 1
-        wrap(i, words[name[i]], wide[i] ? 90 : 30)
+        wrap(i, words[name[i]], wide[i] ? 90 : 34)
         if (common_rooms[i] > 0)
             text_line[i, ++text_lines[i]] = "included " common_includes[i] " times, by " common_rooms[i] " rooms"
         need = 10 * length(name[i]) + 7 * length(file_count(files[name[i]])) + 14
@@ -188,20 +188,23 @@ function measure_boxes(    i, k, wide, need, text) {
 
 function greater(a, b) { return a > b ? a : b }
 
+function lesser(a, b) { return a < b ? a : b }
+
 function file_count(number) { return number + 0 == 1 ? "1 file" : number + 0 " files" }
 
 function inner_text(i, k) { return inner_name[name[i], k] ", " file_count(inner_files[name[i], inner_name[name[i], k]]) }
 
 function inner_width(i, k) { return 7 * length(inner_text(i, k)) + 16 }
 
+# Breaks behind commas.
 function wrap(i, text, longest,    word, n, k, line) {
-    n = split(text, word, " ")
+    n = split(text, word, ", ")
     for (k = 1; k <= n; k++) {
-        if (line != "" && length(line " " word[k]) > longest) {
-            text_line[i, ++text_lines[i]] = line
+        if (line != "" && length(line ", " word[k]) > longest) {
+            text_line[i, ++text_lines[i]] = line ","
             line = ""
         }
-        line = line (line == "" ? "" : " ") word[k]
+        line = line (line == "" ? "" : ", ") word[k]
     }
     if (line != "")
         text_line[i, ++text_lines[i]] = line
@@ -286,16 +289,28 @@ function port(n, ports, room,    step) {
 
 # Moves the items of each level to where their arrows are straight, as far as their order and the width
 # of the picture let them.
-function place_items(    on, n, round) {
+function place_items(    on, n, round, shift, low, high) {
     for (on = 1; on <= levels; on++)
         for (n = 1; n <= count[on]; n++)
             x[at[on, n]] = int(left + (right - left) * (2 * n - 1) / (2 * count[on]))
-    for (round = 1; round <= 40; round++) {
+    for (round = 1; round <= 200; round++) {
         for (on = 1; on <= levels; on++)
             place_level(on)
         for (on = levels; on >= 1; on--)
             place_level(on)
     }
+    # All together to the middle, but for the boxes of the full width.
+    low = right
+    for (n = 1; n <= items; n++) {
+        if (box_width[n] == right - left)
+            continue
+        low = lesser(low, x[n] - int(box_width[n] / 2))
+        high = greater(high, x[n] + int(box_width[n] / 2))
+    }
+    shift = int((left + right - low - high) / 2)
+    for (n = 1; n <= items; n++)
+        if (box_width[n] < right - left)
+            x[n] += shift
 }
 
 # Items that want to overlap stand side by side as one group, about the mean of what they want.
@@ -320,7 +335,7 @@ function place_level(on,    n, item, way, groups, sum, weight, first, g, low, hi
     high = right - int(box_width[item] / 2) - way
     for (g = 1; g <= groups; g++) {
         for (n = first[g]; n < first[g + 1]; n++) {
-            x[at[on, n]] = int(sum[g] / weight[g])
+            x[at[on, n]] = int(sum[g] / weight[g] + 0.5)
             if (x[at[on, n]] > high)
                 x[at[on, n]] = high
             if (x[at[on, n]] < low)
@@ -336,7 +351,7 @@ function wish(item,    p, pull) {
     wish_x = wish_weight = 0
     for (p = 1; p <= pieces; p++) {
         # A bend where an arrow only passes by looks worst.
-        pull = (upper[p] > rooms) + (lower[p] > rooms) == 2 ? 4 : 1
+        pull = upper[p] > rooms && lower[p] > rooms ? 100 : 1
         if (upper[p] == item) {
             wish_x += pull * (x[lower[p]] + reach[p] - leave[p])
             wish_weight += pull
@@ -350,7 +365,7 @@ function wish(item,    p, pull) {
         wish_x = x[item]
         wish_weight = 1
     }
-    wish_x /= (pull = wish_weight)
+    wish_x /= wish_weight
 }
 
 # Heights: top[level] of its boxes, band_top[level] of its band.
@@ -376,7 +391,7 @@ function draw(    on, i, p) {
     printf "<rect width=\"%d\" height=\"%d\" fill=\"#ffffff\"/>\n", width, height
     print "<text x=\"20\" y=\"34\" font-size=\"20\" font-weight=\"bold\" fill=\"#222222\">Rooms and floors of src/</text>"
     print "<g fill=\"#444444\">"
-    print "<text x=\"20\" y=\"58\">A room includes only rooms of lower floors. An arrow: includes; its number: how many times.</text>"
+    print "<text x=\"20\" y=\"58\">A room includes only rooms of lower floors. An arrow leads to a room that is included; its number is that of the includes.</text>"
     print "<text x=\"20\" y=\"76\">" common_note() "</text>"
     print "</g>"
     for (on = levels; on >= 1; on--)
@@ -402,7 +417,16 @@ function draw_band(on) {
     printf "<text x=\"20\" y=\"%d\" font-size=\"18\" font-weight=\"bold\" fill=\"#66727f\">Floor %d</text>\n", top[on] + int(level_height[on] / 2) + 6, floor_number[on]
 }
 
-function arrow_color(p) { return color[(owner_of[p] - 1) % colors + 1] }
+function arrow_color(p) { return color_of(owner_of[p]) }
+
+# Each room has the color of its arrows; those that arrows leave out are grey.
+function color_of(i,    k, n) {
+    if (name[i] in common)
+        return "#66727f"
+    for (k = 1; k < i; k++)
+        n += !(name[k] in common)
+    return color[n % colors + 1]
+}
 
 function draw_piece(p,    x1, y1, x2, y2, bend, end) {
     x1 = x[upper[p]] + leave[p]
@@ -430,7 +454,7 @@ function draw_number(p,    x1, y1, wide) {
 function draw_box(i,    x1, y1, k, inner) {
     x1 = x[i] - int(box_width[i] / 2)
     y1 = top[level[i]]
-    printf "<rect x=\"%d\" y=\"%d\" width=\"%d\" height=\"%d\" rx=\"5\" fill=\"#ffffff\" stroke=\"%s\" stroke-width=\"1.6\"/>\n", x1, y1, box_width[i], box_height[i], color[(i - 1) % colors + 1]
+    printf "<rect x=\"%d\" y=\"%d\" width=\"%d\" height=\"%d\" rx=\"5\" fill=\"#ffffff\" stroke=\"%s\" stroke-width=\"1.6\"/>\n", x1, y1, box_width[i], box_height[i], color_of(i)
     printf "<text x=\"%d\" y=\"%d\" font-size=\"15\" font-weight=\"bold\" fill=\"#111111\">%s</text>\n", x1 + 12, y1 + 21, name[i]
     printf "<text x=\"%d\" y=\"%d\" text-anchor=\"end\" fill=\"#66727f\">%s</text>\n", x1 + box_width[i] - 12, y1 + 21, file_count(files[name[i]])
     for (k = 1; k <= text_lines[i]; k++)
