@@ -5,8 +5,6 @@
 # kind "wait" run beside them. Output is kept in FOLDER. The closing line counts: "LABEL: 12 passed, 0 failed".
 # Exit status 1 when a test failed, a process ended early or none ran.
 set -eu
-LC_ALL=C
-export LC_ALL
 longest=900 # seconds of one piece
 
 # A piece, called by the lines below: its output and status go to files of its number.
@@ -53,6 +51,8 @@ run() {
 run wait 8 &
 run work "$(nproc)"
 wait
+LC_ALL=C # what tests print has letters of any code
+export LC_ALL
 
 # counted WORD FILE: the number behind the word in a summary line.
 counted() {
