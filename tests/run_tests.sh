@@ -1,8 +1,9 @@
 #!/bin/sh
 # run_tests.sh LABEL FOLDER <PIECES: runs tests in many processes and shows what failed.
 # A piece is a line  KIND SHARDS SHARD FILTER PROGRAM: this share of what the filter takes out of a test
-# program, which KORVANTI_LAUNCHER runs where it is set (wine). As many of kind "work" as there are processors run at a time, in the order of the lines; pieces of
-# kind "wait" run beside them. Output is kept in FOLDER. The closing line counts: "LABEL: 12 passed, 0 failed".
+# program, which KORVANTI_LAUNCHER runs where it is set (wine). Pieces of kind "work" run in the order of
+# the lines, as many at a time as there are processors; those of kind "wait" run beside them. Output is
+# kept in FOLDER. The closing line counts: "LABEL: 12 passed, 0 failed, 0 skipped".
 # Exit status 1 when a test failed, a process ended early or none ran.
 set -eu
 longest=900 # seconds of one piece
@@ -38,8 +39,8 @@ if [ -z "${TMPDIR-}" ] && [ -w /dev/shm ]; then
         trap 'exit 1' HUP INT TERM
     fi
 fi
-# Stacks of allocations cost more than the allocations: two calls deep will do until a fault is looked at.
-: "${ASAN_OPTIONS=malloc_context_size=2:quarantine_size_mb=64}"
+# Stacks of allocations cost more than the allocations: one call deep will do until a fault is looked at.
+: "${ASAN_OPTIONS=malloc_context_size=1:quarantine_size_mb=32:allocator_release_to_os_interval_ms=-1}"
 : "${QT_QPA_PLATFORM=offscreen}"
 export ASAN_OPTIONS QT_QPA_PLATFORM
 
