@@ -1,0 +1,28 @@
+// Reads a CNC90, WINNER90 or GENESIS program as its control does, from the forms of its lines alone.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/machine/steps.h"
+
+namespace kv::test {
+
+struct CncReading {
+    // The control is set up with upper and lower exchanged (the setting Origin is not 0): G54 is its lower
+    // left corner then.
+    bool UpperAndLowerExchanged = false;
+    // Depths that the control knows by letter ("Z=a"), in the program's unit. One that is not here is
+    // read as 0, and its line goes to Unread.
+    std::map<char, double> Depths;
+};
+
+// Lines are counted from 1, the header is line 1. Places count from the corner that G54 to G57 name;
+// senses of arcs, end angles, G41 and G42 are those seen from above, and from outside in front of an edge.
+// Comments, the description, offsets of the whole panel (G92) and the end are passed over. A line of
+// another form goes to Unread, as "7: G4F2"; a text of the drawing that stands in the program as machine
+// code is one of these.
+MachineSteps ReadCnc(const std::vector<std::string>& lines, const CncReading& how = {});
+
+} // namespace kv::test

@@ -1,0 +1,21 @@
+// Reads a program of the horizontal drilling machine, from the forms of its lines alone.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/machine/steps.h"
+
+namespace kv::test {
+
+struct HbdReading {
+    // The machine has the drilled edge at its back; the program does not say which edge of the panel this
+    // is, nor from which corner it counts.
+    Plane Edge = Plane::Edge1;
+    Corner From;
+};
+
+// Lines are counted from 1. Bores of the edge and of the face near it; Length and Width are the panel's own.
+MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& how = {});
+
+} // namespace kv::test

@@ -1,0 +1,77 @@
+// What a program makes the machine do, in panel coordinates: millimetres, the face seen from above
+// with its lower left corner at 0, 0; an edge seen as its own plane (U along the edge, as X or Y of the
+// face, V up from the panel's underside), whatever corner the program itself counts from. Readers of all
+// program families give this.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "support/plane.h"
+
+namespace kv::test {
+
+enum class Plane { Face = 5, Edge1 = 1, Edge2 = 2, Edge3 = 3, Edge4 = 4 }; // edges: the program's own numbers
+
+// One programmed move of the router: a line, or an arc (Sweep in degrees, above 0 counter-clockwise).
+struct Move {
+    bool IsArc = false;
+    PathPoint From, To, Centre;
+    double Sweep = 0;
+    double DepthFrom = 0, DepthTo = 0; // mm below the plane
+    std::size_t Line = 0;              // of the program
+};
+
+// From a start of the router to the next: the way as programmed, beside which the tool runs.
+struct RouterCut {
+    Plane On = Plane::Face;
+    double Radius = 0; // of the tool, 0: the program does not name it
+    int Side = 0;      // 1: tool left of the way (G41), -1: right (G42), 0: on it
+    PathPoint Start;
+    double StartDepth = 0;
+    std::string Tool;        // as the program names it
+    std::vector<Move> Moves; // empty: a plunge
+    std::size_t Line = 0;
+};
+
+struct Bore {
+    Plane On = Plane::Face;
+    PathPoint At;
+    double Depth = 0, Diameter = 0; // diameter 0: the program does not name it
+    std::string Tool;
+    std::size_t Line = 0;
+};
+
+// A stop of the boring head that drills a row of the face at once: its two ends. Which drills lie between
+// them is the head's.
+struct BoreRow {
+    PathPoint From, To;
+    double Depth = 0;
+    std::string Tool;
+    std::size_t Line = 0;
+};
+
+struct SawCut {
+    PathPoint From, To;
+    double Depth = 0, Width = 0; // width 0: the program does not name it
+    int Side = 0;                // 1: saw left of the way, -1: right, 0: on it
+    std::string Tool;
+    std::size_t Line = 0;
+};
+
+struct MachineSteps {
+    double Length = 0, Width = 0, Thickness = 0; // mm, X, Y, Z
+    std::vector<RouterCut> Cuts;
+    std::vector<Bore> Bores;
+    std::vector<BoreRow> Rows;
+    std::vector<SawCut> Saws;
+    std::vector<std::string> Unread; // lines that could not be understood, with their number
+};
+
+// The panel's corner from which a program counts; lower left without a word.
+struct Corner {
+    bool Right = false, Top = false;
+};
+
+} // namespace kv::test
