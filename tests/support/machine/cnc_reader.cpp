@@ -1,13 +1,13 @@
 #include "support/machine/cnc_reader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <set>
 #include <utility>
 
 #include "support/machine/arcs.h"
+#include "support/machine/program_lines.h"
 
 namespace kv::test {
 
@@ -18,17 +18,6 @@ constexpr double MillimetresPerInch = 25.4;
 bool IsLetter(char c)
 {
     return c >= 'A' && c <= 'Z';
-}
-
-// "-12.5", ".5", "45."; a lone point is no number.
-std::optional<double> NumberOf(const std::string& text)
-{
-    double value = 0;
-    const auto result =
-        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    if (result.ec != std::errc() || result.ptr != text.data() + text.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
 }
 
 // A line as its control takes it apart: a letter, and what stands up to the next one.
@@ -60,7 +49,7 @@ void TakeCodeWord(Words& words, const std::string& word)
 void TakeNumberWord(Words& words, char letter, const std::string& text)
 {
     static const std::string letters = "FEBSXYZIJKUACVQRPNL";
-    const std::optional<double> value = NumberOf(text);
+    const std::optional<double> value = PlainNumber(text);
     words.Sound = words.Sound && value && letters.find(letter) != std::string::npos &&
                   words.Numbers.emplace(letter, *value).second;
 }
@@ -85,7 +74,7 @@ Words WordsOfBlock(const std::string& line)
         else if (word[0] == 'T')
             words.Tool = text;
         else if (word.rfind("R54=", 0) == 0)
-            words.Sound = (words.Diameter = NumberOf(word.substr(4))) && words.Sound;
+            words.Sound = (words.Diameter = PlainNumber(word.substr(4))) && words.Sound;
         else if (word.rfind("Z=", 0) == 0 && word.size() == 3)
             words.DepthLetter = word[2];
         else
@@ -372,7 +361,7 @@ void CncProgram::Take(const std::string& line)
     if (line == "M2")
         Ended = true;
     else if (!(Number == 1 ? TakeHeader(line) : !Ended && TakeBlock(WordsOfBlock(line))))
-        Steps.Unread.push_back(std::to_string(Number) + ": " + line);
+        Steps.Unread.push_back(UnreadLine(Number, line));
 }
 
 } // namespace

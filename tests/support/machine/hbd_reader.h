@@ -16,6 +16,8 @@ struct HbdReading {
 };
 
 // Lines are counted from 1. Bores of the edge and of the face near it; Length and Width are the panel's own.
+// Bores of the edge are counted along X or Y of the face; those of the face along the machine's own X, which
+// for edges 2 and 4 runs the other way.
 MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& how = {});
 
 } // namespace kv::test

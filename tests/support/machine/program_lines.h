@@ -1,26 +1,19 @@
-// The lines of a program as its machine gets them.
+// The lines of a program as its machine gets them, and the numbers in them.
 #pragma once
 
-#include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kv::test {
 
-// Parted at each LF or CR LF; a last line without one counts, an empty one behind the last does not.
-inline std::vector<std::string> LinesOf(std::string_view text)
-{
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        std::string line(text.substr(0, end));
-        while (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        lines.push_back(std::move(line));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
-}
+// Parted at each LF, without the CRs in front of it; an empty line after the last LF does not count.
+std::vector<std::string> LinesOf(std::string_view text);
+// "-12.5", ".5", "45."; a lone point is no number.
+std::optional<double> PlainNumber(const std::string& text);
+// "7: G4F2", as MachineSteps names a line.
+std::string UnreadLine(std::size_t number, const std::string& text);
 
 } // namespace kv::test

@@ -1,0 +1,247 @@
+#include "support/machine/evolution_reader.h"
+
+#include <cmath>
+#include <initializer_list>
+#include <optional>
+
+#include "support/machine/arcs.h"
+#include "support/machine/program_lines.h"
+#include "support/machine/side_operations.h"
+
+namespace kv::test {
+
+namespace {
+
+// Sides of the program; it has nothing on its side 2, the panel's underside.
+std::optional<Plane> PlaneOf(int side)
+{
+    switch (side) {
+    case 1:
+        return Plane::Face;
+    case 5:
+        return Plane::Edge1;
+    case 3:
+        return Plane::Edge2;
+    case 6:
+        return Plane::Edge3;
+    case 4:
+        return Plane::Edge4;
+    default:
+        return std::nullopt;
+    }
+}
+
+bool AllNumbers(const SideOperation& operation, std::initializer_list<const char*> words)
+{
+    for (const char* const word : words)
+        if (!operation.NumberOf(word))
+            return false;
+    return true;
+}
+
+struct EvolutionProgram {
+    EvolutionReading How;
+    SideSections Sections;
+    MachineSteps Steps;
+    bool Open = false;
+    Plane On = Plane::Face;
+    PathPoint At; // as in the program, in millimetres
+
+    bool OnFace() const { return On == Plane::Face; }
+    bool MirrorsU() const { return On == Plane::Edge3 || On == Plane::Edge4 ? How.From.Top : How.From.Right; }
+    bool MirrorsV() const { return OnFace() && How.From.Top; }
+    PathPoint Panel(const PathPoint& place) const
+    {
+        const double size = On == Plane::Edge3 || On == Plane::Edge4 ? Steps.Width : Steps.Length;
+        return {MirrorsU() ? size - place.X : place.X, MirrorsV() ? Steps.Width - place.Y : place.Y};
+    }
+    int Sense() const { return MirrorsU() == MirrorsV() ? 1 : -1; }
+
+    // "#3=-12", or "#3=R5" for the variable that the program gives.
+    std::optional<double> DepthOf(const SideOperation& operation) const
+    {
+        const auto text = operation.Words.find("#3");
+        if (text == operation.Words.end() || text->second.empty())
+            return std::nullopt;
+        if (text->second[0] != 'R') {
+            const std::optional<double> value = PlainNumber(text->second);
+            return value ? std::optional<double>(0 - *value * Sections.Unit) : std::nullopt;
+        }
+        const std::optional<double> number = PlainNumber(text->second.substr(1));
+        const auto known =
+            number ? Sections.Variables.find(static_cast<int>(*number)) : Sections.Variables.end();
+        return known == Sections.Variables.end() ? std::nullopt
+                                                 : std::optional<double>(known->second * Sections.Unit);
+    }
+    PathPoint PlaceOf(const SideOperation& operation) const
+    {
+        return {operation.NumberOr("#1", 0) * Sections.Unit, operation.NumberOr("#2", 0) * Sections.Unit};
+    }
+    static std::string ToolOf(const SideOperation& operation)
+    {
+        const auto tool = operation.Words.find("#205");
+        return tool == operation.Words.end() ? "" : tool->second;
+    }
+
+    bool TakeBore(const SideOperation& operation);
+    bool TakeStart(const SideOperation& operation);
+    bool TakeGroove(const SideOperation& operation, bool alongX);
+    bool TakeLine(const SideOperation& operation);
+    bool TakeArc(const SideOperation& operation);
+    void AddMove(const SideOperation& operation, Move move, double depth);
+    bool Take(const SideOperation& operation);
+};
+
+bool EvolutionProgram::TakeBore(const SideOperation& operation)
+{
+    const std::optional<double> depth = DepthOf(operation);
+    if (!AllNumbers(operation, {"#1", "#2"}))
+        return false;
+    Bore bore;
+    bore.On = On;
+    bore.At = Panel(PlaceOf(operation));
+    if (!OnFace() && How.EdgeBoresFromTheFace)
+        bore.At.Y = Steps.Thickness - bore.At.Y;
+    bore.Depth = depth.value_or(0);
+    bore.Diameter = operation.NumberOr("#1002", 0) * Sections.Unit;
+    bore.Tool = ToolOf(operation);
+    bore.Line = operation.Line;
+    Steps.Bores.push_back(bore);
+    return depth.has_value();
+}
+
+bool EvolutionProgram::TakeStart(const SideOperation& operation)
+{
+    if (!operation.Has("#36")) // a bore in an edge by a router's tool
+        return !OnFace() && TakeBore(operation);
+    const std::optional<double> depth = DepthOf(operation);
+    if (!AllNumbers(operation, {"#1", "#2", "#36"}) || !operation.Has("#40"))
+        return false;
+    const std::string& side = operation.Words.at("#40");
+    At = PlaceOf(operation);
+    RouterCut cut;
+    cut.On = On;
+    cut.Radius = operation.NumberOr("#36", 0) * Sections.Unit;
+    cut.Side = (side == "1" ? 1 : side == "2" ? -1 : 0) * Sense();
+    cut.Start = Panel(At);
+    cut.StartDepth = depth.value_or(0);
+    cut.Tool = ToolOf(operation);
+    cut.Line = operation.Line;
+    Steps.Cuts.push_back(cut);
+    Open = true;
+    return depth && (side.empty() || (cut.Side != 0 && cut.Radius > 0));
+}
+
+// The move is still as in the program.
+void EvolutionProgram::AddMove(const SideOperation& operation, Move move, double depth)
+{
+    RouterCut& cut = Steps.Cuts.back();
+    At = move.To;
+    move.From = Panel(move.From);
+    move.To = Panel(move.To);
+    move.Centre = Panel(move.Centre);
+    move.Sweep *= Sense();
+    move.DepthFrom = cut.Moves.empty() ? cut.StartDepth : cut.Moves.back().DepthTo;
+    move.DepthTo = depth;
+    move.Line = operation.Line;
+    cut.Moves.push_back(move);
+}
+
+bool EvolutionProgram::TakeLine(const SideOperation& operation)
+{
+    const std::optional<double> depth = DepthOf(operation);
+    if (!Open || !AllNumbers(operation, {"#1", "#2"}))
+        return false;
+    Move move;
+    move.From = At;
+    move.To = PlaceOf(operation);
+    AddMove(operation, move, depth.value_or(0));
+    return depth.has_value();
+}
+
+// "#31=5" counts from where the tool is, "#31=a;5" from the corner.
+std::optional<double> CentreWord(const SideOperation& operation, const char* word, double at, double unit)
+{
+    const auto found = operation.Words.find(word);
+    if (found == operation.Words.end())
+        return std::nullopt;
+    const bool fromCorner = found->second.rfind("a;", 0) == 0;
+    const std::optional<double> value = PlainNumber(found->second.substr(fromCorner ? 2 : 0));
+    return value ? std::optional<double>(*value * unit + (fromCorner ? 0 : at)) : std::nullopt;
+}
+
+bool EvolutionProgram::TakeArc(const SideOperation& operation)
+{
+    const std::optional<double> depth = DepthOf(operation);
+    const std::optional<double> x = CentreWord(operation, "#31", At.X, Sections.Unit);
+    const std::optional<double> y = CentreWord(operation, "#32", At.Y, Sections.Unit);
+    const double left = operation.NumberOr("#34", -1);
+    if (!Open || !x || !y || !operation.NumberOf("#8044") || (left != 0 && left != 1))
+        return false;
+    Move move;
+    move.From = At;
+    TurnToAngle(move, {*x, *y}, operation.NumberOr("#8044", 0), left == 1);
+    const double radius = Between(move.Centre, move.From);
+    AddMove(operation, move, depth.value_or(0));
+    // Where the radius is told too it is the same; below 0 for the long way round.
+    const double told = std::fabs(operation.NumberOr("#8017", radius / Sections.Unit)) * Sections.Unit;
+    return depth && radius > 0 && std::fabs(told - radius) < 0.02;
+}
+
+bool EvolutionProgram::TakeGroove(const SideOperation& operation, bool alongX)
+{
+    const char* const end = alongX ? "#8517" : "#8518";
+    if (!OnFace() || !AllNumbers(operation, {"#8510", "#8511", "#8512", "#8525", end}))
+        return false;
+    const auto value = [&](const char* word) { return operation.NumberOr(word, 0) * Sections.Unit; };
+    const PathPoint from{value("#8510"), value("#8511")};
+    const double side = operation.NumberOr("#8525", 0);
+    SawCut saw;
+    saw.From = Panel(from);
+    saw.To = Panel(alongX ? PathPoint{value(end), from.Y} : PathPoint{from.X, value(end)});
+    saw.Depth = 0 - value("#8512");
+    saw.Side = (side == 1 ? 1 : side == 2 ? -1 : 0) * Sense();
+    const auto tool = operation.Words.find("#8516");
+    saw.Tool = tool == operation.Words.end() ? "" : tool->second;
+    saw.Line = operation.Line;
+    Steps.Saws.push_back(saw);
+    return true;
+}
+
+bool EvolutionProgram::Take(const SideOperation& operation)
+{
+    const std::optional<Plane> plane = PlaneOf(operation.Side);
+    const std::string& code = operation.Code;
+    const bool move = code == "W#2201" || code == "W#2113";
+    Open = Open && move && plane == On;
+    if (!plane)
+        return false;
+    On = *plane;
+    if (move)
+        return code == "W#2201" ? TakeLine(operation) : TakeArc(operation);
+    if (code == "W#81" || code == "W#85")
+        return TakeBore(operation);
+    if (code == "W#89")
+        return TakeStart(operation);
+    return (code == "W#1050" || code == "W#1051") && TakeGroove(operation, code == "W#1050");
+}
+
+} // namespace
+
+MachineSteps ReadEvolution(const std::vector<std::string>& lines, const EvolutionReading& how)
+{
+    EvolutionProgram program;
+    program.How = how;
+    program.Sections = SectionsOf(lines);
+    program.Steps.Length = program.Sections.Length;
+    program.Steps.Width = program.Sections.Width;
+    program.Steps.Thickness = program.Sections.Thickness;
+    program.Steps.Unread = program.Sections.Unread;
+    for (const SideOperation& operation : program.Sections.Operations)
+        if (!program.Take(operation))
+            program.Steps.Unread.push_back(
+                UnreadLine(operation.Line, operation.Code + "{ " + operation.Text));
+    return program.Steps;
+}
+
+} // namespace kv::test

@@ -1,0 +1,101 @@
+#include "support/machine/hbd_reader.h"
+
+#include <optional>
+#include <utility>
+
+#include "support/machine/program_lines.h"
+#include "support/machine/side_operations.h"
+
+namespace kv::test {
+
+namespace {
+
+constexpr int FaceSide = 1, BackSide = 5;
+
+struct HbdProgram {
+    HbdReading How;
+    SideSections Sections;
+    MachineSteps Steps;
+
+    bool Turned() const { return How.Edge == Plane::Edge3 || How.Edge == Plane::Edge4; }
+    // From places as the program counts them to those of the panel.
+    PathPoint Panel(const PathPoint& place) const
+    {
+        return {How.From.Right ? Steps.Length - place.X : place.X,
+                How.From.Top ? Steps.Width - place.Y : place.Y};
+    }
+    // Along the edge, away from it.
+    PathPoint FacePlace(double along, double away) const
+    {
+        switch (How.Edge) {
+        case Plane::Edge2:
+            return Panel({Steps.Length - along, Steps.Width - away});
+        case Plane::Edge3:
+            return Panel({away, along});
+        case Plane::Edge4:
+            return Panel({Steps.Length - away, Steps.Width - along});
+        default:
+            return Panel({along, away});
+        }
+    }
+    PathPoint EdgePlace(double along, double height) const
+    {
+        const PathPoint place = Panel({along, along});
+        return {Turned() ? place.Y : place.X, height};
+    }
+
+    bool TakeFaceBore(const SideOperation& operation)
+    {
+        const auto away = operation.Words.find("#2");
+        if (away == operation.Words.end() || away->second.rfind("hf-", 0) != 0)
+            return false;
+        const std::optional<double> distance = PlainNumber(away->second.substr(3));
+        const std::optional<double> along = operation.NumberOf("#1"), depth = operation.NumberOf("#3");
+        if (!distance || !along || !depth || !operation.NumberOf("#205"))
+            return false;
+        const double unit = Sections.Unit;
+        Steps.Bores.push_back({Plane::Face, FacePlace(*along * unit, *distance * unit), 0 - *depth * unit, 0,
+                               operation.Words.at("#205"), operation.Line});
+        return true;
+    }
+    bool TakeEdgeBore(const SideOperation& operation)
+    {
+        const std::optional<double> along = operation.NumberOf("#8020"), height = operation.NumberOf("#8021");
+        const std::optional<double> depth = operation.NumberOf("#8022"), tool = operation.NumberOf("#8530");
+        if (!along || !height || !depth || !tool)
+            return false;
+        const double unit = Sections.Unit;
+        Steps.Bores.push_back({How.Edge, EdgePlace(*along * unit, *height * unit), 0 - *depth * unit,
+                               operation.NumberOr("#1002", 0) * unit, operation.Words.at("#8530"),
+                               operation.Line});
+        return true;
+    }
+    bool Take(const SideOperation& operation)
+    {
+        if (operation.Code == "W#82" && operation.Side == FaceSide)
+            return TakeFaceBore(operation);
+        return operation.Code == "W#1501" && operation.Side == BackSide && TakeEdgeBore(operation);
+    }
+};
+
+} // namespace
+
+MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& how)
+{
+    HbdProgram program;
+    program.How = how;
+    program.Sections = SectionsOf(lines);
+    program.Steps.Length = program.Sections.Length;
+    program.Steps.Width = program.Sections.Width;
+    program.Steps.Thickness = program.Sections.Thickness;
+    program.Steps.Unread = program.Sections.Unread;
+    if (program.Turned())
+        std::swap(program.Steps.Length, program.Steps.Width);
+    for (const SideOperation& operation : program.Sections.Operations)
+        if (!program.Take(operation))
+            program.Steps.Unread.push_back(
+                UnreadLine(operation.Line, operation.Code + "{ " + operation.Text));
+    return program.Steps;
+}
+
+} // namespace kv::test
