@@ -6,14 +6,20 @@
 
 #include "routes/pocket_outlines.h"
 #include "routes/route_program.h"
-#include "support/drawn_area.h"
+#include "support/machine/cnc_reader.h"
+#include "support/proof/region.h"
 
 namespace kv::test {
 namespace {
 
 constexpr double CornerShare = 1 - 3.14159265358979323846 / 4;
 constexpr double HalfTool = 3.14159265358979323846 / 2 * 9;
-constexpr double GridShare = 1.5; // what the grid's cells may be off on a whole outline
+constexpr double Chords = 0.05; // mm2 that arcs drawn as chords may be off on a whole outline
+constexpr double Sliver = 0.01; // mm: what is no wider anywhere comes from rounded places and chords
+
+struct DrawnArea {
+    double CutOutside = 0, LeftInside = 0; // mm2
+};
 
 class DrawnPocket : public RouteProgram {
   protected:
@@ -41,29 +47,33 @@ class DrawnPocket : public RouteProgram {
         }
         return text;
     }
-    DrawnArea AreaOf(const std::string& entities, const std::vector<PathPoint>& outline)
+    DrawnArea AreaBeside(const std::string& entities, const Region& outline)
     {
         EXPECT_TRUE(Home.Convert(Drawing(Panel + entities))) << Home.ReportText();
-        const DrawnArea area = AreaBeside(Home.Program(), outline);
-        EXPECT_EQ(area.Fault, "");
+        const MachineSteps steps = ReadCnc(Home.Program());
+        EXPECT_EQ(steps.Unread, std::vector<std::string>());
+        const Region swept = SweptFace(steps);
+        const DrawnArea area{AreaOf(ReachedBy(Difference(swept, outline), Sliver)),
+                             AreaOf(ReachedBy(Difference(outline, swept), Sliver))};
         RecordProperty("CutOutside", std::to_string(area.CutOutside));
         RecordProperty("LeftInside", std::to_string(area.LeftInside));
         return area;
     }
-    // Nothing outside, nothing left inside but the grid's share.
-    void ExpectCleared(const std::string& entities, const std::vector<PathPoint>& outline)
+    // Nothing outside, nothing left inside.
+    void ExpectCleared(const std::string& entities, const Region& outline)
     {
-        const DrawnArea area = AreaOf(entities, outline);
+        const DrawnArea area = AreaBeside(entities, outline);
         EXPECT_EQ(area.CutOutside, 0);
-        EXPECT_LT(area.LeftInside, GridShare);
+        EXPECT_LT(area.LeftInside, Chords);
     }
-    // The way begins in one of four corners that the tool does not fill.
-    void ExpectClearedFromACorner(const std::string& entities, const std::vector<PathPoint>& outline,
-                                  double cornerRest = CornerShare * 9)
+    // The way begins in one of four corners that the tool does not fill, sharp or rounded less than the
+    // tool: the tool takes all of the first one along.
+    void ExpectClearedFromACorner(const std::string& entities, const Region& outline, double cornerRadius = 0)
     {
-        const DrawnArea area = AreaOf(entities, outline);
-        EXPECT_NEAR(area.CutOutside, HalfTool, GridShare);
-        EXPECT_NEAR(area.LeftInside, 3 * cornerRest, GridShare);
+        const DrawnArea area = AreaBeside(entities, outline);
+        const double beyond = CornerShare * cornerRadius * cornerRadius;
+        EXPECT_NEAR(area.CutOutside, HalfTool + beyond, Chords);
+        EXPECT_NEAR(area.LeftInside, 3 * (CornerShare * 9 - beyond), Chords);
     }
     // The outline stays the route that it is, and one line says so.
     void ExpectUncleared(const std::string& entities, const ProgramText& operations, const std::string& told)
@@ -77,7 +87,7 @@ class DrawnPocket : public RouteProgram {
     }
 };
 
-const std::vector<PathPoint> Box = RoundedBox({100, 100}, {200, 160}, 0);
+const Region Box = BoxOf({100, 100}, {200, 160});
 
 TEST_F(DrawnPocket, RectangleKeepsItsSharpCornersAlone)
 {
@@ -108,23 +118,22 @@ TEST_F(DrawnPocket, PolylineRectangle)
 
 TEST_F(DrawnPocket, CornersOf2KeepWhatAToolOf3Leaves)
 {
-    ExpectClearedFromACorner(Rounded(Pocket, 2), RoundedBox({100, 100}, {200, 160}, 2),
-                             CornerShare * (9 - 4));
+    ExpectClearedFromACorner(Rounded(Pocket, 2), BoxOf({100, 100}, {200, 160}, 2), 2);
 }
 
 TEST_F(DrawnPocket, CornersOf5)
 {
-    ExpectCleared(Rounded(Pocket, 5), RoundedBox({100, 100}, {200, 160}, 5));
+    ExpectCleared(Rounded(Pocket, 5), BoxOf({100, 100}, {200, 160}, 5));
 }
 
 TEST_F(DrawnPocket, CornersOf15)
 {
-    ExpectCleared(Rounded(Pocket, 15), RoundedBox({100, 100}, {200, 160}, 15));
+    ExpectCleared(Rounded(Pocket, 15), BoxOf({100, 100}, {200, 160}, 15));
 }
 
 TEST_F(DrawnPocket, CornersOf28)
 {
-    ExpectCleared(Rounded(Pocket, 28), RoundedBox({100, 100}, {200, 160}, 28));
+    ExpectCleared(Rounded(Pocket, 28), BoxOf({100, 100}, {200, 160}, 28));
 }
 
 TEST_F(DrawnPocket, CornersOf36WithAToolOf6)
@@ -135,7 +144,7 @@ TEST_F(DrawnPocket, CornersOf36WithAToolOf6)
                       Line(layer, 260, 200, 136, 200) + Arc(layer, 136, 164, 36, 90, 180) +
                       Line(layer, 100, 164, 100, 136) + Arc(layer, 136, 136, 36, 180, 270) +
                       Mark(layer, 126, 100, 136, 100),
-                  RoundedBox({100, 100}, {296, 200}, 36));
+                  BoxOf({100, 100}, {296, 200}, 36));
 }
 
 TEST_F(DrawnPocket, HalfCirclesFromAnyPointInBothTurnings)
@@ -159,7 +168,7 @@ TEST_F(DrawnPocket, HalfCirclesFromAnyPointInBothTurnings)
             });
             SCOPED_TRACE(begin);
             ExpectCleared(Arc(Pocket, 100, 100, 10, 270, 90) + Arc(Pocket, 100, 100, 10, 90, 270),
-                          Disc({100, 100}, 10));
+                          DiscOf({100, 100}, 10));
         }
 }
 
@@ -168,21 +177,22 @@ TEST_F(DrawnPocket, HalfCirclesAsDrawn)
     for (const double begin : {90.0, 270.0, 180.0, 0.0, 45.0}) {
         const double other = begin >= 180 ? begin - 180 : begin + 180;
         ExpectCleared(Arc(Pocket, 100, 100, 10, begin, other) + Arc(Pocket, 100, 100, 10, other, begin),
-                      Disc({100, 100}, 10));
+                      DiscOf({100, 100}, 10));
     }
 }
 
 TEST_F(DrawnPocket, CircleOfTheCircleList)
 {
-    ExpectCleared(Circle(Pocket, 100, 100, 10), Disc({100, 100}, 10));
+    ExpectCleared(Circle(Pocket, 100, 100, 10), DiscOf({100, 100}, 10));
 }
 
 TEST_F(DrawnPocket, PitchOfTheToolsDiameterLeavesIslandsAtSharpCornersAlone)
 {
     // 6 apart with a tool of 3: each of five loops leaves its corners, but the first corner is cut.
     const std::string layer = "EXCAVZ5T71R3";
-    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
-    EXPECT_NEAR(area.CutOutside, HalfTool, GridShare);
+    const DrawnArea area =
+        AreaBeside(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
+    EXPECT_NEAR(area.CutOutside, HalfTool, Chords);
     EXPECT_GT(area.LeftInside, 15 * CornerShare * 9);
     EXPECT_LT(area.LeftInside, 0.01 * 100 * 60);
 }
@@ -192,16 +202,17 @@ TEST_F(DrawnPocket, PitchAboveTheToolCutsTheWallAlone)
     // 50 apart: the corners are nearer than that to the middle's ends, so the wall is the only loop, and
     // it begins and ends in its corner. Left inside are 88 by 48.
     const std::string layer = "EXCAVZ5K50T71R3";
-    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
-    EXPECT_NEAR(area.CutOutside, 2 * HalfTool, GridShare);
-    EXPECT_NEAR(area.LeftInside, 88 * 48 + 3 * CornerShare * 9, GridShare);
+    const DrawnArea area =
+        AreaBeside(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
+    EXPECT_NEAR(area.CutOutside, 2 * HalfTool, Chords);
+    EXPECT_NEAR(area.LeftInside, 88 * 48 + 3 * CornerShare * 9, Chords);
 }
 
 TEST_F(DrawnPocket, PitchOfAHundredthOfTheTool)
 {
     const std::string layer = "EXCAVZ5K.06T71R3";
     ExpectClearedFromACorner(Rectangle(layer, 100, 100, 24, 12) + Mark(layer, 99, 100, 100, 100),
-                             RoundedBox({100, 100}, {124, 112}, 0));
+                             BoxOf({100, 100}, {124, 112}, 0));
     EXPECT_TRUE(Home.Reported("Layer EXCAVZ5K.06T71R3: the pocket at X99 Y100 has ways that are narrower "
                               "than its tool"))
         << Home.ReportText();
@@ -210,8 +221,8 @@ TEST_F(DrawnPocket, PitchOfAHundredthOfTheTool)
 TEST_F(DrawnPocket, ToolWiderThanThePocketCutsBesideItAndIsTold)
 {
     const std::string layer = "EXCAVZ5K4T71R3";
-    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100),
-                                  RoundedBox({100, 100}, {140, 105}, 0));
+    const DrawnArea area = AreaBeside(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100),
+                                      BoxOf({100, 100}, {140, 105}, 0));
     EXPECT_GT(area.CutOutside, 40); // one wide along the whole length
     EXPECT_TRUE(Home.Reported("Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is narrower than its tool"))
         << Home.ReportText();
@@ -266,8 +277,8 @@ TEST_F(DrawnPocket, ALensStaysARouteAndIsTold)
     // Two arcs of radius 10 whose centres lie 12 apart, 8 up and down from the middle to their ends.
     const double half = std::atan2(8, 6) / std::atan(1) * 45;
     const AtStage look("chained", [&] { ASSERT_EQ(RouteSegments.Last(), 4); });
-    AreaOf(Arc(Pocket, 106, 100, 10, 180 - half, 180 + half) + Arc(Pocket, 94, 100, 10, -half, half),
-           Disc({100, 100}, 10));
+    AreaBeside(Arc(Pocket, 106, 100, 10, 180 - half, 180 + half) + Arc(Pocket, 94, 100, 10, -half, half),
+               DiscOf({100, 100}, 10));
     EXPECT_EQ(Home.Program().size(), 3U + 3U) << Home.ReportText();
     EXPECT_TRUE(Home.ReportText().find("is not cleared, its two arcs are no circle") != std::string::npos)
         << Home.ReportText();

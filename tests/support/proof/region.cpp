@@ -283,9 +283,15 @@ Region DiscOf(const PathPoint& centre, double radius)
     return RegionOf(paths);
 }
 
-Region BoxOf(const PathPoint& low, const PathPoint& high)
+Region BoxOf(const PathPoint& low, const PathPoint& high, double cornerRadius)
 {
-    return Polygon({low, {high.X, low.Y}, high, {low.X, high.Y}});
+    const double r = cornerRadius;
+    Path path;
+    AddArcPoints(path, {high.X - r, high.Y - r}, r, 0, Pi / 2);
+    AddArcPoints(path, {low.X + r, high.Y - r}, r, Pi / 2, Pi / 2);
+    AddArcPoints(path, {low.X + r, low.Y + r}, r, Pi, Pi / 2);
+    AddArcPoints(path, {high.X - r, low.Y + r}, r, 3 * Pi / 2, Pi / 2);
+    return Joined({path}, ClipperLib::pftNonZero);
 }
 
 Region Union(const Region& a, const Region& b)

@@ -32,7 +32,7 @@ Region Polygon(const std::vector<PathPoint>& points);
 // another.
 Region Inside(const std::vector<std::vector<Move>>& contours);
 Region DiscOf(const PathPoint& centre, double radius);
-Region BoxOf(const PathPoint& low, const PathPoint& high);
+Region BoxOf(const PathPoint& low, const PathPoint& high, double cornerRadius = 0);
 
 Region Union(const Region& a, const Region& b);
 Region Union(const std::vector<Region>& regions); // faster than one by one

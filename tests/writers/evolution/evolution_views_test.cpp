@@ -3,16 +3,15 @@
 // steps. Routes on the face and in the views around it, with the machine's origin in each corner.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
-#include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "state/run.h"
 #include "state/settings.h"
 #include "support/dxf.h"
+#include "support/machine/evolution_reader.h"
+#include "support/machine/program_lines.h"
 #include "support/plane.h"
 #include "support/scene.h"
 
@@ -20,92 +19,34 @@ namespace kv::test {
 namespace {
 
 constexpr double ToolRadius = 3;
-constexpr double Turn = 2 * 3.14159265358979323846;
 
-using Way = std::vector<PathPoint>;
+using Way = std::vector<Move>;
 
-// Places of the tool's centre along a step; `hand` is 1 left of the way, -1 right of it.
-void AddLineStep(Way& way, const PathPoint& from, const PathPoint& to, double hand)
+Move DrawnStep(const PathPoint& from, const PathPoint& to)
 {
-    const double length = Between(from, to);
-    for (const double part : {0.25, 0.5, 0.75})
-        way.push_back({from.X + part * (to.X - from.X) - hand * ToolRadius * (to.Y - from.Y) / length,
-                       from.Y + part * (to.Y - from.Y) + hand * ToolRadius * (to.X - from.X) / length});
+    Move step;
+    step.From = from;
+    step.To = to;
+    return step;
 }
 
-void AddArcStep(Way& way, const PathPoint& from, const PathPoint& to, const PathPoint& centre, bool left,
-                double hand)
-{
-    const double begin = std::atan2(from.Y - centre.Y, from.X - centre.X);
-    double angle = std::atan2(to.Y - centre.Y, to.X - centre.X) - begin;
-    while (angle <= 1e-4)
-        angle += Turn;
-    if (!left)
-        angle -= Turn;
-    const double radius = Between(from, centre) + (left ? -hand : hand) * ToolRadius;
-    for (const double part : {0.25, 0.5, 0.75})
-        way.push_back({centre.X + radius * std::cos(begin + part * angle),
-                       centre.Y + radius * std::sin(begin + part * angle)});
-}
-
-// The way beside a polyline as drawn.
-Way BesidePolyline(const std::vector<Vertex>& vertices, double hand)
+// The way of a polyline as drawn.
+Way WayOfPolyline(const std::vector<Vertex>& vertices)
 {
     Way way;
     for (std::size_t i = 1; i < vertices.size(); ++i) {
         const PathPoint from{vertices[i - 1].X, vertices[i - 1].Y};
         const PathPoint to{vertices[i].X, vertices[i].Y};
+        way.push_back(DrawnStep(from, to));
         const double bulge = vertices[i - 1].Bulge;
-        if (bulge == 0) {
-            AddLineStep(way, from, to, hand);
+        if (bulge == 0)
             continue;
-        }
         // The centre lies left of the chord's middle, by (1 - b b) / (4 b) of the chord.
         const double left = (1 - bulge * bulge) / (4 * bulge);
-        const PathPoint centre{(from.X + to.X) / 2 - left * (to.Y - from.Y),
-                               (from.Y + to.Y) / 2 + left * (to.X - from.X)};
-        AddArcStep(way, from, to, centre, bulge > 0, hand);
-    }
-    return way;
-}
-
-std::map<std::string, std::string> WordsOf(const std::string& line)
-{
-    std::map<std::string, std::string> words;
-    std::istringstream text(line);
-    for (std::string word; text >> word;) {
-        const std::size_t equals = word.find('=');
-        words[word.substr(0, equals)] = equals == std::string::npos ? "" : word.substr(equals + 1);
-    }
-    return words;
-}
-
-// The tool's way that the operations of one side describe, in that side's own plane.
-Way WayOf(const std::vector<std::string>& lines)
-{
-    Way way;
-    PathPoint at;
-    double hand = 0;
-    for (const std::string& line : lines) {
-        std::map<std::string, std::string> words = WordsOf(line);
-        if (line.starts_with("W#89{")) {
-            at = {std::stod(words["#1"]), std::stod(words["#2"])};
-            hand = words["#40"] == "1" ? 1 : words["#40"] == "2" ? -1 : 0;
-        } else if (line.starts_with("W#2201{")) {
-            const PathPoint to{std::stod(words["#1"]), std::stod(words["#2"])};
-            AddLineStep(way, at, to, hand);
-            at = to;
-        } else if (line.starts_with("W#2113{")) {
-            PathPoint centre;
-            if (words["#31"].starts_with("a;"))
-                centre = {std::stod(words["#31"].substr(2)), std::stod(words["#32"].substr(2))};
-            else
-                centre = {at.X + std::stod(words["#31"]), at.Y + std::stod(words["#32"])};
-            const double angle = std::stod(words["#8044"]) * Turn / 360, radius = Between(at, centre);
-            const PathPoint to{centre.X + radius * std::cos(angle), centre.Y + radius * std::sin(angle)};
-            AddArcStep(way, at, to, centre, words["#34"] == "1", hand);
-            at = to;
-        }
+        way.back().IsArc = true;
+        way.back().Sweep = 4 * std::atan(bulge) * 45 / std::atan(1);
+        way.back().Centre = {(from.X + to.X) / 2 - left * (to.Y - from.Y),
+                             (from.Y + to.Y) / 2 + left * (to.X - from.X)};
     }
     return way;
 }
@@ -119,18 +60,18 @@ std::string ViewsOn(const std::string& layer)
            Rectangle(layer, 668, 50, 18, 400);
 }
 
-// A side of the program, and the place in the drawing of a point in its plane as read from the lower left:
-// along the edge, and away from the view's outer or lower limit.
+// A plane of the panel, where it is drawn, and its place in the drawing: along the edge, and up from its
+// underside. Left of the way is left in both, but for the views that show the plane from its other side.
 struct View {
-    int ProgramSide;
-    bool AlongX;
+    Plane On;
+    bool IsMirrored;
     PathPoint (*Drawn)(const PathPoint& p);
 };
-const View Above{5, true, [](const PathPoint& p) { return PathPoint{p.X + 50, 486 - p.Y}; }};
-const View Below{3, true, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 14}; }};
-const View LeftOf{6, false, [](const PathPoint& p) { return PathPoint{p.Y + 14, p.X + 50}; }};
-const View RightOf{4, false, [](const PathPoint& p) { return PathPoint{686 - p.Y, p.X + 50}; }};
-const View OnFace{1, true, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 50}; }};
+const View Above{Plane::Edge1, true, [](const PathPoint& p) { return PathPoint{p.X + 50, 486 - p.Y}; }};
+const View Below{Plane::Edge2, false, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 14}; }};
+const View LeftOf{Plane::Edge3, true, [](const PathPoint& p) { return PathPoint{p.Y + 14, p.X + 50}; }};
+const View RightOf{Plane::Edge4, false, [](const PathPoint& p) { return PathPoint{686 - p.Y, p.X + 50}; }};
+const View OnFace{Plane::Face, false, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 50}; }};
 
 struct EvolutionViews : testing::Test {
     RunBlock& Run = kv::Run;
@@ -142,40 +83,37 @@ struct EvolutionViews : testing::Test {
         Config.PrecisionMetric = "5";
         Run.ControlType = 2;
     }
-    std::vector<std::string> SideLines(int side)
+    std::vector<std::string> ProgramLines() { return LinesOf(Home.Read(Home.Programs / "DOOR.CNC")); }
+    // Under each corner the tool goes beside each drawn step, on the hand that is drawn: 1 left, -1 right.
+    void ExpectWay(const std::string& entities, const View& view, const Way& drawn, int hand)
     {
-        std::istringstream text(Home.Read(Home.Programs / "DOOR.CNC"));
-        std::vector<std::string> lines;
-        bool inside = false;
-        for (std::string line; std::getline(text, line);) {
-            if (line.starts_with("SIDE#"))
-                inside = line.starts_with("SIDE#" + std::to_string(side));
-            else if (inside && line.starts_with("W#"))
-                lines.push_back(line);
-        }
-        return lines;
-    }
-    // Under each corner the tool goes where the drawing wants it.
-    void ExpectWay(const std::string& entities, const View& view, const Way& drawn)
-    {
-        ASSERT_FALSE(drawn.empty());
         for (const std::string corner : {"LL", "LR", "UL", "UR"}) {
+            SCOPED_TRACE(corner);
             ASSERT_TRUE(Home.Convert(Drawing(ViewsOn("BORDER" + corner + "Z18") + entities)))
                 << Home.ReportText();
-            const Way way = WayOf(SideLines(view.ProgramSide));
-            ASSERT_EQ(way.size(), drawn.size()) << corner;
-            const bool right = corner[1] == 'R', top = corner[0] == 'U', face = view.ProgramSide == 1;
-            for (std::size_t i = 0; i < way.size(); ++i) {
-                PathPoint at = way[i];
-                if (view.AlongX ? right : top)
-                    at.X = (view.AlongX ? 600 : 400) - at.X;
-                if (face && top)
-                    at.Y = 400 - at.Y;
-                at = view.Drawn(at);
-                EXPECT_NEAR(at.X, drawn[i].X, 0.01) << corner << " " << i;
-                EXPECT_NEAR(at.Y, drawn[i].Y, 0.01) << corner << " " << i;
-            }
+            const MachineSteps steps =
+                ReadEvolution(ProgramLines(), {{corner[1] == 'R', corner[0] == 'U'}, true});
+            EXPECT_EQ(steps.Unread, std::vector<std::string>());
+            ASSERT_EQ(steps.Cuts.size(), 1U);
+            const RouterCut& cut = steps.Cuts[0];
+            const int sense = view.IsMirrored ? -1 : 1;
+            EXPECT_EQ(cut.On, view.On);
+            EXPECT_EQ(cut.Side, hand * sense);
+            EXPECT_EQ(cut.Radius, ToolRadius);
+            ASSERT_EQ(cut.Moves.size(), drawn.size());
+            for (std::size_t i = 0; i < drawn.size(); ++i)
+                ExpectMove(cut.Moves[i], view, drawn[i], sense);
         }
+    }
+    static void ExpectMove(const Move& move, const View& view, const Move& drawn, int sense)
+    {
+        EXPECT_LT(Between(view.Drawn(move.From), drawn.From), 0.01);
+        EXPECT_LT(Between(view.Drawn(move.To), drawn.To), 0.01);
+        ASSERT_EQ(move.IsArc, drawn.IsArc);
+        if (!move.IsArc)
+            return;
+        EXPECT_LT(Between(view.Drawn(move.Centre), drawn.Centre), 0.01);
+        EXPECT_NEAR(move.Sweep * sense, drawn.Sweep, 0.1);
     }
 };
 
@@ -204,8 +142,8 @@ TEST_F(EvolutionViews, BesideAPolylineTheToolStaysOnItsSideOnTheFaceAndInEveryVi
                                {&LeftOf, 18, 150},
                                {&RightOf, 672, 150}})
         for (const std::vector<Vertex>& vertices : Polylines(place.X, place.Y, 4, 5)) {
-            ExpectWay(Polyline(OnTheLeft, vertices), *place.In, BesidePolyline(vertices, 1));
-            ExpectWay(Polyline(OnTheRight, vertices), *place.In, BesidePolyline(vertices, -1));
+            ExpectWay(Polyline(OnTheLeft, vertices), *place.In, WayOfPolyline(vertices), 1);
+            ExpectWay(Polyline(OnTheRight, vertices), *place.In, WayOfPolyline(vertices), -1);
         }
 }
 
@@ -222,12 +160,12 @@ TEST_F(EvolutionViews, BesideAnArcTheToolStaysOnItsSideOnTheFaceAndInEveryView)
                                {&RightOf, {677, 200}}}) {
         // An arc is cut clockwise, from its end.
         const PathPoint& c = place.Centre;
-        const PathPoint from{c.X, c.Y + 5}, to{c.X + 5, c.Y};
-        for (const double hand : {1.0, -1.0}) {
-            Way drawn;
-            AddArcStep(drawn, from, to, c, false, hand);
-            ExpectWay(Arc(hand > 0 ? OnTheLeft : OnTheRight, c.X, c.Y, 5, 0, 90), *place.In, drawn);
-        }
+        Move drawn = DrawnStep({c.X, c.Y + 5}, {c.X + 5, c.Y});
+        drawn.IsArc = true;
+        drawn.Centre = c;
+        drawn.Sweep = -90;
+        ExpectWay(Arc(OnTheLeft, c.X, c.Y, 5, 0, 90), *place.In, {drawn}, 1);
+        ExpectWay(Arc(OnTheRight, c.X, c.Y, 5, 0, 90), *place.In, {drawn}, -1);
     }
 }
 
@@ -235,8 +173,15 @@ TEST_F(EvolutionViews, ViewsAboveAndBelowAreMeasuredFromTheirOwnExtents)
 {
     ASSERT_TRUE(Home.Convert(Drawing(ViewsOn("BORDERZ18") + Line("ROUTEZ5T71", 150, 472, 250, 472) +
                                      Line("ROUTEZ5T71", 160, 20, 260, 20))));
-    EXPECT_NE(SideLines(5).at(0).find("#1=100 #2=14 #3=-5"), std::string::npos) << SideLines(5).at(0);
-    EXPECT_NE(SideLines(3).at(0).find("#1=110 #2=6 #3=-5"), std::string::npos) << SideLines(3).at(0);
+    const MachineSteps steps = ReadEvolution(ProgramLines());
+    ASSERT_EQ(steps.Cuts.size(), 2U);
+    const RouterCut &below = steps.Cuts[0], &above = steps.Cuts[1]; // sides 3 and 5 of the program
+    EXPECT_EQ(below.On, Plane::Edge2);
+    EXPECT_EQ(Between(below.Start, {110, 6}), 0);
+    EXPECT_EQ(below.StartDepth, 5);
+    EXPECT_EQ(above.On, Plane::Edge1);
+    EXPECT_EQ(Between(above.Start, {100, 14}), 0);
+    EXPECT_EQ(above.StartDepth, 5);
 }
 
 } // namespace
