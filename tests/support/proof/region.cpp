@@ -115,19 +115,25 @@ void AddCapsule(Paths& paths, const PathPoint& from, const PathPoint& to, double
     paths.push_back(path);
 }
 
-// The places beside an arc of up to half a turn, without the discs around its ends; counter-clockwise.
+// The places beside an arc of up to half a turn and around its ends, counter-clockwise.
 void AddBand(Paths& paths, const Move& arc, double radius)
 {
     const double middle = Between(arc.Centre, arc.From);
     const double inner = middle - radius, outer = middle + radius;
     const double sweep = std::fabs(arc.Sweep) * Pi / 180;
     const double from = AngleFrom(arc.Centre, arc.From) - (arc.Sweep < 0 ? sweep : 0);
+    const PathPoint &first = arc.Sweep < 0 ? arc.To : arc.From, &last = arc.Sweep < 0 ? arc.From : arc.To;
     Path path;
     AddArcPoints(path, arc.Centre, outer, from, sweep);
-    if (inner > 0)
+    if (inner > 0) {
+        AddArcPoints(path, last, radius, from + sweep, Pi);
         AddArcPoints(path, arc.Centre, inner, from + sweep, -sweep);
-    else
+        AddArcPoints(path, first, radius, from + Pi, Pi);
+    } else {
         path.push_back(OnGrid(arc.Centre.X, arc.Centre.Y));
+        AddDisc(paths, first, radius);
+        AddDisc(paths, last, radius);
+    }
     paths.push_back(path);
 }
 
@@ -152,8 +158,6 @@ void AddSweptMove(Paths& paths, const Move& move, double radius)
         AddSweptMove(paths, second, radius);
     } else {
         AddBand(paths, move, radius);
-        AddDisc(paths, move.From, radius);
-        AddDisc(paths, move.To, radius);
     }
 }
 

@@ -15,7 +15,7 @@ constexpr double SamePlace = 1e-6;
 constexpr double SmoothGap = 0.02;
 constexpr double UsedUp = 0.0005; // mm, of a radius; of a length it is the rounding of a place
 constexpr double TurnedOver = 0.002;
-constexpr double Reversal = 179.9; // degrees: the way comes back on itself, so the corner is an outer one
+constexpr double Reversal = 179.9; // degrees: the way comes back on itself
 
 PathPoint PlaceAt(const PathPoint& from, double distance, double angle)
 {
@@ -54,8 +54,6 @@ std::vector<Move> MovesWithLength(const std::vector<Move>& moves)
 struct Compensation {
     ToolWay Way;
     double Aside = 0; // of the tool's centre, above 0 to the left
-    std::vector<Move> Programmed;
-    std::vector<double> Lengths; // of the pieces as they would be without their corners; below 0: reversed
 
     void Fault(const Move& move, const std::string& what)
     {
@@ -177,6 +175,18 @@ void StartPieceAt(Move& piece, const PathPoint& place)
     piece.From = place;
 }
 
+double CurvatureOf(const Move& move)
+{
+    return move.IsArc ? (move.Sweep > 0 ? 1 : -1) / RadiusOf(move) : 0;
+}
+
+// Where a way comes back on itself: above 0 where it does so on its left, 0 on the same line.
+double TipSide(const Move& before, const Move& after)
+{
+    const double side = -CurvatureOf(before) - CurvatureOf(after);
+    return std::fabs(side) > 1e-9 ? side : 0;
+}
+
 void Compensation::Add(const Move& move, const Move* before)
 {
     Move next = Beside(move);
@@ -186,7 +196,8 @@ void Compensation::Add(const Move& move, const Move* before)
     }
     Move& last = Way.Pieces.back();
     const double turn = std::remainder(DirectionAt(move, move.From) - DirectionAt(*before, before->To), 360);
-    const bool inner = turn * Aside > 0 && std::fabs(turn) < Reversal;
+    const bool reverses = std::fabs(turn) >= Reversal;
+    const bool inner = (reverses ? TipSide(*before, move) : turn) * Aside > 0;
     if (Between(last.To, next.From) <= SmoothGap || Aside == 0) {
         AddLink(next.From);
     } else if (inner) {
