@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "support/machine/evolution_reader.h"
 #include "support/machine/hbd_reader.h"
 #include "support/machine/program_lines.h"
+#include "support/machine/same_steps.h"
 #include "support/source_files.h"
 
 namespace kv::test {
@@ -48,32 +48,6 @@ bool CountsFromUpperRight(const std::filesystem::path& path)
     return path.stem() == "drawer_front";
 }
 
-bool SamePlaces(const PathPoint& a, const PathPoint& b)
-{
-    return Between(a, b) < 0.01;
-}
-
-bool SameMoves(const Move& a, const Move& b)
-{
-    // Where the sense of half a turn is the same, so is its centre's side.
-    return a.IsArc == b.IsArc && SamePlaces(a.From, b.From) && SamePlaces(a.To, b.To) &&
-           std::fabs(a.Sweep - b.Sweep) < 0.2 && (!a.IsArc || SamePlaces(a.Centre, b.Centre)) &&
-           std::fabs(a.DepthFrom - b.DepthFrom) < 0.001 && std::fabs(a.DepthTo - b.DepthTo) < 0.001;
-}
-
-bool SameCuts(const RouterCut& a, const RouterCut& b)
-{
-    return a.On == b.On && a.Side == b.Side && std::fabs(a.Radius - b.Radius) < 0.001 &&
-           SamePlaces(a.Start, b.Start) && a.StartDepth == b.StartDepth &&
-           std::equal(a.Moves.begin(), a.Moves.end(), b.Moves.begin(), b.Moves.end(), SameMoves);
-}
-
-bool SameBores(const Bore& a, const Bore& b)
-{
-    return a.On == b.On && SamePlaces(a.At, b.At) && std::fabs(a.Depth - b.Depth) < 0.001 &&
-           (a.Diameter == 0 || std::fabs(a.Diameter - b.Diameter) < 0.001);
-}
-
 TEST(ReadExamples, EachLineOfACncProgramIsUnderstoodButTheDrawingsOwnCode)
 {
     int programs = 0;
@@ -103,59 +77,42 @@ TEST(ReadExamples, EachLineOfAnEvolutionProgramIsUnderstood)
     EXPECT_GT(programs, 10);
 }
 
-TEST(ReadExamples, BothControlsCutTheSameWays)
+TEST(ReadExamples, BothControlsCutBoreAndSawTheSame)
 {
-    int cuts = 0;
+    std::size_t cuts = 0, bores = 0, saws = 0;
     for (const std::filesystem::path& path : ProgramsNamed(".evolution")) {
-        const MachineSteps evolution =
-            ReadEvolution(LinesIn(path), {{CountsFromUpperRight(path), CountsFromUpperRight(path)}, true});
+        SCOPED_TRACE(path.filename());
+        const Corner corner{CountsFromUpperRight(path), CountsFromUpperRight(path)};
+        const MachineSteps evolution = ReadEvolution(LinesIn(path), {corner, true});
         std::filesystem::path other = path;
         const MachineSteps cnc = ReadCnc(LinesIn(other.replace_extension(".expected")));
         EXPECT_EQ(evolution.Length, cnc.Length);
         EXPECT_EQ(evolution.Width, cnc.Width);
         EXPECT_EQ(evolution.Thickness, cnc.Thickness);
-        for (const RouterCut& cut : cnc.Cuts) {
-            const auto same = [&](const RouterCut& c) { return SameCuts(cut, c); };
-            const auto bored = [&](const Bore& bore) { // a plunge is one of its bores
-                return cut.Moves.empty() && SamePlaces(bore.At, cut.Start) && bore.Depth == cut.StartDepth;
-            };
-            EXPECT_TRUE(std::any_of(evolution.Cuts.begin(), evolution.Cuts.end(), same) ||
-                        std::any_of(evolution.Bores.begin(), evolution.Bores.end(), bored))
-                << path.filename() << ", line " << cut.Line;
-            ++cuts;
+        EXPECT_EQ(StepsMissing(cnc, evolution), "");
+        if (cnc.Rows.empty()) { // the boring head's are bores of the other control
+            EXPECT_EQ(StepsMissing(evolution, cnc), "");
         }
+        cuts += cnc.Cuts.size();
+        bores += cnc.Bores.size();
+        saws += cnc.Saws.size();
     }
-    EXPECT_GT(cuts, 50);
-}
-
-TEST(ReadExamples, BothControlsDrillTheSameBores)
-{
-    int bores = 0;
-    for (const std::filesystem::path& path : ProgramsNamed(".evolution")) {
-        const MachineSteps evolution =
-            ReadEvolution(LinesIn(path), {{CountsFromUpperRight(path), CountsFromUpperRight(path)}, true});
-        std::filesystem::path other = path;
-        const MachineSteps cnc = ReadCnc(LinesIn(other.replace_extension(".expected")));
-        for (const Bore& bore : cnc.Bores) {
-            EXPECT_TRUE(std::any_of(evolution.Bores.begin(), evolution.Bores.end(),
-                                    [&](const Bore& b) { return SameBores(bore, b); }))
-                << path.filename() << ", line " << bore.Line;
-            ++bores;
-        }
-    }
-    EXPECT_GT(bores, 150);
+    EXPECT_GT(cuts, 50U);
+    EXPECT_GT(bores, 150U);
+    EXPECT_GT(saws, 5U);
 }
 
 // What the horizontal machine bores is what its control's program lacks; of face bores that are images of
 // others across the panel it makes one.
 TEST(ReadExamples, TheHorizontalMachineMakesTheBoresThatAreLeftOut)
 {
-    int programs = 0, bores = 0;
+    int programs = 0;
+    std::size_t bores = 0;
     for (const std::filesystem::path& path : ProgramsNamed(".hbd")) {
         SCOPED_TRACE(path.filename());
-        std::filesystem::path other = path;
-        const MachineSteps all = ReadCnc(LinesIn(other.replace_extension(".expected")));
-        const MachineSteps left = ReadCnc(LinesIn(other.replace_extension(".remaining")));
+        std::filesystem::path base = path;
+        const MachineSteps all = ReadCnc(LinesIn(base.replace_extension(".expected")));
+        const MachineSteps left = ReadCnc(LinesIn(base.replace_extension(".remaining")));
         HbdReading how;
         how.Edge = path.stem() == "countertop" ? Plane::Edge2 : Plane::Edge4; // no program tells
         const MachineSteps hbd = ReadHbd(LinesIn(path), how);
@@ -163,18 +120,16 @@ TEST(ReadExamples, TheHorizontalMachineMakesTheBoresThatAreLeftOut)
         EXPECT_EQ(hbd.Length, all.Length);
         EXPECT_EQ(hbd.Width, all.Width);
         EXPECT_EQ(hbd.Thickness, all.Thickness);
-        for (const Bore& bore : hbd.Bores) {
-            const auto same = [&](const Bore& b) { // the tool says the diameter of face bores
-                return bore.On == b.On && SamePlaces(bore.At, b.At) && bore.Depth == b.Depth;
-            };
-            EXPECT_TRUE(std::any_of(all.Bores.begin(), all.Bores.end(), same)) << bore.Line;
-            EXPECT_FALSE(std::any_of(left.Bores.begin(), left.Bores.end(), same)) << bore.Line;
-            ++bores;
-        }
+        EXPECT_EQ(StepsMissing(hbd, all), "");
+        for (const Bore& bore : hbd.Bores)
+            EXPECT_FALSE(std::any_of(left.Bores.begin(), left.Bores.end(), [&](const Bore& other) {
+                return SameBore(bore, other);
+            })) << bore.Line;
+        bores += hbd.Bores.size();
         ++programs;
     }
     EXPECT_EQ(programs, 7);
-    EXPECT_EQ(bores, 3 + 3 + 1 + 2 + 2 + 3 + 8);
+    EXPECT_EQ(bores, 3U + 3 + 1 + 2 + 2 + 3 + 8);
 }
 
 } // namespace
