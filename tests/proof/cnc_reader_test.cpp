@@ -161,6 +161,10 @@ TEST(CncReader, ArcsThroughThreePoints)
     const Move right = MoveBehind("G112G90G17X120Y70I80J70Z5");
     ExpectAt(right.Centre, 100, 70);
     EXPECT_NEAR(right.Sweep, -270, 1e-9);
+    // Counted from the right, the word turns as the counted places do.
+    const Move mirrored = MoveBehind("G113G90G17X100Y90I120J70Z5", "G57");
+    ExpectAt(mirrored.Centre, 500, 70);
+    EXPECT_NEAR(mirrored.Sweep, -180, 1e-9);
 }
 
 TEST(CncReader, AnArcThroughThreePointsThatTurnsAgainstThemIsUnread)

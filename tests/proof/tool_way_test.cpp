@@ -144,6 +144,27 @@ TEST(ToolWay, AMoveThatItsCornersUseUpIsAFault)
     EXPECT_EQ(way.Faults[0].Line, 2U);
 }
 
+TEST(ToolWay, AnArcThatItsCornersUseUpIsAFault)
+{
+    // The bottom of a narrow hopper: a short flat arc between two steep walls.
+    const std::vector<Move> moves = {LineTo(0, 0), ArcTo(10, 0, {5, 20}, 28.0724869), LineTo(13, 40)};
+    EXPECT_TRUE(WayOf(CutOf(1, 4, {-3, 40}, moves)).Faults.empty());
+    const ToolWay way = WayOf(CutOf(1, 7, {-3, 40}, moves));
+    ASSERT_EQ(way.Faults.size(), 1U);
+    EXPECT_EQ(way.Faults[0].Text, "narrower than the tool: a move that its corners use up");
+    EXPECT_EQ(way.Faults[0].Line, 2U);
+}
+
+TEST(ToolWay, ABluntInnerCornerIsStillACorner)
+{
+    // 2 degrees to the left: beside it the ways end .2 apart.
+    const double rise = 100 * std::tan(std::atan(1) * 2 / 45);
+    const ToolWay way = WayOf(CutOf(1, 6, {0, 0}, {LineTo(100, 0), LineTo(200, rise)}));
+    ASSERT_EQ(way.Pieces.size(), 2U);
+    EXPECT_NEAR(way.Pieces[0].To.X, 100 - 6 * std::tan(std::atan(1) / 45), 1e-9);
+    EXPECT_NEAR(way.Pieces[0].To.Y, 6, 1e-9);
+}
+
 TEST(ToolWay, TwoWaysThatDoNotMeetAreAFault)
 {
     // Straight into the side of a bow of radius 6: beside them lie a line at Y 5 and a circle of 1 around

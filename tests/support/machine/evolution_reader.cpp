@@ -183,9 +183,9 @@ bool EvolutionProgram::TakeArc(const SideOperation& operation)
     TurnToAngle(move, {*x, *y}, operation.NumberOr("#8044", 0), left == 1);
     const double radius = Between(move.Centre, move.From);
     AddMove(operation, move, depth.value_or(0));
-    // Where the radius is told too it is the same; below 0 for the long way round.
+    // Where the radius is told too it is the same to seven digits; below 0 for the long way round.
     const double told = std::fabs(operation.NumberOr("#8017", radius / Sections.Unit)) * Sections.Unit;
-    return depth && radius > 0 && std::fabs(told - radius) < 0.02;
+    return depth && radius > 0 && std::fabs(told - radius) < 0.02 + radius * 1e-6;
 }
 
 bool EvolutionProgram::TakeGroove(const SideOperation& operation, bool alongX)

@@ -8,7 +8,9 @@ namespace kv::test {
 namespace {
 
 constexpr double PlaceOpen = 0.01, DepthOpen = 0.001; // mm
-constexpr double TurnOpen = 0.2;                      // degrees: of small arcs whose ends are rounded
+constexpr double RadianOpen = 1e-5;                   // an end angle has three decimals, in degrees
+constexpr double PlacesOpen = 2e-4;                   // mm: four decimals, at both ends
+constexpr double Degrees = 45 / 0.78539816339744831;  // in a radian
 
 bool NearPlace(const PathPoint& a, const PathPoint& b)
 {
@@ -20,11 +22,39 @@ bool SameDepth(double a, double b)
     return std::fabs(a - b) < DepthOpen;
 }
 
-bool SameMove(const Move& a, const Move& b)
+// Of an arc that is told by a chord and its radius alone: the middle of a half turn is off by the root of
+// what the rounding leaves of the radius, and a short chord turns the radius with its rounded ends.
+double CentreOpen(const Move& arc)
 {
-    return a.IsArc == b.IsArc && NearPlace(a.From, b.From) && NearPlace(a.To, b.To) &&
-           std::fabs(a.Sweep - b.Sweep) < TurnOpen && (!a.IsArc || NearPlace(a.Centre, b.Centre)) &&
+    const double radius = Between(arc.Centre, arc.From), chord = Between(arc.From, arc.To);
+    const bool half = std::fabs(std::fabs(arc.Sweep) - 180) < 15;
+    const double turned = chord > 0.01 ? 2 * PlacesOpen * radius / chord : 0;
+    return PlaceOpen + RadianOpen * radius + turned + (half ? std::sqrt(2 * radius * PlacesOpen) : 0);
+}
+
+bool SameArc(const Move& a, const Move& b, double open)
+{
+    const double radius = Between(a.Centre, a.From);
+    return Between(a.Centre, b.Centre) < open &&
+           std::fabs(a.Sweep - b.Sweep) < (2 * open / std::max(radius, open)) * Degrees;
+}
+
+bool SameMove(const Move& a, const Move& b, double open)
+{
+    return a.IsArc == b.IsArc && Between(a.From, b.From) < open && Between(a.To, b.To) < open &&
+           (!a.IsArc || SameArc(a, b, std::max(open, CentreOpen(a)))) &&
            SameDepth(a.DepthFrom, b.DepthFrom) && SameDepth(a.DepthTo, b.DepthTo);
+}
+
+// What follows an arc that ends at an angle begins where its rounding leads.
+bool SameMoves(const std::vector<Move>& a, const std::vector<Move>& b)
+{
+    double open = PlaceOpen;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](const Move& one, const Move& other) {
+        if (one.IsArc)
+            open = std::max(open, PlaceOpen + RadianOpen * Between(one.Centre, one.From));
+        return SameMove(one, other, open);
+    });
 }
 
 bool IsBoreOf(const RouterCut& plunge, const Bore& bore)
@@ -45,7 +75,7 @@ bool SameCut(const RouterCut& a, const RouterCut& b)
 {
     return a.On == b.On && a.Side == b.Side && std::fabs(a.Radius - b.Radius) < DepthOpen &&
            NearPlace(a.Start, b.Start) && SameDepth(a.StartDepth, b.StartDepth) &&
-           std::equal(a.Moves.begin(), a.Moves.end(), b.Moves.begin(), b.Moves.end(), SameMove);
+           SameMoves(a.Moves, b.Moves);
 }
 
 bool SameBore(const Bore& a, const Bore& b)
