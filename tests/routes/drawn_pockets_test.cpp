@@ -6,8 +6,7 @@
 
 #include "routes/pocket_outlines.h"
 #include "routes/route_program.h"
-#include "support/machine/cnc_reader.h"
-#include "support/proof/region.h"
+#include "support/proof/beside_outline.h"
 
 namespace kv::test {
 namespace {
@@ -15,11 +14,6 @@ namespace {
 constexpr double CornerShare = 1 - 3.14159265358979323846 / 4;
 constexpr double HalfTool = 3.14159265358979323846 / 2 * 9;
 constexpr double Chords = 0.05; // mm2 that arcs drawn as chords may be off on a whole outline
-constexpr double Sliver = 0.01; // mm: what is no wider anywhere comes from rounded places and chords
-
-struct DrawnArea {
-    double CutOutside = 0, LeftInside = 0; // mm2
-};
 
 class DrawnPocket : public RouteProgram {
   protected:
@@ -47,14 +41,11 @@ class DrawnPocket : public RouteProgram {
         }
         return text;
     }
-    DrawnArea AreaBeside(const std::string& entities, const Region& outline)
+    DrawnArea AreaOf(const std::string& entities, const Region& outline)
     {
         EXPECT_TRUE(Home.Convert(Drawing(Panel + entities))) << Home.ReportText();
-        const MachineSteps steps = ReadCnc(Home.Program());
-        EXPECT_EQ(steps.Unread, std::vector<std::string>());
-        const Region swept = SweptFace(steps);
-        const DrawnArea area{AreaOf(ReachedBy(Difference(swept, outline), Sliver)),
-                             AreaOf(ReachedBy(Difference(outline, swept), Sliver))};
+        const DrawnArea area = AreaBeside(Home.Program(), outline);
+        EXPECT_EQ(area.Fault, "");
         RecordProperty("CutOutside", std::to_string(area.CutOutside));
         RecordProperty("LeftInside", std::to_string(area.LeftInside));
         return area;
@@ -62,18 +53,18 @@ class DrawnPocket : public RouteProgram {
     // Nothing outside, nothing left inside.
     void ExpectCleared(const std::string& entities, const Region& outline)
     {
-        const DrawnArea area = AreaBeside(entities, outline);
-        EXPECT_EQ(area.CutOutside, 0);
-        EXPECT_LT(area.LeftInside, Chords);
+        const DrawnArea area = AreaOf(entities, outline);
+        EXPECT_EQ(area.CutOutside, 0) << area.Outside;
+        EXPECT_LT(area.LeftInside, Chords) << area.Left;
     }
     // The way begins in one of four corners that the tool does not fill, sharp or rounded less than the
     // tool: the tool takes all of the first one along.
     void ExpectClearedFromACorner(const std::string& entities, const Region& outline, double cornerRadius = 0)
     {
-        const DrawnArea area = AreaBeside(entities, outline);
+        const DrawnArea area = AreaOf(entities, outline);
         const double beyond = CornerShare * cornerRadius * cornerRadius;
-        EXPECT_NEAR(area.CutOutside, HalfTool + beyond, Chords);
-        EXPECT_NEAR(area.LeftInside, 3 * (CornerShare * 9 - beyond), Chords);
+        EXPECT_NEAR(area.CutOutside, HalfTool + beyond, Chords) << area.Outside;
+        EXPECT_NEAR(area.LeftInside, 3 * (CornerShare * 9 - beyond), Chords) << area.Left;
     }
     // The outline stays the route that it is, and one line says so.
     void ExpectUncleared(const std::string& entities, const ProgramText& operations, const std::string& told)
@@ -190,8 +181,7 @@ TEST_F(DrawnPocket, PitchOfTheToolsDiameterLeavesIslandsAtSharpCornersAlone)
 {
     // 6 apart with a tool of 3: each of five loops leaves its corners, but the first corner is cut.
     const std::string layer = "EXCAVZ5T71R3";
-    const DrawnArea area =
-        AreaBeside(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
+    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
     EXPECT_NEAR(area.CutOutside, HalfTool, Chords);
     EXPECT_GT(area.LeftInside, 15 * CornerShare * 9);
     EXPECT_LT(area.LeftInside, 0.01 * 100 * 60);
@@ -202,8 +192,7 @@ TEST_F(DrawnPocket, PitchAboveTheToolCutsTheWallAlone)
     // 50 apart: the corners are nearer than that to the middle's ends, so the wall is the only loop, and
     // it begins and ends in its corner. Left inside are 88 by 48.
     const std::string layer = "EXCAVZ5K50T71R3";
-    const DrawnArea area =
-        AreaBeside(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
+    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100), Box);
     EXPECT_NEAR(area.CutOutside, 2 * HalfTool, Chords);
     EXPECT_NEAR(area.LeftInside, 88 * 48 + 3 * CornerShare * 9, Chords);
 }
@@ -221,8 +210,8 @@ TEST_F(DrawnPocket, PitchOfAHundredthOfTheTool)
 TEST_F(DrawnPocket, ToolWiderThanThePocketCutsBesideItAndIsTold)
 {
     const std::string layer = "EXCAVZ5K4T71R3";
-    const DrawnArea area = AreaBeside(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100),
-                                      BoxOf({100, 100}, {140, 105}, 0));
+    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100),
+                                  BoxOf({100, 100}, {140, 105}, 0));
     EXPECT_GT(area.CutOutside, 40); // one wide along the whole length
     EXPECT_TRUE(Home.Reported("Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is narrower than its tool"))
         << Home.ReportText();
@@ -277,8 +266,8 @@ TEST_F(DrawnPocket, ALensStaysARouteAndIsTold)
     // Two arcs of radius 10 whose centres lie 12 apart, 8 up and down from the middle to their ends.
     const double half = std::atan2(8, 6) / std::atan(1) * 45;
     const AtStage look("chained", [&] { ASSERT_EQ(RouteSegments.Last(), 4); });
-    AreaBeside(Arc(Pocket, 106, 100, 10, 180 - half, 180 + half) + Arc(Pocket, 94, 100, 10, -half, half),
-               DiscOf({100, 100}, 10));
+    AreaOf(Arc(Pocket, 106, 100, 10, 180 - half, 180 + half) + Arc(Pocket, 94, 100, 10, -half, half),
+           DiscOf({100, 100}, 10));
     EXPECT_EQ(Home.Program().size(), 3U + 3U) << Home.ReportText();
     EXPECT_TRUE(Home.ReportText().find("is not cleared, its two arcs are no circle") != std::string::npos)
         << Home.ReportText();
