@@ -96,5 +96,25 @@ TEST(ProgramsRandom, DISABLED_BothControlsCutTheSameOnAllPlanesFromEveryCorner)
     RandomPrograms{false, false}.ExpectSameCuts();
 }
 
+// The smallest case of the leads: a contour in the view above that ends with a bulge.
+TEST(ProgramsRandom, DISABLED_LeadsAtABulgeInTheViewAboveAreThoseOfACnc)
+{
+    const std::string border = "BORDERZ18";
+    const std::string drawing =
+        Drawing(Rectangle(border, 60, 60, 600, 400) + Rectangle(border, 60, 480, 600, 18) +
+                Polyline("ROUTEZ5T71L2LD3", {{200, 485}, {230, 485}, {230, 493, 1.5}, {200, 485}}));
+    MachineSteps steps[2];
+    for (const Int control : {Int(0), Int(2)}) {
+        Scene home;
+        home.Write("EvHeader.dat", "HEAD\r\n\r\n::SIDE=\r\n\r\nEND\r\n");
+        Config.PrecisionMetric = "5";
+        kv::Run.ControlType = control;
+        ASSERT_TRUE(home.Convert(drawing)) << home.ReportText();
+        steps[control / 2] = control == 0 ? ReadCnc(home.Program())
+                                          : ReadEvolution(LinesOf(home.Read(home.Programs / "DOOR.CNC")));
+    }
+    EXPECT_EQ(StepsMissing(steps[0], steps[1]), "");
+}
+
 } // namespace
 } // namespace kv::test
