@@ -2,7 +2,7 @@
 # is missing and builds one preset. Asks the package database first, so that a machine that has all
 # it needs is left alone and no network is used.
 
-build_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+build_packages="g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev"
 # Fonts: without any, no text of the window can be measured or seen.
 window_packages="qt6-base-dev fonts-dejavu-core"
 test_packages="libgtest-dev libpolyclipping-dev"

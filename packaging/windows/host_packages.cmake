@@ -14,3 +14,4 @@ endfunction()
 
 take_header_package(CLI11::CLI11 CLI)
 take_header_package(nlohmann_json::nlohmann_json nlohmann)
+take_header_package(Boost::headers boost)

@@ -1,0 +1,31 @@
+// Lines and arcs of the plane: the spans of a way.
+#pragma once
+
+#include <vector>
+
+#include "geometry/angles.h"
+
+namespace kv {
+
+// A vertex and the span to the next one: the tangent of a quarter of its angle, above 0
+// counter-clockwise, 0 for a line.
+struct PathVertex {
+    PlanePoint At;
+    double Bulge = 0;
+};
+// A line, or an arc by its centre.
+struct PathSpan {
+    PlanePoint From, To;
+    bool IsArc = false;
+    bool CounterClockwise = false;
+    PlanePoint Centre;
+    double Radius = 0;
+};
+PathSpan SpanBetween(const PathVertex& from, const PlanePoint& to);
+// Radians, 0 to below a full turn, in the arc's own sense.
+double SweepOfArc(const PathSpan& arc);
+PlanePoint NearestOnSpan(const PathSpan& span, const PlanePoint& point);
+// Where the whole lines, or the circles of arcs, cross: none, one or two points.
+std::vector<PlanePoint> CrossingsOfWholes(const PathSpan& a, const PathSpan& b);
+
+} // namespace kv
