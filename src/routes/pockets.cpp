@@ -1,16 +1,17 @@
 // Pockets by their form: rectangles first, then circles that are two arcs of a route, then circles of
-// the circle list. Relies on chained routes whose records carry the pocket's mark in OscZ; leaves
-// clearing paths without it, in front of the other routes. An outline that cannot be cleared stays a
-// plain route and is told.
+// the circle list; or, by the setting Pockets, all of them by true insets. Relies on chained routes whose
+// records carry the pocket's mark in OscZ; leaves clearing paths without it, in front of the other routes.
+// An outline that cannot be cleared stays a plain route and is reported.
 #include "routes/pockets.h"
 
 #include <algorithm>
-#include <span>
 #include <vector>
 
 #include "routes/circle_pockets.h"
+#include "routes/pocket_list.h"
 #include "routes/pocket_values.h"
 #include "routes/rectangle_pockets.h"
+#include "routes/shaped_pockets.h"
 
 namespace kv {
 
@@ -19,52 +20,9 @@ namespace {
 constexpr Int TaperedStart = -4;
 constexpr std::size_t FewestRecords = 6; // of a rectangle with its start mark
 
-using ChainSpan = std::span<const RouteSegment>;
-
-// A chain of the list that is built, and what it has become.
-struct PocketChain {
-    std::size_t First = 0, Count = 0; // in the list's records
-    bool IsPocket = false;            // cleared
-    bool FromCircleList = false;
-    int Rank = 0;
-};
-
-struct PocketList {
-    std::vector<RouteSegment> Records;
-    std::vector<PocketChain> Chains;
-
-    ChainSpan Of(const PocketChain& chain) const { return {&Records[chain.First], chain.Count}; }
-    // The records behind the last chain are a chain now.
-    void EndChain(bool isPocket)
-    {
-        const std::size_t first = Chains.empty() ? 0 : Chains.back().First + Chains.back().Count;
-        Chains.push_back({first, Records.size() - first, isPocket});
-    }
-};
-
-std::vector<ChainSpan> ChainsOf(ChainSpan records)
-{
-    std::vector<ChainSpan> chains;
-    std::size_t first = 0;
-    for (std::size_t i = 1; i <= records.size(); ++i) {
-        if (i < records.size() && !StartsRoute(records[i]))
-            continue;
-        if (i > first)
-            chains.push_back(records.subspan(first, i - first));
-        first = i;
-    }
-    return chains;
-}
-
 bool StartsPocket(const RouteSegment& record)
 {
     return record.Kind == TaperedStart && MarksPocket(record.OscZ, record.Pass);
-}
-
-void Copy(ChainSpan chain, std::vector<RouteSegment>& records)
-{
-    for (const RouteSegment& record : chain)
-        AddTo(records, record);
 }
 
 // The chain begins with the pocket's start mark; what stood in front of it goes to the end.
@@ -82,7 +40,7 @@ bool ClearRectangleOf(ChainSpan chain, std::vector<RouteSegment>& records)
 {
     const auto mark = std::find_if(chain.begin(), chain.end(), StartsPocket);
     if (mark == chain.end()) {
-        Copy(chain, records);
+        CopyChain(chain, records);
         return false;
     }
     const std::vector<RouteSegment> contour =
@@ -91,7 +49,7 @@ bool ClearRectangleOf(ChainSpan chain, std::vector<RouteSegment>& records)
         ReportUncleared(contour.front().Pass, PointOf(contour.front()));
     else if (ClearRectangle(contour, records))
         return true;
-    Copy(contour, records);
+    CopyChain(contour, records);
     return false;
 }
 
@@ -105,7 +63,7 @@ bool ClearCircleOf(ChainSpan chain, std::vector<RouteSegment>& records)
     } else if (!StartsPocket(first) && std::any_of(chain.begin(), chain.end(), marksPocket)) {
         ReportUncleared(first.Pass, PointOf(first)); // one that starts as a rectangle is told
     }
-    Copy(chain, records);
+    CopyChain(chain, records);
     return false;
 }
 
@@ -122,7 +80,7 @@ PocketList ClearCircles(const PocketList& drawn)
     PocketList list;
     for (const PocketChain& chain : drawn.Chains) {
         if (chain.IsPocket) {
-            Copy(drawn.Of(chain), list.Records);
+            CopyChain(drawn.Of(chain), list.Records);
             list.EndChain(true);
         } else {
             list.EndChain(ClearCircleOf(drawn.Of(chain), list.Records));
@@ -171,7 +129,7 @@ void StoreChains(const PocketList& list)
     ordered.reserve(list.Records.size());
     for (const PocketChain& chain : list.Chains) {
         const std::size_t first = ordered.size();
-        Copy(list.Of(chain), ordered);
+        CopyChain(list.Of(chain), ordered);
         if (first > 0) // the head of the list needs no start, what is put behind a pocket does
             ordered[first].Dir = RouteStart;
     }
@@ -183,8 +141,13 @@ void StoreChains(const PocketList& list)
 void ExcavatePockets()
 {
     const std::vector<RouteSegment> drawn(RouteSegments.begin() + 1, RouteSegments.end());
-    PocketList list = ClearCircles(ClearRectangles(drawn));
-    AddListCircles(list);
+    PocketList list;
+    if (ClearsAnyShape()) {
+        list = ClearAnyShapes(drawn);
+    } else {
+        list = ClearCircles(ClearRectangles(drawn));
+        AddListCircles(list);
+    }
     PutPocketsFirst(list);
     StoreChains(list);
 }

@@ -56,6 +56,7 @@ struct Settings {
     std::string RouteTolerance; // mm; 0 or blank: 0.1
     std::string Origin;         // a number; not 0 flips the origin in Y
     std::string SPDA;
+    std::string Pockets; // "told": rectangles and circles by their rules; "any": any shape by true insets
 
     // Section "System".
     std::string Help, OLHelp, Viewer;

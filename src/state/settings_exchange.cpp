@@ -97,6 +97,7 @@ const SettingRow OtherRows[] = {
     {"RouteTolerance", Form::Text, &Config.RouteTolerance},
     {"Origin", Form::Text, &Config.Origin},
     {"SPDA", Form::Text, &Config.SPDA},
+    {"Pockets", Form::Text, &Config.Pockets},
 };
 
 // Section "System".

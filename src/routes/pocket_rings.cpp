@@ -1,0 +1,212 @@
+// Levels of loops: one pitch apart, and between them where the tool leaves floor. Relies on the
+// distance field of the walls; leaves loops of few pieces.
+#include "routes/pocket_rings.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kv {
+
+namespace {
+
+constexpr double HairShare = 0.01;       // of the tool's radius
+constexpr double WallTolerance = 0.0005; // of the radius, on the walls' own loops
+constexpr double FloorTolerance = 0.01;  // on loops further in: floor is cut twice there
+constexpr double StraightTurn = 0.35;    // radians; a corner of more is kept
+constexpr double OverlapShare = 1.9;     // of the radius, between two loops
+constexpr double FloorReach = 0.94; // of the radius, from a corner of the centre\'s loop, which is cut round
+
+double OffChord(const PlanePoint& a, const PlanePoint& b, const PlanePoint& point)
+{
+    const double length = Distance(a, b);
+    if (!(length > 0))
+        return Distance(a, point);
+    return std::fabs((b.X - a.X) * (point.Y - a.Y) - (b.Y - a.Y) * (point.X - a.X)) / length;
+}
+
+double TurnAt(const PathSpan& span, const PathSpan& next)
+{
+    const double ax = span.To.X - span.From.X, ay = span.To.Y - span.From.Y;
+    const double bx = next.To.X - next.From.X, by = next.To.Y - next.From.Y;
+    return std::atan2(ax * by - ay * bx, ax * bx + ay * by);
+}
+
+// How far the arc rises above its chord.
+double RiseOf(const PathSpan& arc)
+{
+    return arc.Radius * (1 - std::cos(SweepOfArc(arc) / 2));
+}
+
+// Flat arcs are taken as their chords.
+PathSpan Flattened(const PathSpan& span, double tolerance)
+{
+    if (!span.IsArc || SweepOfArc(span) > StraightTurn || RiseOf(span) > tolerance / 4)
+        return span;
+    PathSpan chord;
+    chord.From = span.From;
+    chord.To = span.To;
+    return chord;
+}
+
+// The points between first and last that a chord within the tolerance cannot leave out.
+void KeepPoints(const InsetLoop& lines, std::size_t first, std::size_t last, double tolerance,
+                std::vector<char>& keeps)
+{
+    std::vector<std::pair<std::size_t, std::size_t>> open{{first, last}};
+    while (!open.empty()) {
+        const auto [begin, end] = open.back();
+        open.pop_back();
+        double furthest = tolerance;
+        std::size_t at = end;
+        for (std::size_t i = begin + 1; i < end; ++i) {
+            const double off = OffChord(lines[begin].From, lines[end].From, lines[i].From);
+            if (off > furthest) {
+                furthest = off;
+                at = i;
+            }
+        }
+        if (at == end)
+            continue;
+        keeps[at] = 1;
+        open.push_back({begin, at});
+        open.push_back({at, end});
+    }
+}
+
+// A run of lines with few points. Those beside an arc, and before and behind a corner, stay.
+void AddRun(const InsetLoop& run, double tolerance, InsetLoop& loop)
+{
+    std::vector<char> keeps(run.size(), 0);
+    for (std::size_t i = 0; i < run.size(); ++i)
+        if (i == 0 || i + 1 == run.size() || std::fabs(TurnAt(run[i - 1], run[i])) > StraightTurn)
+            keeps[i] = 1;
+    if (run.size() > 1)
+        keeps[1] = 1;
+    std::size_t first = 0;
+    for (std::size_t i = 1; i < run.size(); ++i)
+        if (keeps[i] != 0) {
+            KeepPoints(run, first, i, tolerance, keeps);
+            first = i;
+        }
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        if (keeps[i] != 0)
+            loop.push_back(run[i]);
+        else
+            loop.back().To = run[i].To;
+    }
+}
+
+InsetLoop Simplified(const InsetLoop& drawn, double tolerance)
+{
+    InsetLoop flat;
+    for (const PathSpan& span : drawn)
+        flat.push_back(Flattened(span, tolerance));
+    const auto isArc = [](const PathSpan& span) { return span.IsArc; };
+    std::rotate(flat.begin(), std::find_if(flat.begin(), flat.end(), isArc), flat.end());
+    InsetLoop loop, run;
+    const auto endRun = [&] {
+        if (!run.empty())
+            AddRun(run, tolerance, loop);
+        run.clear();
+    };
+    for (const PathSpan& span : flat) {
+        if (!span.IsArc) {
+            run.push_back(span);
+            continue;
+        }
+        endRun();
+        loop.push_back(span);
+    }
+    endRun();
+    return loop;
+}
+
+bool Encloses(const FlatPaths& rings, std::int32_t ring, const std::vector<PlanePoint>& points)
+{
+    return std::any_of(points.begin(), points.end(),
+                       [&](const PlanePoint& point) { return IsInside(rings, ring, point); });
+}
+
+// Of the loops those around the points, with the islands inside them.
+std::vector<InsetLoop> RingsAround(const std::vector<InsetLoop>& loops, const std::vector<PlanePoint>& points,
+                                   double tolerance)
+{
+    if (loops.empty())
+        return {};
+    std::vector<ClosedPath> paths;
+    for (const InsetLoop& loop : loops)
+        paths.push_back(PathOf(loop));
+    const FlatPaths flat(paths, tolerance);
+    std::vector<char> isTaken(loops.size(), 0);
+    for (std::size_t i = 0; i < loops.size(); ++i)
+        isTaken[i] = SignedArea(paths[i]) > 0 && Encloses(flat, static_cast<std::int32_t>(i), points) ? 1 : 0;
+    std::vector<InsetLoop> rings;
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+        bool isIn = isTaken[i] != 0;
+        for (std::size_t k = 0; k < loops.size() && !isIn && SignedArea(paths[i]) <= 0; ++k)
+            isIn = isTaken[k] != 0 && IsInside(flat, static_cast<std::int32_t>(k), loops[i].front().From);
+        if (isIn)
+            rings.push_back(loops[i]);
+    }
+    return rings;
+}
+
+} // namespace
+
+ClosedPath PathOf(const InsetLoop& loop)
+{
+    ClosedPath path;
+    for (const PathSpan& span : loop) {
+        const double bulge = span.IsArc ? std::tan(SweepOfArc(span) / 4) : 0;
+        path.push_back({span.From, span.CounterClockwise ? bulge : -bulge});
+    }
+    return path;
+}
+
+ToolReach ReachOf(double toolRadius)
+{
+    return {toolRadius, HairShare * toolRadius};
+}
+
+double LargestStep(double toolRadius)
+{
+    return OverlapShare * toolRadius;
+}
+
+std::vector<RingLevel> RingLevelsOf(const InsetField& field, const ToolReach& reach, double pitch,
+                                    std::size_t mostPieces)
+{
+    const double step = std::min(pitch, LargestStep(reach.Radius));
+    const double tolerance = FloorTolerance * reach.Radius;
+    std::vector<RingLevel> levels;
+    std::size_t pieces = 0;
+    const auto add = [&](double clearance, const std::vector<InsetLoop>& loops, double within) {
+        RingLevel level{clearance, {}};
+        for (const InsetLoop& loop : loops) {
+            level.Rings.push_back(Simplified(loop, within));
+            pieces += level.Rings.back().size();
+        }
+        if (!level.Rings.empty())
+            levels.push_back(std::move(level));
+    };
+    for (int k = 0; pieces <= mostPieces; ++k) {
+        const double clearance = reach.Aside() + k * step;
+        const std::vector<InsetLoop> loops = field.LoopsAt(clearance);
+        if (loops.empty())
+            break;
+        add(clearance, loops, k == 0 ? WallTolerance * reach.Radius : tolerance);
+        // What the tool leaves between this level and the next.
+        const double cleared = k * step + 2 * reach.Radius - tolerance;
+        if (!(clearance + step > cleared))
+            continue;
+        const std::vector<PlanePoint> left =
+            field.FarFromLoops(cleared, clearance + step, FloorReach * reach.Radius);
+        if (left.empty())
+            continue;
+        const double between = clearance + step / 2;
+        add(between, RingsAround(field.LoopsAt(between), left, tolerance), tolerance);
+    }
+    return levels;
+}
+
+} // namespace kv

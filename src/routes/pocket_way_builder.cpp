@@ -1,0 +1,186 @@
+// The programmed way runs beside the loop of the tool's centre, toward the wall: lines meet in their
+// corners, other pieces in an arc around the centre's corner. Spans so short that the rounding of a
+// program would turn them are left out.
+#include "routes/pocket_way_builder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace kv {
+
+namespace {
+
+constexpr double ShortestSpan = 0.006; // of the tool's radius
+constexpr double SharpestCorner = 2.6; // radians; a sharper one is rounded
+
+struct Direction {
+    double X = 0, Y = 0;
+};
+
+Direction DirectionOf(const PathSpan& line)
+{
+    const double length = Distance(line.From, line.To);
+    return {(line.To.X - line.From.X) / length, (line.To.Y - line.From.Y) / length};
+}
+
+PlanePoint PointAround(const PlanePoint& centre, double radius, double angle)
+{
+    return {centre.X + radius * std::cos(angle), centre.Y + radius * std::sin(angle)};
+}
+
+} // namespace
+
+double CounterClockwiseFrom(double from, double to)
+{
+    constexpr double fullCircle = 2 * std::numbers::pi;
+    const double sweep = std::fmod(to - from, fullCircle);
+    return sweep < 0 ? sweep + fullCircle : sweep;
+}
+
+double AngleAround(const PlanePoint& centre, const PlanePoint& point)
+{
+    return std::atan2(point.Y - centre.Y, point.X - centre.X);
+}
+
+double LengthOfPiece(const PathSpan& span)
+{
+    return span.IsArc ? span.Radius * SweepOfArc(span) : Distance(span.From, span.To);
+}
+
+PlanePoint MiddleOf(const PathSpan& span)
+{
+    if (!span.IsArc)
+        return {(span.From.X + span.To.X) / 2, (span.From.Y + span.To.Y) / 2};
+    const double half = SweepOfArc(span) / 2;
+    return PointAround(span.Centre, span.Radius,
+                       AngleAround(span.Centre, span.From) + (span.CounterClockwise ? half : -half));
+}
+
+PlanePoint Beside(const PathSpan& piece, const PlanePoint& point, double aside)
+{
+    if (!piece.IsArc) {
+        const Direction along = DirectionOf(piece);
+        return {point.X + along.Y * aside, point.Y - along.X * aside};
+    }
+    const double radius = std::max(0.0, piece.CounterClockwise ? piece.Radius + aside : piece.Radius - aside);
+    const double share = radius / Distance(piece.Centre, point);
+    return {piece.Centre.X + share * (point.X - piece.Centre.X),
+            piece.Centre.Y + share * (point.Y - piece.Centre.Y)};
+}
+
+WayBuilder::WayBuilder(const ToolReach& reach) : Aside(reach.Aside()), Shortest(ShortestSpan * reach.Radius)
+{
+}
+
+void WayBuilder::Begin(const PathSpan& piece, const PlanePoint& centre, double share)
+{
+    TurnEnds.clear();
+    Points = {{Beside(piece, centre, Aside), 0, share}};
+}
+
+// A short one lengthens the line in front, or goes.
+void WayBuilder::AddLine(const PlanePoint& to, double share)
+{
+    WayPoint& last = Points.back();
+    if (Distance(last.At, to) >= Shortest) {
+        last.Bulge = 0;
+        Points.push_back({to, 0, share});
+        return;
+    }
+    last.DepthShare = share;
+    if (Points.size() > 1 && Points[Points.size() - 2].Bulge == 0)
+        last.At = to;
+}
+
+void WayBuilder::AddArc(const PlanePoint& centre, bool counterClockwise, double sweep, const PlanePoint& to,
+                        double share)
+{
+    const PlanePoint& from = Points.back().At;
+    const double radius = Distance(centre, to);
+    if (sweep * radius < Shortest) {
+        AddLine(to, share);
+        return;
+    }
+    // The way may have come to a point that lies a little off the arc's own beginning.
+    const double begin = AngleAround(centre, from), end = AngleAround(centre, to);
+    const double turned =
+        counterClockwise ? CounterClockwiseFrom(begin, end) : CounterClockwiseFrom(end, begin);
+    const double taken = turned > sweep + 1 ? sweep : turned;
+    const double sense = counterClockwise ? 1 : -1;
+    if (taken <= std::numbers::pi) {
+        Points.back().Bulge = sense * std::tan(taken / 4);
+        Points.push_back({to, 0, share});
+        return;
+    }
+    const double half = sense * std::tan(taken / 8); // more than a half turn is two spans
+    Points.back().Bulge = half;
+    Points.push_back({PointAround(centre, radius, begin + sense * taken / 2), half,
+                      (Points.back().DepthShare + share) / 2});
+    Points.push_back({to, 0, share});
+}
+
+void WayBuilder::AddPiece(const PathSpan& piece, const PlanePoint& to, double share)
+{
+    if (!piece.IsArc)
+        AddLine(to, share);
+    else if (Distance(piece.Centre, to) > 0)
+        AddArc(piece.Centre, piece.CounterClockwise, SweepOfArc(piece), to, share);
+}
+
+void WayBuilder::AddCorner(const PathSpan& piece, const PathSpan& next, double share)
+{
+    const PlanePoint end = Beside(piece, piece.To, Aside);
+    const PlanePoint begin = Beside(next, next.From, Aside);
+    if (!piece.IsArc && !next.IsArc) {
+        const Direction a = DirectionOf(piece), b = DirectionOf(next);
+        const double turn = std::atan2(a.X * b.Y - a.Y * b.X, a.X * b.X + a.Y * b.Y);
+        if (std::fabs(turn) < SharpestCorner) { // both lines go on to where they meet
+            const double further = Aside * std::tan(turn / 2);
+            AddLine({end.X + further * a.X, end.Y + further * a.Y}, share);
+            return;
+        }
+    }
+    // Left turns are corners of the walls; a right one comes from a flat arc taken as its chord.
+    const PlanePoint& corner = piece.To;
+    const double sweep = CounterClockwiseFrom(AngleAround(corner, end), AngleAround(corner, begin));
+    if (sweep * Aside < Shortest || sweep >= std::numbers::pi) {
+        AddPiece(piece, begin, share);
+        return;
+    }
+    AddPiece(piece, end, share);
+    AddArc(corner, true, sweep, begin, share);
+}
+
+void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
+{
+    const std::size_t count = ring.Pieces.size();
+    PathSpan first = ring.Pieces[ring.EntryPiece], last = first;
+    first.From = ring.Entry;
+    last.To = ring.Entry;
+    std::vector<PathSpan> pieces{first};
+    for (std::size_t i = 1; i < count; ++i)
+        pieces.push_back(ring.Pieces[(ring.EntryPiece + i) % count]);
+    pieces.push_back(last);
+    double whole = 0, done = 0;
+    for (const PathSpan& piece : pieces)
+        whole += LengthOfPiece(piece);
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const PathSpan& piece = pieces[i];
+        done += LengthOfPiece(piece);
+        const double share = fromShare + (toShare - fromShare) * (whole > 0 ? done / whole : 1);
+        if (i + 1 < pieces.size())
+            AddCorner(piece, pieces[i + 1], share);
+        else
+            AddPiece(piece, Beside(piece, piece.To, Aside), toShare);
+    }
+}
+
+void WayBuilder::AddJoin(const PlanePoint& centre, const PathSpan& piece)
+{
+    const PlanePoint to = Beside(piece, centre, Aside);
+    const double sweep = CounterClockwiseFrom(AngleAround(centre, Points.back().At), AngleAround(centre, to));
+    AddArc(centre, true, sweep, to, 1);
+}
+
+} // namespace kv

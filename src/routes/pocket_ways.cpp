@@ -1,0 +1,219 @@
+// Joins the loops of a pocket from the middle outward. From one loop to the next the way turns toward the
+// wall and rolls back on an arc of the tool's radius: the tool stays between both loops and comes to the
+// outer one along its way.
+#include "routes/pocket_ways.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <utility>
+
+#include "routes/pocket_rings.h"
+#include "routes/pocket_way_builder.h"
+
+namespace kv {
+
+namespace {
+
+constexpr double WallChords = 0.0002; // of the tool's radius: how far chords leave the walls' arcs
+constexpr double OpenJoint = 0.0002;  // of the radius: what may lie beside a piece's ends
+constexpr double NarrowRise = 0.05;   // of the radius: what counts as a place of its own
+constexpr double RampSlope = 5;       // lengths to one down
+constexpr int MostRampTurns = 8;
+constexpr double FullCircle = 2 * std::numbers::pi;
+
+// Where a join reaches a ring.
+struct Joint {
+    std::size_t RingNumber = 0, Piece = 0;
+    PlanePoint At;
+    double Angle = std::numeric_limits<double>::infinity(); // clockwise around the join's corner
+};
+
+// The end of a part: any place that is not its last point.
+PlanePoint OffPoint(const PlanePoint& point, double aside)
+{
+    return {point.X + aside, point.Y};
+}
+
+class RingJoiner {
+  public:
+    RingJoiner(const std::vector<RingLevel>& levels, const PocketTask& task)
+        : Task(task), Reach(ReachOf(task.ToolRadius)), Builder(Reach)
+    {
+        for (std::size_t level = 0; level < levels.size(); ++level)
+            for (const InsetLoop& loop : levels[level].Rings) {
+                Rings.push_back({});
+                Rings.back().Pieces = loop;
+                Rings.back().Level = level;
+            }
+    }
+    PocketWays Join();
+
+  private:
+    struct EndedWay {
+        PocketWay Way;
+        std::vector<std::size_t> TurnEnds;
+        std::size_t Level = 0; // of its last ring
+    };
+
+    bool IsFull() const { return Total + Builder.Points.size() > Task.MostPoints; }
+    EndedWay EndAt(const Ring& ring)
+    {
+        Total += Builder.Points.size();
+        EndedWay ended{{std::move(Builder.Points), ring.Entry}, Builder.TurnEnds, ring.Level};
+        Builder.Points.clear();
+        return ended;
+    }
+    void BeginAlone(Ring& ring);
+    void AddRamp(const Ring& ring);
+    Joint NextRing(const Ring& ring, const PlanePoint& corner) const;
+    EndedWay WayFrom(std::size_t number);
+    void AddInParts(const EndedWay& way, std::vector<PocketWay>& ways) const;
+
+    const PocketTask& Task;
+    ToolReach Reach;
+    WayBuilder Builder;
+    std::size_t Total = 0;   // points of the ways that have ended
+    std::vector<Ring> Rings; // from the walls to the middle
+};
+
+// Away from corners: in the middle of the longest line, or as near to the mark as it goes.
+void RingJoiner::BeginAlone(Ring& ring)
+{
+    double best = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < ring.Pieces.size(); ++i) {
+        const PathSpan& piece = ring.Pieces[i];
+        PlanePoint place = MiddleOf(piece);
+        double worth = LengthOfPiece(piece) * (piece.IsArc ? 0.5 : 1);
+        if (Task.Mark) {
+            place = NearestOnSpan(piece, *Task.Mark);
+            worth = -Distance(place, *Task.Mark);
+        }
+        if (worth <= best)
+            continue;
+        best = worth;
+        ring.EntryPiece = i;
+        ring.Entry = place;
+    }
+    ring.IsEntered = true;
+}
+
+// As many turns as an easy slope takes, the last one at full depth following.
+void RingJoiner::AddRamp(const Ring& ring)
+{
+    double length = 0;
+    for (const PathSpan& piece : ring.Pieces)
+        length += LengthOfPiece(piece);
+    const double turnsNeeded = std::ceil(RampSlope * Task.Depth / length);
+    const int turns = static_cast<int>(std::clamp(turnsNeeded, 1.0, double(MostRampTurns)));
+    for (int turn = 0; turn < turns; ++turn)
+        Builder.AddTurn(ring, static_cast<double>(turn) / turns, static_cast<double>(turn + 1) / turns);
+}
+
+Joint RingJoiner::NextRing(const Ring& ring, const PlanePoint& corner) const
+{
+    const double begin = AngleAround(corner, ring.Entry);
+    const double open = OpenJoint * Reach.Radius;
+    const PathSpan roll{ring.Entry, ring.Entry, true, false, corner, Reach.Aside()};
+    Joint nearest;
+    for (std::size_t number = 0; number < Rings.size(); ++number) {
+        const Ring& outer = Rings[number];
+        if (outer.Level >= ring.Level || outer.Level + 2 < ring.Level)
+            continue;
+        for (std::size_t i = 0; i < outer.Pieces.size(); ++i)
+            for (const PlanePoint& point : CrossingsOfWholes(outer.Pieces[i], roll)) {
+                if (Distance(point, NearestOnSpan(outer.Pieces[i], point)) > open)
+                    continue;
+                const double angle = CounterClockwiseFrom(AngleAround(corner, point), begin);
+                if (angle < nearest.Angle)
+                    nearest = {number, i, point, angle};
+            }
+    }
+    return nearest;
+}
+
+RingJoiner::EndedWay RingJoiner::WayFrom(std::size_t number)
+{
+    BeginAlone(Rings[number]);
+    const bool hasRamp = Task.Depth > 0 && !Task.Mark;
+    const Ring& first = Rings[number];
+    Builder.Begin(first.Pieces[first.EntryPiece], first.Entry, hasRamp ? 0 : 1);
+    if (hasRamp)
+        AddRamp(first);
+    for (;;) {
+        const Ring& ring = Rings[number];
+        Builder.AddTurn(ring, 1, 1);
+        Builder.EndTurn();
+        if (ring.Level == 0 || IsFull())
+            return EndAt(ring);
+        const PlanePoint corner = Beside(ring.Pieces[ring.EntryPiece], ring.Entry, Reach.Aside());
+        const Joint joint = NextRing(ring, corner);
+        if (!(joint.Angle < FullCircle) || Rings[joint.RingNumber].IsEntered)
+            return EndAt(ring); // another way goes on from there
+        number = joint.RingNumber;
+        Ring& outer = Rings[number];
+        outer.IsEntered = true;
+        outer.EntryPiece = joint.Piece;
+        outer.Entry = joint.At;
+        Builder.AddJoin(joint.At, outer.Pieces[joint.Piece]);
+    }
+}
+
+PocketWays RingJoiner::Join()
+{
+    std::vector<EndedWay> ended;
+    for (std::size_t number = Rings.size(); number-- > 0 && !IsFull();)
+        if (!Rings[number].IsEntered)
+            ended.push_back(WayFrom(number));
+    // What ends further in is cleared before the loops around it.
+    std::stable_sort(ended.begin(), ended.end(),
+                     [](const EndedWay& a, const EndedWay& b) { return a.Level > b.Level; });
+    PocketWays ways;
+    ways.IsTooMuch = IsFull();
+    for (const EndedWay& way : ended)
+        AddInParts(way, ways.Ways);
+    return ways;
+}
+
+// A part begins with the last span of the one in front, where the floor is cut already. It ends after a
+// full turn where one ends in its second half.
+void RingJoiner::AddInParts(const EndedWay& way, std::vector<PocketWay>& ways) const
+{
+    const std::vector<WayPoint>& points = way.Way.Points;
+    const std::size_t most = Task.MostPerWay > 2 ? Task.MostPerWay : points.size();
+    std::size_t first = 0;
+    for (; points.size() - first > most; --first) {
+        std::size_t end = first + most;
+        for (const std::size_t turnEnd : way.TurnEnds)
+            if (turnEnd > first + most / 2 && turnEnd <= first + most)
+                end = turnEnd;
+        PocketWay part;
+        part.Points.assign(points.begin() + static_cast<std::ptrdiff_t>(first),
+                           points.begin() + static_cast<std::ptrdiff_t>(end));
+        part.Leaves = OffPoint(part.Points.back().At, Reach.Aside());
+        ways.push_back(std::move(part));
+        first = end - 1;
+    }
+    PocketWay last;
+    last.Points.assign(points.begin() + static_cast<std::ptrdiff_t>(first), points.end());
+    last.Leaves = way.Way.Leaves;
+    ways.push_back(std::move(last));
+}
+
+} // namespace
+
+PocketWays WaysOf(const PocketTask& task)
+{
+    const ToolReach reach = ReachOf(task.ToolRadius);
+    const InsetField field(task.Walls, WallChords * task.ToolRadius);
+    PocketWays ways;
+    if (field.Deepest() > reach.Aside()) {
+        const std::vector<RingLevel> levels = RingLevelsOf(field, reach, task.Pitch, task.MostPoints);
+        ways = RingJoiner(levels, task).Join();
+    }
+    ways.Narrow = field.NarrowerThan(reach.Aside(), NarrowRise * task.ToolRadius);
+    return ways;
+}
+
+} // namespace kv
