@@ -171,19 +171,22 @@ void InsetDiagram::FindVertices()
 
 bool InsetDiagram::IsWithinRegion(const Edge& edge) const
 {
-    return edge.is_finite() &&
-           (IsInner[NumberOf(*edge.vertex0())] != 0 || IsInner[NumberOf(*edge.vertex1())] != 0);
+    return IsInnerVertex(edge.vertex0()) || IsInnerVertex(edge.vertex1());
 }
 
 void InsetDiagram::AddCrossings(const Edge& edge, double clearance, std::vector<Crossing>& crossings) const
 {
+    const CellSite& a = Sites[CellOf(edge)];
+    const CellSite& b = Sites[CellOf(*edge.twin())];
+    if (JoinsOwnEnd(a, b)) {
+        AddUpright(edge, (a.IsPoint ? a : b).From, clearance, crossings);
+        return;
+    }
     const double first = Clearances[NumberOf(*edge.vertex0())];
     const double second = Clearances[NumberOf(*edge.vertex1())];
     if (first < clearance && second < clearance)
         return;
-    const CellSite& a = Sites[CellOf(edge)];
-    const CellSite& b = Sites[CellOf(*edge.twin())];
-    if ((a.IsPoint || b.IsPoint) && !JoinsOwnEnd(a, b)) {
+    if (a.IsPoint || b.IsPoint) {
         AddDip(edge, clearance, crossings);
         return;
     }
@@ -192,6 +195,22 @@ void InsetDiagram::AddCrossings(const Edge& edge, double clearance, std::vector<
     const double share = (clearance - first) / (second - first);
     crossings.push_back({NumberOf(edge), first < clearance,
                          PointAlong(PlaceOf(*edge.vertex0()), PlaceOf(*edge.vertex1()), share)});
+}
+
+// An edge upright on the wall. It ends on the wall's point or, where the wall runs straight on, goes
+// through it and out of the region.
+void InsetDiagram::AddUpright(const Edge& edge, const PlanePoint& foot, double clearance,
+                              std::vector<Crossing>& crossings) const
+{
+    for (const Vertex* vertex : {edge.vertex0(), edge.vertex1()}) {
+        if (!IsInnerVertex(vertex) || Clearances[NumberOf(*vertex)] < clearance)
+            continue;
+        const Vertex* const other = vertex == edge.vertex0() ? edge.vertex1() : edge.vertex0();
+        if (IsInnerVertex(other) && Clearances[NumberOf(*other)] >= clearance)
+            continue; // all of it is further
+        crossings.push_back({NumberOf(edge), vertex == edge.vertex1(),
+                             PointAlong(foot, PlaceOf(*vertex), clearance / Clearances[NumberOf(*vertex)])});
+    }
 }
 
 // Places are measured along the chord, or across the line between the points.

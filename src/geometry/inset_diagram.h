@@ -65,6 +65,12 @@ struct InsetDiagram {
     void FindVertices();
     bool LiesInside(const Vertex& vertex, bool& isKnown) const;
     double DistanceToSite(const CellSite& site, const PlanePoint& point) const;
+    bool IsInnerVertex(const Vertex* vertex) const
+    {
+        return vertex != nullptr && IsInner[NumberOf(*vertex)] != 0;
+    }
+    void AddUpright(const Edge& edge, const PlanePoint& foot, double clearance,
+                    std::vector<Crossing>& crossings) const;
     void AddDip(const Edge& edge, double clearance, std::vector<Crossing>& crossings) const;
 };
 

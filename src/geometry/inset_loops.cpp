@@ -14,7 +14,7 @@ namespace {
 
 using Edge = InsetDiagram::Edge;
 constexpr std::int32_t NoCrossing = -1;
-constexpr double SmoothTurn = std::numbers::pi / 180; // a corner of less is none
+constexpr double SmoothShare = 4; // chord tolerances by which a corner moves the line that is none
 
 // The part of a loop within one cell.
 struct CellPiece {
@@ -80,7 +80,7 @@ bool LoopPieces::IsSmoothCorner(std::int32_t number) const
         return true;
     const double turn =
         TurnBetween(TangentAt(static_cast<std::int32_t>(before), true), TangentAt(number, false));
-    return std::fabs(turn) < SmoothTurn;
+    return std::fabs(turn) * Clearance < SmoothShare * Diagram.Tolerance * Diagram.Paths.Scale;
 }
 
 // Whether the two pieces are one: both belong to one span, and the wall between them is smooth.

@@ -39,6 +39,11 @@ class BandWays {
         Ways[vertex] = way;
         Open.push({way, vertex});
     }
+    // Edges upright on a wall are none.
+    bool IsMiddle(const Edge& edge) const
+    {
+        return edge.is_primary() && edge.is_finite() && Diagram.IsWithinRegion(edge);
+    }
     void Spread();
     std::optional<PlanePoint> FarMiddle(const Edge& edge, double furthest) const;
     std::optional<PlanePoint> FarBottom(const Edge& edge, double furthest) const;
@@ -54,7 +59,7 @@ BandWays::BandWays(const InsetDiagram& diagram, double low, double high)
 {
     std::vector<Crossing> tops;
     for (const Edge& edge : diagram.Graph.edges()) {
-        if (!diagram.IsWithinRegion(edge) || !IsBetween(diagram.NumberOf(*edge.vertex0())))
+        if (!IsMiddle(edge) || !IsBetween(diagram.NumberOf(*edge.vertex0())))
             continue;
         tops.clear();
         diagram.AddCrossings(edge, high, tops);
@@ -75,7 +80,7 @@ void BandWays::Spread()
         const InsetDiagram::Vertex& vertex = Diagram.Graph.vertices()[number];
         const Edge* edge = vertex.incident_edge();
         do {
-            if (edge->is_finite() && IsBetween(Diagram.NumberOf(*edge->vertex1())))
+            if (IsMiddle(*edge) && IsBetween(Diagram.NumberOf(*edge->vertex1())))
                 Offer(Diagram.NumberOf(*edge->vertex1()),
                       way + LengthOf(Minus(InsetDiagram::PlaceOf(*edge->vertex1()),
                                            InsetDiagram::PlaceOf(vertex))));
@@ -135,7 +140,7 @@ std::vector<PlanePoint> BandWays::FurtherThan(double furthest) const
         if (IsBetween(i) && Ways[i] > furthest)
             add(InsetDiagram::PlaceOf(Diagram.Graph.vertices()[i]));
     for (const Edge& edge : Diagram.Graph.edges()) {
-        if (!Diagram.IsWithinRegion(edge))
+        if (!IsMiddle(edge))
             continue;
         if (const std::optional<PlanePoint> middle = FarMiddle(edge, furthest))
             add(*middle);

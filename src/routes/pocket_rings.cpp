@@ -73,19 +73,27 @@ void KeepPoints(const InsetLoop& lines, std::size_t first, std::size_t last, dou
     }
 }
 
-// A run of lines with few points. Those beside an arc, and before and behind a corner, stay.
-void AddRun(const InsetLoop& run, double tolerance, InsetLoop& loop)
+// A run of lines with few points. Beside an arc the line that meets it stays, unless it is no more than a
+// tolerance long; before and after a corner the points stay.
+void AddRun(const InsetLoop& run, bool besideArcs, double tolerance, InsetLoop& loop)
 {
-    std::vector<char> keeps(run.size(), 0);
-    for (std::size_t i = 0; i < run.size(); ++i)
-        if (i == 0 || i + 1 == run.size() || std::fabs(TurnAt(run[i - 1], run[i])) > StraightTurn)
-            keeps[i] = 1;
-    if (run.size() > 1)
-        keeps[1] = 1;
-    std::size_t first = 0;
+    std::vector<char> keeps(run.size() + 1, 0);
+    const auto isLong = [&](const PathSpan& line) { return Distance(line.From, line.To) > 2 * tolerance; };
+    keeps.front() = 1;
     for (std::size_t i = 1; i < run.size(); ++i)
+        if (std::fabs(TurnAt(run[i - 1], run[i])) > StraightTurn)
+            keeps[i] = 1;
+    if (besideArcs && isLong(run.front()))
+        keeps[1] = 1;
+    if (besideArcs && isLong(run.back()))
+        keeps[run.size() - 1] = 1;
+    InsetLoop points = run; // the point after the last line ends the run
+    points.push_back({run.back().To, run.back().To, false, false, {}, 0});
+    keeps.back() = 1;
+    std::size_t first = 0;
+    for (std::size_t i = 1; i <= run.size(); ++i)
         if (keeps[i] != 0) {
-            KeepPoints(run, first, i, tolerance, keeps);
+            KeepPoints(points, first, i, tolerance, keeps);
             first = i;
         }
     for (std::size_t i = 0; i < run.size(); ++i) {
@@ -102,11 +110,16 @@ InsetLoop Simplified(const InsetLoop& drawn, double tolerance)
     for (const PathSpan& span : drawn)
         flat.push_back(Flattened(span, tolerance));
     const auto isArc = [](const PathSpan& span) { return span.IsArc; };
-    std::rotate(flat.begin(), std::find_if(flat.begin(), flat.end(), isArc), flat.end());
+    auto begin = std::find_if(flat.begin(), flat.end(), isArc);
+    const bool hasArcs = begin != flat.end();
+    for (auto line = flat.begin(); line != flat.end() && begin == flat.end(); ++line) // else from a corner
+        if (std::fabs(TurnAt(line == flat.begin() ? flat.back() : *(line - 1), *line)) > StraightTurn)
+            begin = line;
+    std::rotate(flat.begin(), begin, flat.end());
     InsetLoop loop, run;
     const auto endRun = [&] {
         if (!run.empty())
-            AddRun(run, tolerance, loop);
+            AddRun(run, hasArcs, tolerance, loop);
         run.clear();
     };
     for (const PathSpan& span : flat) {
@@ -163,9 +176,10 @@ ClosedPath PathOf(const InsetLoop& loop)
     return path;
 }
 
-ToolReach ReachOf(double toolRadius)
+ToolReach ReachOf(double toolRadius, double deepest)
 {
-    return {toolRadius, HairShare * toolRadius};
+    const double room = std::max(0.0, deepest - toolRadius);
+    return {toolRadius, std::min(HairShare * toolRadius, room / 2)};
 }
 
 double LargestStep(double toolRadius)

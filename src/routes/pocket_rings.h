@@ -14,7 +14,8 @@ struct ToolReach {
     double Hair = 0;
     double Aside() const { return Radius + Hair; } // from the centre's loop to the programmed way
 };
-ToolReach ReachOf(double toolRadius);
+// In a pocket whose middle is so far from its walls: a slot hardly wider than the tool has a finer hair.
+ToolReach ReachOf(double toolRadius, double deepest);
 
 // Loops of one distance from the walls.
 struct RingLevel {

@@ -12,6 +12,7 @@ namespace kv {
 namespace {
 
 constexpr double ShortestSpan = 0.006; // of the tool's radius
+constexpr double EntryAtAnEnd = 1e-6;  // of the way's distance from the tool's centre
 constexpr double SharpestCorner = 2.6; // radians; a sharper one is rounded
 
 struct Direction {
@@ -21,6 +22,8 @@ struct Direction {
 Direction DirectionOf(const PathSpan& line)
 {
     const double length = Distance(line.From, line.To);
+    if (!(length > 0))
+        return {};
     return {(line.To.X - line.From.X) / length, (line.To.Y - line.From.Y) / length};
 }
 
@@ -69,37 +72,40 @@ PlanePoint Beside(const PathSpan& piece, const PlanePoint& point, double aside)
             piece.Centre.Y + share * (point.Y - piece.Centre.Y)};
 }
 
-WayBuilder::WayBuilder(const ToolReach& reach) : Aside(reach.Aside()), Shortest(ShortestSpan * reach.Radius)
+WayBuilder::WayBuilder(const ToolReach& reach, std::size_t mostPerWay)
+    : Aside(reach.Aside()), Shortest(ShortestSpan * reach.Radius), MostPerWay(mostPerWay)
 {
 }
 
 void WayBuilder::Begin(const PathSpan& piece, const PlanePoint& centre, double share)
 {
-    TurnEnds.clear();
+    Cuts.clear();
     Points = {{Beside(piece, centre, Aside), 0, share}};
 }
 
-// A short one lengthens the line in front, or goes.
-void WayBuilder::AddLine(const PlanePoint& to, double share)
+// A short one lengthens the line in front, or goes; so does one that its corners have turned round.
+void WayBuilder::AddLine(const PathSpan& piece, const PlanePoint& to, double share)
 {
     WayPoint& last = Points.back();
-    if (Distance(last.At, to) >= Shortest) {
+    const Direction along = DirectionOf(piece);
+    const bool isTurned = (to.X - last.At.X) * along.X + (to.Y - last.At.Y) * along.Y < 0;
+    if (Distance(last.At, to) >= Shortest && !isTurned) {
         last.Bulge = 0;
         Points.push_back({to, 0, share});
         return;
     }
     last.DepthShare = share;
-    if (Points.size() > 1 && Points[Points.size() - 2].Bulge == 0)
+    if (!isTurned && Points.size() > 1 && Points[Points.size() - 2].Bulge == 0)
         last.At = to;
 }
 
 void WayBuilder::AddArc(const PlanePoint& centre, bool counterClockwise, double sweep, const PlanePoint& to,
                         double share)
 {
-    const PlanePoint& from = Points.back().At;
+    const PlanePoint from = Points.back().At;
     const double radius = Distance(centre, to);
     if (sweep * radius < Shortest) {
-        AddLine(to, share);
+        AddLine({from, to, false, false, {}, 0}, to, share);
         return;
     }
     // The way may have come to a point that lies a little off the arc's own beginning.
@@ -123,7 +129,7 @@ void WayBuilder::AddArc(const PlanePoint& centre, bool counterClockwise, double 
 void WayBuilder::AddPiece(const PathSpan& piece, const PlanePoint& to, double share)
 {
     if (!piece.IsArc)
-        AddLine(to, share);
+        AddLine(piece, to, share);
     else if (Distance(piece.Centre, to) > 0)
         AddArc(piece.Centre, piece.CounterClockwise, SweepOfArc(piece), to, share);
 }
@@ -137,7 +143,7 @@ void WayBuilder::AddCorner(const PathSpan& piece, const PathSpan& next, double s
         const double turn = std::atan2(a.X * b.Y - a.Y * b.X, a.X * b.X + a.Y * b.Y);
         if (std::fabs(turn) < SharpestCorner) { // both lines go on to where they meet
             const double further = Aside * std::tan(turn / 2);
-            AddLine({end.X + further * a.X, end.Y + further * a.Y}, share);
+            AddLine(piece, {end.X + further * a.X, end.Y + further * a.Y}, share);
             return;
         }
     }
@@ -152,6 +158,38 @@ void WayBuilder::AddCorner(const PathSpan& piece, const PathSpan& next, double s
     AddArc(corner, true, sweep, begin, share);
 }
 
+bool WayBuilder::NeedsCut() const
+{
+    const std::size_t last = Cuts.empty() ? 0 : Cuts.back().Count;
+    return MostPerWay > 0 && Points.size() - last > MostPerWay / 2;
+}
+
+void WayBuilder::AddCut(const PathSpan& piece)
+{
+    PathSpan half = piece;
+    half.From = MiddleOf(piece);
+    const PlanePoint before = Beside(piece, half.From, Aside);
+    if (Distance(before, Points.back().At) < Shortest)
+        return;
+    const double bulge = half.IsArc ? std::tan(SweepOfArc(half) / 4) : 0;
+    Cuts.push_back({Points.size(), {before, half.CounterClockwise ? bulge : -bulge, 1}});
+}
+
+// The way is the wall's own corner there, around which the tool rolls.
+bool WayBuilder::BeginsAtACorner(const PathSpan& first) const
+{
+    return first.IsArc && !first.CounterClockwise && first.Radius - Aside < Shortest;
+}
+
+// A way that ends at the corner where it began leaves out the tool's roll around it: it goes on a little.
+void WayBuilder::CloseCorner(const PathSpan& corner, const PathSpan& next)
+{
+    AddCorner(corner, next, 1);
+    PathSpan half = next;
+    half.To = MiddleOf(next);
+    AddPiece(half, Beside(half, half.To, Aside), 1);
+}
+
 void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
 {
     const std::size_t count = ring.Pieces.size();
@@ -162,18 +200,32 @@ void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
     for (std::size_t i = 1; i < count; ++i)
         pieces.push_back(ring.Pieces[(ring.EntryPiece + i) % count]);
     pieces.push_back(last);
+    if (Distance(first.From, first.To) < EntryAtAnEnd * Aside) // the entry is the end of a piece
+        pieces.erase(pieces.begin());
+    if (Distance(last.From, last.To) < EntryAtAnEnd * Aside)
+        pieces.pop_back();
     double whole = 0, done = 0;
     for (const PathSpan& piece : pieces)
         whole += LengthOfPiece(piece);
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        const PathSpan& piece = pieces[i];
+        PathSpan& piece = pieces[i];
         done += LengthOfPiece(piece);
         const double share = fromShare + (toShare - fromShare) * (whole > 0 ? done / whole : 1);
+        if (fromShare == 1 && i > 0 && i + 1 < pieces.size() && NeedsCut()) {
+            PathSpan half = piece;
+            half.To = piece.From = MiddleOf(piece);
+            AddPiece(half, Beside(half, half.To, Aside), share);
+            AddCut(half);
+        }
         if (i + 1 < pieces.size())
             AddCorner(piece, pieces[i + 1], share);
         else
             AddPiece(piece, Beside(piece, piece.To, Aside), toShare);
     }
+    if (BeginsAtACorner(pieces.front()))
+        CloseCorner(pieces[0], pieces[1]);
+    else if (fromShare == 1)
+        AddCut(pieces.back());
 }
 
 void WayBuilder::AddJoin(const PlanePoint& centre, const PathSpan& piece)

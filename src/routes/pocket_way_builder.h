@@ -25,22 +25,30 @@ PlanePoint MiddleOf(const PathSpan& span);
 // The programmed way beside a point of the centre's: to the right, toward the wall.
 PlanePoint Beside(const PathSpan& piece, const PlanePoint& point, double aside);
 
+// Where a way can be cut in two: after so many points. The second part comes again from a point in front
+// of the cut, where the floor is cut already and no wall is near the tool's flank.
+struct WayCut {
+    std::size_t Count = 0;
+    WayPoint Before;
+};
+
 class WayBuilder {
   public:
-    explicit WayBuilder(const ToolReach& reach);
+    // There is a place to cut the way in every so many points; 0: none is needed.
+    WayBuilder(const ToolReach& reach, std::size_t mostPerWay);
 
     void Begin(const PathSpan& piece, const PlanePoint& centre, double share);
     // Once round the ring from its entry; the depth changes evenly along the way.
     void AddTurn(const Ring& ring, double fromShare, double toShare);
     // The tool rolls around the way's last point until its centre comes to a point of the next ring.
     void AddJoin(const PlanePoint& centre, const PathSpan& piece);
-    void EndTurn() { TurnEnds.push_back(Points.size()); }
 
     std::vector<WayPoint> Points;
-    std::vector<std::size_t> TurnEnds; // how many points there are after each full turn
+    std::vector<WayCut> Cuts; // after each turn, and within long ones
 
   private:
-    void AddLine(const PlanePoint& to, double share);
+    // Along the piece, or what is left of it.
+    void AddLine(const PathSpan& piece, const PlanePoint& to, double share);
     // Around the centre by about that sweep, in radians.
     void AddArc(const PlanePoint& centre, bool counterClockwise, double sweep, const PlanePoint& to,
                 double share);
@@ -48,7 +56,14 @@ class WayBuilder {
     // To the way's point between two pieces; a corner that is an arc is added whole.
     void AddCorner(const PathSpan& piece, const PathSpan& next, double share);
 
+    // The way has come to the end of the piece.
+    void AddCut(const PathSpan& piece);
+    bool NeedsCut() const;
+    bool BeginsAtACorner(const PathSpan& first) const;
+    void CloseCorner(const PathSpan& corner, const PathSpan& next);
+
     double Aside, Shortest;
+    std::size_t MostPerWay;
 };
 
 } // namespace kv

@@ -18,6 +18,7 @@ namespace {
 
 constexpr double WallChords = 0.0002; // of the tool's radius: how far chords leave the walls' arcs
 constexpr double OpenJoint = 0.0002;  // of the radius: what may lie beside a piece's ends
+constexpr double LeastHair = 0.0002;  // of the radius: a slot of the tool\'s own width is none
 constexpr double NarrowRise = 0.05;   // of the radius: what counts as a place of its own
 constexpr double RampSlope = 5;       // lengths to one down
 constexpr int MostRampTurns = 8;
@@ -38,8 +39,8 @@ PlanePoint OffPoint(const PlanePoint& point, double aside)
 
 class RingJoiner {
   public:
-    RingJoiner(const std::vector<RingLevel>& levels, const PocketTask& task)
-        : Task(task), Reach(ReachOf(task.ToolRadius)), Builder(Reach)
+    RingJoiner(const std::vector<RingLevel>& levels, const PocketTask& task, const ToolReach& reach)
+        : Task(task), Reach(reach), Builder(Reach, task.MostPerWay)
     {
         for (std::size_t level = 0; level < levels.size(); ++level)
             for (const InsetLoop& loop : levels[level].Rings) {
@@ -53,7 +54,7 @@ class RingJoiner {
   private:
     struct EndedWay {
         PocketWay Way;
-        std::vector<std::size_t> TurnEnds;
+        std::vector<WayCut> Cuts;
         std::size_t Level = 0; // of its last ring
     };
 
@@ -61,7 +62,7 @@ class RingJoiner {
     EndedWay EndAt(const Ring& ring)
     {
         Total += Builder.Points.size();
-        EndedWay ended{{std::move(Builder.Points), ring.Entry}, Builder.TurnEnds, ring.Level};
+        EndedWay ended{{std::move(Builder.Points), ring.Entry}, Builder.Cuts, ring.Level};
         Builder.Points.clear();
         return ended;
     }
@@ -87,8 +88,11 @@ void RingJoiner::BeginAlone(Ring& ring)
         PlanePoint place = MiddleOf(piece);
         double worth = LengthOfPiece(piece) * (piece.IsArc ? 0.5 : 1);
         if (Task.Mark) {
-            place = NearestOnSpan(piece, *Task.Mark);
-            worth = -Distance(place, *Task.Mark);
+            const PlanePoint nearest = NearestOnSpan(piece, *Task.Mark);
+            worth = -Distance(nearest, *Task.Mark);
+            const double fromEnds = std::min(Distance(nearest, piece.From), Distance(nearest, piece.To));
+            if (fromEnds > Reach.Hair) // else it is a corner
+                place = nearest;
         }
         if (worth <= best)
             continue;
@@ -144,7 +148,6 @@ RingJoiner::EndedWay RingJoiner::WayFrom(std::size_t number)
     for (;;) {
         const Ring& ring = Rings[number];
         Builder.AddTurn(ring, 1, 1);
-        Builder.EndTurn();
         if (ring.Level == 0 || IsFull())
             return EndAt(ring);
         const PlanePoint corner = Beside(ring.Pieces[ring.EntryPiece], ring.Entry, Reach.Aside());
@@ -176,41 +179,44 @@ PocketWays RingJoiner::Join()
     return ways;
 }
 
-// A part begins with the last span of the one in front, where the floor is cut already. It ends after a
-// full turn where one ends in its second half.
+// As few parts as their cuts allow.
 void RingJoiner::AddInParts(const EndedWay& way, std::vector<PocketWay>& ways) const
 {
     const std::vector<WayPoint>& points = way.Way.Points;
-    const std::size_t most = Task.MostPerWay > 2 ? Task.MostPerWay : points.size();
+    const auto at = [&points](std::size_t i) { return points.begin() + static_cast<std::ptrdiff_t>(i); };
     std::size_t first = 0;
-    for (; points.size() - first > most; --first) {
-        std::size_t end = first + most;
-        for (const std::size_t turnEnd : way.TurnEnds)
-            if (turnEnd > first + most / 2 && turnEnd <= first + most)
-                end = turnEnd;
-        PocketWay part;
-        part.Points.assign(points.begin() + static_cast<std::ptrdiff_t>(first),
-                           points.begin() + static_cast<std::ptrdiff_t>(end));
+    PocketWay part;
+    const auto goTo = [&](std::size_t end) {
+        part.Points.insert(part.Points.end(), at(first), at(end));
+        first = end - 1;
+    };
+    for (std::size_t i = 0; i < way.Cuts.size(); ++i) {
+        const WayCut& cut = way.Cuts[i];
+        const std::size_t next = i + 1 < way.Cuts.size() ? way.Cuts[i + 1].Count : points.size();
+        if (Task.MostPerWay == 0 || next - first + part.Points.size() < Task.MostPerWay ||
+            cut.Count == points.size())
+            continue;
+        goTo(cut.Count);
         part.Leaves = OffPoint(part.Points.back().At, Reach.Aside());
         ways.push_back(std::move(part));
-        first = end - 1;
+        part = {};
+        part.Points.push_back(cut.Before);
     }
-    PocketWay last;
-    last.Points.assign(points.begin() + static_cast<std::ptrdiff_t>(first), points.end());
-    last.Leaves = way.Way.Leaves;
-    ways.push_back(std::move(last));
+    goTo(points.size());
+    part.Leaves = way.Way.Leaves;
+    ways.push_back(std::move(part));
 }
 
 } // namespace
 
 PocketWays WaysOf(const PocketTask& task)
 {
-    const ToolReach reach = ReachOf(task.ToolRadius);
     const InsetField field(task.Walls, WallChords * task.ToolRadius);
+    const ToolReach reach = ReachOf(task.ToolRadius, field.Deepest());
     PocketWays ways;
-    if (field.Deepest() > reach.Aside()) {
+    if (field.Deepest() > reach.Aside() && reach.Hair > LeastHair * reach.Radius) {
         const std::vector<RingLevel> levels = RingLevelsOf(field, reach, task.Pitch, task.MostPoints);
-        ways = RingJoiner(levels, task).Join();
+        ways = RingJoiner(levels, task, reach).Join();
     }
     ways.Narrow = field.NarrowerThan(reach.Aside(), NarrowRise * task.ToolRadius);
     return ways;

@@ -119,6 +119,7 @@ class LayerPockets {
     bool IsClearable(const PocketShape& outer, const std::vector<std::size_t>& islands) const;
     PocketTask TaskFor(const PocketShape& outer, const std::vector<std::size_t>& islands) const;
     std::optional<PlanePoint> MarkOf(const PocketShape& outer) const;
+    void ReportStrayMarks() const;
 
     std::vector<PocketShape>& All;
     const std::vector<std::size_t>& Own; // in the order of the drawing
@@ -136,6 +137,24 @@ double ChordTolerance(const PocketShape& shape)
 {
     const double radius = ToolRadiusFor(shape.Outline.Pattern);
     return FlatShare * (radius > 0 ? radius : UnknownTool);
+}
+
+double DistanceFromPath(const ClosedPath& path, const PlanePoint& point)
+{
+    double nearest = Distance(path.front().At, point);
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const PathSpan span = SpanBetween(path[i], path[(i + 1) % path.size()].At);
+        nearest = std::min(nearest, Distance(NearestOnSpan(span, point), point));
+    }
+    return nearest;
+}
+
+// Whether the point lies inside the outline or on it.
+bool LeadsInto(const PocketShape& shape, const PlanePoint& point)
+{
+    const ClosedPath& path = shape.Outline.Path;
+    return IsInside(FlatPaths({path}, ChordTolerance(shape)), 0, point) ||
+           DistanceFromPath(path, point) <= OutlineTolerance();
 }
 
 void LayerPockets::JoinParts()
@@ -170,6 +189,23 @@ void LayerPockets::Clear()
     }
     for (const std::size_t number : Own)
         ClearShape(number);
+    ReportStrayMarks();
+}
+
+// Each mark that leads to no outline.
+void LayerPockets::ReportStrayMarks() const
+{
+    for (const std::size_t number : Own) {
+        const DrawnOutline& mark = All[number].Outline;
+        if (!mark.IsMarkAlone() || !mark.Mark)
+            continue;
+        const bool isUsed = std::any_of(Walls.begin(), Walls.end(), [&](std::size_t wall) {
+            return All[wall].Depth % 2 == 0 && LeadsInto(All[wall], *mark.Mark);
+        });
+        if (!isUsed)
+            ReportMessage(1, "Layer " + ShownLayerOfPass(mark.Pattern.Pass) + ": the start mark at " +
+                                 ShownPlace(*mark.Mark) + " is outside of every outline");
+    }
 }
 
 // What cannot be read could be an island: nothing around it is cleared.
@@ -241,33 +277,19 @@ bool LayerPockets::IsClearable(const PocketShape& outer, const std::vector<std::
     return fault.empty();
 }
 
-double DistanceFromPath(const ClosedPath& path, const PlanePoint& point)
-{
-    double nearest = Distance(path.front().At, point);
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        const PathSpan span = SpanBetween(path[i], path[(i + 1) % path.size()].At);
-        nearest = std::min(nearest, Distance(NearestOnSpan(span, point), point));
-    }
-    return nearest;
-}
-
 // The outline's own mark, else a free one inside it. One that lies outside is reported.
 std::optional<PlanePoint> LayerPockets::MarkOf(const PocketShape& outer) const
 {
-    const ClosedPath& path = outer.Outline.Path;
-    const FlatPaths flat({path}, ChordTolerance(outer));
-    const auto isWithin = [&](const PlanePoint& mark) {
-        return IsInside(flat, 0, mark) || DistanceFromPath(path, mark) <= OutlineTolerance();
-    };
-    if (outer.Outline.Mark) {
-        if (isWithin(*outer.Outline.Mark))
-            return outer.Outline.Mark;
+    const std::optional<PlanePoint>& own = outer.Outline.Mark;
+    if (own && LeadsInto(outer, *own))
+        return own;
+    if (own)
         TellOfPocket(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
-                     "has its start mark outside, at " + ShownPlace(*outer.Outline.Mark) +
-                         ": the tool goes down on a ramp");
-    }
-    const auto inside = std::find_if(FreeMarks.begin(), FreeMarks.end(), isWithin);
-    return inside == FreeMarks.end() ? std::nullopt : std::optional(*inside);
+                     "has its start mark outside, at " + ShownPlace(*own) + ": the tool goes down on a ramp");
+    for (const PlanePoint& mark : FreeMarks)
+        if (LeadsInto(outer, mark))
+            return mark;
+    return std::nullopt;
 }
 
 // With the tool left of its way; for the other side the whole pocket is seen in a mirror.

@@ -64,6 +64,28 @@ Region Joined(const Paths& paths, ClipperLib::PolyFillType inside)
     return RegionOf(result);
 }
 
+// The same for many paths that overlap a few others each: groups of neighbours first, then their sums.
+Region JoinedInGroups(const Paths& paths)
+{
+    constexpr std::ptrdiff_t groupSize = 48;
+    std::vector<Paths> sums;
+    for (auto at = paths.begin(); at != paths.end();) {
+        const auto end = at + std::min(groupSize, paths.end() - at);
+        sums.push_back(PathsOf(Joined(Paths(at, end), ClipperLib::pftNonZero)));
+        at = end;
+    }
+    while (sums.size() > 1) {
+        std::vector<Paths> halves;
+        for (std::size_t i = 0; i < sums.size(); i += 2) {
+            if (i + 1 < sums.size())
+                sums[i].insert(sums[i].end(), sums[i + 1].begin(), sums[i + 1].end());
+            halves.push_back(PathsOf(Joined(sums[i], ClipperLib::pftNonZero)));
+        }
+        sums = std::move(halves);
+    }
+    return sums.empty() ? Region{} : RegionOf(sums.front());
+}
+
 Region Combined(ClipperLib::ClipType how, const Region& a, const Region& b)
 {
     Clipper clipper;
@@ -387,7 +409,7 @@ Region SweptAlong(const std::vector<Move>& pieces, double radius)
     Paths paths;
     for (const Move& piece : pieces)
         AddSweptMove(paths, piece, radius);
-    return Joined(paths, ClipperLib::pftNonZero);
+    return JoinedInGroups(paths);
 }
 
 Region SweptBy(const ToolWay& way)
@@ -400,7 +422,7 @@ Region SweptBy(const std::vector<ToolWay>& ways)
     Paths paths;
     for (const ToolWay& way : ways)
         AddSweptWay(paths, way);
-    return Joined(paths, ClipperLib::pftNonZero);
+    return JoinedInGroups(paths);
 }
 
 std::map<Plane, Region> SweptAreas(const MachineSteps& steps, const Sweep& how)
@@ -419,7 +441,7 @@ std::map<Plane, Region> SweptAreas(const MachineSteps& steps, const Sweep& how)
     }
     std::map<Plane, Region> areas;
     for (const auto& [plane, all] : paths)
-        areas[plane] = Joined(all, ClipperLib::pftNonZero);
+        areas[plane] = JoinedInGroups(all);
     return areas;
 }
 
