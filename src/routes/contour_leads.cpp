@@ -1,70 +1,32 @@
 #include "routes/contour_leads.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "platform/trigonometry.h"
 #include "routes/border_leads.h"
-#include "routes/route_elements.h"
+#include "routes/contour_seams.h"
 
 namespace kv {
 
 namespace {
 
-constexpr double SmoothSeam = 0.01;      // degrees
 constexpr double FlattestRadius = 10000; // drawing units; the end of a ramp is 0.004 off there
 constexpr double ShortArcTurn = 20;      // degrees, of a ramp along an arc whose whole rim is no lead long
 
-// What the leads of one contour are made from. `Side` is the tool's: 1 left of the way, -1 right.
-struct Seam {
-    PlanePoint Start, End;
-    RouteElement First, Last;
-    int Side = 0;
-    double Length = 0;   // of the lead
-    double Capped = 0;   // the same, no longer than the first segment
-    bool Closed = false; // the way turns away from the tool's side, or does not turn
+// What the leads of one contour are made from.
+struct Seam : ContourSeam {
+    double Length = 0; // of the lead
+    double Capped = 0; // the same, no longer than the first segment
     double Bisector = 0;
 };
 
-// G41 runs left of the way.
-int ToolSide(const RouteSegment& record)
+Seam WithLength(const ContourSeam& contour, double length, const RouteSegment& next)
 {
-    const std::string_view code = record.Comp.Padded().substr(0, 3);
-    return code == "G41" ? 1 : code == "G42" ? -1 : 0;
-}
-
-bool ClosesAt(const RouteSegment& start, const RouteSegment& end)
-{
-    const double tolerance = Run.RouteTolerance;
-    return std::fabs(static_cast<double>(start.X) - end.X) < tolerance &&
-           std::fabs(static_cast<double>(start.Y) - end.Y) < tolerance;
-}
-
-// The way turns to the left (1) or to the right (-1) from `out` to `in`, the short way round.
-int TurningSense(double in, double out)
-{
-    const double turned = std::fabs(in - out);
-    if (360 - out + in < turned)
-        return 1;
-    if (360 - in + out < turned)
-        return -1;
-    return in > out ? 1 : -1;
-}
-
-Seam SeamOf(const std::vector<RouteSegment>& route, double length, int side)
-{
-    const RouteSegment& start = route.front();
-    Seam seam;
-    seam.Start = PointOf(start);
-    seam.End = PointOf(route.back());
-    seam.First = FirstElement(start, route[1]);
-    seam.Last = LastElement(route[route.size() - 2], route.back());
-    seam.Side = side;
+    Seam seam{contour};
     seam.Length = length;
     const double in = seam.First.Direction, out = seam.Last.Direction;
-    seam.Closed = TurningSense(in, out) == -side || AngleBetween(in, out) < SmoothSeam;
-    seam.Bisector = in + side * AngleBetween(in, NormalizeAngle(out + 180)) / 2;
-    double reach = Distance(seam.Start, PointOf(route[1]));
+    seam.Bisector = in + seam.Side * AngleBetween(in, NormalizeAngle(out + 180)) / 2;
+    double reach = Distance(seam.Start, PointOf(next));
     if (seam.First.Shape == ElementShape::Arc && reach < Run.RouteTolerance)
         reach = seam.First.Radius; // a full circle ends where it starts
     seam.Capped = std::min(reach, length);
@@ -148,15 +110,13 @@ LeadPlan PlainLeadIn(const Seam& seam)
 
 std::optional<RouteLeads> ContourLeads(const std::vector<RouteSegment>& route, const LeadValues& values)
 {
-    const RouteSegment& start = route.front();
-    const RouteSegment& end = route.back();
-    const int side = ToolSide(start);
-    if (values.Length == 0 || side == 0 || !ClosesAt(start, end))
+    const std::optional<ContourSeam> contour = SeamOf(route);
+    if (values.Length == 0 || !contour)
         return std::nullopt;
-    const SideLimits limits = LimitsOf(start.Side);
-    if (NearsALimit(PointOf(start), limits) || NearsALimit(PointOf(end), limits))
+    const SideLimits limits = LimitsOf(route.front().Side);
+    if (NearsALimit(contour->Start, limits) || NearsALimit(contour->End, limits))
         return std::nullopt;
-    const Seam seam = SeamOf(route, values.Length, side);
+    const Seam seam = WithLength(*contour, values.Length, route[1]);
     RouteLeads leads;
     leads.Out = values.RampOut != 0 ? RampedLeadOut(seam) : PlainLeadOut(seam);
     leads.Out.Ramp = values.RampOut;

@@ -4,9 +4,12 @@
 #include "routes/leads.h"
 
 #include <optional>
+#include <set>
+#include <string>
 
 #include "routes/border_leads.h"
 #include "routes/contour_leads.h"
+#include "routes/lead_doubts.h"
 #include "routes/route_runs.h"
 #include "state/report.h"
 
@@ -94,14 +97,29 @@ void StoreRoutes(const std::vector<LedRoute>& routes)
     StoreSegments(records);
 }
 
+// Depth passes repeat a contour at its place: each line once.
+void TellLeadDoubts(const std::vector<LedRoute>& routes)
+{
+    std::set<std::string> told;
+    for (const LedRoute& led : routes) {
+        if (!TakesLeads(led.Route))
+            continue;
+        const std::string doubt = LeadDoubt(led.Route, led.Leads.value_or(RouteLeads()));
+        if (!doubt.empty() && told.insert(doubt).second)
+            ReportMessage(1, doubt);
+    }
+}
+
 } // namespace
 
 void SynthesizeLeads()
 {
-    if (!LeadsWanted())
-        return;
-    SetMeter(Meter::SynLeads, 10);
     std::vector<LedRoute> routes = RoutesOf(WithoutDeadRecords(WithoutStartMarks()));
+    if (!LeadsWanted()) {
+        TellLeadDoubts(routes);
+        return;
+    }
+    SetMeter(Meter::SynLeads, 10);
     SetMeter(Meter::SynLeads, 60);
     for (LedRoute& led : routes)
         if (TakesLeads(led.Route))
@@ -110,6 +128,7 @@ void SynthesizeLeads()
     for (LedRoute& led : routes)
         if (!led.Leads && TakesLeads(led.Route))
             led.Leads = BorderLeads(led.Route, led.Values.Length);
+    TellLeadDoubts(routes);
     StoreRoutes(routes);
 }
 

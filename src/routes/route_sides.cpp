@@ -19,6 +19,7 @@ struct ViewMap {
     std::size_t Side;
     bool Mirrors; // arcs turn the other way, the tool is on the other hand
     PlanePoint (*Place)(const PlanePoint& point);
+    PlanePoint (*Drawn)(const PlanePoint& place); // the way back
 };
 
 double FromOriginX(double x)
@@ -67,11 +68,49 @@ PlanePoint Right(const PlanePoint& p)
     return {FromOriginY(p.Y), end - p.X};
 }
 
+PlanePoint DrawnOnFace(const PlanePoint& p)
+{
+    return {p.X + Run.OriginX, p.Y + Run.OriginY};
+}
+
+PlanePoint DrawnAbove(const PlanePoint& p)
+{
+    return {p.X + Run.OriginX, Run.SideMaxY[1] - p.Y};
+}
+
+PlanePoint DrawnBelow(const PlanePoint& p)
+{
+    return {p.X + Run.OriginX, p.Y + Run.SideMinY[2]};
+}
+
+PlanePoint DrawnAlongX(const PlanePoint& p)
+{
+    return {p.X + Run.OriginX, p.Y};
+}
+
+PlanePoint DrawnAlongY(const PlanePoint& p)
+{
+    return {p.X, p.Y + Run.OriginY};
+}
+
+PlanePoint DrawnLeft(const PlanePoint& p)
+{
+    return {p.Y + Run.SideMinX[3], p.X + Run.OriginY};
+}
+
+PlanePoint DrawnRight(const PlanePoint& p)
+{
+    const double end = static_cast<double>(Run.SideMinX[4]) + Run.SideWidth[4];
+    return {end - p.Y, p.X + Run.OriginY};
+}
+
 constexpr ViewMap EvolutionViews[] = {
-    {1, true, Above}, {2, false, Below}, {3, true, Left}, {4, false, Right}, {5, false, FromOrigin},
+    {1, true, Above, DrawnAbove},  {2, false, Below, DrawnBelow},       {3, true, Left, DrawnLeft},
+    {4, false, Right, DrawnRight}, {5, false, FromOrigin, DrawnOnFace},
 };
 constexpr ViewMap OtherViews[] = {
-    {1, false, AlongX}, {2, false, AlongX}, {3, false, AlongY}, {4, false, AlongY}, {5, false, FromOrigin},
+    {1, false, AlongX, DrawnAlongX}, {2, false, AlongX, DrawnAlongX},     {3, false, AlongY, DrawnAlongY},
+    {4, false, AlongY, DrawnAlongY}, {5, false, FromOrigin, DrawnOnFace},
 };
 
 const ViewMap& MapOf(std::size_t side)
@@ -140,6 +179,12 @@ void AssignRouteSides()
         circle->X = ToSingle(FromOriginX(centre.X));
         circle->Y = ToSingle(FromOriginY(centre.Y));
     }
+}
+
+PlanePoint DrawnPlace(const RouteSegment& record)
+{
+    const bool isInView = record.Side >= 1 && record.Side < static_cast<Int>(Face);
+    return MapOf(isInView ? static_cast<std::size_t>(record.Side) : Face).Drawn(PointOf(record));
 }
 
 } // namespace kv

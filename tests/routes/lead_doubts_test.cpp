@@ -1,0 +1,255 @@
+// What the tool cuts of the walls where a contour begins in an inner corner: the report's line beside the
+// program drawn with its tool. The tool has radius 6, the contours are holes: what is cut outside of
+// them is wall.
+#include <cmath>
+
+#include "job/job_driver.h"
+#include "routes/route_program.h"
+#include "support/drawn_area.h"
+
+namespace kv::lead_doubts {
+namespace {
+
+using namespace test;
+
+constexpr double HalfDisc = 3.14159265358979323846 / 2 * 36;
+constexpr double GridShare = 4; // what the grid's cells may be off on the rim of a disc
+
+class LeadDoubts : public RouteProgram {
+  protected:
+    static std::string LeadLine(const std::string& layer, const std::string& place)
+    {
+        return "Layer " + layer + ": the lead at " + place + " cuts into the walls of its corner";
+    }
+    static std::string BareLine(const std::string& layer, const std::string& place)
+    {
+        return "Layer " + layer + ": the contour at " + place +
+               " begins in an inner corner without a lead and cuts into its wall";
+    }
+    // Lines of the report that name a layer.
+    std::vector<std::string> DoubtsOf(const std::string& entities, const std::string& panel = Panel)
+    {
+        EXPECT_TRUE(Home.Convert(Drawing(panel + entities))) << Home.ReportText();
+        std::vector<std::string> doubts;
+        for (const std::string& line : Home.Lines)
+            if (line.rfind("Layer ", 0) == 0)
+                doubts.push_back(line);
+        return doubts;
+    }
+    double CutOutside(const std::vector<PathPoint>& hole)
+    {
+        const DrawnArea area = AreaBeside(Home.Program(), hole);
+        EXPECT_EQ(area.Fault, "");
+        return area.CutOutside;
+    }
+};
+
+using Texts = std::vector<std::string>;
+const Texts None;
+
+// A closed polyline, which begins at its first point.
+std::string Hole(const std::string& layer, const std::vector<PathPoint>& points)
+{
+    std::vector<Vertex> vertices;
+    for (const PathPoint& point : points)
+        vertices.push_back({point.X, point.Y});
+    return Polyline(layer, vertices, Closed);
+}
+
+const std::vector<PathPoint> SquareHole = {{100, 100}, {250, 100}, {250, 250}, {100, 250}};
+
+// A corner of `angle` degrees at (200, 150), its first wall along X, its last one 100 long.
+std::vector<PathPoint> Wedge(double angle)
+{
+    const double radians = angle * 3.14159265358979323846 / 180;
+    return {
+        {200, 150}, {350, 150}, {350, 300}, {200 + 100 * std::cos(radians), 150 + 100 * std::sin(radians)}};
+}
+
+std::string LayerWith(double lead)
+{
+    return "ROUTEZ5T71L6LD" + Number(lead);
+}
+
+TEST_F(LeadDoubts, LeadOnTheBisectorOfASquareCornerNeeds2414Radii)
+{
+    for (const double lead : {3.0, 6.0, 12.0, 14.4, 14.46})
+        EXPECT_EQ(DoubtsOf(Hole(LayerWith(lead), SquareHole)), Texts{LeadLine(LayerWith(lead), "X100 Y100")});
+    for (const double lead : {14.49, 15.0, 20.0, 40.0})
+        EXPECT_EQ(DoubtsOf(Hole(LayerWith(lead), SquareHole)), None) << lead;
+}
+
+TEST_F(LeadDoubts, ShortLeadCutsTheWallsAndALongOneDoesNot)
+{
+    DoubtsOf(Hole(LayerWith(10), SquareHole));
+    EXPECT_GT(CutOutside(SquareHole), 20);
+    DoubtsOf(Hole(LayerWith(14), SquareHole));
+    EXPECT_GT(CutOutside(SquareHole), 0);
+    DoubtsOf(Hole(LayerWith(14.5), SquareHole));
+    EXPECT_EQ(CutOutside(SquareHole), 0);
+}
+
+TEST_F(LeadDoubts, OtherCornersNeedTheRadiusByTheTangentOfAQuarterOfTheirAngle)
+{
+    for (const double angle : {40.0, 60.0, 90.0, 120.0, 150.0}) {
+        const double needed = 6 / std::tan(angle / 4 * 3.14159265358979323846 / 180);
+        const std::vector<PathPoint> hole = Wedge(angle);
+        SCOPED_TRACE(angle);
+        // A hundredth of a millimetre into the wall is passed over, also in the flattest of these corners.
+        const std::string tooShort = LayerWith(std::floor(needed * 100) / 100 - 0.03);
+        EXPECT_EQ(DoubtsOf(Hole(tooShort, hole)), Texts{LeadLine(tooShort, "X200 Y150")});
+        EXPECT_EQ(DoubtsOf(Hole(LayerWith(std::ceil(needed * 100) / 100), hole)), None);
+        EXPECT_EQ(CutOutside(hole), 0);
+        DoubtsOf(Hole(LayerWith(std::floor(needed * 80) / 100), hole));
+        EXPECT_GT(CutOutside(hole), 0);
+    }
+}
+
+TEST_F(LeadDoubts, ClockwiseHoleWithRightCompensation)
+{
+    const std::vector<PathPoint> clockwise(SquareHole.rbegin(), SquareHole.rend());
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6LD14", clockwise)),
+              Texts{LeadLine("ROUTEZ5T71R6LD14", "X100 Y250")});
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6LD15", clockwise)), None);
+}
+
+TEST_F(LeadDoubts, LeadOfThePostInstructionsCountsToo)
+{
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6", SquareHole) + Instructions({"LEAD=ON 12"})),
+              Texts{LeadLine("ROUTEZ5T71L6", "X100 Y100")});
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6", SquareHole) + Instructions({"LEAD=ON 15"})), None);
+}
+
+TEST_F(LeadDoubts, NothingIsSaidWhereTheToolHasRoomOrItsRadiusIsNotKnown)
+{
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6LD3", SquareHole)), None); // outer corners
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6", SquareHole)), None);
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71LLD3", SquareHole)), None); // no radius
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L", SquareHole)), None);
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71LD3", SquareHole)), None); // no compensation
+    EXPECT_EQ(DoubtsOf(Line("ROUTEZ5T71L6", 100, 100, 250, 100) + Line("ROUTEZ5T71L6", 250, 100, 250, 250)),
+              None); // open
+}
+
+TEST_F(LeadDoubts, ContourWithoutALeadBeginsHalfInItsWall)
+{
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6", SquareHole)), Texts{BareLine("ROUTEZ5T71L6", "X100 Y100")});
+    // Beside the first line's start and beside the last one's end.
+    EXPECT_NEAR(CutOutside(SquareHole), 2 * HalfDisc, 2 * GridShare);
+}
+
+TEST_F(LeadDoubts, ContourThatBeginsInMidLineLeavesItsWallsWhole)
+{
+    const std::vector<PathPoint> fromTheMiddle = {{175, 100}, {250, 100}, {250, 250}, {100, 250}, {100, 100}};
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6", fromTheMiddle)), None);
+    EXPECT_EQ(CutOutside(SquareHole), 0);
+    const std::string polyline =
+        Polyline("ROUTEZ5T71L6", {{100, 100}, {250, 100}, {250, 250}, {100, 250}}, Closed);
+    EXPECT_EQ(DoubtsOf(polyline), Texts{BareLine("ROUTEZ5T71L6", "X100 Y100")});
+    EXPECT_EQ(DoubtsOf(polyline + Instructions({"CORNERCOMP ON"})), None);
+}
+
+// A closed polyline of equal steps on a circle of radius 100.
+std::string StepsRound(const std::string& layer, int count)
+{
+    std::vector<Vertex> points;
+    for (int i = 0; i < count; ++i) {
+        const double angle = i * 2 * 3.14159265358979323846 / count;
+        points.push_back({300 + 100 * std::cos(angle), 200 + 100 * std::sin(angle)});
+    }
+    return Polyline(layer, points, Closed);
+}
+
+TEST_F(LeadDoubts, ManyStepsRoundACurveAreNoCorner)
+{
+    // 6 (1 - cos(360 / n)): 0.117 of 32 steps, 0.091 of 36; the route tolerance is 0.1.
+    EXPECT_EQ(DoubtsOf(StepsRound("ROUTEZ5T71L6", 32)), Texts{BareLine("ROUTEZ5T71L6", "X400 Y200")});
+    EXPECT_EQ(DoubtsOf(StepsRound("ROUTEZ5T71L6", 36)), None);
+}
+
+TEST_F(LeadDoubts, ARampOutFollowsTheContourButTheLeadInIsStillShort)
+{
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6LD12RO3", SquareHole)),
+              Texts{LeadLine("ROUTEZ5T71L6LD12RO3", "X100 Y100")});
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6LD15RO3", SquareHole)), None);
+}
+
+TEST_F(LeadDoubts, CornersOfALineAndAnArc)
+{
+    // The half disc of radius 50 above (200, 200), clockwise: from the left over the top and back.
+    std::vector<PathPoint> hole;
+    for (int step = 0; step <= 180; ++step) {
+        const double angle = step * 3.14159265358979323846 / 180;
+        hole.push_back({200 + 50 * std::cos(angle), 200 + 50 * std::sin(angle)});
+    }
+    const auto half = [](const std::string& layer, bool arcFirst) {
+        const std::string arc = Arc(layer, 200, 200, 50, 0, 180);
+        const std::string line = Line(layer, 250, 200, 150, 200);
+        return arcFirst ? arc + line : line + arc;
+    };
+    for (const double lead : {12.0, 20.0, 40.0}) {
+        const std::string layer = "ROUTEZ5T71R6LD" + Number(lead);
+        EXPECT_EQ(DoubtsOf(half(layer, true)), Texts{LeadLine(layer, "X150 Y200")});
+        EXPECT_GT(CutOutside(hole), 0) << lead;
+    }
+    // The line first, leads on the bisector: beside the lead-out's end the tool's centre lies 44 from the
+    // middle of the arc where u = lead / sqrt 2 fulfils (54.243 - u)^2 + (u + 4.243)^2 = 44^2: 20.33.
+    for (const double lead : {10.0, 14.0, 18.0, 20.3, 20.4, 30.0}) {
+        const Texts doubts = DoubtsOf(half("ROUTEZ5T71R6LD" + Number(lead), false));
+        EXPECT_EQ(doubts.empty(), lead > 20.33) << lead;
+        if (lead <= 18 || lead >= 20.4) { // between them the cut is finer than the grid
+            EXPECT_EQ(doubts.empty(), CutOutside(hole) == 0) << lead;
+        }
+    }
+}
+
+TEST_F(LeadDoubts, PassesOfOneContourAreOneLine)
+{
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ10M3T71L6LD12", SquareHole)),
+              Texts{LeadLine("ROUTEZ10M3T71L6LD12", "X100 Y100")});
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ10M3T71L6", SquareHole)), Texts{BareLine("ROUTEZ10M3T71L6", "X100 Y100")});
+}
+
+TEST_F(LeadDoubts, PlacesAreThoseOfTheDrawing)
+{
+    const std::string panel = Rectangle("BORDERZ18", 40.3, 25.7, 600, 400);
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L6LD12", SquareHole), panel),
+              Texts{LeadLine("ROUTEZ5T71L6LD12", "X100 Y100")});
+}
+
+TEST_F(LeadDoubts, PlacesInEdgeViewsAreThoseOfTheDrawing)
+{
+    // The face from (100, 100), views of 18 around it, 50 away. No programs: Evolution needs its files.
+    Stages.StopBeforeWriters = true;
+    const std::string panel =
+        Rectangle("BORDERZ18", 100, 100, 600, 400) + Rectangle("BORDERZ18", 100, 550, 600, 18) +
+        Rectangle("BORDERZ18", 100, 32, 600, 18) + Rectangle("BORDERZ18", 32, 100, 18, 400) +
+        Rectangle("BORDERZ18", 750, 100, 18, 400);
+    const std::string layer = "ROUTEZ5T71L2LD3";
+    const PathPoint corners[] = {{230, 553}, {230, 35}, {35, 230}, {753, 230}, {230, 230}};
+    for (const int control : {0, 1, 2})
+        for (const PathPoint& at : corners) {
+            const std::string flag = control == 0 ? "" : control == 1 ? "GE" : "EV";
+
+            const std::string hole = Rectangle(layer, at.X, at.Y, 12, 12);
+            std::string drawn = panel;
+            for (std::size_t place = 0; (place = drawn.find("BORDERZ18", place)) != std::string::npos;
+                 place += 9)
+                drawn.replace(place, 9, "BORDER" + flag + "Z18");
+            EXPECT_EQ(DoubtsOf(hole, drawn), Texts{LeadLine(layer, "X" + Number(at.X) + " Y" + Number(at.Y))})
+                << control << Home.ReportText();
+        }
+    Stages.StopBeforeWriters = false;
+}
+
+TEST_F(LeadDoubts, InchDrawings)
+{
+    const std::string panel = Rectangle("BORDERZ.75", 0, 0, 24, 16);
+    const std::vector<PathPoint> hole = {{4, 4}, {10, 4}, {10, 10}, {4, 10}};
+    const std::string tooShort = "ROUTEZ.2T71L.25LD.602", enough = "ROUTEZ.2T71L.25LD.604";
+    EXPECT_EQ(DoubtsOf(Hole(tooShort, hole), panel), Texts{LeadLine(tooShort, "X4 Y4")});
+    EXPECT_EQ(DoubtsOf(Hole(enough, hole), panel), None);
+}
+
+} // namespace
+} // namespace kv::lead_doubts
