@@ -167,11 +167,13 @@ bool IsCirclePocket(std::span<const RouteSegment> chain)
            StartsRoute(chain.front()) && MarksPocket(chain.front().OscZ, chain.front().Pass);
 }
 
-bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegment>& records)
+bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegment>& records,
+                     const OpenOutlines& open)
 {
     const RouteSegment& first = chain.front();
     if (!IsOneCircle(chain)) {
-        ReportUncleared(first.Pass, PointOf(first), "its two arcs are no circle");
+        const std::string fault = open.FaultOf(chain);
+        ReportUncleared(first.Pass, PointOf(first), fault.empty() ? "its two arcs are no circle" : fault);
         return false;
     }
     const double pitch = PocketPitch(first.OscZ, first.Comp);

@@ -10,6 +10,7 @@ namespace kv {
 
 enum class PocketSide { Left, Right }; // G41, G42
 
+constexpr std::size_t MarkLength = 2;     // records of a start mark
 constexpr Int ArcOpens = -3, ArcEnds = 3; // Kind of the two records of an arc
 
 // Whether OscZ of a record or circle of a route pass marks a pocket: below zero (minus the pitch less

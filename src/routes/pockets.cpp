@@ -36,7 +36,7 @@ std::vector<RouteSegment> BeginWith(std::size_t mark, ChainSpan chain)
 }
 
 // Adds the loops, or the chain as it is. Returns whether it is cleared.
-bool ClearRectangleOf(ChainSpan chain, std::vector<RouteSegment>& records)
+bool ClearRectangleOf(ChainSpan chain, std::vector<RouteSegment>& records, const OpenOutlines& open)
 {
     const auto mark = std::find_if(chain.begin(), chain.end(), StartsPocket);
     if (mark == chain.end()) {
@@ -46,36 +46,39 @@ bool ClearRectangleOf(ChainSpan chain, std::vector<RouteSegment>& records)
     const std::vector<RouteSegment> contour =
         BeginWith(static_cast<std::size_t>(mark - chain.begin()), chain);
     if (contour.size() < FewestRecords)
-        ReportUncleared(contour.front().Pass, PointOf(contour.front()));
-    else if (ClearRectangle(contour, records))
+        ReportUncleared(contour.front().Pass, PointOf(contour.front()),
+                        open.FaultOf(std::span(contour).subspan(std::min(MarkLength, contour.size()))));
+    else if (ClearRectangle(contour, records, open))
         return true;
     CopyChain(contour, records);
     return false;
 }
 
-bool ClearCircleOf(ChainSpan chain, std::vector<RouteSegment>& records)
+bool ClearCircleOf(ChainSpan chain, std::vector<RouteSegment>& records, const OpenOutlines& open)
 {
     const auto marksPocket = [](const RouteSegment& record) { return MarksPocket(record.OscZ, record.Pass); };
     const RouteSegment& first = chain.front();
     if (IsCirclePocket(chain)) {
-        if (ClearCirclePair(chain, records))
+        if (ClearCirclePair(chain, records, open))
             return true;
     } else if (!StartsPocket(first) && std::any_of(chain.begin(), chain.end(), marksPocket)) {
-        ReportUncleared(first.Pass, PointOf(first)); // one that starts as a rectangle is told
+        // One that starts as a rectangle is told, and so is the one that this is the rest of.
+        if (!open.IsRestOfAnother(chain))
+            ReportUncleared(first.Pass, PointOf(first), open.FaultOf(chain));
     }
     CopyChain(chain, records);
     return false;
 }
 
-PocketList ClearRectangles(ChainSpan drawn)
+PocketList ClearRectangles(ChainSpan drawn, const OpenOutlines& open)
 {
     PocketList list;
     for (const ChainSpan chain : ChainsOf(drawn))
-        list.EndChain(ClearRectangleOf(chain, list.Records));
+        list.EndChain(ClearRectangleOf(chain, list.Records, open));
     return list;
 }
 
-PocketList ClearCircles(const PocketList& drawn)
+PocketList ClearCircles(const PocketList& drawn, const OpenOutlines& open)
 {
     PocketList list;
     for (const PocketChain& chain : drawn.Chains) {
@@ -83,7 +86,7 @@ PocketList ClearCircles(const PocketList& drawn)
             CopyChain(drawn.Of(chain), list.Records);
             list.EndChain(true);
         } else {
-            list.EndChain(ClearCircleOf(drawn.Of(chain), list.Records));
+            list.EndChain(ClearCircleOf(drawn.Of(chain), list.Records, open));
         }
     }
     return list;
@@ -145,7 +148,8 @@ void ExcavatePockets()
     if (ClearsAnyShape()) {
         list = ClearAnyShapes(drawn);
     } else {
-        list = ClearCircles(ClearRectangles(drawn));
+        const OpenOutlines open;
+        list = ClearCircles(ClearRectangles(drawn, open), open);
         AddListCircles(list);
     }
     PutPocketsFirst(list);

@@ -13,14 +13,13 @@
 #include <algorithm>
 
 #include "routes/pocket_values.h"
+#include "routes/rectangle_doubts.h"
 #include "routes/rectangle_outlines.h"
 #include "state/report.h"
 
 namespace kv {
 
 namespace {
-
-constexpr std::size_t MarkLength = 2; // records of a start mark
 
 struct Outline {
     std::vector<RouteSegment> Records; // behind the start mark, ending in a line
@@ -246,9 +245,33 @@ void AddClosingMark(const Outline& outline, Clearing& clearing, std::span<const 
     Store(outline, clearing.Records, contour[1]);
 }
 
+// Radii of all four corners; what is no arc is sharp.
+std::vector<double> CornerRadii(const Outline& outline)
+{
+    std::vector<double> radii;
+    for (std::size_t k = 0; k < outline.Records.size(); ++k)
+        if (EndsArc(outline.Records, k))
+            radii.push_back(Distance(PointOf(outline.Records[k - 1]), CentreOf(outline.Records[k - 1])));
+    radii.resize(std::max<std::size_t>(radii.size(), 4));
+    return radii;
+}
+
+void TellDoubts(const Outline& outline, const RouteSegment& mark, double lastInset,
+                std::span<const RouteSegment> loops)
+{
+    const double shorter = std::min(outline.Bounds.Width(), outline.Bounds.Height());
+    const PlanePoint at = PointOf(mark);
+    TellOfNarrowWays(mark.Pass, at, shorter, shorter - 2 * lastInset, outline.ToolRadius);
+    TellRectangleDoubts(
+        mark.Pass, at,
+        {outline.Bounds, outline.Pitch, outline.ToolRadius, outline.Side, CornerRadii(outline), lastInset},
+        loops[0], loops[1]);
+}
+
 } // namespace
 
-bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegment>& records)
+bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegment>& records,
+                    const OpenOutlines& open)
 {
     const RouteSegment& mark = contour.front();
     const std::span<const RouteSegment> drawn =
@@ -256,7 +279,8 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
     Outline outline;
     outline.Bounds = BoxOf(drawn);
     if (!IsRectangle(drawn, outline.Bounds)) {
-        ReportUncleared(mark.Pass, PointOf(mark), "its outline is no rectangle");
+        const std::string fault = open.FaultOf(drawn);
+        ReportUncleared(mark.Pass, PointOf(mark), fault.empty() ? "its outline is no rectangle" : fault);
         return false;
     }
     outline.Pitch = PocketPitch(mark.OscZ, mark.Comp);
@@ -275,8 +299,7 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
     const double lastInset = AddLoops(outline, clearing);
     AddClosingMark(outline, clearing, contour);
     records[begin].Dir = RouteStart;
-    const double shorter = std::min(outline.Bounds.Width(), outline.Bounds.Height());
-    TellOfNarrowWays(mark.Pass, PointOf(mark), shorter, shorter - 2 * lastInset, outline.ToolRadius);
+    TellDoubts(outline, mark, lastInset, std::span(records).subspan(begin));
     return true;
 }
 

@@ -2,6 +2,7 @@
 // tool has radius 3 and the loops are 4 apart, where nothing else is said. A sharp corner keeps what
 // the tool's own radius leaves, (1 - pi / 4) times its square; and where the way begins in a sharp corner
 // the tool comes down beside its first line, half of it outside, and takes that corner's rest along.
+#include <algorithm>
 #include <cmath>
 
 #include "routes/pocket_outlines.h"
@@ -217,6 +218,127 @@ TEST_F(DrawnPocket, ToolWiderThanThePocketCutsBesideItAndIsTold)
         << Home.ReportText();
 }
 
+// A sharp rectangle of 100 by 60 with its loops `pitch` apart; the report's lines about it.
+class PocketDoubts : public DrawnPocket {
+  protected:
+    const std::string SharpBegin = "begins in a sharp corner and cuts into its wall";
+    const std::string Islands = "leaves islands at its sharp corners";
+    const std::string Wood = "leaves wood between its ways";
+    const std::string Narrow = "has ways that are narrower than its tool";
+
+    struct Drawn {
+        DrawnArea Area;
+        std::vector<std::string> Lines; // behind the pocket's place
+    };
+    Drawn DrawnOf(const std::string& entities, const std::vector<PathPoint>& outline)
+    {
+        Drawn drawn{AreaOf(entities, outline), {}};
+        for (const std::string& line : Home.Lines) {
+            const std::size_t place = line.find("the pocket at ");
+            if (place != std::string::npos)
+                drawn.Lines.push_back(line.substr(line.find(' ', line.find(" Y", place) + 1) + 1));
+        }
+        return drawn;
+    }
+    static bool Holds(const Drawn& drawn, const std::string& line)
+    {
+        return std::find(drawn.Lines.begin(), drawn.Lines.end(), line) != drawn.Lines.end();
+    }
+    Drawn Sharp(double pitch, double radius, double width = 100, double height = 60)
+    {
+        const std::string layer = "EXCAVZ5K" + Number(pitch) + "T71R" + Number(radius);
+        return DrawnOf(Rectangle(layer, 100, 100, width, height) + Mark(layer, 99, 100, 100, 100),
+                       RoundedBox({100, 100}, {100 + width, 100 + height}, 0));
+    }
+    Drawn Round(double pitch, double corner)
+    {
+        return DrawnOf(Rounded("EXCAVZ5K" + Number(pitch) + "T71R3", corner),
+                       RoundedBox({100, 100}, {200, 160}, corner));
+    }
+};
+
+TEST_F(PocketDoubts, BeginningInASharpCornerIsToldAndARoundedOneIsNot)
+{
+    const Drawn sharp = Sharp(4, 3);
+    EXPECT_TRUE(Holds(sharp, SharpBegin)) << Home.ReportText();
+    EXPECT_NEAR(sharp.Area.CutOutside, HalfTool, GridShare);
+    const Drawn tight = Round(4, 2.9); // the tool does not fit into its corners
+    EXPECT_TRUE(Holds(tight, SharpBegin)) << Home.ReportText();
+    EXPECT_GT(tight.Area.CutOutside, 10);
+    for (const double corner : {3.1, 5.0, 15.0}) {
+        const Drawn round = Round(4, corner);
+        EXPECT_FALSE(Holds(round, SharpBegin)) << Home.ReportText();
+        EXPECT_EQ(round.Area.CutOutside, 0);
+    }
+}
+
+TEST_F(PocketDoubts, APitchAbove1707RadiiLeavesIslandsAtSharpCorners)
+{
+    // 10 (1 + sqrt 0.5) is 17.071; a route tolerance of 0.1 is passed over. Radius 10 in 200 by 180.
+    for (const double pitch : {12.0, 16.0, 17.0, 17.1})
+        EXPECT_FALSE(Holds(Sharp(pitch, 10, 200, 180), Islands)) << pitch << Home.ReportText();
+    for (const double pitch : {17.2, 18.0, 20.0})
+        EXPECT_TRUE(Holds(Sharp(pitch, 10, 200, 180), Islands)) << pitch << Home.ReportText();
+}
+
+TEST_F(PocketDoubts, IslandsAreThereWhereTheyAreTold)
+{
+    // What three sharp corners of the wall keep, the first one being cut; all else are islands.
+    const double corners = 3 * CornerShare * 100;
+    for (const double pitch : {12.0, 16.0, 17.0}) {
+        const Drawn drawn = Sharp(pitch, 10, 200, 180);
+        EXPECT_NEAR(drawn.Area.LeftInside, corners, 3) << pitch;
+    }
+    for (const double pitch : {18.5, 20.0}) {
+        const Drawn drawn = Sharp(pitch, 10, 200, 180);
+        EXPECT_GT(drawn.Area.LeftInside, corners + 5) << pitch;
+    }
+}
+
+TEST_F(PocketDoubts, RoundedCornersLeaveIslandsFromTheirSecondSharpLoopOn)
+{
+    // The pitch of the tool's diameter: corners of 15 are sharp from the third loop on.
+    const Drawn wide = Round(6, 15);
+    EXPECT_TRUE(Holds(wide, Islands)) << Home.ReportText();
+    EXPECT_GT(wide.Area.LeftInside, 3);
+    const Drawn narrow = Round(5, 15);
+    EXPECT_FALSE(Holds(narrow, Islands)) << Home.ReportText();
+    EXPECT_LT(narrow.Area.LeftInside, GridShare);
+}
+
+TEST_F(PocketDoubts, APitchAboveTheDiameterLeavesWood)
+{
+    for (const double pitch : {6.2, 8.0, 10.0, 50.0}) {
+        const Drawn drawn = Sharp(pitch, 3);
+        EXPECT_TRUE(Holds(drawn, Wood)) << pitch << Home.ReportText();
+        EXPECT_FALSE(Holds(drawn, Islands)) << pitch << Home.ReportText();
+        EXPECT_GT(drawn.Area.LeftInside, pitch < 7 ? 40 : 400) << pitch;
+    }
+    const Drawn diameter = Sharp(6, 3);
+    EXPECT_FALSE(Holds(diameter, Wood)) << Home.ReportText();
+    EXPECT_TRUE(Holds(diameter, Islands)) << Home.ReportText();
+    // One way around clears a pocket of two tools: nothing is left but the corners.
+    const Drawn small = Sharp(20, 3, 40, 12);
+    EXPECT_EQ(small.Lines, std::vector<std::string>{SharpBegin}) << Home.ReportText();
+    EXPECT_LT(small.Area.LeftInside, 3 * CornerShare * 9 + GridShare);
+    EXPECT_TRUE(Holds(Sharp(20, 3, 40, 13), Wood)) << Home.ReportText();
+}
+
+TEST_F(PocketDoubts, NothingIsSaidWithoutTheToolsRadius)
+{
+    const std::string layer = "EXCAVZ5K8T71";
+    EXPECT_TRUE(
+        Home.Convert(Drawing(Panel + Rectangle(layer, 100, 100, 100, 60) + Mark(layer, 99, 100, 100, 100))));
+    EXPECT_EQ(Home.ReportText().find("the pocket at"), std::string::npos) << Home.ReportText();
+}
+
+TEST_F(PocketDoubts, ARoundedPocketWithAFineStepHasTheReportItHad)
+{
+    EXPECT_EQ(Round(4, 15).Lines, std::vector<std::string>{Narrow}) << Home.ReportText();
+    // 4.5 apart: the last loop, inset 27, is as wide as the tool.
+    EXPECT_EQ(Round(4.5, 15).Lines, std::vector<std::string>()) << Home.ReportText();
+}
+
 const std::string NoRectangle = "Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is not cleared, its outline is "
                                 "no rectangle";
 
@@ -248,7 +370,8 @@ TEST_F(DrawnPocket, OpenOutlineStaysARouteAndIsTold)
     ExpectUncleared(Line(Pocket, 100, 100, 200, 100) + Line(Pocket, 200, 100, 200, 160) +
                         Line(Pocket, 200, 160, 100, 160) + Mark(Pocket, 99, 100, 100, 100),
                     {Start + "G42R3X100Y100Z5", "G1G90X200Y100Z5", "G1G90X200Y160Z5", "G1G90X100Y160Z5"},
-                    NoRectangle);
+                    "Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is not cleared, its outline is open at "
+                    "X100 Y160 by 60");
 }
 
 TEST_F(DrawnPocket, PolylineWithBulgesStaysARouteAndIsTold)

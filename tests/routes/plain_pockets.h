@@ -71,9 +71,116 @@ inline void TellNarrow(Lines& lines, const RouteSegment& at, double pocket, doub
         Tell(lines, at.Pass, at.X, at.Y, "has ways that are narrower than its tool");
 }
 
+// The chains of the list as it was drawn: first and last point behind a mark.
+struct DrawnEnds {
+    Long Pass;
+    bool HasMark;
+    PlanePoint Start, End;
+};
+using Ends = std::vector<DrawnEnds>;
+
+inline Ends EndsOf(Records& list)
+{
+    Ends all;
+    for (int i = 1; i <= Highest(list);) {
+        const int e = ChainEnd(list, i);
+        const bool mark = Nth(list, i).Kind == -4 && i + 2 <= e;
+        const RouteSegment& from = Nth(list, mark ? i + 2 : i);
+        all.push_back({Nth(list, i).Pass,
+                       mark,
+                       {double(from.X), double(from.Y)},
+                       {double(Nth(list, e).X), double(Nth(list, e).Y)}});
+        i = e + 1;
+    }
+    return all;
+}
+inline std::string FourPlaces(double value)
+{
+    return PlainText(ToSingle(std::round(value * 10000) / 10000));
+}
+// ", its outline is open at ..." for the records from a to b; empty where it is closed, or touched.
+inline std::string OpenAt(const Ends& drawn, const RouteSegment& a, const RouteSegment& b)
+{
+    const PlanePoint start{double(a.X), double(a.Y)}, end{double(b.X), double(b.Y)};
+    double gap = Distance(start, end);
+    if (gap <= Near())
+        return "";
+    for (const DrawnEnds& other : drawn) {
+        if (other.Pass != a.Pass || other.HasMark || Distance(other.Start, other.End) <= Near())
+            continue;
+        if (Distance(other.Start, start) == 0 && Distance(other.End, end) == 0)
+            continue;
+        for (const PlanePoint& p : {other.Start, other.End})
+            gap = std::fmin(gap, Distance(end, p));
+    }
+    if (gap < double(Run.RouteTolerance))
+        return "";
+    return ", its outline is open at X" + FourPlaces(end.X) + " Y" + FourPlaces(end.Y) + " by " +
+           FourPlaces(gap);
+}
+// The same for the records from i to n of a list, which may hold a mark.
+inline std::string FaultFrom(const Ends& drawn, Records& c, int i, int n)
+{
+    for (int k = i; k <= n; ++k)
+        if (Nth(c, k).Kind == -4)
+            return ", its outline meets another start mark";
+    return i < n ? OpenAt(drawn, Nth(c, i), Nth(c, n)) : "";
+}
+inline bool IsRestOfAnother(const Ends& drawn, const RouteSegment& a, const RouteSegment& b)
+{
+    for (const DrawnEnds& other : drawn) {
+        const bool open = Distance(other.Start, other.End) > Near();
+        if (other.Pass == a.Pass && other.HasMark && open &&
+            (Distance(other.Start, {double(a.X), double(a.Y)}) <= Near() ||
+             Distance(other.Start, {double(b.X), double(b.Y)}) <= Near()))
+            return true;
+    }
+    return false;
+}
+
 struct Box {
     double MinX, MaxX, MinY, MaxY;
 };
+
+// What the loops cut outside or leave inside, as it is drawn: the tool beside the way's first point,
+// and each corner's rest against what the loop around it clears along the diagonal.
+inline void TellOfLoops(Lines& told, const RouteSegment& mark, const Box& box, const RouteSegment& a,
+                        const RouteSegment& b, bool clockwise, double pitch, int loops,
+                        const std::vector<double>& corners)
+{
+    const double r = RadiusOfTool(mark.Comp);
+    const double shorter = std::fmin(box.MaxX - box.MinX, box.MaxY - box.MinY);
+    if (r <= 0 || shorter < 2 * r)
+        return;
+    double direction = Bearing({double(a.X), double(a.Y)}, {double(b.X), double(b.Y)});
+    if (a.Kind == -3 && b.Kind == 3)
+        direction = double(b.Aux1) + (b.Dir != 0 ? 90 : -90);
+    const PlanePoint tool = Polar({double(a.X), double(a.Y)}, r, direction + (clockwise ? 90 : -90));
+    if (tool.X - r < box.MinX - Near() || tool.X + r > box.MaxX + Near() || tool.Y - r < box.MinY - Near() ||
+        tool.Y + r > box.MaxY + Near())
+        Tell(told, mark.Pass, mark.X, mark.Y, "begins in a sharp corner and cuts into its wall");
+    const bool second = loops > 1 && shorter - 2 * pitch >= 2 * r;
+    if ((second && pitch > 2 * r + Near()) || shorter - 2 * ((loops - 1) * pitch) > 4 * r + Near()) {
+        Tell(told, mark.Pass, mark.X, mark.Y, "leaves wood between its ways");
+        return;
+    }
+    const double root = std::sqrt(0.5);
+    bool island = false;
+    for (int n = 1; n < loops && shorter - 2 * (n * pitch) >= 2 * r; ++n)
+        for (const double whole : corners) {
+            const auto at = [&](int loop) {
+                const double inset = loop * pitch;
+                return whole > r && (loop == 0 || whole - inset > pitch) ? whole - inset : 0.0;
+            };
+            const double rest = n * pitch + r - r * root;
+            double cleared = (n - 1) * pitch + 2 * r;
+            if (at(n - 1) > 2 * r)
+                cleared += (at(n - 1) - 2 * r) - (at(n - 1) - 2 * r) * root;
+            island = island || (at(n) == 0 && rest > cleared + Near());
+        }
+    if (island)
+        Tell(told, mark.Pass, mark.X, mark.Y, "leaves islands at its sharp corners");
+}
 
 inline bool IsArc(Records& c, int k, int first)
 {
@@ -139,7 +246,7 @@ inline void TurnToALine(Records& c, int first)
 }
 
 // One contour, c from 1; false when it stays as it is.
-inline bool Rectangle(Records c, Records& made, Lines& told)
+inline bool Rectangle(Records c, Records& made, const Ends& drawn, Lines& told)
 {
     const RouteSegment c1 = Nth(c, 1), c2 = Nth(c, 2);
     const int n = Highest(c);
@@ -153,7 +260,9 @@ inline bool Rectangle(Records c, Records& made, Lines& told)
     }
     const double w = box.MaxX - box.MinX, h = box.MaxY - box.MinY;
     if (w <= 0 || h <= 0 || !HoldsARectangle(c, first, box)) {
-        Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared, its outline is no rectangle");
+        const std::string open = FaultFrom(drawn, c, first, n);
+        Tell(told, c1.Pass, c1.X, c1.Y,
+             "is not cleared" + (open.empty() ? ", its outline is no rectangle" : open));
         return false;
     }
     const double pitch = PitchOf(c1.OscZ, c1.Comp);
@@ -284,13 +393,20 @@ inline bool Rectangle(Records c, Records& made, Lines& told)
     }
     made.front().Dir = -8;
     TellNarrow(told, c1, shorter, shorter - 2 * (loop * pitch));
+    std::vector<double> corners;
+    for (int k = first; k <= n; ++k)
+        if (IsArc(c, k, first))
+            corners.push_back(radius(k));
+    while (corners.size() < 4)
+        corners.push_back(0);
+    TellOfLoops(told, c1, box, made[0], made[1], clockwise, pitch, loop + 1, corners);
     return true;
 }
 
 // Starts of the chains that have become pockets, moved along while the list grows.
 using Starts = std::vector<int>;
 
-inline void Rectangles(Records& list, Starts& pockets, Lines& told)
+inline void Rectangles(Records& list, Starts& pockets, const Ends& drawn, Lines& told)
 {
     int i = 1;
     while (i <= Highest(list)) {
@@ -320,9 +436,10 @@ inline void Rectangles(Records& list, Starts& pockets, Lines& told)
         for (int j = i; j <= e; ++j)
             contour.push_back(Nth(list, j));
         if (n <= 5) {
-            Tell(told, Nth(list, i).Pass, Nth(list, i).X, Nth(list, i).Y, "is not cleared");
+            const std::string open = FaultFrom(drawn, list, i + 2, e);
+            Tell(told, Nth(list, i).Pass, Nth(list, i).X, Nth(list, i).Y, "is not cleared" + open);
             i = e + 1;
-        } else if (!Rectangle(contour, made, told)) {
+        } else if (!Rectangle(contour, made, drawn, told)) {
             i = e + 1;
         } else {
             list.erase(list.begin() + i, list.begin() + e + 1);
@@ -352,11 +469,13 @@ inline double Opposite(double angle)
 }
 
 // Returns the number of records put in front of the outline; 0 when it stays as it is.
-inline int RoutePair(Records& list, int i, Lines& told)
+inline int RoutePair(Records& list, int i, const Ends& drawn, Lines& told)
 {
     const RouteSegment c1 = Nth(list, i), c2 = Nth(list, i + 1);
     if (!OneCircle(list, i)) {
-        Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared, its two arcs are no circle");
+        const std::string open = OpenAt(drawn, c1, Nth(list, i + 3));
+        Tell(told, c1.Pass, c1.X, c1.Y,
+             "is not cleared" + (open.empty() ? ", its two arcs are no circle" : open));
         return 0;
     }
     const double pitch = PitchOf(c1.OscZ, c1.Comp);
@@ -410,7 +529,7 @@ inline int RoutePair(Records& list, int i, Lines& told)
 }
 
 // The circles among the routes; a pocket of no known form is told here too.
-inline void RoutePairs(Records& list, Starts& pockets, Lines& told)
+inline void RoutePairs(Records& list, Starts& pockets, const Ends& drawn, Lines& told)
 {
     int i = 1;
     while (i <= Highest(list)) {
@@ -424,14 +543,16 @@ inline void RoutePairs(Records& list, Starts& pockets, Lines& told)
         const bool isMarked = Marked(c1.OscZ, c1.Pass);
         if (e - i + 1 == 4 && c1.Kind == -3 && Nth(list, i + 1).Kind == 3 && Nth(list, i + 2).Kind == -3 &&
             Nth(list, i + 3).Kind == 3 && c1.Dir == -8 && isMarked) {
-            const int grown = RoutePair(list, i, told);
+            const int grown = RoutePair(list, i, drawn, told);
             for (int& start : pockets)
                 start += start > i ? grown : 0;
             if (grown > 0)
                 pockets.push_back(i);
             e += grown;
         } else if (marked && !isPocket && !(c1.Kind == -4 && isMarked)) {
-            Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
+            const std::string open = FaultFrom(drawn, list, i, e);
+            if (!IsRestOfAnother(drawn, c1, Nth(list, e)))
+                Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared" + open);
         }
         i = e + 1;
     }
@@ -562,8 +683,9 @@ inline Lines ExcavatePockets(Records& list, std::vector<RouteCircle>& circles)
 {
     Lines told;
     Starts pockets, fromList;
-    Rectangles(list, pockets, told);
-    RoutePairs(list, pockets, told);
+    const Ends drawn = EndsOf(list);
+    Rectangles(list, pockets, drawn, told);
+    RoutePairs(list, pockets, drawn, told);
     ListCircles(list, fromList, circles, told);
     InFront(list, pockets, fromList);
     return told;

@@ -55,7 +55,8 @@ TEST_F(PocketChains, LayerOfAPocketIsNamedAsItWasDrawn)
     Records line = {Step(-1, 100, 100, -8), Step(1, 200, 100)};
     rows::MarkPocket(line, -5, "G42");
     Excavate(line);
-    EXPECT_EQ(Lines, Texts{"Layer EXCAVLD20: the pocket at X100 Y100 is not cleared"});
+    EXPECT_EQ(Lines, Texts{"Layer EXCAVLD20: the pocket at X100 Y100 is not cleared, its outline is open "
+                           "at X200 Y100 by 100"});
 }
 
 TEST_F(PocketChains, EachOutlineWithoutPitchIsTold)
@@ -75,7 +76,8 @@ TEST_F(PocketChains, FiveRecordsAreNoRectangle)
                        Step(5, 100, 100)};
     rows::MarkPocket(outline, -5, "G42");
     EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NotClearedLine);
+    EXPECT_EQ(Lines,
+              Texts{rows::Open("X100 Y100", "X100 Y100", "116.619")}); // behind the mark: from 200, 160
 }
 
 TEST_F(PocketChains, BoxWithoutAreaIsLeft)
@@ -121,7 +123,7 @@ TEST_F(PocketChains, ChainPutInOrderStaysSoWhenItIsNotCleared)
     rows::MarkPocket(chain, -5, "");
     const Texts expected = {"-4 20 0 d-8", "4 30 0", "-1 0 0", "1 10 0"};
     EXPECT_EQ(RowsOf(Excavate(chain)), expected);
-    EXPECT_EQ(Lines, Texts{rows::NotCleared("X20 Y0")});
+    EXPECT_EQ(Lines, Texts{rows::Open("X20 Y0", "X10 Y0", "10")});
 }
 
 TEST_F(PocketChains, SecondMarkOfAChainIsPartOfTheOutline)
@@ -146,7 +148,8 @@ TEST_F(PocketChains, RoutesBetweenPocketsStayAsTheyAre)
     const Records cleared = Excavate(pocket);
     const Records made = Excavate(Together(Together(route, pocket), Together(route, pocket)));
     EXPECT_EQ(rows::Difference(made, Together(Together(cleared, cleared), Together(route, route))), "");
-    EXPECT_EQ(Lines, (Texts{rows::NarrowWays("X100 Y100"), rows::NarrowWays("X100 Y100")}));
+    const Texts doubts = {rows::NarrowWays("X100 Y100"), rows::SharpStart("X100 Y100")};
+    EXPECT_EQ(Lines, (Texts{doubts[0], doubts[1], doubts[0], doubts[1]}));
 }
 
 TEST_F(PocketChains, OscillatedRouteIsNoPocket)

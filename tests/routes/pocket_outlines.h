@@ -142,6 +142,19 @@ inline std::string NoRectangle(std::string_view place)
 {
     return Told(place, "is not cleared, its outline is no rectangle");
 }
+inline std::string Open(std::string_view place, std::string_view end, std::string_view by)
+{
+    return Told(place,
+                "is not cleared, its outline is open at " + std::string(end) + " by " + std::string(by));
+}
+inline std::string SharpStart(std::string_view place)
+{
+    return Told(place, "begins in a sharp corner and cuts into its wall");
+}
+inline std::string Islands(std::string_view place)
+{
+    return Told(place, "leaves islands at its sharp corners");
+}
 inline std::string NarrowWays(std::string_view place)
 {
     return Told(place, "has ways that are narrower than its tool");

@@ -56,7 +56,8 @@ TEST_F(RectanglePockets, RectangleOfFourLinesIsEightLoopsAndItsMark)
         EXPECT_EQ(record.Comp, "G42 R5");
         EXPECT_EQ(record.OscZ, 0);
     }
-    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X100 Y100")}); // the last loop is 4 wide, the tool 10
+    // The last loop is 4 wide, the tool 10; the wall begins in its corner.
+    EXPECT_EQ(Lines, (Texts{rows::NarrowWays("X100 Y100"), rows::SharpStart("X100 Y100")}));
 }
 
 // The loops of the rounded rectangle (100, 100) to (220, 180) of radius 15 while its corners are arcs.
@@ -295,12 +296,12 @@ TEST_F(RectanglePockets, PocketAsWideAsItsToolIsNotToldAsNarrower)
 {
     // Pitch 2: the wall is as wide as the tool, the loop of inset 2 has no width.
     Excavate(SquareOutline({0, 0, 8, 4}, -3, "G42 R2"));
-    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X0 Y0")});
+    EXPECT_EQ(Lines, (Texts{rows::NarrowWays("X0 Y0"), rows::SharpStart("X0 Y0")}));
     Excavate(SquareOutline({0, 0, 8, 4}, -3, "G42 R2.01"));
     EXPECT_EQ(Lines, Texts{rows::Told("X0 Y0", "is narrower than its tool")});
     // Pitch 4 reaches both ends from the wall: the only loop, and the tool fits into it.
     Excavate(SquareOutline({0, 0, 8, 4}, -5, "G42 R2"));
-    EXPECT_TRUE(Lines.empty());
+    EXPECT_EQ(Lines, Texts{rows::SharpStart("X0 Y0")});
 }
 
 TEST_F(RectanglePockets, OutlineDrawnClockwiseIsCutOnTheOtherSide)
@@ -381,7 +382,8 @@ TEST_F(RectanglePockets, PitchCodeOfZeroTakesTheToolsDiameter)
     const Texts made = RowsOf(Excavate(SquareOutline({100, 100, 200, 160}, -1, "G42 R5")));
     ASSERT_EQ(made.size(), 34U);
     EXPECT_EQ(Part(made, 8, 8), SquareLoop(110, 110, 190, 150));
-    EXPECT_EQ(Lines, Texts{rows::NarrowWays("X100 Y100")});
+    EXPECT_EQ(Lines, (Texts{rows::NarrowWays("X100 Y100"), rows::SharpStart("X100 Y100"),
+                            rows::Islands("X100 Y100")}));
 }
 
 TEST_F(RectanglePockets, ToolRadiusIsReadFromTheSixthCharacterOn)
