@@ -109,6 +109,16 @@ std::vector<RouteSegment> HalfTurnsInward(std::span<const RouteSegment> pair, co
     }
 }
 
+// A step above the tool's diameter leaves wood between half turns. A small circle may be cleared by chance,
+// where one half turn and the wall are enough; without any half turn it never is.
+void TellOfWood(Long pass, const PlanePoint& at, double radius, double pitch, double toolRadius)
+{
+    const double tool = 2 * toolRadius;
+    const bool isWide = toolRadius > 0 && pitch > tool + OutlineTolerance();
+    if (isWide && radius > tool + OutlineTolerance() && (radius >= 2 * tool || pitch > 2 * radius))
+        TellOfPocket(pass, at, "leaves wood between its ways");
+}
+
 // Twice the radius of a half turn.
 double WidthOfTurn(const RouteSegment& start)
 {
@@ -198,6 +208,7 @@ bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegme
     records[begin].Dir = RouteStart;
     TellOfNarrowWays(first.Pass, PointOf(first), 2 * circle.Radius, WidthOfTurn(records[begin]),
                      ToolRadiusOf(first.Comp));
+    TellOfWood(first.Pass, PointOf(first), circle.Radius, pitch, ToolRadiusOf(first.Comp));
     return true;
 }
 
@@ -219,6 +230,7 @@ void ClearListCircles(std::vector<RouteSegment>& records, std::vector<std::size_
             counts.push_back(records.size() - begin);
             TellOfNarrowWays(circle.Pass, centre, 2 * static_cast<double>(circle.Radius),
                              WidthOfTurn(records[begin]), ToolRadiusOf(circle.Comp));
+            TellOfWood(circle.Pass, centre, circle.Radius, pitch, ToolRadiusOf(circle.Comp));
         } else {
             ReportUncleared(circle.Pass, centre); // and no arc without length is written for it
         }

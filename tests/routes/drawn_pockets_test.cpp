@@ -324,6 +324,25 @@ TEST_F(PocketDoubts, APitchAboveTheDiameterLeavesWood)
     EXPECT_TRUE(Holds(Sharp(20, 3, 40, 13), Wood)) << Home.ReportText();
 }
 
+TEST_F(PocketDoubts, CirclesWithAPitchAboveTheDiameterLeaveWood)
+{
+    for (const double radius : {7.0, 10.0, 12.0, 15.0, 30.0})
+        for (const double pitch : {4.0, 6.0, 6.2, 8.0, 13.0, 30.0}) {
+            const std::string layer = "EXCAVZ5K" + Number(pitch) + "T71R3";
+            const std::string list = Circle(layer, 200, 200, radius);
+            const std::string pair =
+                Arc(layer, 200, 200, radius, 0, 180) + Arc(layer, 200, 200, radius, 180, 0);
+            for (const std::string& circle : {list, pair}) {
+                const Drawn drawn = DrawnOf(circle, Disc({200, 200}, radius));
+                const bool isTold = pitch > 6.1 && (radius >= 12 || pitch > 2 * radius);
+                EXPECT_EQ(Holds(drawn, Wood), isTold) << radius << " " << pitch << Home.ReportText();
+                EXPECT_TRUE(!isTold || drawn.Area.LeftInside > 0) << radius << " " << pitch;
+                // A core of a few square millimetres is all that the diameter itself can leave.
+                EXPECT_TRUE(pitch > 6 || drawn.Area.LeftInside < 7) << radius << " " << pitch;
+            }
+        }
+}
+
 TEST_F(PocketDoubts, NothingIsSaidWithoutTheToolsRadius)
 {
     const std::string layer = "EXCAVZ5K8T71";

@@ -71,6 +71,16 @@ inline void TellNarrow(Lines& lines, const RouteSegment& at, double pocket, doub
         Tell(lines, at.Pass, at.X, at.Y, "has ways that are narrower than its tool");
 }
 
+// Of a circle.
+inline void TellWood(Lines& lines, const RouteSegment& at, double radius, double pitch)
+{
+    const double r = RadiusOfTool(at.Comp);
+    if (r <= 0 || pitch - 2 * r <= Near() || radius - 2 * r <= Near())
+        return;
+    if (radius >= 4 * r || pitch / 2 > radius)
+        Tell(lines, at.Pass, at.X, at.Y, "leaves wood between its ways");
+}
+
 // The chains of the list as it was drawn: first and last point behind a mark.
 struct DrawnEnds {
     Long Pass;
@@ -518,6 +528,7 @@ inline int RoutePair(Records& list, int i, const Ends& drawn, Lines& told)
     spiral.front().Dir = -8;
     const RouteSegment inner = spiral.front();
     TellNarrow(told, c1, 2 * whole, 2 * Distance(Middle(inner), Spot(inner)));
+    TellWood(told, c1, whole, pitch);
     list.insert(list.begin() + i, spiral.begin(), spiral.end());
     const int count = static_cast<int>(spiral.size());
     for (int j = i; j < i + count + 4; ++j) {
@@ -627,6 +638,7 @@ inline void ListCircles(Records& list, Starts& made, std::vector<RouteCircle>& c
         at.X = circle.X;
         at.Y = circle.Y;
         TellNarrow(told, at, 2 * whole, 2 * Distance(Spot(list[veryFirst]), Middle(list[veryFirst])));
+        TellWood(told, at, whole, pitch);
         circle.Used = -1;
         circle.Pass = 0;
     }
