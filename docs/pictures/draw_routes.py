@@ -195,6 +195,11 @@ class Canvas:
         x, y = self.at(point)
         self.rows.append(f'<circle cx="{x:.1f}" cy="{y:.1f}" r="{radius}" fill="{colour}" stroke="#ffffff"/>')
 
+    def tool(self, centre, radius):
+        x, y = self.at(centre)
+        self.rows.append(f'<circle cx="{x:.1f}" cy="{y:.1f}" r="{radius * self.scale:.1f}" fill="#888888" '
+                         f'fill-opacity="0.35" stroke="#555555"/>')
+
     def arrow(self, points, colour, size=9):
         """A head in the middle of a move, as long as there is room for it."""
         if sum(math.dist(a, b) for a, b in zip(points, points[1:])) * self.scale < 2.2 * size:
@@ -274,7 +279,19 @@ def draw_route(canvas, route, colour, picture, _number):
         canvas.arrow(move.points, shade)
 
 
+def draw_tool(canvas, route):
+    """The tool where the way begins and where it ends: beside it, on the side of the compensation."""
+    comp = route.first.get("Comp", "")
+    side, radius = {"G41": 1, "G42": -1}[comp[:3]], float(comp[5:])
+    for here, points in ((route.start, route.moves[0].points), (None, route.moves[-1].points)):
+        a, b = (points[0], points[1]) if here else (points[-2], points[-1])
+        direction = math.degrees(math.atan2(b[1] - a[1], b[0] - a[0]))
+        canvas.tool(polar(here or b, radius, direction + 90 * side), radius)
+
+
 def mark_route(canvas, route, colour, picture, number):
+    if picture.get("tool"):
+        draw_tool(canvas, route)
     canvas.dot(route.start, LEAD if route.moves and route.moves[0].is_lead else colour)
     if picture.get("numbers"):
         x, y = canvas.middle(route.moves[0].points)[0] if route.moves else canvas.at(route.start)
@@ -360,6 +377,12 @@ PICTURES = [
                ((110, 100), "R, started in mid-line:\nsmooth, tangent arcs"),
                ((270, 92), "circle, R"), ((390, 97), "circle, L"),
                ((230, -2), "red: leads; short strokes: the side of the tool; dot: where it goes down")]},
+    {"name": "leads_corner", "title": "Leads in a corner that is cut from inside", "stage": "leads",
+     "window": (0, -6, 460, 182), "width": 920, "tool": True, "ticks": False,
+     "words": [((90, 120), "no lead:\nhalf of the tool is\nin each wall"),
+               ((230, 120), "lead of 1.3 radii:\nit cuts both walls"),
+               ((370, 130), "3.3 radii:\nthe walls stay whole"),
+               ((230, -2), "red: leads; grey: the tool where it goes down and where it goes up")]},
     {"name": "leads_border", "title": "Leads at the panel's border", "stage": "leads",
      "window": (0, 2, 420, 275), "width": 900,
      "words": [((140, 96), "straight on"), ((56, 168), "along the edge:\nquarter circles outward", INK, "start"),

@@ -217,6 +217,42 @@ TEST_F(ConvertCall, JsonCountsRoutesNotTheirArcs)
     EXPECT_EQ(json::parse(ended.Output)["drawings"][0]["operations"]["routes"], 2);
 }
 
+// A hole and a pocket that begin in their corners, and a pocket that is open: all are cut.
+TEST_F(ConvertCall, DoubtsAreLinesOfTheReportAndNoFailure)
+{
+    namespace drawn = kv::test;
+    const std::string pocket = "EXCAVZ5K8T71R3";
+    const std::string mark = drawn::Pair(40, 2.0);
+    Put(Folder / "doubts.dxf",
+        BoredPanel(drawn::Rectangle("ROUTEZ5T71L6", 50, 250, 100, 100) +
+                   drawn::Rectangle("ROUTEZ5T71L6LD10", 200, 250, 100, 100) +
+                   drawn::Rectangle(pocket, 300, 100, 100, 60) +
+                   drawn::Polyline(pocket, {{299, 100}, {300, 100}}, mark) +
+                   drawn::Line(pocket, 450, 100, 550, 100) + drawn::Line(pocket, 550, 100, 550, 160) +
+                   drawn::Line(pocket, 550, 160.5, 450, 100) +
+                   drawn::Polyline(pocket, {{449, 100}, {450, 100}}, mark)));
+    const std::vector<std::string> doubts = {
+        "Layer ROUTEZ5T71L6: the contour at X50 Y250 begins in an inner corner without a lead and cuts into "
+        "its wall",
+        "Layer ROUTEZ5T71L6LD10: the lead at X200 Y250 cuts into the walls of its corner",
+        "Layer EXCAVZ5K8T71R3: the pocket at X299 Y100 begins in a sharp corner and cuts into its wall",
+        "Layer EXCAVZ5K8T71R3: the pocket at X299 Y100 leaves wood between its ways",
+        "Layer EXCAVZ5K8T71R3: the pocket at X449 Y100 is not cleared, its outline is open at X550 Y160 by "
+        ".5"};
+    const Ended ended = Run({"convert", "doubts.dxf"});
+    EXPECT_EQ(ended.Status, 0);
+    EXPECT_EQ(ended.Errors, "");
+    for (const std::string& doubt : doubts)
+        EXPECT_TRUE(Holds(ended.Output, doubt + "\n")) << doubt << "\n" << ended.Output;
+    const json report = json::parse(Run({"convert", "doubts.dxf", "--report", "json"}).Output)["drawings"][0];
+    EXPECT_EQ(report["outcome"], "converted");
+    for (const std::string& doubt : doubts)
+        EXPECT_EQ(std::count_if(report["lines"].begin(), report["lines"].end(),
+                                [&](const json& line) { return line["text"] == doubt; }),
+                  1)
+            << doubt;
+}
+
 TEST_F(ConvertCall, ReportLinesAreUnicode)
 {
     const std::string umlaut = "\xFC"; // CP1252
