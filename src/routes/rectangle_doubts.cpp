@@ -26,7 +26,7 @@ double RadiusAt(const RectangleLoops& loops, double corner, double inset)
     return lasts ? corner - inset : 0;
 }
 
-// A loop's corner stays away from the loop around it; only what both certainly cut or leave counts.
+// Whether the loop of an inset leaves a rest in its corner that the loop around it, `outer`, does not reach.
 bool LeavesIsland(const RectangleLoops& loops, double corner, double outer, double inset)
 {
     if (RadiusAt(loops, corner, inset) > 0)

@@ -2,10 +2,12 @@
 // program drawn with its tool. The tool has radius 6, the contours are holes: what is cut outside of
 // them is wall.
 #include <cmath>
+#include <random>
 
 #include "job/job_driver.h"
 #include "routes/route_program.h"
 #include "support/drawn_area.h"
+#include "support/random_rounds.h"
 
 namespace kv::lead_doubts {
 namespace {
@@ -103,6 +105,45 @@ TEST_F(LeadDoubts, OtherCornersNeedTheRadiusByTheTangentOfAQuarterOfTheirAngle)
         DoubtsOf(Hole(LayerWith(std::floor(needed * 80) / 100), hole));
         EXPECT_GT(CutOutside(hole), 0);
     }
+}
+
+// A wedge turned by `turn` degrees, away from the panel's edges.
+std::vector<PathPoint> TurnedWedge(double angle, double turn)
+{
+    const double radians = turn * 3.14159265358979323846 / 180;
+    std::vector<PathPoint> points = Wedge(angle);
+    for (PathPoint& point : points) {
+        const double x = point.X - 260, y = point.Y - 200;
+        point = {300 + x * std::cos(radians) - y * std::sin(radians),
+                 200 + x * std::sin(radians) + y * std::cos(radians)};
+    }
+    return points;
+}
+
+TEST_F(LeadDoubts, RandomCornersAreToldWhereTheyAreCut)
+{
+    std::mt19937 engine{Seed(2414)};
+    const auto pick = [&engine](double low, double high) {
+        return std::round(std::uniform_real_distribution<double>(low, high)(engine) * 100) / 100;
+    };
+    int told = 0, silent = 0;
+    for (int round = 0; round < Rounds(40); ++round) {
+        const double angle = pick(40, 140), radius = pick(2, 8);
+        const double half = angle / 2 * 3.14159265358979323846 / 180;
+        const double needed = radius * (1 + std::cos(half)) / std::sin(half);
+        const double lead = pick(0.3 * needed, 1.7 * needed);
+        const double depth = (needed - lead) * std::sin(half); // of the cut
+        if (std::fabs(depth) < 0.02)
+            continue;
+        const std::vector<PathPoint> hole = TurnedWedge(angle, pick(0, 360));
+        const Texts doubts = DoubtsOf(Hole("ROUTEZ5T71L" + Number(radius) + "LD" + Number(lead), hole));
+        ASSERT_EQ(doubts.empty(), depth < 0) << RoundName(round) << Home.ReportText();
+        const double cut = CutOutside(hole);
+        ASSERT_TRUE(doubts.empty() ? cut == 0 : cut > 0 || depth < 1) << RoundName(round) << " " << cut;
+        (doubts.empty() ? silent : told) += 1;
+    }
+    EXPECT_GT(told, 5);
+    EXPECT_GT(silent, 5);
 }
 
 TEST_F(LeadDoubts, ClockwiseHoleWithRightCompensation)
