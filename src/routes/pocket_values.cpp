@@ -67,7 +67,11 @@ void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, doubl
     if (pocketWidth < tool)
         TellOfPocket(pass, at, "is narrower than its tool");
     else if (smallestWay < tool) // a control that checks its compensation refuses it
-        TellOfPocket(pass, at, "has ways that are narrower than its tool");
+        TellOfPocket(pass, at,
+                     // Beside such a way the tool reaches 2 R from its far side.
+                     pocketWidth + smallestWay < 2 * (tool - OutlineTolerance())
+                         ? "has ways that are narrower than its tool and cut outside of it"
+                         : "has ways that are narrower than its tool");
 }
 
 } // namespace kv

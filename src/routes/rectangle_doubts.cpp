@@ -41,14 +41,11 @@ double WidthAt(const RectangleLoops& loops, double inset)
     return std::min(loops.Bounds.Width(), loops.Bounds.Height()) - 2 * inset;
 }
 
-// Between two loops, or inside the only one.
+// Between two loops, or inside the only one; the one on the wall clears a pocket of two tools' width.
 bool LeavesWood(const RectangleLoops& loops)
 {
     const double tool = 2 * loops.ToolRadius;
-    if (WidthAt(loops, loops.LastInset) > 2 * tool + OutlineTolerance())
-        return true;
-    const bool hasSecond = loops.LastInset > 0 && WidthAt(loops, loops.Pitch) >= tool;
-    return hasSecond && loops.Pitch > tool + OutlineTolerance();
+    return loops.Pitch > tool + OutlineTolerance() && WidthAt(loops, 0) > 2 * tool + OutlineTolerance();
 }
 
 // Only in loops that the tool fits into; narrower ones are told as such.

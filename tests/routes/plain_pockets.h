@@ -68,7 +68,9 @@ inline void TellNarrow(Lines& lines, const RouteSegment& at, double pocket, doub
     if (tool > 0 && pocket < tool)
         Tell(lines, at.Pass, at.X, at.Y, "is narrower than its tool");
     else if (tool > 0 && way < tool)
-        Tell(lines, at.Pass, at.X, at.Y, "has ways that are narrower than its tool");
+        Tell(lines, at.Pass, at.X, at.Y,
+             std::string("has ways that are narrower than its tool") +
+                 ((2 * tool - pocket - way) / 2 > Near() ? " and cut outside of it" : ""));
 }
 
 // Of a circle.
@@ -169,8 +171,7 @@ inline void TellOfLoops(Lines& told, const RouteSegment& mark, const Box& box, c
     if (tool.X - r < box.MinX - Near() || tool.X + r > box.MaxX + Near() || tool.Y - r < box.MinY - Near() ||
         tool.Y + r > box.MaxY + Near())
         Tell(told, mark.Pass, mark.X, mark.Y, "begins in a sharp corner and cuts into its wall");
-    const bool second = loops > 1 && shorter - 2 * pitch >= 2 * r;
-    if ((second && pitch > 2 * r + Near()) || shorter - 2 * ((loops - 1) * pitch) > 4 * r + Near()) {
+    if (pitch > 2 * r + Near() && shorter > 4 * r + Near()) {
         Tell(told, mark.Pass, mark.X, mark.Y, "leaves wood between its ways");
         return;
     }

@@ -296,7 +296,8 @@ TEST_F(RectanglePockets, PocketAsWideAsItsToolIsNotToldAsNarrower)
 {
     // Pitch 2: the wall is as wide as the tool, the loop of inset 2 has no width.
     Excavate(SquareOutline({0, 0, 8, 4}, -3, "G42 R2"));
-    EXPECT_EQ(Lines, (Texts{rows::NarrowWays("X0 Y0"), rows::SharpStart("X0 Y0")}));
+    EXPECT_EQ(Lines,
+              (Texts{rows::NarrowWays("X0 Y0") + " and cut outside of it", rows::SharpStart("X0 Y0")}));
     Excavate(SquareOutline({0, 0, 8, 4}, -3, "G42 R2.01"));
     EXPECT_EQ(Lines, Texts{rows::Told("X0 Y0", "is narrower than its tool")});
     // Pitch 4 reaches both ends from the wall: the only loop, and the tool fits into it.
