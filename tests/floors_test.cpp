@@ -115,6 +115,7 @@ struct LibraryRow {
 };
 
 constexpr LibraryRow Libraries[] = {
+    {"boost/polygon/", "geometry/"},
     {"CLI/", "console/"},
     {"nlohmann/", "console/"},
     {"Q", "window/"},

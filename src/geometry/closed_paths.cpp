@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "platform/trigonometry.h"
+
 namespace kv {
 
 namespace {
@@ -20,12 +22,12 @@ double CrossOf(const PlanePoint& a, const PlanePoint& b)
 // Above 0 counter-clockwise.
 double SweepOf(double bulge)
 {
-    return 4 * std::atan(bulge);
+    return 4 * ArcTangent(bulge);
 }
 
 int ChordsOf(double radius, double sweep, double tolerance)
 {
-    const double chord = 2 * std::acos(std::max(0.0, 1 - tolerance / radius));
+    const double chord = 4 * ArcTangent(std::sqrt(tolerance / std::max(tolerance, 2 * radius - tolerance)));
     if (!(chord > 0))
         return MostChords;
     return static_cast<int>(std::clamp(std::ceil(std::fabs(sweep) / chord), 1.0, double(MostChords)));
@@ -70,7 +72,7 @@ double SignedArea(const ClosedPath& path)
             continue;
         const double sweep = SweepOf(path[i].Bulge);
         const double radius = SpanBetween(path[i], to).Radius;
-        twice += radius * radius * (sweep - std::sin(sweep)); // the segment between arc and chord
+        twice += radius * radius * (sweep - Sine(sweep)); // the segment between arc and chord
     }
     return twice / 2;
 }
@@ -89,7 +91,9 @@ FlatPaths::FlatPaths(const std::vector<ClosedPath>& paths, double tolerance)
     const Extent extent = ExtentOf(paths);
     Middle = {(extent.Low.X + extent.High.X) / 2, (extent.Low.Y + extent.High.Y) / 2};
     const double reach = std::max({extent.High.X - Middle.X, extent.High.Y - Middle.Y, 1e-3});
-    Scale = std::exp2(std::floor(std::log2(GridReach / reach)));
+    int exponent = 0; // the largest power of two that keeps the reach
+    std::frexp(GridReach / reach, &exponent);
+    Scale = std::ldexp(1, exponent - 1);
     for (const ClosedPath& path : paths)
         AddPath(path, static_cast<std::int32_t>(FirstChord.size()), tolerance);
     FirstChord.push_back(Chords.size());
@@ -109,14 +113,14 @@ void FlatPaths::AddPath(const ClosedPath& path, std::int32_t number, double tole
         const PathSpan span = SpanBetween(path[i], path[(i + 1) % path.size()].At);
         const double sweep = SweepOf(path[i].Bulge);
         const int count = span.IsArc ? ChordsOf(span.Radius, sweep, tolerance) : 1;
-        const double begin = std::atan2(span.From.Y - span.Centre.Y, span.From.X - span.Centre.X);
+        const double begin = AngleOfVector(span.From.Y - span.Centre.Y, span.From.X - span.Centre.X);
         WholePoint from = ToGrid(span.From);
         for (int k = 0; k < count; ++k) {
             PlanePoint end = span.To;
             if (k + 1 < count) {
                 const double angle = begin + sweep * (k + 1) / count;
-                end = {span.Centre.X + span.Radius * std::cos(angle),
-                       span.Centre.Y + span.Radius * std::sin(angle)};
+                end = {span.Centre.X + span.Radius * Cosine(angle),
+                       span.Centre.Y + span.Radius * Sine(angle)};
             }
             const WholePoint to = ToGrid(end);
             if (from == to)

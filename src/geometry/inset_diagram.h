@@ -89,7 +89,7 @@ inline PlanePoint PointAlong(const PlanePoint& a, const PlanePoint& b, double sh
 }
 inline double LengthOf(const PlanePoint& vector)
 {
-    return std::hypot(vector.X, vector.Y);
+    return std::sqrt(vector.X * vector.X + vector.Y * vector.Y);
 }
 
 } // namespace kv

@@ -25,7 +25,7 @@ struct CellPiece {
 // The turn from one direction to another, -pi to pi.
 double TurnBetween(const PlanePoint& a, const PlanePoint& b)
 {
-    return std::atan2(Cross(a, b), a.X * b.X + a.Y * b.Y);
+    return AngleOfVector(Cross(a, b), a.X * b.X + a.Y * b.Y);
 }
 
 // What the walls' chords make of the pieces of a loop.

@@ -57,7 +57,7 @@ PathSpan SpanBetween(const PathVertex& from, const PlanePoint& to)
 {
     PathSpan span{from.At, to, false, false, {}, 0};
     const PlanePoint chord{to.X - from.At.X, to.Y - from.At.Y};
-    const double length = std::hypot(chord.X, chord.Y);
+    const double length = Distance(from.At, to);
     if (from.Bulge == 0 || !(length > 0))
         return span;
     // The centre lies on the chord's bisector, left of a counter-clockwise span below a half turn.
@@ -69,10 +69,22 @@ PathSpan SpanBetween(const PathVertex& from, const PlanePoint& to)
     return span;
 }
 
+double AngleOfVector(double y, double x)
+{
+    if (x == 0 && y == 0)
+        return 0;
+    if (std::fabs(y) > std::fabs(x))
+        return (y > 0 ? std::numbers::pi : -std::numbers::pi) / 2 - ArcTangent(x / y);
+    const double angle = ArcTangent(y / x);
+    if (x > 0)
+        return angle;
+    return y < 0 ? angle - std::numbers::pi : angle + std::numbers::pi;
+}
+
 double SweepOfArc(const PathSpan& arc)
 {
-    const double from = std::atan2(arc.From.Y - arc.Centre.Y, arc.From.X - arc.Centre.X);
-    const double to = std::atan2(arc.To.Y - arc.Centre.Y, arc.To.X - arc.Centre.X);
+    const double from = AngleOfVector(arc.From.Y - arc.Centre.Y, arc.From.X - arc.Centre.X);
+    const double to = AngleOfVector(arc.To.Y - arc.Centre.Y, arc.To.X - arc.Centre.X);
     const double sweep = arc.CounterClockwise ? to - from : from - to;
     return sweep < 0 ? sweep + 2 * std::numbers::pi : sweep;
 }

@@ -22,6 +22,8 @@ struct PathSpan {
     double Radius = 0;
 };
 PathSpan SpanBetween(const PathVertex& from, const PlanePoint& to);
+// Radians, -pi to pi, counter-clockwise from +X; 0 for no vector. The same on every machine.
+double AngleOfVector(double y, double x);
 // Radians, 0 to below a full turn, in the arc's own sense.
 double SweepOfArc(const PathSpan& arc);
 PlanePoint NearestOnSpan(const PathSpan& span, const PlanePoint& point);

@@ -9,6 +9,8 @@
 #include "platform/text.h"
 #include "routes/pocket_values.h"
 
+#include "platform/trigonometry.h"
+
 namespace kv {
 
 namespace {
@@ -39,7 +41,7 @@ void GoAround(ClosedPath& way, const RouteSegment& start, const RouteSegment& en
 {
     const PlanePoint centre = CentreOf(start);
     const auto angleOf = [&centre](const PlanePoint& point) {
-        return std::atan2(point.Y - centre.Y, point.X - centre.X);
+        return AngleOfVector(point.Y - centre.Y, point.X - centre.X);
     };
     const double begin = angleOf(PointOf(start));
     const double sense = end.Dir != 0 ? 1 : -1; // above 0 counter-clockwise
@@ -47,11 +49,11 @@ void GoAround(ClosedPath& way, const RouteSegment& start, const RouteSegment& en
     if (sweep <= 0)
         sweep += 2 * std::numbers::pi;
     const int spans = sweep > std::numbers::pi ? 2 : 1;
-    const double bulge = sense * std::tan(sweep / spans / 4);
+    const double bulge = sense * Tangent(sweep / spans / 4);
     if (spans == 2) {
         const double radius = Distance(centre, PointOf(start));
         const double middle = begin + sense * sweep / 2;
-        GoTo(way, {centre.X + radius * std::cos(middle), centre.Y + radius * std::sin(middle)}, bulge);
+        GoTo(way, {centre.X + radius * Cosine(middle), centre.Y + radius * Sine(middle)}, bulge);
     }
     GoTo(way, PointOf(end), bulge);
 }

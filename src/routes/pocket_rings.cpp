@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/trigonometry.h"
+
 namespace kv {
 
 namespace {
@@ -24,17 +26,17 @@ double OffChord(const PlanePoint& a, const PlanePoint& b, const PlanePoint& poin
     return std::fabs((b.X - a.X) * (point.Y - a.Y) - (b.Y - a.Y) * (point.X - a.X)) / length;
 }
 
-double TurnAt(const PathSpan& span, const PathSpan& next)
+double CornerTurn(const PathSpan& span, const PathSpan& next)
 {
     const double ax = span.To.X - span.From.X, ay = span.To.Y - span.From.Y;
     const double bx = next.To.X - next.From.X, by = next.To.Y - next.From.Y;
-    return std::atan2(ax * by - ay * bx, ax * bx + ay * by);
+    return AngleOfVector(ax * by - ay * bx, ax * bx + ay * by);
 }
 
 // How far the arc rises above its chord.
 double RiseOf(const PathSpan& arc)
 {
-    return arc.Radius * (1 - std::cos(SweepOfArc(arc) / 2));
+    return arc.Radius * (1 - Cosine(SweepOfArc(arc) / 2));
 }
 
 // Flat arcs are taken as their chords.
@@ -81,7 +83,7 @@ void AddRun(const InsetLoop& run, bool besideArcs, double tolerance, InsetLoop& 
     const auto isLong = [&](const PathSpan& line) { return Distance(line.From, line.To) > 2 * tolerance; };
     keeps.front() = 1;
     for (std::size_t i = 1; i < run.size(); ++i)
-        if (std::fabs(TurnAt(run[i - 1], run[i])) > StraightTurn)
+        if (std::fabs(CornerTurn(run[i - 1], run[i])) > StraightTurn)
             keeps[i] = 1;
     if (besideArcs && isLong(run.front()))
         keeps[1] = 1;
@@ -113,7 +115,7 @@ InsetLoop Simplified(const InsetLoop& drawn, double tolerance)
     auto begin = std::find_if(flat.begin(), flat.end(), isArc);
     const bool hasArcs = begin != flat.end();
     for (auto line = flat.begin(); line != flat.end() && begin == flat.end(); ++line) // else from a corner
-        if (std::fabs(TurnAt(line == flat.begin() ? flat.back() : *(line - 1), *line)) > StraightTurn)
+        if (std::fabs(CornerTurn(line == flat.begin() ? flat.back() : *(line - 1), *line)) > StraightTurn)
             begin = line;
     std::rotate(flat.begin(), begin, flat.end());
     InsetLoop loop, run;
@@ -170,7 +172,7 @@ ClosedPath PathOf(const InsetLoop& loop)
 {
     ClosedPath path;
     for (const PathSpan& span : loop) {
-        const double bulge = span.IsArc ? std::tan(SweepOfArc(span) / 4) : 0;
+        const double bulge = span.IsArc ? Tangent(SweepOfArc(span) / 4) : 0;
         path.push_back({span.From, span.CounterClockwise ? bulge : -bulge});
     }
     return path;

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "platform/trigonometry.h"
+
 namespace kv {
 
 namespace {
@@ -29,7 +31,7 @@ Direction DirectionOf(const PathSpan& line)
 
 PlanePoint PointAround(const PlanePoint& centre, double radius, double angle)
 {
-    return {centre.X + radius * std::cos(angle), centre.Y + radius * std::sin(angle)};
+    return {centre.X + radius * Cosine(angle), centre.Y + radius * Sine(angle)};
 }
 
 } // namespace
@@ -43,7 +45,7 @@ double CounterClockwiseFrom(double from, double to)
 
 double AngleAround(const PlanePoint& centre, const PlanePoint& point)
 {
-    return std::atan2(point.Y - centre.Y, point.X - centre.X);
+    return AngleOfVector(point.Y - centre.Y, point.X - centre.X);
 }
 
 double LengthOfPiece(const PathSpan& span)
@@ -60,7 +62,7 @@ PlanePoint MiddleOf(const PathSpan& span)
                        AngleAround(span.Centre, span.From) + (span.CounterClockwise ? half : -half));
 }
 
-PlanePoint Beside(const PathSpan& piece, const PlanePoint& point, double aside)
+PlanePoint WayBeside(const PathSpan& piece, const PlanePoint& point, double aside)
 {
     if (!piece.IsArc) {
         const Direction along = DirectionOf(piece);
@@ -80,7 +82,7 @@ WayBuilder::WayBuilder(const ToolReach& reach, std::size_t mostPerWay)
 void WayBuilder::Begin(const PathSpan& piece, const PlanePoint& centre, double share)
 {
     Cuts.clear();
-    Points = {{Beside(piece, centre, Aside), 0, share}};
+    Points = {{WayBeside(piece, centre, Aside), 0, share}};
 }
 
 // A short one lengthens the line in front, or goes; so does one that its corners have turned round.
@@ -115,11 +117,11 @@ void WayBuilder::AddArc(const PlanePoint& centre, bool counterClockwise, double 
     const double taken = turned > sweep + 1 ? sweep : turned;
     const double sense = counterClockwise ? 1 : -1;
     if (taken <= std::numbers::pi) {
-        Points.back().Bulge = sense * std::tan(taken / 4);
+        Points.back().Bulge = sense * Tangent(taken / 4);
         Points.push_back({to, 0, share});
         return;
     }
-    const double half = sense * std::tan(taken / 8); // more than a half turn is two spans
+    const double half = sense * Tangent(taken / 8); // more than a half turn is two spans
     Points.back().Bulge = half;
     Points.push_back({PointAround(centre, radius, begin + sense * taken / 2), half,
                       (Points.back().DepthShare + share) / 2});
@@ -136,13 +138,13 @@ void WayBuilder::AddPiece(const PathSpan& piece, const PlanePoint& to, double sh
 
 void WayBuilder::AddCorner(const PathSpan& piece, const PathSpan& next, double share)
 {
-    const PlanePoint end = Beside(piece, piece.To, Aside);
-    const PlanePoint begin = Beside(next, next.From, Aside);
+    const PlanePoint end = WayBeside(piece, piece.To, Aside);
+    const PlanePoint begin = WayBeside(next, next.From, Aside);
     if (!piece.IsArc && !next.IsArc) {
         const Direction a = DirectionOf(piece), b = DirectionOf(next);
-        const double turn = std::atan2(a.X * b.Y - a.Y * b.X, a.X * b.X + a.Y * b.Y);
+        const double turn = AngleOfVector(a.X * b.Y - a.Y * b.X, a.X * b.X + a.Y * b.Y);
         if (std::fabs(turn) < SharpestCorner) { // both lines go on to where they meet
-            const double further = Aside * std::tan(turn / 2);
+            const double further = Aside * Tangent(turn / 2);
             AddLine(piece, {end.X + further * a.X, end.Y + further * a.Y}, share);
             return;
         }
@@ -168,10 +170,10 @@ void WayBuilder::AddCut(const PathSpan& piece)
 {
     PathSpan half = piece;
     half.From = MiddleOf(piece);
-    const PlanePoint before = Beside(piece, half.From, Aside);
+    const PlanePoint before = WayBeside(piece, half.From, Aside);
     if (Distance(before, Points.back().At) < Shortest)
         return;
-    const double bulge = half.IsArc ? std::tan(SweepOfArc(half) / 4) : 0;
+    const double bulge = half.IsArc ? Tangent(SweepOfArc(half) / 4) : 0;
     Cuts.push_back({Points.size(), {before, half.CounterClockwise ? bulge : -bulge, 1}});
 }
 
@@ -187,7 +189,7 @@ void WayBuilder::CloseCorner(const PathSpan& corner, const PathSpan& next)
     AddCorner(corner, next, 1);
     PathSpan half = next;
     half.To = MiddleOf(next);
-    AddPiece(half, Beside(half, half.To, Aside), 1);
+    AddPiece(half, WayBeside(half, half.To, Aside), 1);
 }
 
 void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
@@ -214,13 +216,13 @@ void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
         if (fromShare == 1 && i > 0 && i + 1 < pieces.size() && NeedsCut()) {
             PathSpan half = piece;
             half.To = piece.From = MiddleOf(piece);
-            AddPiece(half, Beside(half, half.To, Aside), share);
+            AddPiece(half, WayBeside(half, half.To, Aside), share);
             AddCut(half);
         }
         if (i + 1 < pieces.size())
             AddCorner(piece, pieces[i + 1], share);
         else
-            AddPiece(piece, Beside(piece, piece.To, Aside), toShare);
+            AddPiece(piece, WayBeside(piece, piece.To, Aside), toShare);
     }
     if (BeginsAtACorner(pieces.front()))
         CloseCorner(pieces[0], pieces[1]);
@@ -230,7 +232,7 @@ void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
 
 void WayBuilder::AddJoin(const PlanePoint& centre, const PathSpan& piece)
 {
-    const PlanePoint to = Beside(piece, centre, Aside);
+    const PlanePoint to = WayBeside(piece, centre, Aside);
     const double sweep = CounterClockwiseFrom(AngleAround(centre, Points.back().At), AngleAround(centre, to));
     AddArc(centre, true, sweep, to, 1);
 }

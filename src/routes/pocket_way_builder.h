@@ -23,7 +23,7 @@ double AngleAround(const PlanePoint& centre, const PlanePoint& point);
 double LengthOfPiece(const PathSpan& span);
 PlanePoint MiddleOf(const PathSpan& span);
 // The programmed way beside a point of the centre's: to the right, toward the wall.
-PlanePoint Beside(const PathSpan& piece, const PlanePoint& point, double aside);
+PlanePoint WayBeside(const PathSpan& piece, const PlanePoint& point, double aside);
 
 // Where a way can be cut in two: after so many points. The second part comes again from a point in front
 // of the cut, where the floor is cut already and no wall is near the tool's flank.

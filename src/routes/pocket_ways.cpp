@@ -150,7 +150,7 @@ RingJoiner::EndedWay RingJoiner::WayFrom(std::size_t number)
         Builder.AddTurn(ring, 1, 1);
         if (ring.Level == 0 || IsFull())
             return EndAt(ring);
-        const PlanePoint corner = Beside(ring.Pieces[ring.EntryPiece], ring.Entry, Reach.Aside());
+        const PlanePoint corner = WayBeside(ring.Pieces[ring.EntryPiece], ring.Entry, Reach.Aside());
         const Joint joint = NextRing(ring, corner);
         if (!(joint.Angle < FullCircle) || Rings[joint.RingNumber].IsEntered)
             return EndAt(ring); // another way goes on from there

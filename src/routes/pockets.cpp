@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "routes/circle_pockets.h"
+#include "routes/open_outlines.h"
 #include "routes/pocket_list.h"
 #include "routes/pocket_values.h"
 #include "routes/rectangle_pockets.h"

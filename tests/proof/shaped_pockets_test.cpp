@@ -12,7 +12,7 @@
 namespace kv::test {
 namespace {
 
-constexpr double Sliver = 0.01; // mm: what is no wider comes from chords
+constexpr double Hairline = 0.01; // mm: what is no wider comes from chords
 const std::string Pocket = "EXCAV_K5_Z6_T71_R4";
 
 std::string Path(const std::vector<PathPoint>& points, const std::string& layer = Pocket)
@@ -53,9 +53,9 @@ class ShapedPocket : public RouteProgram {
     void ExpectOnly(const MachineSteps& steps, const Region& pocket, double radius = 4)
     {
         const Region swept = SweptFace(steps);
-        EXPECT_EQ(Described(ReachedBy(Difference(swept, pocket), Sliver)), "");
+        EXPECT_EQ(Described(ReachedBy(Difference(swept, pocket), Hairline)), "");
         const Region left = Difference(ReachedBy(pocket, 2.02 * radius), swept);
-        EXPECT_EQ(Described(ReachedBy(left, 2 * Sliver)), "");
+        EXPECT_EQ(Described(ReachedBy(left, 2 * Hairline)), "");
     }
     void ExpectCleared(const std::string& entities, const Region& pocket, double radius = 4)
     {
@@ -117,7 +117,7 @@ TEST_F(ShapedPocket, RectangleRoundedRectangleAndCircleGoTheSameWay)
                               {100, 120, std::sqrt(2) - 1}},
                              Closed),
                   BoxOf({100, 100}, {300, 220}, 20));
-    ExpectCleared(Circle(Pocket, 300, 200, 57), DiscOf({300, 200}, 57));
+    ExpectCleared(test::Circle(Pocket, 300, 200, 57), DiscOf({300, 200}, 57));
     ExpectCleared(Arc(Pocket, 300, 200, 57, 45, 225) + Arc(Pocket, 300, 200, 57, 225, 45),
                   DiscOf({300, 200}, 57));
 }
@@ -154,7 +154,7 @@ TEST_F(ShapedPocket, IslandsAreLeftStandingAndWhatIsInsideThemIsCleared)
         Difference(BoxOf({50, 50}, {550, 350}), Union(BoxOf({100, 100}, {300, 300}), DiscOf({450, 200}, 40))),
         BoxOf({150, 150}, {250, 250}));
     ExpectCleared(Rectangle(Pocket, 50, 50, 500, 300) + Rectangle(Pocket, 100, 100, 200, 200) +
-                      Circle(Pocket, 450, 200, 40) + Rectangle(Pocket, 150, 150, 100, 100),
+                      test::Circle(Pocket, 450, 200, 40) + Rectangle(Pocket, 150, 150, 100, 100),
                   pocket);
 }
 

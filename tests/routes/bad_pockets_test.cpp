@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "routes/route_program.h"
-#include "support/drawn_area.h"
+#include "support/proof/beside_outline.h"
 
 namespace kv::bad_pockets {
 namespace {
@@ -38,7 +38,7 @@ class BadPockets : public RouteProgram {
     }
     DrawnArea AreaIn(const PathPoint& low, const PathPoint& high)
     {
-        const DrawnArea area = AreaBeside(Home.Program(), RoundedBox(low, high, 0));
+        const DrawnArea area = AreaBeside(Home.Program(), BoxOf(low, high));
         EXPECT_EQ(area.Fault, "");
         return area;
     }

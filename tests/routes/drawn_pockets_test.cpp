@@ -230,7 +230,7 @@ class PocketDoubts : public DrawnPocket {
         DrawnArea Area;
         std::vector<std::string> Lines; // behind the pocket's place
     };
-    Drawn DrawnOf(const std::string& entities, const std::vector<PathPoint>& outline)
+    Drawn DrawnOf(const std::string& entities, const Region& outline)
     {
         Drawn drawn{AreaOf(entities, outline), {}};
         for (const std::string& line : Home.Lines) {
@@ -248,12 +248,12 @@ class PocketDoubts : public DrawnPocket {
     {
         const std::string layer = "EXCAVZ5K" + Number(pitch) + "T71R" + Number(radius);
         return DrawnOf(Rectangle(layer, 100, 100, width, height) + Mark(layer, 99, 100, 100, 100),
-                       RoundedBox({100, 100}, {100 + width, 100 + height}, 0));
+                       BoxOf({100, 100}, {100 + width, 100 + height}, 0));
     }
     Drawn Round(double pitch, double corner)
     {
         return DrawnOf(Rounded("EXCAVZ5K" + Number(pitch) + "T71R3", corner),
-                       RoundedBox({100, 100}, {200, 160}, corner));
+                       BoxOf({100, 100}, {200, 160}, corner));
     }
 };
 
@@ -261,7 +261,7 @@ TEST_F(PocketDoubts, BeginningInASharpCornerIsToldAndARoundedOneIsNot)
 {
     const Drawn sharp = Sharp(4, 3);
     EXPECT_TRUE(Holds(sharp, SharpBegin)) << Home.ReportText();
-    EXPECT_NEAR(sharp.Area.CutOutside, HalfTool, GridShare);
+    EXPECT_NEAR(sharp.Area.CutOutside, HalfTool, Chords);
     const Drawn tight = Round(4, 2.9); // the tool does not fit into its corners
     EXPECT_TRUE(Holds(tight, SharpBegin)) << Home.ReportText();
     EXPECT_GT(tight.Area.CutOutside, 10);
@@ -303,7 +303,7 @@ TEST_F(PocketDoubts, RoundedCornersLeaveIslandsFromTheirSecondSharpLoopOn)
     EXPECT_GT(wide.Area.LeftInside, 3);
     const Drawn narrow = Round(5, 15);
     EXPECT_FALSE(Holds(narrow, Islands)) << Home.ReportText();
-    EXPECT_LT(narrow.Area.LeftInside, GridShare);
+    EXPECT_LT(narrow.Area.LeftInside, Chords);
 }
 
 TEST_F(PocketDoubts, APitchAboveTheDiameterLeavesWood)
@@ -320,7 +320,7 @@ TEST_F(PocketDoubts, APitchAboveTheDiameterLeavesWood)
     // One way around clears a pocket of two tools: nothing is left but the corners.
     const Drawn small = Sharp(20, 3, 40, 12);
     EXPECT_EQ(small.Lines, std::vector<std::string>{SharpBegin}) << Home.ReportText();
-    EXPECT_LT(small.Area.LeftInside, 3 * CornerShare * 9 + GridShare);
+    EXPECT_LT(small.Area.LeftInside, 3 * CornerShare * 9 + Chords);
     EXPECT_TRUE(Holds(Sharp(20, 3, 40, 13), Wood)) << Home.ReportText();
 }
 
@@ -333,7 +333,7 @@ TEST_F(PocketDoubts, CirclesWithAPitchAboveTheDiameterLeaveWood)
             const std::string pair =
                 Arc(layer, 200, 200, radius, 0, 180) + Arc(layer, 200, 200, radius, 180, 0);
             for (const std::string& circle : {list, pair}) {
-                const Drawn drawn = DrawnOf(circle, Disc({200, 200}, radius));
+                const Drawn drawn = DrawnOf(circle, DiscOf({200, 200}, radius));
                 const bool isTold = pitch > 6.1 && (radius >= 12 || pitch > 2 * radius);
                 EXPECT_EQ(Holds(drawn, Wood), isTold) << radius << " " << pitch << Home.ReportText();
                 EXPECT_TRUE(!isTold || drawn.Area.LeftInside > 0) << radius << " " << pitch;
@@ -351,8 +351,8 @@ TEST_F(PocketDoubts, NarrowWaysThatCutOutsideAreToldAsSuch)
         for (const double pitch : {3.1, 4.0, 5.0, 6.0}) {
             const Drawn drawn = Sharp(pitch, 3, 50, height);
             const bool isTold = Holds(drawn, Narrow + " and cut outside of it");
-            EXPECT_EQ(isTold, drawn.Area.CutOutside > 2 * HalfTool + GridShare ||
-                                  (Holds(drawn, Narrow) && drawn.Area.CutOutside > HalfTool + GridShare))
+            EXPECT_EQ(isTold, drawn.Area.CutOutside > 2 * HalfTool + Chords ||
+                                  (Holds(drawn, Narrow) && drawn.Area.CutOutside > HalfTool + Chords))
                 << height << " " << pitch << " " << drawn.Area.CutOutside << Home.ReportText();
             (isTold ? cut : kept) += 1;
         }
@@ -368,7 +368,7 @@ TEST_F(PocketDoubts, NarrowWaysOfCirclesThatCutOutsideAreToldAsSuch)
             const std::string pair =
                 Arc(layer, 200, 200, radius, 0, 180) + Arc(layer, 200, 200, radius, 180, 0);
             for (const std::string& circle : {Circle(layer, 200, 200, radius), pair}) {
-                const Drawn drawn = DrawnOf(circle, Disc({200, 200}, radius));
+                const Drawn drawn = DrawnOf(circle, DiscOf({200, 200}, radius));
                 // Half turns lie a little off the centre: what that alone moves out is not told.
                 const bool isTold = Holds(drawn, Narrow + " and cut outside of it");
                 EXPECT_TRUE(isTold ? drawn.Area.CutOutside > 0 : drawn.Area.CutOutside < 3)

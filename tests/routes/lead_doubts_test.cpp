@@ -6,7 +6,7 @@
 
 #include "job/job_driver.h"
 #include "routes/route_program.h"
-#include "support/drawn_area.h"
+#include "support/proof/beside_outline.h"
 #include "support/random_rounds.h"
 
 namespace kv::lead_doubts {
@@ -40,7 +40,7 @@ class LeadDoubts : public RouteProgram {
     }
     double CutOutside(const std::vector<PathPoint>& hole)
     {
-        const DrawnArea area = AreaBeside(Home.Program(), hole);
+        const DrawnArea area = AreaBeside(Home.Program(), Polygon(hole));
         EXPECT_EQ(area.Fault, "");
         return area.CutOutside;
     }
