@@ -15,7 +15,7 @@ namespace kv {
 
 namespace {
 
-constexpr Int TaperedStart = -4, PolylineStart = -5, PolylinePoint = 5;
+constexpr Int TaperedStart = -4, MarkEnd = 4, PolylineStart = -5, PolylinePoint = 5;
 constexpr double MarkReach = 0.03;     // drawing units between a start mark and its polyline
 constexpr double ClosedWithin = 0.001; // drawing units between the ends of a closed polyline
 constexpr Single FirstDepthCode = 90;
@@ -70,6 +70,8 @@ void ReverseRoute(Long first, Long last)
 // Moves the seams of a route's closed polylines; `behind` takes the records that come behind it.
 void ReseamRoute(Long first, Long last, std::vector<RouteSegment>& behind)
 {
+    if (KindOf(RouteSegments[last]) == MarkEnd)
+        return; // a pocket begins in a corner: moved from there, a part of its wall would stay
     for (Long i = first; i <= last; ++i) {
         RouteSegment& start = RouteSegments[i];
         if (start.Kind != PolylineStart || start.Aux2 != 0)

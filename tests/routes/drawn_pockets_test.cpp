@@ -108,6 +108,14 @@ TEST_F(DrawnPocket, PolylineRectangle)
                              Box);
 }
 
+TEST_F(DrawnPocket, PolylineRectangleWhereSeamsOfPolylinesLieInMidLine)
+{
+    Config.CornerComp = 1;
+    ExpectClearedFromACorner(Polyline(Pocket, {{100, 100}, {200, 100}, {200, 160}, {100, 160}}, Closed) +
+                                 Mark(Pocket, 99, 100, 100, 100),
+                             Box);
+}
+
 TEST_F(DrawnPocket, CornersOf2KeepWhatAToolOf3Leaves)
 {
     ExpectClearedFromACorner(Rounded(Pocket, 2), BoxOf({100, 100}, {200, 160}, 2), 2);

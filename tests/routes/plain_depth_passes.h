@@ -100,7 +100,8 @@ inline void ReseamClosedPolylines(Segments& list)
         if (!drawn[static_cast<std::size_t>(i)] || At(list, i).Kind != -5 || At(list, i).Aux2 != 0)
             continue;
         const int e = EndOfRoute(list, i);
-        if (e == i || Apart(At(list, i), At(list, e)) >= 0.001)
+        const bool pocket = At(list, e).Kind == 4 || At(list, e).Kind == -4;
+        if (e == i || pocket || Apart(At(list, i), At(list, e)) >= 0.001)
             continue;
         const PlanePoint a{At(list, i).X, At(list, i).Y};
         const PlanePoint b{At(list, i + 1).X, At(list, i + 1).Y};
