@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "platform/trigonometry.h"
+
 namespace kv {
 
 namespace {

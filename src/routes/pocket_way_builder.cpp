@@ -224,9 +224,11 @@ void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
         else
             AddPiece(piece, WayBeside(piece, piece.To, Aside), toShare);
     }
+    if (fromShare < 1) // another turn follows
+        return;
     if (BeginsAtACorner(pieces.front()))
         CloseCorner(pieces[0], pieces[1]);
-    else if (fromShare == 1)
+    else
         AddCut(pieces.back());
 }
 

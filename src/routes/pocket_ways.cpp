@@ -86,7 +86,9 @@ void RingJoiner::BeginAlone(Ring& ring)
     for (std::size_t i = 0; i < ring.Pieces.size(); ++i) {
         const PathSpan& piece = ring.Pieces[i];
         PlanePoint place = MiddleOf(piece);
-        double worth = LengthOfPiece(piece) * (piece.IsArc ? 0.5 : 1);
+        double worth = LengthOfPiece(piece);
+        if (piece.IsArc) // clockwise it may be a corner of the wall
+            worth *= piece.CounterClockwise ? 0.5 : 0.1;
         if (Task.Mark) {
             const PlanePoint nearest = NearestOnSpan(piece, *Task.Mark);
             worth = -Distance(nearest, *Task.Mark);
