@@ -89,8 +89,8 @@ void BandWays::Spread()
     }
 }
 
-// The middle of an edge between the distances, or of one that dips below the higher and rises again, when
-// it is too far from the lines at both ends.
+// A point of an edge between the distances, or of one that dips below the higher and rises again, when its
+// middle is too far from the lines at both ends.
 std::optional<PlanePoint> BandWays::FarMiddle(const Edge& edge, double furthest) const
 {
     std::vector<Crossing> tops, bottoms;
@@ -99,16 +99,15 @@ std::optional<PlanePoint> BandWays::FarMiddle(const Edge& edge, double furthest)
         return std::nullopt;
     Diagram.AddCrossings(edge, High, tops);
     if (tops.size() == 2)
-        return LengthOf(Minus(tops[1].At, tops[0].At)) / 2 > furthest
-                   ? std::optional(PointAlong(tops[0].At, tops[1].At, 0.5))
-                   : std::nullopt;
+        return LengthOf(Minus(tops[1].At, tops[0].At)) / 2 > furthest ? std::optional(tops[0].At)
+                                                                      : std::nullopt;
     const std::size_t first = Diagram.NumberOf(*edge.vertex0()), second = Diagram.NumberOf(*edge.vertex1());
     const PlanePoint begin = InsetDiagram::PlaceOf(*edge.vertex0());
     const PlanePoint end = InsetDiagram::PlaceOf(*edge.vertex1());
     if (!IsBetween(first) || !IsBetween(second) ||
         !((Ways[first] + Ways[second] + LengthOf(Minus(end, begin))) / 2 > furthest))
         return std::nullopt;
-    return PointAlong(begin, end, 0.5);
+    return begin;
 }
 
 // Where an edge passes the lower distance on its way up.

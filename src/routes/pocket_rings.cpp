@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "platform/trigonometry.h"
 
@@ -15,6 +16,7 @@ constexpr double HairShare = 0.01;       // of the tool's radius
 constexpr double WallTolerance = 0.0005; // of the radius, on the walls' own loops
 constexpr double FloorTolerance = 0.01;  // on loops further in: floor is cut twice there
 constexpr double StraightTurn = 0.35;    // radians; a corner of more is kept
+constexpr double SmallestArc = 0.02;     // of the radius
 constexpr double OverlapShare = 1.9;     // of the radius, between two loops
 constexpr double FloorReach = 0.94; // of the radius, from a corner of the centre\'s loop, which is cut round
 
@@ -39,15 +41,30 @@ double RiseOf(const PathSpan& arc)
     return arc.Radius * (1 - Cosine(SweepOfArc(arc) / 2));
 }
 
-// Flat arcs are taken as their chords.
-PathSpan Flattened(const PathSpan& span, double tolerance)
+// Flat arcs are taken as their chords, and so are those inside which the tool's centre hardly moves: rounding
+// could turn what the control's compensation leaves of them.
+void AddFlattened(const PathSpan& span, double tolerance, double smallestArc, InsetLoop& loop)
 {
-    if (!span.IsArc || SweepOfArc(span) > StraightTurn || RiseOf(span) > tolerance / 4)
-        return span;
+    constexpr double mostTurn = std::numbers::pi / 3;
+    const double sweep = span.IsArc ? SweepOfArc(span) : 0;
+    const bool isFlat = span.IsArc && sweep <= StraightTurn && RiseOf(span) <= tolerance / 4;
+    const bool isTiny = span.IsArc && span.CounterClockwise && span.Radius < smallestArc;
+    if (!isFlat && !isTiny) {
+        loop.push_back(span);
+        return;
+    }
+    const int chords = isFlat ? 1 : static_cast<int>(std::ceil(sweep / mostTurn));
+    const double begin = AngleOfVector(span.From.Y - span.Centre.Y, span.From.X - span.Centre.X);
     PathSpan chord;
     chord.From = span.From;
-    chord.To = span.To;
-    return chord;
+    for (int i = 1; i <= chords; ++i) {
+        const double angle = begin + sweep * i / chords;
+        chord.To = i == chords ? span.To
+                               : PlanePoint{span.Centre.X + span.Radius * Cosine(angle),
+                                            span.Centre.Y + span.Radius * Sine(angle)};
+        loop.push_back(chord);
+        chord.From = chord.To;
+    }
 }
 
 // The points between first and last that a chord within the tolerance cannot leave out.
@@ -106,11 +123,11 @@ void AddRun(const InsetLoop& run, bool besideArcs, double tolerance, InsetLoop& 
     }
 }
 
-InsetLoop Simplified(const InsetLoop& drawn, double tolerance)
+InsetLoop Simplified(const InsetLoop& drawn, double tolerance, double smallestArc)
 {
     InsetLoop flat;
     for (const PathSpan& span : drawn)
-        flat.push_back(Flattened(span, tolerance));
+        AddFlattened(span, tolerance, smallestArc, flat);
     const auto isArc = [](const PathSpan& span) { return span.IsArc; };
     auto begin = std::find_if(flat.begin(), flat.end(), isArc);
     const bool hasArcs = begin != flat.end();
@@ -199,7 +216,7 @@ std::vector<RingLevel> RingLevelsOf(const InsetField& field, const ToolReach& re
     const auto add = [&](double clearance, const std::vector<InsetLoop>& loops, double within) {
         RingLevel level{clearance, {}};
         for (const InsetLoop& loop : loops) {
-            level.Rings.push_back(Simplified(loop, within));
+            level.Rings.push_back(Simplified(loop, within, SmallestArc * reach.Radius));
             pieces += level.Rings.back().size();
         }
         if (!level.Rings.empty())

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "proof/shop.h"
 #include "routes/route_program.h"
 #include "support/machine/cnc_reader.h"
 #include "support/proof/region.h"
@@ -46,7 +47,8 @@ class ShapedPocket : public RouteProgram {
         const MachineSteps steps = ReadCnc(Home.Program());
         EXPECT_EQ(steps.Unread, ProgramText());
         for (const WayFault& fault : WayFaults(steps))
-            ADD_FAILURE() << fault.Text << " in line " << fault.Line << ": " << Home.Program()[fault.Line - 2] << " " << Home.Program()[fault.Line - 1] << " " << Home.Program()[fault.Line];
+            ADD_FAILURE() << fault.Text << " in line " << fault.Line << ": " << Home.Program()[fault.Line - 2]
+                          << " " << Home.Program()[fault.Line - 1] << " " << Home.Program()[fault.Line];
         return steps;
     }
     // Nothing outside; left is only what a disc a hundredth wider than the tool cannot reach.
@@ -382,6 +384,29 @@ TEST_F(ShapedPocket, WaysLongerThanAProgramMayBeAreCutIntoRoutes)
     EXPECT_GT(portions, 1);
     ExpectOnly(all, Polygon(Ell));
     EXPECT_EQ(WayFaults(all).size(), 0U);
+}
+
+const std::string EllWithIsland = Path(Ell) + test::Circle(Pocket, 130, 130, 12);
+
+TEST(ShapedPocketOnEachControl, IsTheSame)
+{
+    for (const Control control : {Control::Cnc90, Control::Genesis, Control::Evolution})
+        for (const Corner& corner :
+             {Corner{}, Corner{true, false}, Corner{false, true}, Corner{true, true}}) {
+            SCOPED_TRACE(ShownControl(control));
+            Shop shop(control);
+            Config.Pockets = "any";
+            const std::string border =
+                std::string("BORDER") + (corner.Top ? "U" : "L") + (corner.Right ? "R" : "L") + "Z18";
+            const MachineSteps steps =
+                shop.StepsOf(Drawing(Rectangle(border, 0, 0, 600, 400) + EllWithIsland), corner);
+            EXPECT_EQ(steps.Unread, ProgramText());
+            EXPECT_EQ(WayFaults(steps).size(), 0U);
+            const Region pocket = Difference(Polygon(Ell), DiscOf({130, 130}, 12));
+            const Region swept = SweptFace(steps);
+            EXPECT_EQ(Described(ReachedBy(Difference(swept, pocket), Hairline)), "");
+            EXPECT_EQ(Described(ReachedBy(Difference(ReachedBy(pocket, 8.08), swept), 2 * Hairline)), "");
+        }
 }
 
 } // namespace
