@@ -70,7 +70,7 @@ TEST(InsetFieldOnRandomRegions, LoopsPartWhatIsFurtherFromTheWallsFromWhatIsNot)
 {
     std::mt19937 numbers(Seed(1301));
     std::uniform_real_distribution<double> share(0, 1);
-    for (int round = 0; round < Rounds(150); ++round) {
+    for (int round = 0; round < Rounds(40); ++round) {
         SCOPED_TRACE(RoundName(round));
         const RandomRegion region = DrawRegion(numbers, {{300, 200}, 100, 12, 4});
         const InsetField field(WallsOf(region), Chord);
@@ -97,7 +97,7 @@ TEST(InsetFieldOnRandomRegions, EachPointOfALoopLiesAtItsDistance)
 {
     std::mt19937 numbers(Seed(1302));
     std::uniform_real_distribution<double> share(0.01, 0.99);
-    for (int round = 0; round < Rounds(150); ++round) {
+    for (int round = 0; round < Rounds(40); ++round) {
         SCOPED_TRACE(RoundName(round));
         const RandomRegion region = DrawRegion(numbers, {{300, 200}, 100, 12, 4});
         const InsetField field(WallsOf(region), Chord);
@@ -120,7 +120,7 @@ TEST(InsetFieldOnRandomRegions, EachPointOfALoopLiesAtItsDistance)
 TEST(InsetFieldOnRandomRegions, DeepestIsTheFurthestThatAnyPointLies)
 {
     std::mt19937 numbers(Seed(1303));
-    for (int round = 0; round < Rounds(20); ++round) {
+    for (int round = 0; round < Rounds(6); ++round) {
         SCOPED_TRACE(RoundName(round));
         const RandomRegion region = DrawRegion(numbers, {{300, 200}, 100, 12, 4});
         const InsetField field(WallsOf(region), Chord);
@@ -140,7 +140,7 @@ TEST(InsetFieldOnRandomRegions, WhatIsFarFromTheNextLoopsIsFound)
     std::mt19937 numbers(Seed(1304));
     std::uniform_real_distribution<double> share(0, 1);
     int far = 0;
-    for (int round = 0; round < Rounds(60); ++round) {
+    for (int round = 0; round < Rounds(24); ++round) {
         SCOPED_TRACE(RoundName(round));
         const RandomRegion region = DrawRegion(numbers, {{300, 200}, 100, 12, 4});
         const InsetField field(WallsOf(region), Chord);
@@ -167,7 +167,7 @@ TEST(InsetFieldOnRandomRegions, WhatIsFarFromTheNextLoopsIsFound)
             EXPECT_TRUE(isTold) << low << " " << high << " " << reach;
         }
     }
-    EXPECT_GT(far, Rounds(60) / 10); // so that the test shows something
+    EXPECT_GT(far, Rounds(24) / 10); // so that the test shows something
 }
 
 } // namespace

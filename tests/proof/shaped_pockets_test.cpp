@@ -328,7 +328,7 @@ TEST_F(ShapedPocket, ThirtyThousandVertices)
     ASSERT_FALSE(steps.Cuts.empty());
     for (const RouterCut& cut : steps.Cuts) { // the tool's centre, plainly
         const ToolWay way = WayOf(cut);
-        for (std::size_t i = 0; i < way.Pieces.size(); i += 20) {
+        for (std::size_t i = 0; i < way.Pieces.size(); i += 60) {
             double nearest = 1000;
             for (const PathPoint& point : points)
                 nearest = std::min(nearest, Between(point, way.Pieces[i].To));

@@ -198,7 +198,7 @@ bool TellsOfNarrowWays(const std::vector<std::string>& report, const std::string
 {
     return std::any_of(report.begin(), report.end(), [&layer](const std::string& line) {
         return line.starts_with("Layer " + layer + ": the pocket at") &&
-               line.ends_with("narrower than its tool");
+               line.find("narrower than its tool") != std::string::npos;
     });
 }
 
