@@ -8,12 +8,15 @@ enough. From the top of the tree:
     python3 docs/pictures/draw_routes.py [KORVANTI [FOLDER]]
 
 KORVANTI is the program, build/release/korvanti if not told; FOLDER takes the SVG files, this folder if
-not told. The settings are those of examples/install.
+not told. The settings are those of examples/install, and what a picture sets beside them.
 """
 import json
 import math
+import re
+import shutil
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 from xml.sax.saxutils import escape
 
@@ -269,9 +272,20 @@ def draw_panel(canvas, run):
             canvas.rectangle((x0, y0), (x1, y1))
 
 
+def ramp_length(route):
+    """How many moves go down at its beginning; 0 where the tool comes down straight."""
+    deepest = max((move.depth for move in route.moves), default=0)
+    if route.first.get("Z", 0.0) >= deepest:
+        return 0
+    return 1 + next(place for place, move in enumerate(route.moves) if move.depth >= deepest)
+
+
 def draw_route(canvas, route, colour, picture, _number):
     side = {"G41": 1, "G42": -1}.get(route.first.get("Comp", "")[:3], 0)
-    for move in route.moves:
+    ramp = ramp_length(route) if picture.get("ramps") else 0
+    for move in route.moves[:ramp]:
+        canvas.path(move.points, LEAD, 6)
+    for move in route.moves[ramp:]:
         shade = LEAD if move.is_lead else colour
         if side and picture.get("ticks", True) and not move.is_lead:
             canvas.ticks(move.points, side, colour)
@@ -370,6 +384,12 @@ PICTURES = [
      "window": (0, -6, 340, 140), "width": 900, "stroke": 1.8, "ticks": False,
      "words": [((95, 17), "drawn as one CIRCLE"), ((245, 17), "drawn as two half circles"),
                ((170, -3), "dot: where the tool goes down")]},
+    {"name": "any_pocket", "title": "Pockets of any shape", "stage": "pockets",
+     "settings": {"Pockets": "any"}, "ramps": True, "window": (0, -6, 340, 160), "width": 900, "stroke": 1.6,
+     "ticks": False,
+     "words": [((112, 17), "no start mark: down on a ramp"), ((142, 50.5), "island"),
+               ((272, 17), "start mark: straight down"),
+               ((170, -3), "red: ramps; dot: where the tool goes down")]},
     {"name": "leads_closed", "title": "Leads on closed contours", "stage": "leads",
      "window": (0, -6, 460, 320), "width": 920,
      "words": [((110, 236), "L, open corner:\nin and out on one line"),
@@ -407,9 +427,24 @@ PICTURES = [
 ]
 
 
-def trace(korvanti, drawing):
-    call = [str(korvanti), "--home", str(TREE / "examples" / "install"), "trace", str(drawing)]
-    done = subprocess.run(call, stdout=subprocess.PIPE, check=True)
+def home_with(settings, folder):
+    """The example installation with other values of these keys, which its KV90.INI must hold."""
+    home = Path(folder) / "home"
+    shutil.copytree(TREE / "examples" / "install", home)
+    ini = home / "KV90.INI"
+    text = ini.read_text(encoding="cp1252")
+    for key, value in settings.items():
+        text, found = re.subn(rf"^{key}=.*$", f"{key}={value}", text, flags=re.MULTILINE)
+        if not found:
+            sys.exit(f"no key {key} in examples/install/KV90.INI")
+    ini.write_text(text, encoding="cp1252")
+    return home
+
+
+def trace(korvanti, drawing, settings):
+    with tempfile.TemporaryDirectory() as folder:
+        call = [str(korvanti), "--home", str(home_with(settings, folder)), "trace", str(drawing)]
+        done = subprocess.run(call, stdout=subprocess.PIPE, check=True)
     return json.loads(done.stdout.decode("utf-8"))
 
 
@@ -418,7 +453,7 @@ def main():
     folder = Path(sys.argv[2]) if len(sys.argv) > 2 else HERE
     for picture in PICTURES:
         drawing = TREE / picture.get("drawing", f"docs/pictures/{picture['name']}.dxf")
-        stages = trace(korvanti.resolve(), drawing)
+        stages = trace(korvanti.resolve(), drawing, picture.get("settings", {}))
         canvas = Canvas(picture["window"], picture["width"], picture["title"])
         (draw_depths if picture.get("depths") else draw_plan)(canvas, stages, picture)
         for words in picture["words"]:
