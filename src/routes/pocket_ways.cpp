@@ -22,6 +22,7 @@ constexpr double LeastHair = 0.0002;  // of the radius: a slot of the tool\'s ow
 constexpr double NarrowRise = 0.05;   // of the radius: what counts as a place of its own
 constexpr double RampSlope = 5;       // lengths to one down
 constexpr int MostRampTurns = 8;
+constexpr std::size_t NoRing = static_cast<std::size_t>(-1);
 constexpr double FullCircle = 2 * std::numbers::pi;
 
 // Where a join reaches a ring.
@@ -39,8 +40,10 @@ PlanePoint OffPoint(const PlanePoint& point, double aside)
 
 class RingJoiner {
   public:
-    RingJoiner(const std::vector<RingLevel>& levels, const PocketTask& task, const ToolReach& reach)
-        : Task(task), Reach(reach), Builder(Reach, task.MostPerWay)
+    // The mark serves for that ring, where a way begins in it.
+    RingJoiner(const std::vector<RingLevel>& levels, const PocketTask& task, const ToolReach& reach,
+               std::size_t marked = NoRing)
+        : Task(task), Reach(reach), Builder(Reach, task.MostPerWay), Marked(marked)
     {
         for (std::size_t level = 0; level < levels.size(); ++level)
             for (const InsetLoop& loop : levels[level].Rings) {
@@ -50,6 +53,8 @@ class RingJoiner {
             }
     }
     PocketWays Join();
+    // Once joined: of the rings in which ways began the one that is nearest to the point.
+    std::size_t NearestBeginning(const PlanePoint& point) const;
 
   private:
     struct EndedWay {
@@ -58,6 +63,7 @@ class RingJoiner {
         std::size_t Level = 0; // of its last ring
     };
 
+    bool IsMarked(const Ring& ring) const { return Marked != NoRing && &ring == &Rings[Marked]; }
     bool IsFull() const { return Total + Builder.Points.size() > Task.MostPoints; }
     EndedWay EndAt(const Ring& ring)
     {
@@ -75,9 +81,26 @@ class RingJoiner {
     const PocketTask& Task;
     ToolReach Reach;
     WayBuilder Builder;
-    std::size_t Total = 0;   // points of the ways that have ended
-    std::vector<Ring> Rings; // from the walls to the middle
+    std::size_t Marked;
+    std::vector<std::size_t> Leaves; // rings in which ways began
+    std::size_t Total = 0;           // points of the ways that have ended
+    std::vector<Ring> Rings;         // from the walls to the middle
 };
+
+std::size_t RingJoiner::NearestBeginning(const PlanePoint& point) const
+{
+    std::size_t nearest = NoRing;
+    double least = std::numeric_limits<double>::infinity();
+    for (const std::size_t leaf : Leaves)
+        for (const PathSpan& piece : Rings[leaf].Pieces) {
+            const double distance = Distance(NearestOnSpan(piece, point), point);
+            if (distance >= least)
+                continue;
+            least = distance;
+            nearest = leaf;
+        }
+    return nearest;
+}
 
 // Away from corners: in the middle of the longest line, or as near to the mark as it goes.
 void RingJoiner::BeginAlone(Ring& ring)
@@ -89,7 +112,7 @@ void RingJoiner::BeginAlone(Ring& ring)
         double worth = LengthOfPiece(piece);
         if (piece.IsArc) // clockwise it may be a corner of the wall
             worth *= piece.CounterClockwise ? 0.5 : 0.1;
-        if (Task.Mark) {
+        if (IsMarked(ring)) {
             const PlanePoint nearest = NearestOnSpan(piece, *Task.Mark);
             worth = -Distance(nearest, *Task.Mark);
             const double fromEnds = std::min(Distance(nearest, piece.From), Distance(nearest, piece.To));
@@ -142,7 +165,8 @@ Joint RingJoiner::NextRing(const Ring& ring, const PlanePoint& corner) const
 RingJoiner::EndedWay RingJoiner::WayFrom(std::size_t number)
 {
     BeginAlone(Rings[number]);
-    const bool hasRamp = Task.Depth > 0 && !Task.Mark;
+    Leaves.push_back(number);
+    const bool hasRamp = Task.Depth > 0 && !IsMarked(Rings[number]);
     const Ring& first = Rings[number];
     Builder.Begin(first.Pieces[first.EntryPiece], first.Entry, hasRamp ? 0 : 1);
     if (hasRamp)
@@ -218,7 +242,10 @@ PocketWays WaysOf(const PocketTask& task)
     PocketWays ways;
     if (field.Deepest() > reach.Aside() && reach.Hair > LeastHair * reach.Radius) {
         const std::vector<RingLevel> levels = RingLevelsOf(field, reach, task.Pitch, task.MostPoints);
-        ways = RingJoiner(levels, task, reach).Join();
+        RingJoiner joiner(levels, task, reach);
+        ways = joiner.Join();
+        if (task.Mark)
+            ways = RingJoiner(levels, task, reach, joiner.NearestBeginning(*task.Mark)).Join();
     }
     ways.Narrow = field.NarrowerThan(reach.Aside(), NarrowRise * task.ToolRadius);
     return ways;

@@ -15,7 +15,7 @@ struct PocketTask {
     double ToolRadius = 0;          // drawing units, above 0, as all that follow
     double Pitch = 0;               // between loops; more than the tool can clear is cut down
     double Depth = 0;               // how steep a ramp is depends on it; 0: no ramp
-    std::optional<PlanePoint> Mark; // where the tool comes down straight instead of by a ramp
+    std::optional<PlanePoint> Mark; // near which the tool comes down straight, once
     std::size_t MostPoints = 0;     // more end the work
     std::size_t MostPerWay = 0;     // a longer way is cut into several; 0: no limit
 };

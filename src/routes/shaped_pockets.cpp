@@ -47,20 +47,6 @@ struct DrawnChain {
     bool IsPlain() const { return FirstShape == EndShape; }
 };
 
-double ToolRadiusFor(const RouteSegment& record)
-{
-    const double radius = ToolRadiusOf(record.Comp);
-    return radius > 0 ? radius : static_cast<double>(record.Diameter) / 2;
-}
-
-// The code and, where the layer does not write it, the radius that the ways were made for.
-Text<10> CompFor(const RouteSegment& record, PocketSide side, double radius)
-{
-    if (ToolRadiusOf(record.Comp) > 0)
-        return CompOnSide(record.Comp, side);
-    return Text<10>((side == PocketSide::Left ? "G41 R" : "G42 R") + PlainText(ToSingle(radius)));
-}
-
 // A program with more lines than its control takes is cut between routes, never within one.
 std::size_t MostPointsOfARoute()
 {
@@ -135,7 +121,7 @@ PlanePoint PlaceOfShape(const PocketShape& shape)
 // A radius serves for the chords alone.
 double ChordTolerance(const PocketShape& shape)
 {
-    const double radius = ToolRadiusFor(shape.Outline.Pattern);
+    const double radius = ToolRadiusOf(shape.Outline.Pattern.Comp);
     return FlatShare * (radius > 0 ? radius : UnknownTool);
 }
 
@@ -267,10 +253,9 @@ bool LayerPockets::IsClearable(const PocketShape& outer, const std::vector<std::
     for (const std::size_t island : islands)
         if (fault.empty())
             fault = All[island].Outline.Fault;
-    if (fault.empty() && !(ToolRadiusFor(pattern) > 0))
+    if (fault.empty() && !(ToolRadiusOf(pattern.Comp) > 0))
         fault = "its tool's radius is not given";
-    if (fault.empty() &&
-        !(PocketPitch(pattern.OscZ, CompFor(pattern, PocketSide::Left, ToolRadiusFor(pattern))) > 0))
+    if (fault.empty() && !(PocketPitch(pattern.OscZ, pattern.Comp) > 0))
         fault = "its pitch is not above 0";
     if (!fault.empty())
         ReportUncleared(pattern.Pass, PlaceOfShape(outer), fault);
@@ -297,8 +282,8 @@ PocketTask LayerPockets::TaskFor(const PocketShape& outer, const std::vector<std
 {
     const RouteSegment& pattern = outer.Outline.Pattern;
     PocketTask task;
-    task.ToolRadius = ToolRadiusFor(pattern);
-    task.Pitch = PocketPitch(pattern.OscZ, CompFor(pattern, PocketSide::Left, task.ToolRadius));
+    task.ToolRadius = ToolRadiusOf(pattern.Comp);
+    task.Pitch = PocketPitch(pattern.OscZ, pattern.Comp);
     task.Depth = pattern.Z > 0 && pattern.Z < DepthCodes ? static_cast<double>(pattern.Z) : 0;
     task.Mark = MarkOf(outer);
     task.MostPoints = MaxIndex;
@@ -326,12 +311,12 @@ void TurnWalls(PocketTask& task, bool isMirrored)
 }
 
 // A polyline with bulges, and behind it a start mark, which nothing is cut by: it keeps leads away.
-std::vector<RouteSegment> RecordsOf(const PocketWay& way, const RouteSegment& pattern, double radius)
+std::vector<RouteSegment> RecordsOf(const PocketWay& way, const RouteSegment& pattern)
 {
     const bool isMirrored = RunsOnRight(pattern);
     const double sense = isMirrored ? -1 : 1;
     RouteSegment record = pattern;
-    record.Comp = CompFor(pattern, isMirrored ? PocketSide::Right : PocketSide::Left, radius);
+    record.Comp = CompOnSide(pattern.Comp, isMirrored ? PocketSide::Right : PocketSide::Left);
     record.OscZ = record.ParamA = record.ParamB = record.Aux1 = record.Aux2 = 0;
     record.Kind = WayOpens;
     record.Dir = RouteStart;
@@ -397,7 +382,7 @@ void LayerPockets::ClearShape(std::size_t number)
     if (ways.Ways.empty())
         ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "it is narrower than its tool");
     for (const PocketWay& way : ways.Ways)
-        outer.Ways.push_back(RecordsOf(way, outer.Outline.Pattern, task.ToolRadius));
+        outer.Ways.push_back(RecordsOf(way, outer.Outline.Pattern));
     outer.IsCleared = true;
     for (const std::size_t island : islands)
         All[island].IsCleared = true;

@@ -215,6 +215,27 @@ TEST_F(ShapedPocket, MarkOnTheOutlineIsTheOutlinesOwn)
     EXPECT_EQ(LayerLines(), ProgramText());
 }
 
+TEST_F(ShapedPocket, MarkServesForOneWayAndTheOthersGoDownOnRamps)
+{
+    const std::vector<PathPoint> bone = {{100, 100}, {200, 100}, {200, 140}, {300, 140},
+                                         {300, 100}, {400, 100}, {400, 200}, {300, 200},
+                                         {300, 160}, {200, 160}, {200, 200}, {100, 200}};
+    const std::string mark = Polyline(Pocket, {{345, 150}, {350, 150}}, Arrow);
+    const MachineSteps steps = Steps(Path(bone) + mark);
+    ExpectOnly(steps, Polygon(bone));
+    ASSERT_EQ(steps.Cuts.size(), 2U);
+    for (const RouterCut& cut : steps.Cuts)
+        EXPECT_EQ(cut.StartDepth, cut.Start.X > 250 ? 6 : 0);
+}
+
+TEST_F(ShapedPocket, ThicknessIsNoToolRadius)
+{
+    const std::string layer = "EXCAV_K5_Z6_T71";
+    Home.Convert(Drawing(Panel + test::Circle(layer, 300, 200, 50, Pair(39, 6.0))));
+    EXPECT_EQ(LayerLines(),
+              ProgramText{Told("X300 Y200", "is not cleared, its tool's radius is not given", layer)});
+}
+
 TEST_F(ShapedPocket, MarkOutsideIsReported)
 {
     const std::string mark = Polyline(Pocket, {{400, 350}, {420, 350}}, Arrow);
