@@ -96,12 +96,23 @@ void TakeEntryLine(OutlineRun& run)
     run.Way.erase(run.Way.begin());
 }
 
+bool IsFinite(const ClosedPath& way)
+{
+    return std::all_of(way.begin(), way.end(), [](const PathVertex& vertex) {
+        return std::isfinite(vertex.At.X) && std::isfinite(vertex.At.Y) && std::isfinite(vertex.Bulge);
+    });
+}
+
 // What closes becomes a path, what does not is told and kept as it is.
 void CloseWay(DrawnOutline& outline, ClosedPath way)
 {
     const OutlineGap ends{way.back().At, way.front().At};
     outline.Fault.clear();
     outline.OpenWay.clear();
+    if (!IsFinite(way)) {
+        outline.Fault = "its outline has a point that is no number";
+        return;
+    }
     if (way.size() < 3 || !Meets(ends.From, ends.To)) {
         outline.Fault = "its outline is open at " + ShownPlace(ends.From) + " by " + ShownGap(ends);
         outline.OpenWay = std::move(way);

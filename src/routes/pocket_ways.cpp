@@ -237,7 +237,15 @@ void RingJoiner::AddInParts(const EndedWay& way, std::vector<PocketWay>& ways) c
 
 PocketWays WaysOf(const PocketTask& task)
 {
-    const InsetField field(task.Walls, WallChords * task.ToolRadius);
+    const double tolerance = WallChords * task.ToolRadius;
+    // Walls a hair apart may meet as chords.
+    if (const std::vector<PathMeeting> meetings = MeetingsOf(FlatPaths(task.Walls, tolerance));
+        !meetings.empty()) {
+        PocketWays none;
+        none.Meeting = meetings.front().At;
+        return none;
+    }
+    const InsetField field(task.Walls, tolerance);
     const ToolReach reach = ReachOf(task.ToolRadius, field.Deepest());
     PocketWays ways;
     if (field.Deepest() > reach.Aside() && reach.Hair > LeastHair * reach.Radius) {

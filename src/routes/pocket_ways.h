@@ -35,9 +35,10 @@ struct PocketWay {
 };
 
 struct PocketWays {
-    std::vector<PocketWay> Ways;     // in their order; none: the tool does not fit
-    std::vector<NarrowPlace> Narrow; // that the tool cannot pass or reach
-    bool IsTooMuch = false;          // more points than allowed
+    std::vector<PocketWay> Ways;       // in their order; none: the tool does not fit
+    std::vector<NarrowPlace> Narrow;   // that the tool cannot pass or reach
+    std::optional<PlanePoint> Meeting; // where walls meet after all: nothing is made of them
+    bool IsTooMuch = false;            // more points than allowed
 };
 
 PocketWays WaysOf(const PocketTask& task);

@@ -374,6 +374,13 @@ void LayerPockets::ClearShape(std::size_t number)
     PocketTask task = TaskFor(outer, islands);
     TurnWalls(task, RunsOnRight(outer.Outline.Pattern));
     const PocketWays ways = WaysOf(task);
+    if (ways.Meeting) {
+        const double sense = RunsOnRight(outer.Outline.Pattern) ? -1 : 1;
+        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
+                        "its outline crosses or touches another one at " +
+                            ShownPlace({sense * ways.Meeting->X, ways.Meeting->Y}));
+        return;
+    }
     if (ways.IsTooMuch) {
         ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "its ways are too many");
         return;
