@@ -191,6 +191,7 @@ bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegme
         ReportNoPitch(first.Pass, PointOf(first));
         return false;
     }
+    TellOfGaps(first, chain);
     const CircleOfPair circle{CentreOf(first), Distance(CentreOf(first), PointOf(first)),
                               Bearing(CentreOf(first), PointOf(first)), chain[1].Dir != 0};
     const std::vector<RouteSegment> turns = HalfTurnsInward(chain, circle, pitch);

@@ -101,4 +101,18 @@ bool OpenOutlines::IsRestOfAnother(std::span<const RouteSegment> chain) const
     });
 }
 
+void TellOfGaps(const RouteSegment& named, std::span<const RouteSegment> outline)
+{
+    constexpr double seenGap = 0.01;
+    for (std::size_t k = 0; k < outline.size(); ++k) {
+        const RouteSegment& end = outline[k];
+        const RouteSegment& next = outline[(k + 1) % outline.size()];
+        const double gap = Distance(PointOf(end), PointOf(next));
+        if (end.Kind > 0 && next.Kind < 0 && gap > seenGap)
+            TellOfPocket(named.Pass, PointOf(named),
+                         "has a gap in its outline at X" + Rounded(end.X) + " Y" + Rounded(end.Y) + " of " +
+                             Rounded(gap));
+    }
+}
+
 } // namespace kv

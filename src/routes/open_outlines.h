@@ -13,6 +13,10 @@
 
 namespace kv {
 
+// Reports each gap of a closed outline that a person would see: more than a hundredth of a drawing unit, but
+// within the tolerance. The pocket is named by the place of the record.
+void TellOfGaps(const RouteSegment& named, std::span<const RouteSegment> outline);
+
 class OpenOutlines {
   public:
     OpenOutlines(); // of RouteSegments as it is

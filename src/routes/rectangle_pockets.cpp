@@ -289,6 +289,7 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
         ReportUncleared(mark.Pass, PointOf(mark));
         return false;
     }
+    TellOfGaps(mark, drawn);
     outline.ToolRadius = ToolRadiusOf(mark.Comp);
     outline.Side = RunsClockwise(drawn) ? PocketSide::Left : PocketSide::Right;
     outline.Records = EndingInALine(drawn);

@@ -256,6 +256,16 @@ inline void TurnToALine(Records& c, int first)
     }
 }
 
+// An end of a piece and the next beginning, more than 0.01 apart.
+inline void TellGap(Lines& lines, const RouteSegment& at, const RouteSegment& a, const RouteSegment& b)
+{
+    const double gap = Distance(Spot(a), Spot(b));
+    const auto rounded = [](double value) { return PlainText(ToSingle(std::round(value * 1e4) / 1e4)); };
+    if (a.Kind > 0 && b.Kind < 0 && gap > 0.01)
+        Tell(lines, at.Pass, at.X, at.Y,
+             "has a gap in its outline at X" + rounded(a.X) + " Y" + rounded(a.Y) + " of " + rounded(gap));
+}
+
 // One contour, c from 1; false when it stays as it is.
 inline bool Rectangle(Records c, Records& made, const Ends& drawn, Lines& told)
 {
@@ -282,6 +292,8 @@ inline bool Rectangle(Records c, Records& made, const Ends& drawn, Lines& told)
         Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
         return false;
     }
+    for (int k = first; k <= n; ++k)
+        TellGap(told, c1, Nth(c, k), Nth(c, k == n ? first : k + 1));
     const double midX = (box.MinX + box.MaxX) / 2, midY = (box.MinY + box.MaxY) / 2;
     PlanePoint d[3];
     if (h < w) {
@@ -495,6 +507,8 @@ inline int RoutePair(Records& list, int i, const Ends& drawn, Lines& told)
         Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
         return 0;
     }
+    TellGap(told, c1, Nth(list, i + 1), Nth(list, i + 2));
+    TellGap(told, c1, Nth(list, i + 3), c1);
     const PlanePoint o = Middle(c1);
     double r = Distance(o, Spot(c1));
     const double whole = r, a0 = Bearing(o, Spot(c1));
