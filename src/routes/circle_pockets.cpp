@@ -191,6 +191,9 @@ bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegme
         ReportNoPitch(first.Pass, PointOf(first));
         return false;
     }
+    if (HasNoRoom(first.Pass, PointOf(first), 2 * Distance(CentreOf(first), PointOf(first)),
+                  ToolRadiusOf(first.Comp)))
+        return true;
     TellOfGaps(first, chain);
     const CircleOfPair circle{CentreOf(first), Distance(CentreOf(first), PointOf(first)),
                               Bearing(CentreOf(first), PointOf(first)), chain[1].Dir != 0};
@@ -225,15 +228,16 @@ void ClearListCircles(std::vector<RouteSegment>& records, std::vector<std::size_
             ReportNoPitch(circle.Pass, centre);
             continue;
         }
-        if (circle.Radius > 0) {
+        const double width = 2 * static_cast<double>(circle.Radius);
+        if (!(width > 0)) {
+            ReportUncleared(circle.Pass, centre); // and no arc without length is written for it
+        } else if (!HasNoRoom(circle.Pass, centre, width, ToolRadiusOf(circle.Comp))) {
             const std::size_t begin = records.size();
             AddSpiral(records, circle, pitch);
             counts.push_back(records.size() - begin);
-            TellOfNarrowWays(circle.Pass, centre, 2 * static_cast<double>(circle.Radius),
-                             WidthOfTurn(records[begin]), ToolRadiusOf(circle.Comp));
+            TellOfNarrowWays(circle.Pass, centre, width, WidthOfTurn(records[begin]),
+                             ToolRadiusOf(circle.Comp));
             TellOfWood(circle.Pass, centre, circle.Radius, pitch, ToolRadiusOf(circle.Comp));
-        } else {
-            ReportUncleared(circle.Pass, centre); // and no arc without length is written for it
         }
         circle.Used = True;
         circle.Pass = 0; // or the writer's block of circles would cut it a second time

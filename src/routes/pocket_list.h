@@ -24,11 +24,12 @@ struct PocketList {
     std::vector<PocketChain> Chains;
 
     ChainSpan Of(const PocketChain& chain) const { return {&Records[chain.First], chain.Count}; }
-    // The records after the last chain are a chain now.
+    // The records after the last chain are a chain now, where there are any.
     void EndChain(bool isPocket, bool fromCircleList = false)
     {
         const std::size_t first = Chains.empty() ? 0 : Chains.back().First + Chains.back().Count;
-        Chains.push_back({first, Records.size() - first, isPocket, fromCircleList});
+        if (Records.size() > first)
+            Chains.push_back({first, Records.size() - first, isPocket, fromCircleList});
     }
 };
 

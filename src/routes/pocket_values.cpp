@@ -58,6 +58,14 @@ void ReportUncleared(Long pass, const PlanePoint& at, std::string_view reason)
     TellOfPocket(pass, at, what);
 }
 
+bool HasNoRoom(Long pass, const PlanePoint& at, double pocketWidth, double toolRadius)
+{
+    if (!(toolRadius > 0) || pocketWidth >= 2 * toolRadius - LeastTolerance)
+        return false;
+    ReportUncleared(pass, at, "it is narrower than its tool");
+    return true;
+}
+
 void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, double smallestWay,
                       double toolRadius)
 {

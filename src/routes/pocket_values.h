@@ -29,6 +29,9 @@ double OutlineTolerance();
 void TellOfPocket(Long pass, const PlanePoint& at, std::string_view what);
 // That it stays as it was drawn; the reason may be empty.
 void ReportUncleared(Long pass, const PlanePoint& at, std::string_view reason = {});
+// Whether the pocket has no room for its tool, by more than a hundredth of a drawing unit: then it is
+// reported, and nothing of it may be cut. A radius of 0 is not known.
+bool HasNoRoom(Long pass, const PlanePoint& at, double pocketWidth, double toolRadius);
 // Tells where the tool does not fit: into the pocket, or into the smallest way inside it, and whether it
 // cuts beyond the pocket's wall there. Widths in drawing units, of a way that runs inside out below 0; a
 // radius of 0 is not known.

@@ -289,8 +289,11 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
         ReportUncleared(mark.Pass, PointOf(mark));
         return false;
     }
-    TellOfGaps(mark, drawn);
     outline.ToolRadius = ToolRadiusOf(mark.Comp);
+    if (HasNoRoom(mark.Pass, PointOf(mark), std::min(outline.Bounds.Width(), outline.Bounds.Height()),
+                  outline.ToolRadius))
+        return true;
+    TellOfGaps(mark, drawn);
     outline.Side = RunsClockwise(drawn) ? PocketSide::Left : PocketSide::Right;
     outline.Records = EndingInALine(drawn);
     FindMiddleLine(outline);

@@ -104,14 +104,28 @@ TEST_F(BadPockets, PitchOfAHundredthOfTheToolsDiameter)
     EXPECT_NEAR(area.LeftInside, 3 * CornerRest, GridShare);
 }
 
-TEST_F(BadPockets, ToolWiderThanThePocket)
+TEST_F(BadPockets, ToolWiderThanThePocketIsReportedAndNothingOfItIsCut)
 {
-    for (const double height : {5.0, 5.99}) {
-        EXPECT_EQ(ToldOf(BoxWith("K4T71R3", 40, height)), Texts{"X99 Y100 is narrower than its tool"});
-        EXPECT_GT(AreaIn({100, 100}, {140, 100 + height}).CutOutside, 0);
+    const std::string beside = Rectangle("ROUTEZ18T72", 50, 50, 300, 250);
+    const auto cutsOfBeside = [&] {
+        std::size_t starts = 0;
+        for (const std::string& text : Home.Program())
+            starts += text.rfind("G88", 0) == 0 ? 1U : 0U;
+        return starts;
+    };
+    for (const double height : {5.0, 5.98}) {
+        EXPECT_EQ(ToldOf(BoxWith("K4T71R3", 40, height) + beside),
+                  Texts{"X99 Y100 is not cleared, it is narrower than its tool"});
+        EXPECT_EQ(cutsOfBeside(), 1U);
+    }
+    for (const std::string& circle : {Circle(Layer, 200, 200, 2.9), Arc(Layer, 200, 200, 2.9, 0, 180) +
+                                                                        Arc(Layer, 200, 200, 2.9, 180, 0)}) {
+        const Texts lines = ToldOf(circle + beside);
+        ASSERT_EQ(lines.size(), 1U);
+        EXPECT_TRUE(lines[0].ends_with(" is not cleared, it is narrower than its tool")) << lines[0];
+        EXPECT_EQ(cutsOfBeside(), 1U);
     }
     EXPECT_EQ(ToldOf(BoxWith("K5T71R3", 40, 6)), Texts{Cleared[1]}); // as wide as the tool
-    EXPECT_EQ(ToldOf(Circle(Layer, 200, 200, 2.9)), Texts{"X200 Y200 is narrower than its tool"});
 }
 
 TEST_F(BadPockets, OutlineThatCrossesItself)

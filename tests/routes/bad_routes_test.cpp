@@ -277,9 +277,9 @@ TEST_F(BadRoutes, APocketSmallerThanThePitch)
 {
     // 2 by 2 with loops 4 apart: its middle is reached in the first loop. One pitch from the middle is
     // outside of the outline, so the first point stays on the wall.
-    const std::string layer = "EXCAVZ5K4T71R2";
+    const std::string layer = "EXCAVZ5K4T71R.9";
     EXPECT_EQ(ExpectNumbers(Pocket(layer, Rectangle(layer, 100, 100, 2, 2))),
-              Around({Start + "G42R2X100Y100Z5", "G1G90X100Y102Z5", "G1G90X102Y102Z5", "G1G90X102Y100Z5",
+              Around({Start + "G42R.9X100Y100Z5", "G1G90X100Y102Z5", "G1G90X102Y102Z5", "G1G90X102Y100Z5",
                       "G1G90X100Y100Z5"}));
 }
 

@@ -7,6 +7,7 @@
 
 #include "routes/pocket_outlines.h"
 #include "routes/route_program.h"
+#include "support/machine/cnc_reader.h"
 #include "support/proof/beside_outline.h"
 
 namespace kv::test {
@@ -216,13 +217,17 @@ TEST_F(DrawnPocket, PitchOfAHundredthOfTheTool)
         << Home.ReportText();
 }
 
-TEST_F(DrawnPocket, ToolWiderThanThePocketCutsBesideItAndIsTold)
+TEST_F(DrawnPocket, ToolWiderThanThePocketIsNotCut)
 {
     const std::string layer = "EXCAVZ5K4T71R3";
-    const DrawnArea area = AreaOf(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100),
-                                  BoxOf({100, 100}, {140, 105}, 0));
-    EXPECT_GT(area.CutOutside, 40); // one wide along the whole length
-    EXPECT_TRUE(Home.Reported("Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is narrower than its tool"))
+    const DrawnArea area =
+        AreaOf(Rectangle(layer, 100, 100, 40, 5) + Mark(layer, 99, 100, 100, 100) +
+                   Rectangle("EXCAVZ5K4T71R2", 200, 200, 40, 5) + Mark("EXCAVZ5K4T71R2", 199, 200, 200, 200),
+               BoxOf({200, 200}, {240, 205}, 0));
+    EXPECT_LT(area.CutOutside, 150); // of the other one alone, which the first one's place is far from
+    EXPECT_FALSE(Holds(SweptFace(ReadCnc(Home.Program())), {120, 102.5}));
+    EXPECT_TRUE(Home.Reported(
+        "Layer EXCAVZ5K4T71R3: the pocket at X99 Y100 is not cleared, it is narrower than its tool"))
         << Home.ReportText();
 }
 

@@ -256,6 +256,16 @@ inline void TurnToALine(Records& c, int first)
     }
 }
 
+// No room for the tool, by more than 0.01: nothing of it stays.
+inline bool NoRoom(Lines& lines, const RouteSegment& at, double width)
+{
+    const double tool = 2 * RadiusOfTool(at.Comp);
+    if (tool <= 0 || width >= tool - 0.01)
+        return false;
+    Tell(lines, at.Pass, at.X, at.Y, "is not cleared, it is narrower than its tool");
+    return true;
+}
+
 // An end of a piece and the next beginning, more than 0.01 apart.
 inline void TellGap(Lines& lines, const RouteSegment& at, const RouteSegment& a, const RouteSegment& b)
 {
@@ -292,6 +302,8 @@ inline bool Rectangle(Records c, Records& made, const Ends& drawn, Lines& told)
         Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
         return false;
     }
+    if (NoRoom(told, c1, w < h ? w : h))
+        return true;
     for (int k = first; k <= n; ++k)
         TellGap(told, c1, Nth(c, k), Nth(c, k == n ? first : k + 1));
     const double midX = (box.MinX + box.MaxX) / 2, midY = (box.MinY + box.MaxY) / 2;
@@ -467,7 +479,8 @@ inline void Rectangles(Records& list, Starts& pockets, const Ends& drawn, Lines&
         } else {
             list.erase(list.begin() + i, list.begin() + e + 1);
             list.insert(list.begin() + i, made.begin(), made.end());
-            pockets.push_back(i);
+            if (!made.empty())
+                pockets.push_back(i);
             i += static_cast<int>(made.size());
         }
     }
@@ -506,6 +519,10 @@ inline int RoutePair(Records& list, int i, const Ends& drawn, Lines& told)
         told.push_back("Excavation Pitch not specified! (Circle)");
         Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared");
         return 0;
+    }
+    if (NoRoom(told, c1, 2 * Distance(Middle(c1), Spot(c1)))) {
+        list.erase(list.begin() + i, list.begin() + i + 4);
+        return -4;
     }
     TellGap(told, c1, Nth(list, i + 1), Nth(list, i + 2));
     TellGap(told, c1, Nth(list, i + 3), c1);
@@ -597,6 +614,16 @@ inline void ListCircles(Records& list, Starts& made, std::vector<RouteCircle>& c
         }
         if (circle.Radius <= 0) { // nothing to clear, nothing to cut
             Tell(told, circle.Pass, circle.X, circle.Y, "is not cleared");
+            circle.Used = -1;
+            circle.Pass = 0;
+            continue;
+        }
+        RouteSegment centre;
+        centre.Pass = circle.Pass;
+        centre.X = circle.X;
+        centre.Y = circle.Y;
+        centre.Comp = circle.Comp;
+        if (NoRoom(told, centre, 2 * double(circle.Radius))) {
             circle.Used = -1;
             circle.Pass = 0;
             continue;

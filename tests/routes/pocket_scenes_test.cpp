@@ -159,8 +159,8 @@ TEST_F(PocketScene, ACircleIsClearedFromItsCentre)
 TEST_F(PocketScene, ACircleBelowHalfThePitchIsRunRoundOnce)
 {
     // Radius 1: no half turn; the circle from its lower point, where the first half turn would begin.
-    Expect(Circle(Pocket, 100, 100, 1),
-           {PocketStart + "X100Y99Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A235.Z5"});
+    Expect(Circle("EXCAVZ5K4T71R.9", 100, 100, 1),
+           {Start + "G42R.9X100Y99Z5", "G37G90X100Y100A270.Z5", "G37G90X100Y100A235.Z5"});
 }
 
 TEST_F(PocketScene, ACircleBelowThePitchHasOneHalfTurn)

@@ -203,7 +203,7 @@ TEST_F(RandomPockets, ListsAsTheRulesAreTold)
     }
     EXPECT_GT(recordsSeen, 200000U);
     EXPECT_GT(linesSeen, 2000U);
-    EXPECT_GT(grown, 3000U);
+    EXPECT_GT(grown, 2500U); // pockets that are narrower than their tool go
 }
 
 } // namespace
