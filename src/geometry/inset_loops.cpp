@@ -179,7 +179,7 @@ PlanePoint SettledOn(const PathSpan& span, const PlanePoint& point)
 
 // The pieces are exact but for their ends, which come from chords: those meet where the pieces' own lines
 // and circles cross. Pieces that run on into each other meet where they are said to.
-void MeetAtJoints(InsetLoop& loop, double tolerance)
+InsetLoop MetAtJoints(InsetLoop loop, double tolerance)
 {
     constexpr double farAlong = 8; // chords of the tolerance lie beside an arc by less
     for (std::size_t i = 0; i < loop.size() && loop.size() > 1; ++i) {
@@ -196,6 +196,23 @@ void MeetAtJoints(InsetLoop& loop, double tolerance)
                 joint = *crossing;
         }
         span.To = next.From = joint;
+    }
+    return loop;
+}
+
+// Where the two joints of a short arc have passed each other, it would run nearly all the way round: its
+// neighbours meet without it.
+InsetLoop WithJoints(InsetLoop loop, double tolerance)
+{
+    for (;;) {
+        const InsetLoop met = MetAtJoints(loop, tolerance);
+        InsetLoop kept;
+        for (std::size_t i = 0; i < met.size(); ++i)
+            if (!met[i].IsArc || SweepOfArc(met[i]) <= SweepOfArc(loop[i]) + std::numbers::pi)
+                kept.push_back(loop[i]);
+        if (kept.size() == loop.size())
+            return met;
+        loop = std::move(kept);
     }
 }
 
@@ -232,9 +249,7 @@ InsetLoop LoopPieces::Joined(std::vector<CellPiece> pieces) const
         ++begin;
     std::rotate(pieces.begin(), pieces.begin() + static_cast<std::ptrdiff_t>(begin % pieces.size()),
                 pieces.end());
-    InsetLoop loop = MergedPieces(pieces);
-    MeetAtJoints(loop, Diagram.Tolerance);
-    return loop;
+    return WithJoints(MergedPieces(pieces), Diagram.Tolerance);
 }
 
 // The crossings of one distance, and the way from one to the next.

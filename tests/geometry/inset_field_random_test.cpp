@@ -93,6 +93,22 @@ TEST(InsetFieldOnRandomRegions, LoopsPartWhatIsFurtherFromTheWallsFromWhatIsNot)
     }
 }
 
+void ExpectLoopsAt(const RandomRegion& region, const InsetField& field, double clearance)
+{
+    const std::vector<InsetLoop> loops = field.LoopsAt(clearance);
+    ASSERT_FALSE(loops.empty());
+    for (const InsetLoop& loop : loops)
+        for (std::size_t i = 0; i < loop.size(); ++i) {
+            const PlanePoint& end = loop[i].To;
+            const PlanePoint& next = loop[(i + 1) % loop.size()].From;
+            ASSERT_NEAR(end.X, next.X, 0.01);
+            ASSERT_NEAR(end.Y, next.Y, 0.01);
+        }
+    for (const InsetLoop& loop : loops)
+        for (const PathPoint& point : Chords(ContourOfLoop(loop), 6))
+            ASSERT_NEAR(DistanceFromWalls(region, point), clearance, 0.01) << point.X << " " << point.Y;
+}
+
 TEST(InsetFieldOnRandomRegions, EachPointOfALoopLiesAtItsDistance)
 {
     std::mt19937 numbers(Seed(1302));
@@ -101,20 +117,24 @@ TEST(InsetFieldOnRandomRegions, EachPointOfALoopLiesAtItsDistance)
         SCOPED_TRACE(RoundName(round));
         const RandomRegion region = DrawRegion(numbers, {{300, 200}, 100, 12, 4});
         const InsetField field(WallsOf(region), Chord);
-        const double clearance = share(numbers) * field.Deepest();
-        const std::vector<InsetLoop> loops = field.LoopsAt(clearance);
-        ASSERT_FALSE(loops.empty());
-        for (const InsetLoop& loop : loops)
-            for (std::size_t i = 0; i < loop.size(); ++i) {
-                const PlanePoint& end = loop[i].To;
-                const PlanePoint& next = loop[(i + 1) % loop.size()].From;
-                ASSERT_NEAR(end.X, next.X, 0.01);
-                ASSERT_NEAR(end.Y, next.Y, 0.01);
-            }
-        for (const InsetLoop& loop : loops)
-            for (const PathPoint& point : Chords(ContourOfLoop(loop), 6))
-                ASSERT_NEAR(DistanceFromWalls(region, point), clearance, 0.01) << point.X << " " << point.Y;
+        ExpectLoopsAt(region, field, share(numbers) * field.Deepest());
     }
+}
+
+// Two islands whose walls pass each other at twice the distance: there a short arc around a corner remains
+// of the one, and its two ends may not pass each other.
+TEST(InsetFieldOnRandomRegions, ArcWhoseEndsMeetDoesNotRunAllTheWayRound)
+{
+    const RandomRegion region{
+        {{250, 150, 0}, {350, 150, 0}, {350, 253, 0}, {289, 253, 0}, {265.425, 225.067, 0}, {250, 208, 0}},
+        {{{273.238, 220.245, 0},
+          {270.637, 222.727, 0.2102},
+          {273.437, 225.783, 0},
+          {276.526, 221.469, 0.5182}},
+         {{286.007, 218.222, -0.3288}, {278.652, 225.952, 0}, {287.62, 231.892, 0}, {297.268, 224.696, 0}}}};
+    const InsetField field(WallsOf(region), Chord);
+    for (int i = 0; i <= 1000; ++i)
+        ExpectLoopsAt(region, field, 7.5 + 0.0002 * i);
 }
 
 TEST(InsetFieldOnRandomRegions, DeepestIsTheFurthestThatAnyPointLies)
