@@ -89,8 +89,8 @@ void BandWays::Spread()
     }
 }
 
-// A point of an edge between the distances, or of one that dips below the higher and rises again, when its
-// middle is too far from the lines at both ends.
+// A point of an edge that stays above the lower distance, when its furthest place is too far from the lines
+// at both ends: where the edge itself passes the higher distance, or on from its vertex.
 std::optional<PlanePoint> BandWays::FarMiddle(const Edge& edge, double furthest) const
 {
     std::vector<Crossing> tops, bottoms;
@@ -98,16 +98,25 @@ std::optional<PlanePoint> BandWays::FarMiddle(const Edge& edge, double furthest)
     if (!bottoms.empty())
         return std::nullopt;
     Diagram.AddCrossings(edge, High, tops);
-    if (tops.size() == 2)
-        return LengthOf(Minus(tops[1].At, tops[0].At)) / 2 > furthest ? std::optional(tops[0].At)
-                                                                      : std::nullopt;
-    const std::size_t first = Diagram.NumberOf(*edge.vertex0()), second = Diagram.NumberOf(*edge.vertex1());
-    const PlanePoint begin = InsetDiagram::PlaceOf(*edge.vertex0());
-    const PlanePoint end = InsetDiagram::PlaceOf(*edge.vertex1());
-    if (!IsBetween(first) || !IsBetween(second) ||
-        !((Ways[first] + Ways[second] + LengthOf(Minus(end, begin))) / 2 > furthest))
+    PlanePoint from, to;
+    double ways = 0; // beyond the edge
+    const auto goOnFrom = [&](const InsetDiagram::Vertex& vertex, PlanePoint& end) {
+        end = InsetDiagram::PlaceOf(vertex);
+        ways += Ways[Diagram.NumberOf(vertex)];
+    };
+    const bool beginsBetween = IsBetween(Diagram.NumberOf(*edge.vertex0()));
+    const bool endsBetween = IsBetween(Diagram.NumberOf(*edge.vertex1()));
+    if (tops.size() + (beginsBetween ? 1 : 0) + (endsBetween ? 1 : 0) != 2)
         return std::nullopt;
-    return begin;
+    if (!tops.empty()) {
+        from = tops.front().At;
+        to = tops.back().At;
+    }
+    if (beginsBetween)
+        goOnFrom(*edge.vertex0(), from);
+    if (endsBetween)
+        goOnFrom(*edge.vertex1(), to);
+    return (ways + LengthOf(Minus(to, from))) / 2 > furthest ? std::optional(from) : std::nullopt;
 }
 
 // Where an edge passes the lower distance on its way up.

@@ -190,5 +190,34 @@ TEST(InsetFieldOnRandomRegions, WhatIsFarFromTheNextLoopsIsFound)
     EXPECT_GT(far, Rounds(24) / 10); // so that the test shows something
 }
 
+// A neck between two corners, whose middle line is one edge of the diagram that dips and rises again: the
+// line of the higher distance crosses it at one end alone.
+TEST(InsetFieldOnRandomRegions, MiddleOfANeckIsFarFromTheTipsOnBothSides)
+{
+    const RandomRegion region{{{372.033, 211.522, 0},
+                               {328.363, 224.402, 0},
+                               {318.321, 275.415, 0},
+                               {280.681, 236.943, 0},
+                               {258.074, 240.252, 0},
+                               {224.818, 208.566, 0.5057},
+                               {262.18, 161.722, 0},
+                               {295.137, 161.136, 0},
+                               {311.404, 141.844, 0},
+                               {354.209, 170.45, 0}},
+                              {{{291.694, 176.491, 1}, {300.458, 176.491, 1}},
+                               {{248.777, 189.997, 1}, {271.681, 189.997, 1}},
+                               {{286.791, 193.958, 0},
+                                {282.989, 194.508, 0.1125},
+                                {283.389, 196.537, 0},
+                                {285.93, 197.476, 0},
+                                {288.452, 195.147, 0}}}};
+    const InsetField field(WallsOf(region), Chord);
+    const std::vector<PlanePoint> far = field.FarFromLoops(24.47, 25.23, 2.82);
+    ASSERT_FALSE(far.empty());
+    for (const PlanePoint& point : far)
+        EXPECT_LT(Distance(point, {308.4, 209.8}), 5.2); // the neck's own middle
+    EXPECT_TRUE(field.FarFromLoops(24.47, 25.23, 5.2).empty());
+}
+
 } // namespace
 } // namespace kv::test
