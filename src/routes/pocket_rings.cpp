@@ -17,6 +17,7 @@ constexpr double WallTolerance = 0.0005; // of the radius, on the walls' own loo
 constexpr double FloorTolerance = 0.01;  // on loops further in: floor is cut twice there
 constexpr double StraightTurn = 0.35;    // radians; a corner of more is kept
 constexpr double SmallestArc = 0.02;     // of the radius
+constexpr double ShortestPiece = 0.0005; // of the radius
 constexpr double OverlapShare = 1.9;     // of the radius, between two loops
 constexpr double FloorReach = 0.94; // of the radius, from a corner of the centre\'s loop, which is cut round
 
@@ -123,6 +124,31 @@ void AddRun(const InsetLoop& run, bool besideArcs, double tolerance, InsetLoop& 
     }
 }
 
+// What is shorter has no direction that rounding leaves: the piece after it begins where it began. Pieces in
+// a row add up.
+InsetLoop WithoutShortest(const InsetLoop& drawn, double shortest)
+{
+    const auto isShort = [shortest](const PathSpan& span) {
+        return Distance(span.From, span.To) < shortest &&
+               (!span.IsArc || SweepOfArc(span) < std::numbers::pi);
+    };
+    const auto first = std::find_if_not(drawn.begin(), drawn.end(), isShort);
+    if (first == drawn.end())
+        return drawn;
+    InsetLoop loop(first, drawn.end());
+    loop.insert(loop.end(), drawn.begin(), first);
+    std::size_t kept = 0;
+    for (std::size_t i = 1; i < loop.size(); ++i) {
+        PathSpan span = loop[i];
+        span.From = loop[kept].To;
+        if (!isShort(span))
+            loop[++kept] = span;
+    }
+    loop.resize(kept + 1);
+    loop.front().From = loop.back().To;
+    return loop;
+}
+
 InsetLoop Simplified(const InsetLoop& drawn, double tolerance, double smallestArc)
 {
     InsetLoop flat;
@@ -216,7 +242,8 @@ std::vector<RingLevel> RingLevelsOf(const InsetField& field, const ToolReach& re
     const auto add = [&](double clearance, const std::vector<InsetLoop>& loops, double within) {
         RingLevel level{clearance, {}};
         for (const InsetLoop& loop : loops) {
-            level.Rings.push_back(Simplified(loop, within, SmallestArc * reach.Radius));
+            level.Rings.push_back(Simplified(WithoutShortest(loop, ShortestPiece * reach.Radius), within,
+                                             SmallestArc * reach.Radius));
             pieces += level.Rings.back().size();
         }
         if (!level.Rings.empty())

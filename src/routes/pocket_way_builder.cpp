@@ -152,6 +152,8 @@ void WayBuilder::AddCorner(const PathSpan& piece, const PathSpan& next, double s
     // Left turns are corners of the walls; a right one comes from a flat arc taken as its chord.
     const PlanePoint& corner = piece.To;
     const double sweep = CounterClockwiseFrom(AngleAround(corner, end), AngleAround(corner, begin));
+    if (sweep >= std::numbers::pi && IsCorner(piece))
+        return; // back from the wall's own corner it would turn twice
     if (sweep * Aside < Shortest || sweep >= std::numbers::pi) {
         AddPiece(piece, begin, share);
         return;
@@ -178,9 +180,9 @@ void WayBuilder::AddCut(const PathSpan& piece)
 }
 
 // The way is the wall's own corner there, around which the tool rolls.
-bool WayBuilder::BeginsAtACorner(const PathSpan& first) const
+bool WayBuilder::IsCorner(const PathSpan& piece) const
 {
-    return first.IsArc && !first.CounterClockwise && first.Radius - Aside < Shortest;
+    return piece.IsArc && !piece.CounterClockwise && piece.Radius - Aside < Shortest;
 }
 
 // A way that ends at the corner where it began leaves out the tool's roll around it: it goes on a little.
@@ -226,7 +228,7 @@ void WayBuilder::AddTurn(const Ring& ring, double fromShare, double toShare)
     }
     if (fromShare < 1) // another turn follows
         return;
-    if (BeginsAtACorner(pieces.front()))
+    if (IsCorner(pieces.front()))
         CloseCorner(pieces[0], pieces[1]);
     else
         AddCut(pieces.back());

@@ -59,7 +59,7 @@ class WayBuilder {
     // The way has come to the end of the piece.
     void AddCut(const PathSpan& piece);
     bool NeedsCut() const;
-    bool BeginsAtACorner(const PathSpan& first) const;
+    bool IsCorner(const PathSpan& piece) const;
     void CloseCorner(const PathSpan& corner, const PathSpan& next);
 
     double Aside, Shortest;
