@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 #include "platform/trigonometry.h"
 
@@ -18,6 +19,7 @@ constexpr double FloorTolerance = 0.01;  // on loops further in: floor is cut tw
 constexpr double StraightTurn = 0.35;    // radians; a corner of more is kept
 constexpr double SmallestArc = 0.02;     // of the radius
 constexpr double ShortestPiece = 0.0005; // of the radius
+constexpr double PeakShare = 0.1;        // of the radius
 constexpr double OverlapShare = 1.9;     // of the radius, between two loops
 constexpr double FloorReach = 0.94; // of the radius, from a corner of the centre\'s loop, which is cut round
 
@@ -42,6 +44,11 @@ double RiseOf(const PathSpan& arc)
     return arc.Radius * (1 - Cosine(SweepOfArc(arc) / 2));
 }
 
+bool LiesOn(const PathSpan& arc, const PlanePoint& point)
+{
+    return std::fabs(Distance(arc.Centre, point) - arc.Radius) < arc.Radius / 4;
+}
+
 // Flat arcs are taken as their chords, and so are those inside which the tool's centre hardly moves: rounding
 // could turn what the control's compensation leaves of them.
 void AddFlattened(const PathSpan& span, double tolerance, double smallestArc, InsetLoop& loop)
@@ -54,7 +61,9 @@ void AddFlattened(const PathSpan& span, double tolerance, double smallestArc, In
         loop.push_back(span);
         return;
     }
-    const int chords = isFlat ? 1 : static_cast<int>(std::ceil(sweep / mostTurn));
+    // Ends that lie beside a tiny arc say nothing about its sweep.
+    const bool isVague = !LiesOn(span, span.From) || !LiesOn(span, span.To);
+    const int chords = isFlat || isVague ? 1 : static_cast<int>(std::ceil(sweep / mostTurn));
     const double begin = AngleOfVector(span.From.Y - span.Centre.Y, span.From.X - span.Centre.X);
     PathSpan chord;
     chord.From = span.From;
@@ -179,6 +188,30 @@ InsetLoop Simplified(const InsetLoop& drawn, double tolerance, double smallestAr
     return loop;
 }
 
+InsetLoop CircleAround(const PlanePoint& centre, double radius)
+{
+    const PlanePoint right{centre.X + radius, centre.Y}, left{centre.X - radius, centre.Y};
+    return {{right, left, true, true, centre, radius}, {left, right, true, true, centre, radius}};
+}
+
+// Around a peak of the distance a loop may be hardly larger than a point, and its lines so short that a
+// program's digits turn them. Then the tool goes round the peak on a circle that clears as much. Further from
+// the walls there is room for a larger one.
+std::optional<InsetLoop> PeakCircle(const InsetLoop& loop, double clearance, const ToolReach& reach)
+{
+    PlanePoint low = loop.front().From, high = low;
+    for (const PathSpan& span : loop) {
+        low = {std::min(low.X, span.From.X), std::min(low.Y, span.From.Y)};
+        high = {std::max(high.X, span.From.X), std::max(high.Y, span.From.Y)};
+    }
+    const PlanePoint centre{(low.X + high.X) / 2, (low.Y + high.Y) / 2};
+    const double wide = PeakShare * reach.Radius;
+    const bool hasRoom = clearance - wide >= reach.Aside();
+    if (Distance(low, high) / 2 > (hasRoom ? wide : 2 * HairShare * reach.Radius))
+        return std::nullopt;
+    return CircleAround(centre, hasRoom ? wide : reach.Hair);
+}
+
 bool Encloses(const FlatPaths& rings, std::int32_t ring, const std::vector<PlanePoint>& points)
 {
     return std::any_of(points.begin(), points.end(),
@@ -242,8 +275,10 @@ std::vector<RingLevel> RingLevelsOf(const InsetField& field, const ToolReach& re
     const auto add = [&](double clearance, const std::vector<InsetLoop>& loops, double within) {
         RingLevel level{clearance, {}};
         for (const InsetLoop& loop : loops) {
-            level.Rings.push_back(Simplified(WithoutShortest(loop, ShortestPiece * reach.Radius), within,
-                                             SmallestArc * reach.Radius));
+            const std::optional<InsetLoop> circle = PeakCircle(loop, clearance, reach);
+            level.Rings.push_back(circle ? *circle
+                                         : Simplified(WithoutShortest(loop, ShortestPiece * reach.Radius),
+                                                      within, SmallestArc * reach.Radius));
             pieces += level.Rings.back().size();
         }
         if (!level.Rings.empty())

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double ShortestSpan = 0.006; // of the tool's radius
 constexpr double EntryAtAnEnd = 1e-6;  // of the way's distance from the tool's centre
+constexpr double ShortestRoll = 0.012; // radians; a shorter one is hardly more than its digits
 constexpr double SharpestCorner = 2.6; // radians; a sharper one is rounded
 
 struct Direction {
@@ -110,11 +111,14 @@ void WayBuilder::AddArc(const PlanePoint& centre, bool counterClockwise, double 
         AddLine({from, to, false, false, {}, 0}, to, share);
         return;
     }
-    // The way may have come to a point that lies a little off the arc's own beginning.
+    // The way may have come to a point that lies a little off the arc's own beginning, or after its end.
     const double begin = AngleAround(centre, from), end = AngleAround(centre, to);
-    const double turned =
+    const double taken =
         counterClockwise ? CounterClockwiseFrom(begin, end) : CounterClockwiseFrom(end, begin);
-    const double taken = turned > sweep + 1 ? sweep : turned;
+    if (taken > sweep + 1) {
+        Points.back().DepthShare = share;
+        return;
+    }
     const double sense = counterClockwise ? 1 : -1;
     if (taken <= std::numbers::pi) {
         Points.back().Bulge = sense * Tangent(taken / 4);
@@ -154,7 +158,7 @@ void WayBuilder::AddCorner(const PathSpan& piece, const PathSpan& next, double s
     const double sweep = CounterClockwiseFrom(AngleAround(corner, end), AngleAround(corner, begin));
     if (sweep >= std::numbers::pi && IsCorner(piece))
         return; // back from the wall's own corner it would turn twice
-    if (sweep * Aside < Shortest || sweep >= std::numbers::pi) {
+    if (sweep < ShortestRoll || sweep >= std::numbers::pi) {
         AddPiece(piece, begin, share);
         return;
     }

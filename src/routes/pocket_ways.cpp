@@ -11,6 +11,7 @@
 
 #include "routes/pocket_rings.h"
 #include "routes/pocket_way_builder.h"
+#include "routes/pocket_way_check.h"
 
 namespace kv {
 
@@ -22,8 +23,12 @@ constexpr double LeastHair = 0.0002;  // of the radius: a slot of the tool\'s ow
 constexpr double NarrowRise = 0.05;   // of the radius: what counts as a place of its own
 constexpr double RampSlope = 5;       // lengths to one down
 constexpr int MostRampTurns = 8;
+// Loops a little elsewhere seldom have the same tight places.
+constexpr int MostTries = 5;
+constexpr double PitchOfTry = 0.97;
+constexpr double HairOfTry = 1.1;
 constexpr std::size_t NoRing = static_cast<std::size_t>(-1);
-constexpr double FullCircle = 2 * std::numbers::pi;
+constexpr double WidestRoll = 2.9; // radians; from half a turn on a control takes the other side
 
 // Where a join reaches a ring.
 struct Joint {
@@ -152,11 +157,13 @@ Joint RingJoiner::NextRing(const Ring& ring, const PlanePoint& corner) const
             continue;
         for (std::size_t i = 0; i < outer.Pieces.size(); ++i)
             for (const PlanePoint& point : CrossingsOfWholes(outer.Pieces[i], roll)) {
-                if (Distance(point, NearestOnSpan(outer.Pieces[i], point)) > open)
+                // Beyond the piece's end a rest of it would run backward.
+                const PlanePoint place = NearestOnSpan(outer.Pieces[i], point);
+                if (Distance(point, place) > open)
                     continue;
                 const double angle = CounterClockwiseFrom(AngleAround(corner, point), begin);
                 if (angle < nearest.Angle)
-                    nearest = {number, i, point, angle};
+                    nearest = {number, i, place, angle};
             }
     }
     return nearest;
@@ -178,7 +185,7 @@ RingJoiner::EndedWay RingJoiner::WayFrom(std::size_t number)
             return EndAt(ring);
         const PlanePoint corner = WayBeside(ring.Pieces[ring.EntryPiece], ring.Entry, Reach.Aside());
         const Joint joint = NextRing(ring, corner);
-        if (!(joint.Angle < FullCircle) || Rings[joint.RingNumber].IsEntered)
+        if (!(joint.Angle < WidestRoll) || Rings[joint.RingNumber].IsEntered)
             return EndAt(ring); // another way goes on from there
         number = joint.RingNumber;
         Ring& outer = Rings[number];
@@ -233,6 +240,38 @@ void RingJoiner::AddInParts(const EndedWay& way, std::vector<PocketWay>& ways) c
     ways.push_back(std::move(part));
 }
 
+PocketWays WaysIn(const InsetField& field, const ToolReach& reach, const PocketTask& task)
+{
+    const std::vector<RingLevel> levels = RingLevelsOf(field, reach, task.Pitch, task.MostPoints);
+    RingJoiner joiner(levels, task, reach);
+    PocketWays ways = joiner.Join();
+    if (task.Mark)
+        ways = RingJoiner(levels, task, reach, joiner.NearestBeginning(*task.Mark)).Join();
+    ways.IsUnsound = !TurnOnce(levels);
+    return ways;
+}
+
+bool IsSound(const PocketWays& ways, double toolRadius)
+{
+    return !ways.IsUnsound &&
+           std::all_of(ways.Ways.begin(), ways.Ways.end(),
+                       [toolRadius](const PocketWay& way) { return CanBeCompensated(way, toolRadius); });
+}
+
+PocketWays SoundWaysIn(const InsetField& field, ToolReach reach, PocketTask task)
+{
+    PocketWays ways;
+    for (int i = 0; i < MostTries; ++i) {
+        ways = WaysIn(field, reach, task);
+        if (ways.IsTooMuch || IsSound(ways, reach.Radius))
+            return ways;
+        task.Pitch = PitchOfTry * std::min(task.Pitch, LargestStep(reach.Radius));
+        reach.Hair *= HairOfTry;
+    }
+    ways.IsUnsound = true;
+    return ways;
+}
+
 } // namespace
 
 PocketWays WaysOf(const PocketTask& task)
@@ -248,13 +287,8 @@ PocketWays WaysOf(const PocketTask& task)
     const InsetField field(task.Walls, tolerance);
     const ToolReach reach = ReachOf(task.ToolRadius, field.Deepest());
     PocketWays ways;
-    if (field.Deepest() > reach.Aside() && reach.Hair > LeastHair * reach.Radius) {
-        const std::vector<RingLevel> levels = RingLevelsOf(field, reach, task.Pitch, task.MostPoints);
-        RingJoiner joiner(levels, task, reach);
-        ways = joiner.Join();
-        if (task.Mark)
-            ways = RingJoiner(levels, task, reach, joiner.NearestBeginning(*task.Mark)).Join();
-    }
+    if (field.Deepest() > reach.Aside() && reach.Hair > LeastHair * reach.Radius)
+        ways = SoundWaysIn(field, reach, task);
     ways.Narrow = field.NarrowerThan(reach.Aside(), NarrowRise * task.ToolRadius);
     return ways;
 }

@@ -39,6 +39,7 @@ struct PocketWays {
     std::vector<NarrowPlace> Narrow;   // that the tool cannot pass or reach
     std::optional<PlanePoint> Meeting; // where walls meet after all: nothing is made of them
     bool IsTooMuch = false;            // more points than allowed
+    bool IsUnsound = false;            // no ways were found that a control can compensate
 };
 
 PocketWays WaysOf(const PocketTask& task);

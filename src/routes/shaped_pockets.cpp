@@ -385,6 +385,11 @@ void LayerPockets::ClearShape(std::size_t number)
         ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "its ways are too many");
         return;
     }
+    if (ways.IsUnsound) {
+        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
+                        "no way was found that the control can compensate; try another step");
+        return;
+    }
     ReportDoubts(outer, task, ways);
     if (ways.Ways.empty())
         ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "it is narrower than its tool");
