@@ -28,7 +28,7 @@ class TamePanels : public testing::Test {
         const TamePanel panel = TamePanelOf(seed);
         Shop shop(panel.For);
         Config.CornerComp = panel.SeamInMidLine ? 1 : 0;
-        const MachineSteps steps = shop.StepsOf(panel.Drawing, panel.Origin);
+        const MachineSteps steps = shop.StepsOf(panel);
         Count(panel);
         const int before = Wrong;
         for (const Deviation& deviation : DeviationsOf(panel.Asked, panel.Model, steps))

@@ -14,7 +14,8 @@ constexpr double NearlyThere = 0.005; // mm that the tool's centre may lie neare
 constexpr double Smooth = 0.5;        // degrees that a seam may turn and still count as none
 constexpr double CloseStep =
     1.4; // radii of the tool from loop to loop, below which a pocket is cleared all over
-constexpr double Slack = 0.05; // mm
+constexpr double Slack = 0.05;    // mm
+constexpr double JustFits = 0.01; // mm that a pocket may be narrower than its tool
 
 PathPoint Off(const PathPoint& from, double distance, double degrees)
 {
@@ -588,7 +589,7 @@ AskedCut AskedOf(const DrawnPocket& pocket)
     asked.Must = ReachedBy(asked.May, 2 * pocket.Radius);
     const PathPoint size = SizeOf(pocket.Outline);
     const double narrow = std::min(size.X, size.Y);
-    if (narrow < 2 * pocket.Radius)
+    if (narrow < 2 * pocket.Radius - JustFits)
         asked.Doubts.push_back(Doubt::PocketNarrowerThanTool);
     else if (narrow < 4 * pocket.Radius + 1.25 * pocket.Pitch) // loops run past the middle
         asked.Doubts.push_back(Doubt::PocketLoopsTurnedOver);

@@ -194,11 +194,10 @@ bool Explains(Doubt doubt, const Deviation& deviation)
 }
 
 // "Layer EXCAVZ5: the pocket at X100 Y100 has ways that are narrower than its tool"
-bool TellsOfNarrowWays(const std::vector<std::string>& report, const std::string& layer)
+bool TellsOf(const std::string& what, const std::vector<std::string>& report, const std::string& layer)
 {
-    return std::any_of(report.begin(), report.end(), [&layer](const std::string& line) {
-        return line.starts_with("Layer " + layer + ": the pocket at") &&
-               line.find("narrower than its tool") != std::string::npos;
+    return std::any_of(report.begin(), report.end(), [&](const std::string& line) {
+        return line.starts_with("Layer " + layer + ": the pocket at") && line.find(what) != std::string::npos;
     });
 }
 
@@ -215,11 +214,14 @@ Doubt ReasonOf(const Deviation& deviation)
 bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, const MachineSteps& cuts)
 {
     const AskedCut& asked = deviation.Feature;
-    if (!TellsOfNarrowWays(report, asked.Name))
+    if (asked.Has(Doubt::PocketNarrowerThanTool)) // and the report says that it is left out
+        return IsRest(deviation) &&
+               TellsOf("is not cleared, it is narrower than its tool", report, asked.Name);
+    if (!TellsOf("narrower than its tool", report, asked.Name))
         return false;
     if (deviation.What == Fault::Compensation)
         return true;
-    if (asked.Has(Doubt::PocketNarrowerThanTool) || asked.Has(Doubt::PocketLoopsTurnedOver))
+    if (asked.Has(Doubt::PocketLoopsTurnedOver))
         return IsRest(deviation) || deviation.What == Fault::CutOutside;
     return deviation.What == Fault::CutOutside &&
            (asked.Has(Doubt::ShortSideAtMark) || CutOutside(asked, UntilNarrowWays(cuts)).IsEmpty());
@@ -290,6 +292,13 @@ MachineSteps CutsOf(const AskedCut& feature, const std::vector<AskedCut>& asked,
                                 asked[i].Low.Y != feature.Low.Y))
         ++i;
     return cuts[i];
+}
+
+bool AsksForNothing(const std::vector<AskedCut>& asked, const DrawnPanel& panel)
+{
+    return panel.Ways.empty() && panel.Bores.empty() &&
+           std::all_of(asked.begin(), asked.end(),
+                       [](const AskedCut& cut) { return cut.Has(Doubt::PocketNarrowerThanTool); });
 }
 
 std::vector<Deviation> DeviationsOf(const std::vector<AskedCut>& asked, const DrawnPanel& panel,

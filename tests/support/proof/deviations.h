@@ -23,6 +23,9 @@ struct Deviation {
 std::vector<Deviation> DeviationsOf(const std::vector<AskedCut>& asked, const DrawnPanel& panel,
                                     const MachineSteps& steps);
 
+// Whether the drawing has nothing but pockets that are narrower than their tools.
+bool AsksForNothing(const std::vector<AskedCut>& asked, const DrawnPanel& panel);
+
 // The doubt of the drawing that brings it about; none where the program is wrong.
 Doubt ReasonOf(const Deviation& deviation);
 // Whether the report tells of a pocket what it does beside its drawing: nearly all pockets end in loops
