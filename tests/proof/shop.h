@@ -97,7 +97,7 @@ inline std::vector<Deviation> WrongIn(const std::vector<AskedCut>& asked, const 
 {
     std::vector<Deviation> wrong;
     for (Deviation& deviation : DeviationsOf(asked, panel, steps))
-        if (ReasonOf(deviation) == Doubt::None &&
+        if ((ReasonOf(deviation) == Doubt::None || IsSilent(deviation, report)) &&
             !IsTold(deviation, report, CutsOf(deviation.Feature, asked, steps)))
             wrong.push_back(std::move(deviation));
     return wrong;

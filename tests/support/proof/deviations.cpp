@@ -193,6 +193,21 @@ bool Explains(Doubt doubt, const Deviation& deviation)
     }
 }
 
+bool IsOfALead(Doubt doubt)
+{
+    return doubt == Doubt::LeadTooShort || doubt == Doubt::LeadOnShortPiece || doubt == Doubt::LeadTooLong ||
+           doubt == Doubt::LeadBesideWall || doubt == Doubt::LeadIntoWall || doubt == Doubt::RampPastPiece;
+}
+
+// "Layer ROUTEZ5: the lead at X100 Y100 cuts into its contour"
+bool TellsOfLead(const std::vector<std::string>& report, const std::string& layer)
+{
+    return std::any_of(report.begin(), report.end(), [&](const std::string& line) {
+        return line.starts_with("Layer " + layer + ": the lead at") &&
+               line.find(" cuts into ") != std::string::npos;
+    });
+}
+
 // "Layer EXCAVZ5: the pocket at X100 Y100 has ways that are narrower than its tool"
 bool TellsOf(const std::string& what, const std::vector<std::string>& report, const std::string& layer)
 {
@@ -225,6 +240,12 @@ bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, 
         return IsRest(deviation) || deviation.What == Fault::CutOutside;
     return deviation.What == Fault::CutOutside &&
            (asked.Has(Doubt::ShortSideAtMark) || CutOutside(asked, UntilNarrowWays(cuts)).IsEmpty());
+}
+
+bool IsSilent(const Deviation& deviation, const std::vector<std::string>& report)
+{
+    return deviation.What == Fault::CutOutside && IsOfALead(ReasonOf(deviation)) &&
+           !TellsOfLead(report, deviation.Feature.Name);
 }
 
 const char* ShownFault(Fault fault)

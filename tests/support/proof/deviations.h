@@ -28,6 +28,8 @@ bool AsksForNothing(const std::vector<AskedCut>& asked, const DrawnPanel& panel)
 
 // The doubt of the drawing that brings it about; none where the program is wrong.
 Doubt ReasonOf(const Deviation& deviation);
+// Whether a lead cuts what stays, which the drawing brings about, and the report has no line of it.
+bool IsSilent(const Deviation& deviation, const std::vector<std::string>& report);
 // Whether the report tells of a pocket what it does beside its drawing: nearly all pockets end in loops
 // that are narrower than the tool, where a control may stop or go astray. `cuts`: the feature's own.
 bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, const MachineSteps& cuts);
