@@ -295,6 +295,38 @@ TEST_P(ToldByName, ARampOnAShortArcCutsThePart)
     }
 }
 
+// Its inner loops are narrower than the tool, which stands beside them beyond the wall.
+TEST_P(ToldByName, APocketOfThreeRadiiIsCutOutside)
+{
+    const auto pocket = [](const std::string& layer, double high) {
+        return Rectangle(layer, 60, 50, 180, high) + Polyline(layer, {{55, 50}, {60, 50}}, Pair(40, 2.0));
+    };
+    const std::string layer = "EXCAVZ5K3.2T71R4";
+    ExpectTold("narrow_pocket", pocket(layer, 12), true,
+               "Layer " + layer +
+                   ": the pocket at X55 Y50 has ways that are narrower than its tool and cut outside of it");
+}
+
+// The step to the next loop begins before the wall's end: a ridge stays on the wall.
+TEST_P(ToldByName, ARoundedPocketWithAShortSideKeepsARidge)
+{
+    const std::string layer = "EXCAVZ5K6T71R5";
+    for (const double side : {3.0, 6.0, 30.0})
+        ExpectTold("short_side_" + Number(side), Stadium(layer, 20, side), true,
+                   "Layer " + layer + ": the pocket at X75 Y50 leaves wood where its turns begin", side < 10);
+}
+
+// Where a loop goes over into the next one.
+TEST_P(ToldByName, AStepOf1Point6RadiiMayLeaveAnIsland)
+{
+    for (const double step : {6.0, 8.0}) {
+        const std::string layer = "EXCAVZ5K" + Number(step) + "T71R5";
+        ExpectTold("wide_step_" + Number(step), Stadium(layer, 12.4, step == 6 ? 30 : 6), true,
+                   "Layer " + layer + ": the pocket at X67.4 Y50 leaves wood where its turns begin",
+                   step > 6);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(All, ToldByName,
                          testing::Values(Control::Cnc90, Control::Genesis, Control::Evolution),
                          [](const auto& control) { return std::string(ShownControl(control.param)); });

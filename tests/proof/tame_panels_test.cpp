@@ -71,7 +71,7 @@ class TamePanels : public testing::Test {
         if (!asked.Doubts.empty())
             return;
         for (const std::string& line : report)
-            if (line.starts_with("Layer " + asked.Name + ": the ") &&
+            if (IsLineOf(asked.Name, "the ", line) &&
                 line.find("narrower than its tool") == std::string::npos) {
                 ++Wrong;
                 ADD_FAILURE() << name << ": " << line;

@@ -406,6 +406,17 @@ bool HasHalfCircle(const std::vector<Move>& pieces)
     });
 }
 
+// The end of an arc is an angle of three decimals: an arc of 12 m that is nearly straight ends a tenth off.
+double RoundedAngles(const std::vector<Move>& pieces)
+{
+    constexpr double HalfStep = 0.0005; // degrees
+    double widest = 0;
+    for (const Move& piece : pieces)
+        if (piece.IsArc)
+            widest = std::max(widest, Between(piece.Centre, piece.From));
+    return HalfStep * InRadians * widest;
+}
+
 // --- pockets
 
 PathPoint SizeOf(const std::vector<Move>& outline)
@@ -573,7 +584,7 @@ AskedCut AskedOf(const DrawnWay& way, const DrawnPanel& panel)
         MindEnd(way, way.Pieces.front().From, panel, asked);
         MindEnd(way, way.Pieces.back().To, panel, asked);
     }
-    asked.Open = HasHalfCircle(way.Pieces) ? 2 * Slack : Slack;
+    asked.Open = (HasHalfCircle(way.Pieces) ? 2 * Slack : Slack) + RoundedAngles(way.Pieces);
     Frame(asked);
     return asked;
 }

@@ -193,6 +193,15 @@ bool Explains(Doubt doubt, const Deviation& deviation)
     }
 }
 
+// "ROUTE4Z5" and what the converter makes of its number, "ROUTE50Z5", without it.
+std::string WithoutNumber(std::string layer)
+{
+    const std::string word = "ROUTE";
+    if (layer.starts_with(word))
+        layer.erase(word.size(), layer.find_first_not_of("0123456789", word.size()) - word.size());
+    return layer;
+}
+
 bool IsOfALead(Doubt doubt)
 {
     return doubt == Doubt::LeadTooShort || doubt == Doubt::LeadOnShortPiece || doubt == Doubt::LeadTooLong ||
@@ -203,8 +212,7 @@ bool IsOfALead(Doubt doubt)
 bool TellsOfLead(const std::vector<std::string>& report, const std::string& layer)
 {
     return std::any_of(report.begin(), report.end(), [&](const std::string& line) {
-        return line.starts_with("Layer " + layer + ": the lead at") &&
-               line.find(" cuts into ") != std::string::npos;
+        return IsLineOf(layer, "the lead at", line) && line.find(" cuts into ") != std::string::npos;
     });
 }
 
@@ -212,11 +220,20 @@ bool TellsOfLead(const std::vector<std::string>& report, const std::string& laye
 bool TellsOf(const std::string& what, const std::vector<std::string>& report, const std::string& layer)
 {
     return std::any_of(report.begin(), report.end(), [&](const std::string& line) {
-        return line.starts_with("Layer " + layer + ": the pocket at") && line.find(what) != std::string::npos;
+        return IsLineOf(layer, "the pocket at", line) && line.find(what) != std::string::npos;
     });
 }
 
 } // namespace
+
+bool IsLineOf(const std::string& layer, const std::string& subject, const std::string& line)
+{
+    const std::string word = "Layer ";
+    const std::size_t end = line.find(": ");
+    return line.starts_with(word) && end != std::string::npos &&
+           WithoutNumber(line.substr(word.size(), end - word.size())) == WithoutNumber(layer) &&
+           line.compare(end + 2, subject.size(), subject) == 0;
+}
 
 Doubt ReasonOf(const Deviation& deviation)
 {
@@ -244,8 +261,13 @@ bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, 
 
 bool IsSilent(const Deviation& deviation, const std::vector<std::string>& report)
 {
-    return deviation.What == Fault::CutOutside && IsOfALead(ReasonOf(deviation)) &&
-           !TellsOfLead(report, deviation.Feature.Name);
+    const Doubt reason = ReasonOf(deviation);
+    const std::string& name = deviation.Feature.Name;
+    if (deviation.What == Fault::CutOutside)
+        return IsOfALead(reason) && !TellsOfLead(report, name);
+    const bool ofAStep = reason == Doubt::WideStep || reason == Doubt::ShortSideAtMark;
+    return ofAStep && IsRest(deviation) && !TellsOf("leaves wood", report, name) &&
+           !TellsOf("leaves islands", report, name);
 }
 
 const char* ShownFault(Fault fault)
