@@ -86,7 +86,7 @@ MachineSteps WithoutSawSides(MachineSteps steps)
     return steps;
 }
 
-std::string Differences(const MachineSteps& a, const MachineSteps& b)
+std::string StepsThatDiffer(const MachineSteps& a, const MachineSteps& b)
 {
     return StepsMissing(a, b) + StepsMissing(b, a);
 }
@@ -109,8 +109,8 @@ int ExpectSameFromEachCorner(Int control)
             turned += told ? 1 : 0;
             if (!lowerLeft.Rows.empty()) // where the boring head stops depends on the corner
                 continue;
-            EXPECT_EQ(Differences(lowerLeft, other).empty(), !told) << Differences(lowerLeft, other);
-            EXPECT_EQ(Differences(WithoutSawSides(lowerLeft), WithoutSawSides(other)), "");
+            EXPECT_EQ(StepsThatDiffer(lowerLeft, other).empty(), !told) << StepsThatDiffer(lowerLeft, other);
+            EXPECT_EQ(StepsThatDiffer(WithoutSawSides(lowerLeft), WithoutSawSides(other)), "");
         }
     }
     EXPECT_GT(steps, 300U);
