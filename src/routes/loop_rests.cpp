@@ -24,10 +24,10 @@ namespace kv {
 
 namespace {
 
-constexpr double HarmlessRest = 0.05; // mm
-constexpr double SmoothGap = 0.02;    // mm between ways beside pieces that meet without a corner
-constexpr double GridShare = 0.2;     // of the tool's radius, between places
-constexpr std::size_t MostLoops = 64; // of a smaller pitch the outer ones tell
+constexpr double HarmlessRest = 0.05;    // mm
+constexpr double SmoothGap = 0.02;       // mm between ways beside pieces that meet without a corner
+constexpr double SmallestSquare = 0.125; // half its side, of the tool radius
+constexpr std::size_t MostLoops = 64;    // of a smaller pitch the outer ones tell
 constexpr double HalfCircle = 3.14159265358979323846; // radians
 
 struct TakenPiece {
@@ -179,7 +179,7 @@ struct Surroundings {
     {
         const PlanePoint start = place;
         double step = reach / 2;
-        double best = FromTheWay(place);
+        double best = Holds(place) ? FromTheWay(place) : 0;
         while (step > HarmlessRest / 16 && best <= enough) {
             const PlanePoint from = place;
             for (const PlanePoint& direction : AllRound()) {
@@ -198,24 +198,35 @@ struct Surroundings {
     }
 };
 
+// In the square around a place: most are cleared as a whole, and only small ones are looked at closely.
+bool LeavesRestIn(const Surroundings& here, const PlanePoint& middle, double half)
+{
+    const double r = here.Loops.ToolRadius, toCorner = half * std::sqrt(2.0);
+    const OutlineBox& box = here.Loops.Bounds;
+    const bool isOutside = middle.X + half < box.MinX || middle.X - half > box.MaxX ||
+                           middle.Y + half < box.MinY || middle.Y - half > box.MaxY;
+    if (isOutside || (toCorner < r && here.IsWithin(r - toCorner, middle)))
+        return false;
+    if (half <= SmallestSquare * r) {
+        const double enough = r + HarmlessRest / static_cast<double>(Run.UnitFactor);
+        return here.FurthestNear(middle, toCorner, enough) > enough;
+    }
+    const double quarter = half / 2;
+    for (const double x : {middle.X - quarter, middle.X + quarter})
+        for (const double y : {middle.Y - quarter, middle.Y + quarter})
+            if (LeavesRestIn(here, {x, y}, quarter))
+                return true;
+    return false;
+}
+
 bool LeavesRestAround(const LoopsOfPocket& loops, const std::vector<PathSpan>& way, const PlanePoint& middle)
 {
-    const double r = loops.ToolRadius, reach = 3 * r + loops.Pitch, step = GridShare * r;
-    const double enough = r + HarmlessRest / static_cast<double>(Run.UnitFactor);
+    const double r = loops.ToolRadius, reach = 3 * r + loops.Pitch;
     Surroundings here{loops, {}};
     for (const PathSpan& piece : way)
         if (Distance(middle, NearestOnSpan(piece, middle)) < 1.5 * reach + 3 * r)
             here.Way.push_back(piece);
-    const int steps = static_cast<int>(std::ceil(reach / step));
-    for (int ix = -steps; ix <= steps; ++ix)
-        for (int iy = -steps; iy <= steps; ++iy) {
-            const PlanePoint place{middle.X + ix * step, middle.Y + iy * step};
-            // Nearer than that no climb of a step ends beyond the tool's edge.
-            if (here.Holds(place) && !here.IsWithin(r - step, place) &&
-                here.FurthestNear(place, step, enough) > enough)
-                return true;
-        }
-    return false;
+    return LeavesRestIn(here, middle, reach);
 }
 
 } // namespace
