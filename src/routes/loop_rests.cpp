@@ -30,10 +30,6 @@ constexpr double SmallestSquare = 0.125; // half its side, of the tool radius
 constexpr std::size_t MostLoops = 64;    // of a smaller pitch the outer ones tell
 constexpr double HalfCircle = 3.14159265358979323846; // radians
 
-struct TakenPiece {
-    PathSpan Drawn, Beside; // and the tool's centre
-};
-
 double DirectionAt(const PathSpan& piece, const PlanePoint& place)
 {
     if (!piece.IsArc)
