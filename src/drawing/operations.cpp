@@ -204,6 +204,18 @@ template <typename Record> void TakeEnds(Record& record)
     record.Y2 = CurrentEntity.Y2 - Run.OriginY;
 }
 
+// A Genesis Evolution program keeps left and right of a groove where a mirroring turns them.
+void TellOfTurnedSide(const GrooveRecord& groove)
+{
+    constexpr Int evolution = 2;
+    const bool isMirrored = (Run.OriginRight != 0) != (Run.OriginTop != 0);
+    if (Run.ControlType != evolution || !isMirrored || groove.GrooveSide == 0 || groove.Width < 0)
+        return;
+    ReportMessage(1, "Layer " + ShownLayer(CurrentEntity.Layer) + ": the groove at X" +
+                         PlainText(groove.X1 + Run.OriginX) + " Y" + PlainText(groove.Y1 + Run.OriginY) +
+                         " is sawn on the other side of its line");
+}
+
 void TakeGrooveLine()
 {
     GrooveRecord& groove = Grow(Grooves, "grooves");
@@ -216,6 +228,7 @@ void TakeGrooveLine()
     groove.Kerf = GrooveKerf();
     groove.GrooveSide = ReadGrooveSide();
     groove.ToolNumber = GrooveTool();
+    TellOfTurnedSide(groove);
 }
 
 void ReadGrooveVertex(GrooveRecord& groove, Single headerThickness)
@@ -249,6 +262,7 @@ void TakeGroovePolyline(Long& index)
         groove.Y2 = CurrentEntity.Y1 - Run.OriginY;
         ReadGrooveVertex(groove, header.Thickness);
     }
+    TellOfTurnedSide(groove);
     if (!isEven && header.StartWidth == 0) {
         groove.X2 = groove.X1;
         groove.Y2 = groove.Y1;

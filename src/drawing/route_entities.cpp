@@ -12,6 +12,7 @@
 #include "platform/events.h"
 #include "platform/text.h"
 #include "platform/trigonometry.h"
+#include "state/pocket_setting.h"
 #include "state/report.h"
 
 namespace kv {
@@ -241,8 +242,13 @@ bool IsTaken(Drawn kind)
 // Splines, ellipses, hatches and the like. Texts are notes.
 void CountUnknown(RouteWalk& walk, const DxfEntity& entity)
 {
-    if (entity.Layer == walk.Layer && !Holds(entity.Kind.Trimmed(), "TEXT"))
-        ++walk.Left.Unknown[std::string(entity.Kind.Trimmed())];
+    if (!(entity.Layer == walk.Layer) || Holds(entity.Kind.Trimmed(), "TEXT"))
+        return;
+    UnknownKind& unknown = walk.Left.Unknown[std::string(entity.Kind.Trimmed())];
+    if (++unknown.Count == 1) {
+        unknown.X = entity.X1;
+        unknown.Y = entity.Y1;
+    }
 }
 
 // All entities are decoded, since a note or a sequence counts for every name that begins with the
@@ -276,11 +282,19 @@ void RunPass(RouteWalk& walk, const std::string& row, bool isFirstPass)
 }
 
 void TellUncut(const std::string& layer, Long count, const std::string& one, const std::string& several,
-               const std::string& why)
+               const std::string& why, const std::string& more = {})
 {
     if (count > 0)
         ReportMessage(1, "Layer " + ShownLayer(layer) + ": " + WholeText(count) + " " +
-                             (count == 1 ? one : several) + why + " cannot be cut");
+                             (count == 1 ? one : several) + why + " cannot be cut" + more);
+}
+
+// Other outlines on a pocket's layer may be islands.
+std::string NoIslandAt(const std::string& layer, const UnknownKind& unknown)
+{
+    if (!WantsPocketsOfAnyShape() || !Holds(layer, "EXCAV"))
+        return {};
+    return ", no island is left at X" + PlainText(unknown.X) + " Y" + PlainText(unknown.Y);
 }
 
 void TellUncut(const std::string& layer, const Uncut& left)
@@ -294,8 +308,8 @@ void TellUncut(const std::string& layer, const Uncut& left)
                              (left.Widths == 1 ? " polyline" : " polylines") +
                              " with more than 2 points are passed over");
     TellUncut(layer, left.OnSides, "entity", "entities", " drawn in the plane of an edge");
-    for (const auto& [kind, count] : left.Unknown)
-        TellUncut(layer, count, "entity", "entities", " of kind " + kind);
+    for (const auto& [kind, unknown] : left.Unknown)
+        TellUncut(layer, unknown.Count, "entity", "entities", " of kind " + kind, NoIslandAt(layer, unknown));
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 
 #include "drawing/border_thinning.h"
 #include "platform/events.h"
+#include "state/pocket_setting.h"
 #include "state/report.h"
 
 namespace kv {
@@ -165,7 +166,7 @@ bool LeavesItsFirstPoint(Long first)
 void TakeRoutePolyline(RouteWalk& walk, Long& index)
 {
     PolylineValues polyline = ValuesOfHeader();
-    if (OnExcavationLayer())
+    if (OnExcavationLayer() && !WantsPocketsOfAnyShape())
         ReportMessage(1, "Explode Polylines for Excavation.");
     EdgeCounts edges;
     const Long first = RouteSegments.Last() + 1;

@@ -15,11 +15,17 @@ namespace kv {
 enum class Drawn : unsigned char { Other, Line, Arc, Polyline, Vertex, Seqend, Circle, EndOfFile };
 
 // What one pass meets and cannot cut.
+// Entities of a kind that no route comes from.
+struct UnknownKind {
+    Long Count = 0;
+    Single X = 0, Y = 0; // of the first one, as drawn
+};
+
 struct Uncut {
     Long Lines = 0, Arcs = 0, Circles = 0, Polylines = 0;
-    Long OnSides = 0;                    // drawn in the plane of an edge
-    Long Widths = 0;                     // of tapered polylines too long for a start mark; they are cut
-    std::map<std::string, Long> Unknown; // by the entity's kind
+    Long OnSides = 0; // drawn in the plane of an edge
+    Long Widths = 0;  // of tapered polylines too long for a start mark; they are cut
+    std::map<std::string, UnknownKind> Unknown;
 };
 
 struct RouteWalk {

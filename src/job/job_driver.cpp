@@ -21,6 +21,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "routes/depth_passes.h"
+#include "routes/edge_arc_doubts.h"
 #include "routes/leads.h"
 #include "routes/pockets.h"
 #include "routes/route_chains.h"
@@ -194,6 +195,7 @@ void ConvertDrawing()
     SplitDepthPasses();
     AssignRouteSides();
     SynthesizeLeads();
+    TellEdgeArcDoubts();
     StageDone("leads");
     // 20. The machine's corner.
     ApplyMachineOrigin();

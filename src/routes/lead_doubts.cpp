@@ -10,13 +10,20 @@
 // A lead on the bisector begins beside its far end, toward the first wall. It stays clear of it where it
 // is as long as R (1 + cos h) / sin h, h being half the angle between the walls: R (1 + sqrt 2) = 2.4 R
 // in a square corner. The same holds for the way out, toward the last wall.
+//
+// Beyond its corner a lead may meet any other piece of its contour: it is too long for the room, a quarter
+// circle in front of an arc turns through the wall beside it, or a ramp out follows the circle of an arc past
+// the arc's end. All along it the tool's centre keeps R away from the pieces as they are drawn, or cuts one.
 #include "routes/lead_doubts.h"
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
+#include "geometry/path_spans.h"
 #include "platform/text.h"
 #include "platform/trigonometry.h"
+#include "routes/border_leads.h"
 #include "routes/contour_seams.h"
 #include "routes/pocket_values.h"
 #include "routes/route_runs.h"
@@ -27,7 +34,11 @@ namespace kv {
 
 namespace {
 
-constexpr double HarmlessCut = 0.01; // mm, of a lead
+constexpr double HarmlessCut = 0.01;  // mm, of a lead
+constexpr double AngleShare = 5e-7;   // of a radius: DegToRad is a Single
+constexpr double SameSpot = 1e-3;     // drawing units
+constexpr double StepOfRadius = 0.25; // from look to look along a lead; the deepest is then found exactly
+constexpr int FewestSteps = 8, MostSteps = 400;
 
 // The line or the circle of an element as a wall, and the tool that shall stay on its own side of it.
 struct Wall {
@@ -84,6 +95,201 @@ double DepthWithoutLead(const ContourSeam& seam, const Tool& tool)
                     DepthInto({seam.First, seam.Start}, tool, last));
 }
 
+double Harmless()
+{
+    return HarmlessCut / static_cast<double>(Run.UnitFactor);
+}
+
+// --- a lead beside the pieces of its contour
+
+PathSpan ArcSpan(const PlanePoint& from, const PlanePoint& to, const PlanePoint& centre,
+                 bool counterClockwise)
+{
+    return {from, to, true, counterClockwise, centre, Distance(centre, from)};
+}
+
+void AddArcPieces(std::vector<PathSpan>& pieces, const RouteSegment& start, const RouteSegment& end)
+{
+    const PlanePoint from = PointOf(start), to = PointOf(end), centre = CentreOf(start);
+    const bool counterClockwise = end.Dir != 0;
+    if (Distance(from, to) > SameSpot) {
+        pieces.push_back(ArcSpan(from, to, centre, counterClockwise));
+        return;
+    }
+    const PlanePoint across{2 * centre.X - from.X, 2 * centre.Y - from.Y}; // a whole circle
+    pieces.push_back(ArcSpan(from, across, centre, counterClockwise));
+    pieces.push_back(ArcSpan(across, from, centre, counterClockwise));
+}
+
+// As they are drawn. Points that a curve is laid through have no pieces between them.
+std::vector<PathSpan> PiecesOf(const std::vector<RouteSegment>& route)
+{
+    constexpr Int fitPoint = 2, bulged = 5;
+    std::vector<PathSpan> pieces;
+    for (std::size_t i = 1; i < route.size(); ++i) {
+        const RouteSegment& from = route[i - 1];
+        const RouteSegment& to = route[i];
+        if (to.Kind < 0 || KindOf(to) == fitPoint)
+            continue;
+        if (from.Kind == ArcOpens && to.Kind == ArcEnds)
+            AddArcPieces(pieces, from, to);
+        else if (KindOf(from) == bulged && Distance(PointOf(from), PointOf(to)) > 0)
+            pieces.push_back(SpanBetween({PointOf(from), from.Aux2}, PointOf(to)));
+        else
+            pieces.push_back(SpanBetween({PointOf(from), 0}, PointOf(to)));
+    }
+    return pieces;
+}
+
+// The tool's centre along a lead, 0 at the contour and 1 at the far end.
+struct ToolBesideLead {
+    bool IsArc = false;
+    PlanePoint From, To;             // of a straight one
+    PlanePoint Centre;               // of an arc
+    double Radius = 0;               // of the centre's way; below 0 where the tool does not fit into the arc
+    double StartAngle = 0, Turn = 0; // from the contour outward
+
+    double Length() const
+    {
+        const double arc = std::fabs(Radius * Turn) * static_cast<double>(Run.DegToRad);
+        return IsArc ? arc : Distance(From, To);
+    }
+    PlanePoint At(double share) const
+    {
+        if (IsArc)
+            return Polar(Centre, Radius, StartAngle + share * Turn);
+        return {From.X + share * (To.X - From.X), From.Y + share * (To.Y - From.Y)};
+    }
+};
+
+ToolBesideLead BesideArc(const PlanePoint& centre, double radius, bool counterClockwise, const Tool& tool)
+{
+    ToolBesideLead beside;
+    beside.IsArc = true;
+    beside.Centre = centre;
+    beside.Radius = radius - tool.Radius * tool.Side * (counterClockwise ? 1 : -1);
+    return beside;
+}
+
+ToolBesideLead BesideLead(const ContourSeam& seam, const Tool& tool, const LeadPlan& lead, bool leadsIn)
+{
+    if (lead.Form == LeadForm::Arc) {
+        ToolBesideLead beside =
+            BesideArc(lead.Centre, Distance(lead.Centre, lead.Far), lead.CounterClockwise, tool);
+        const double turn = lead.CounterClockwise ? Turn360(lead.EndAngle - lead.StartAngle)
+                                                  : -Turn360(lead.StartAngle - lead.EndAngle);
+        beside.StartAngle = leadsIn ? lead.EndAngle : lead.StartAngle;
+        beside.Turn = leadsIn ? -turn : turn;
+        return beside;
+    }
+    if (lead.Form == LeadForm::Bulge) { // the way out along the first piece
+        ToolBesideLead beside = BesideArc(seam.First.Centre, seam.First.Radius, lead.Bulge > 0, tool);
+        beside.StartAngle = seam.First.StartAngle;
+        beside.Turn = 4 * ArcTangent(lead.Bulge) / static_cast<double>(Run.DegToRad);
+        return beside;
+    }
+    const PlanePoint& at = leadsIn ? seam.Start : seam.End;
+    const double direction = leadsIn ? Bearing(lead.Far, at) : Bearing(at, lead.Far);
+    ToolBesideLead beside;
+    beside.From = Beside(at, direction, tool);
+    beside.To = Beside(lead.Far, direction, tool);
+    return beside;
+}
+
+// How far the tool reaches over the nearest of the pieces; below 0 it stays off.
+double DepthInto(const std::vector<PathSpan>& pieces, const Tool& tool, const PlanePoint& centre)
+{
+    const auto nearer = [&centre](double nearest, const PathSpan& piece) {
+        return std::min(nearest, Distance(centre, NearestOnSpan(piece, centre)));
+    };
+    return tool.Radius - std::accumulate(pieces.begin(), pieces.end(), 2 * tool.Radius + HarmlessCut, nearer);
+}
+
+// Between two looks the greatest depth lies where the middle of three is no less than both others.
+template <typename Depth> double GreatestWithin(double low, double high, const Depth& depth)
+{
+    const double ratio = (std::sqrt(5.0) - 1) / 2;
+    for (int step = 0; step < 40; ++step) {
+        const double left = high - ratio * (high - low), right = low + ratio * (high - low);
+        if (depth(left) > depth(right))
+            high = right;
+        else
+            low = left;
+    }
+    return depth((low + high) / 2);
+}
+
+// Where the tool, coming from the wall that the lead meets at its corner, is clear of it; 1 where it never
+// is.
+double ShareClearOf(const Wall& wall, const Tool& tool, const ToolBesideLead& lead, int steps)
+{
+    const auto clear = [&](double share) { return DepthInto(wall, tool, lead.At(share)) <= Harmless() / 2; };
+    if (clear(0))
+        return 0;
+    int step = 1;
+    while (step <= steps && !clear(static_cast<double>(step) / steps))
+        ++step;
+    if (step > steps)
+        return 1;
+    double low = static_cast<double>(step - 1) / steps, high = static_cast<double>(step) / steps;
+    for (int i = 0; i < 40; ++i)
+        (clear((low + high) / 2) ? high : low) = (low + high) / 2;
+    return high;
+}
+
+std::vector<PathSpan> Near(const std::vector<PathSpan>& pieces, const ToolBesideLead& lead, double toolRadius)
+{
+    const PlanePoint start = lead.At(0);
+    const double reach = lead.Length() + toolRadius;
+    std::vector<PathSpan> near;
+    std::copy_if(pieces.begin(), pieces.end(), std::back_inserter(near),
+                 [&](const PathSpan& piece) { return Distance(start, NearestOnSpan(piece, start)) < reach; });
+    return near;
+}
+
+double DepthAlong(const ToolBesideLead& lead, const ContourSeam& seam, bool leadsIn, const Tool& tool,
+                  const std::vector<PathSpan>& contour)
+{
+    const int steps = static_cast<int>(
+        std::clamp<double>(lead.Length() / (StepOfRadius * tool.Radius), FewestSteps, MostSteps));
+    const std::vector<PathSpan> pieces = Near(contour, lead, tool.Radius);
+    const Wall wall = leadsIn ? Wall{seam.First, seam.Start} : Wall{seam.Last, seam.End};
+    const double clear = seam.Closed ? 0 : ShareClearOf(wall, tool, lead, steps);
+    const auto depth = [&](double share) { return DepthInto(pieces, tool, lead.At(share)); };
+    const double step = (1 - clear) / steps;
+    double deepest = depth(1), at = 1;
+    for (int i = 0; i < steps && clear < 1; ++i) {
+        const double here = depth(clear + i * step);
+        if (here > deepest) {
+            deepest = here;
+            at = clear + i * step;
+        }
+    }
+    return std::max(deepest, GreatestWithin(std::max(clear, at - step), std::min(1.0, at + step), depth));
+}
+
+// A contour that ends beside its start is off by the distance, and a way along a wide circle by its angles.
+double HarmlessAlong(const ContourSeam& seam, const ToolBesideLead& lead)
+{
+    return Harmless() + Distance(seam.Start, seam.End) +
+           (lead.IsArc ? AngleShare * std::fabs(lead.Radius) : 0);
+}
+
+bool CutsContour(const std::vector<RouteSegment>& route, const ContourSeam& seam, const Tool& tool,
+                 const RouteLeads& leads)
+{
+    if (NearsALimit(seam.Start, LimitsOf(route.front().Side)))
+        return false; // it leads out of the panel
+    const std::vector<PathSpan> contour = PiecesOf(route);
+    const auto cuts = [&](const LeadPlan& lead, bool leadsIn) {
+        if (lead.Form == LeadForm::None)
+            return false;
+        const ToolBesideLead beside = BesideLead(seam, tool, lead, leadsIn);
+        return DepthAlong(beside, seam, leadsIn, tool, contour) > HarmlessAlong(seam, beside);
+    };
+    return cuts(leads.In, true) || cuts(leads.Out, false);
+}
+
 // A place that was moved into its view and back is off in the last bits.
 std::string PlaceText(double drawn)
 {
@@ -104,21 +310,23 @@ std::string LeadDoubt(const std::vector<RouteSegment>& route, const RouteLeads& 
     const RouteSegment& start = route.front();
     const std::optional<ContourSeam> seam = SeamOf(route);
     const double radius = ToolRadiusOf(start.Comp);
-    if (!seam || seam->Closed || !(radius > 0))
+    if (!seam || !(radius > 0))
         return {};
     const Tool tool{radius, seam->Side};
-    if (leads.In.Form == LeadForm::None) {
+    if (!seam->Closed && leads.In.Form == LeadForm::None) {
         // Many short steps round a curve are no corner: what they lose lies within the tolerance.
         const bool cuts = DepthWithoutLead(*seam, tool) > Run.RouteTolerance;
         return cuts
                    ? Line(start, "contour", "begins in an inner corner without a lead and cuts into its wall")
                    : std::string();
     }
-    double depth = DepthOfLead(*seam, tool, leads.In, true);
-    if (leads.Out.Ramp == 0) // a ramp out follows the contour, which the tool leaves whole
+    double depth = seam->Closed ? 0 : DepthOfLead(*seam, tool, leads.In, true);
+    if (!seam->Closed && leads.Out.Ramp == 0) // a ramp out follows the contour, which the tool leaves whole
         depth = std::max(depth, DepthOfLead(*seam, tool, leads.Out, false));
-    const bool cuts = depth > HarmlessCut / static_cast<double>(Run.UnitFactor);
-    return cuts ? Line(start, "lead", "cuts into the walls of its corner") : std::string();
+    if (depth > Harmless())
+        return Line(start, "lead", "cuts into the walls of its corner");
+    return CutsContour(route, *seam, tool, leads) ? Line(start, "lead", "cuts into its contour")
+                                                  : std::string();
 }
 
 } // namespace kv

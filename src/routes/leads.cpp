@@ -11,6 +11,7 @@
 #include "routes/contour_leads.h"
 #include "routes/lead_doubts.h"
 #include "routes/route_runs.h"
+#include "routes/route_sides.h"
 #include "state/report.h"
 
 namespace kv {
@@ -59,6 +60,7 @@ Records WithoutDeadRecords(const Records& records)
 
 struct LedRoute {
     Records Route;
+    Records Lying; // the same with the bulges and angles of its view
     LeadValues Values;
     std::optional<RouteLeads> Leads;
 };
@@ -75,6 +77,7 @@ std::vector<LedRoute> RoutesOf(const Records& records)
     for (LedRoute& led : routes) {
         const RouteSegment& start = led.Route.front();
         led.Values = LeadValuesOf(start.LeadIn, start.RampOut, start.RampIn);
+        led.Lying = AsInItsView(led.Route);
     }
     return routes;
 }
@@ -85,14 +88,17 @@ bool TakesLeads(const Records& route)
     return StartsRoute(route.front()) && route.size() >= 2 && KindOf(route.back()) != 4;
 }
 
-void StoreRoutes(const std::vector<LedRoute>& routes)
+void StoreRoutes(std::vector<LedRoute>& routes)
 {
     Records records;
-    for (const LedRoute& led : routes) {
-        if (led.Leads)
+    for (LedRoute& led : routes) {
+        if (led.Leads) {
+            if (HasTurnedBulges(led.Route.front()))
+                led.Leads->Out.Bulge = -led.Leads->Out.Bulge; // among records that stay as drawn
             AppendWithLeads(records, led.Route, *led.Leads);
-        else
+        } else {
             records.insert(records.end(), led.Route.begin(), led.Route.end());
+        }
     }
     StoreSegments(records);
 }
@@ -104,7 +110,7 @@ void TellLeadDoubts(const std::vector<LedRoute>& routes)
     for (const LedRoute& led : routes) {
         if (!TakesLeads(led.Route))
             continue;
-        const std::string doubt = LeadDoubt(led.Route, led.Leads.value_or(RouteLeads()));
+        const std::string doubt = LeadDoubt(led.Lying, led.Leads.value_or(RouteLeads()));
         if (!doubt.empty() && told.insert(doubt).second)
             ReportMessage(1, doubt);
     }
@@ -123,11 +129,11 @@ void SynthesizeLeads()
     SetMeter(Meter::SynLeads, 60);
     for (LedRoute& led : routes)
         if (TakesLeads(led.Route))
-            led.Leads = ContourLeads(led.Route, led.Values);
+            led.Leads = ContourLeads(led.Lying, led.Values);
     SetMeter(Meter::SynLeads, 100);
     for (LedRoute& led : routes)
         if (!led.Leads && TakesLeads(led.Route))
-            led.Leads = BorderLeads(led.Route, led.Values.Length);
+            led.Leads = BorderLeads(led.Lying, led.Values.Length);
     TellLeadDoubts(routes);
     StoreRoutes(routes);
 }

@@ -88,6 +88,8 @@ void TellRectangleDoubts(Long pass, const PlanePoint& at, const RectangleLoops& 
         TellOfPocket(pass, at, "leaves wood between its ways");
     else if (LeavesIslands(loops))
         TellOfPocket(pass, at, "leaves islands at its sharp corners");
+    else if (LeavesRestBetweenLoops(loops.Way))
+        TellOfPocket(pass, at, "leaves wood where its turns begin");
 }
 
 } // namespace kv

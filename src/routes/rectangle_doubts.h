@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "routes/loop_rests.h"
 #include "routes/pocket_values.h"
 #include "routes/rectangle_outlines.h"
 
@@ -16,6 +17,7 @@ struct RectangleLoops {
     PocketSide Side = PocketSide::Right;
     std::vector<double> Corners; // radii; 0 is sharp, and so is what the tool cannot cut
     double LastInset = 0;        // of the innermost loop
+    LoopsOfPocket Way;
 };
 
 // `first` and `next` begin the loop on the wall. Lines name the pocket by its pass and the point `at`.

@@ -11,6 +11,7 @@
 #include "routes/rectangle_pockets.h"
 
 #include <algorithm>
+#include <array>
 
 #include "routes/pocket_values.h"
 #include "routes/rectangle_doubts.h"
@@ -256,16 +257,38 @@ std::vector<double> CornerRadii(const Outline& outline)
     return radii;
 }
 
+// By their places: lower left, lower right, upper right, upper left.
+std::array<double, 4> PlacedCornerRadii(const Outline& outline)
+{
+    std::array<double, 4> radii{};
+    const OutlineBox& box = outline.Bounds;
+    for (std::size_t k = 0; k < outline.Records.size(); ++k) {
+        if (!EndsArc(outline.Records, k))
+            continue;
+        const PlanePoint centre = CentreOf(outline.Records[k - 1]);
+        const bool right = 2 * centre.X > box.MinX + box.MaxX, upper = 2 * centre.Y > box.MinY + box.MaxY;
+        radii[upper ? (right ? 2 : 3) : (right ? 1 : 0)] = Distance(PointOf(outline.Records[k - 1]), centre);
+    }
+    return radii;
+}
+
 void TellDoubts(const Outline& outline, const RouteSegment& mark, double lastInset,
                 std::span<const RouteSegment> loops)
 {
     const double shorter = std::min(outline.Bounds.Width(), outline.Bounds.Height());
     const PlanePoint at = PointOf(mark);
     TellOfNarrowWays(mark.Pass, at, shorter, shorter - 2 * lastInset, outline.ToolRadius);
-    TellRectangleDoubts(
-        mark.Pass, at,
-        {outline.Bounds, outline.Pitch, outline.ToolRadius, outline.Side, CornerRadii(outline), lastInset},
-        loops[0], loops[1]);
+    const LoopsOfPocket way{loops,
+                            outline.Records.size(),
+                            outline.Bounds,
+                            PlacedCornerRadii(outline),
+                            outline.ToolRadius,
+                            outline.Pitch,
+                            outline.Side == PocketSide::Left ? 1 : -1};
+    TellRectangleDoubts(mark.Pass, at,
+                        {outline.Bounds, outline.Pitch, outline.ToolRadius, outline.Side,
+                         CornerRadii(outline), lastInset, way},
+                        loops[0], loops[1]);
 }
 
 } // namespace

@@ -144,6 +144,11 @@ std::size_t ViewOfRoute(Long first, Long last)
     return view;
 }
 
+bool IsInEdgeView(const RouteSegment& record)
+{
+    return record.Side >= 1 && record.Side < static_cast<Int>(Face);
+}
+
 void MoveInto(const ViewMap& view, RouteSegment& record)
 {
     record.Side = static_cast<Int>(view.Side);
@@ -181,10 +186,32 @@ void AssignRouteSides()
     }
 }
 
+std::vector<RouteSegment> AsInItsView(const std::vector<RouteSegment>& route)
+{
+    std::vector<RouteSegment> lying = route;
+    if (Run.ControlType != Evolution)
+        return lying;
+    for (std::size_t i = 0; i < lying.size(); ++i) {
+        RouteSegment& record = lying[i];
+        if (KindOf(record) == 5 && HasTurnedBulges(record))
+            record.Aux2 = 0 - record.Aux2;
+        if (!IsInEdgeView(record) || record.Kind != 3 || i == 0 || lying[i - 1].Kind != -3)
+            continue;
+        const PlanePoint centre = CentreOf(lying[i - 1]);
+        record.Aux1 = ToSingle(Bearing(centre, PointOf(lying[i - 1])));
+        record.Aux2 = ToSingle(Bearing(centre, PointOf(record)));
+    }
+    return lying;
+}
+
+bool HasTurnedBulges(const RouteSegment& record)
+{
+    return IsInEdgeView(record) && MapOf(static_cast<std::size_t>(record.Side)).Mirrors;
+}
+
 PlanePoint DrawnPlace(const RouteSegment& record)
 {
-    const bool isInView = record.Side >= 1 && record.Side < static_cast<Int>(Face);
-    return MapOf(isInView ? static_cast<std::size_t>(record.Side) : Face).Drawn(PointOf(record));
+    return MapOf(IsInEdgeView(record) ? static_cast<std::size_t>(record.Side) : Face).Drawn(PointOf(record));
 }
 
 } // namespace kv

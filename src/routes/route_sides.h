@@ -1,6 +1,8 @@
 // Routes may be drawn in the edge views around the face.
 #pragma once
 
+#include <vector>
+
 #include "geometry/angles.h"
 #include "state/records.h"
 
@@ -9,6 +11,12 @@ namespace kv {
 // Finds the view of each route and circle and moves the records into that view's coordinates, as the
 // control system wants them.
 void AssignRouteSides();
+
+// A route with the bulges and angles that it has in its view. Those of its records stay as drawn where the
+// view is turned or mirrored, and the writer turns the bulges.
+std::vector<RouteSegment> AsInItsView(const std::vector<RouteSegment>& route);
+// Whether that turns the bulges round.
+bool HasTurnedBulges(const RouteSegment& record);
 
 // Where the drawing has the point of a record that has been moved.
 PlanePoint DrawnPlace(const RouteSegment& record);

@@ -12,6 +12,7 @@
 #include "routes/pocket_rings.h"
 #include "routes/pocket_values.h"
 #include "routes/pocket_ways.h"
+#include "state/pocket_setting.h"
 #include "state/report.h"
 #include "state/settings.h"
 
@@ -455,9 +456,9 @@ void AddShape(const PocketShape& shape, bool beginsChain, PocketList& list)
 
 bool ClearsAnyShape()
 {
-    const std::string_view word = Trim(Config.Pockets);
-    if (UpperCase(word) == UpperCase(AnyShapeWord))
+    if (WantsPocketsOfAnyShape())
         return true;
+    const std::string_view word = Trim(Config.Pockets);
     if (!word.empty() && UpperCase(word) != UpperCase(FormsWord))
         ReportMessage(1, "Setting Pockets: \"" + std::string(word) + "\" is neither " +
                              std::string(FormsWord) + " nor " + std::string(AnyShapeWord) + ", " +

@@ -214,6 +214,25 @@ TEST_F(RouteBadInput, KindsThatNoRouteComesFromAreToldByLayer)
                              "Layer ROUTEZ6: 1 entity of kind SPLINE cannot be cut"}));
 }
 
+TEST_F(RouteBadInput, KindsThatAreNoIslandOfAPocketOfAnyShapeAreToldWithTheirPlace)
+{
+    const auto entity = [](const std::string& kind, const std::string& layer, double x) {
+        return Pair(0, kind) + Pair(8, layer) + Pair(10, x) + Pair(20, 90.5);
+    };
+    const std::string entities = entity("ELLIPSE", "EXCAVZ5K3", 120) + entity("ELLIPSE", "EXCAVZ5K3", 160) +
+                                 entity("SPLINE", "ROUTEZ5", 100);
+    Config.Pockets = "any";
+    Read(entities);
+    EXPECT_EQ(Uncut(),
+              (Rows{"Layer EXCAVZ5K3: 2 entities of kind ELLIPSE cannot be cut, no island is left at "
+                    "X120 Y90.5",
+                    "Layer ROUTEZ5: 1 entity of kind SPLINE cannot be cut"}));
+    Config.Pockets = "told";
+    Read(entities);
+    EXPECT_EQ(Uncut(), (Rows{"Layer EXCAVZ5K3: 2 entities of kind ELLIPSE cannot be cut",
+                             "Layer ROUTEZ5: 1 entity of kind SPLINE cannot be cut"}));
+}
+
 TEST_F(RouteBadInput, EntitiesInThePlaneOfAnEdgeAreTold)
 {
     const std::string toTheBack = Pair(210, 0.0) + Pair(220, 1.0) + Pair(230, 0.0);

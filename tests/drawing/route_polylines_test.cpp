@@ -411,6 +411,14 @@ TEST_F(RoutePolylines, ExcavationPolylineIsToldAndStored)
     EXPECT_EQ(Segments[0].OscZ, -4);
 }
 
+TEST_F(RoutePolylines, ExcavationPolylineNeedsNoExplosionWhereAnyShapeIsCleared)
+{
+    Config.Pockets = "any";
+    Read(Polyline("EXCAVZ5K3", {{150, 90}, {300, 90}}));
+    EXPECT_EQ(Count("Explode Polylines for Excavation."), 0);
+    EXPECT_EQ(Segments.size(), 2U);
+}
+
 // Straight onto the arrays: a drawing's reader gives all vertices their header's layer.
 TEST_F(RoutePolylines, LayerAndSequenceOfTheHeaderHoldForVerticesOnAnotherLayer)
 {

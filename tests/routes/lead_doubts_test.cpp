@@ -163,7 +163,7 @@ TEST_F(LeadDoubts, LeadOfThePostInstructionsCountsToo)
 
 TEST_F(LeadDoubts, NothingIsSaidWhereTheToolHasRoomOrItsRadiusIsNotKnown)
 {
-    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6LD3", SquareHole)), None); // outer corners
+    EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6LD6.1", SquareHole)), None); // outer corners
     EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71R6", SquareHole)), None);
     EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71LLD3", SquareHole)), None); // no radius
     EXPECT_EQ(DoubtsOf(Hole("ROUTEZ5T71L", SquareHole)), None);
@@ -240,6 +240,105 @@ TEST_F(LeadDoubts, CornersOfALineAndAnArc)
         EXPECT_EQ(doubts.empty(), lead > 20.33) << lead;
         if (lead <= 18 || lead >= 20.4) { // between them the cut is finer than the grid
             EXPECT_EQ(doubts.empty(), CutOutside(hole) == 0) << lead;
+        }
+    }
+}
+
+// Counter-clockwise from (200, 200) over an arc that turns away from the tool; the last wall comes in `turn`
+// degrees to the right of the first direction.
+struct ArcFirst {
+    PathPoint Before;
+
+    explicit ArcFirst(double turn)
+    {
+        const double radians = turn * 3.14159265358979323846 / 180;
+        Before = {200 - 80 * std::cos(radians), 200 + 80 * std::sin(radians)};
+    }
+    std::string Drawn(const std::string& layer) const
+    {
+        const PathPoint corners[] = {{250, 150},      {250, 60}, {350, 60}, {350, 350},
+                                     {Before.X, 350}, Before,    {200, 200}};
+        std::string text = Arc(layer, 200, 150, 50, 0, 90);
+        for (std::size_t i = 1; i < std::size(corners); ++i)
+            text += Line(layer, corners[i - 1].X, corners[i - 1].Y, corners[i].X, corners[i].Y);
+        return text;
+    }
+    std::vector<PathPoint> Hole() const
+    {
+        std::vector<PathPoint> points = {{250, 60}, {350, 60}, {350, 350}, {Before.X, 350}, Before};
+        for (int step = 90; step >= 0; --step) {
+            const double angle = step * 3.14159265358979323846 / 180;
+            points.push_back({200 + 50 * std::cos(angle), 150 + 50 * std::sin(angle)});
+        }
+        return points;
+    }
+};
+
+TEST_F(LeadDoubts, AQuarterCircleBeforeAnArcTurnsThroughTheWallBesideIt)
+{
+    // As deep as 12 (1 - cos turn): a hundredth at 2.34 degrees, where the tool beside the far end is clear.
+    for (const double turn : {0.0, 1.0, 2.0, 2.3})
+        EXPECT_EQ(DoubtsOf(ArcFirst(turn).Drawn("ROUTEZ5T71L6LD12")), None) << turn;
+    for (const double turn : {2.4, 5.0, 20.0, 45.0, 70.0, 90.0}) {
+        const Texts doubts = DoubtsOf(ArcFirst(turn).Drawn("ROUTEZ5T71L6LD12"));
+        ASSERT_EQ(doubts.size(), 1U) << turn;
+        EXPECT_TRUE(doubts[0].starts_with("Layer ROUTEZ5T71L6LD12: the lead at X200 Y200 cuts into "))
+            << turn;
+        if (turn >= 5) { // below that the cut is finer than chords and grid
+            EXPECT_GT(CutOutside(ArcFirst(turn).Hole()), 0) << turn;
+        }
+    }
+}
+
+std::string ContourLine(const std::string& layer, const std::string& place)
+{
+    return "Layer " + layer + ": the lead at " + place + " cuts into its contour";
+}
+
+TEST_F(LeadDoubts, ALeadThatIsTooLongForTheRoomMeetsTheOppositeWall)
+{
+    // 40 wide: the tool beside the quarter circle reaches as far as the lead and its own radius.
+    const std::vector<PathPoint> slot = {{200, 100}, {300, 100}, {300, 140}, {100, 140}, {100, 100}};
+    for (const double lead : {20.0, 33.9, 34.1, 38.0}) {
+        const std::string layer = "ROUTEZ5T71L6LD" + Number(lead);
+        const Texts doubts = DoubtsOf(Hole(layer, slot));
+        EXPECT_EQ(doubts, lead > 34 ? Texts{ContourLine(layer, "X200 Y100")} : None);
+        EXPECT_EQ(CutOutside(slot) > 0, lead > 34) << lead;
+    }
+}
+
+TEST_F(LeadDoubts, AQuarterCircleSmallerThanTheToolTurnsItOver)
+{
+    const Region around = Difference(BoxOf({0, 0}, {600, 400}), Polygon(SquareHole));
+    for (const double lead : {3.0, 5.5, 6.0, 7.0}) {
+        const std::string layer = "ROUTEZ5T71R6LD" + Number(lead);
+        EXPECT_EQ(DoubtsOf(Hole(layer, SquareHole)),
+                  lead < 6 ? Texts{ContourLine(layer, "X100 Y100")} : None);
+        EXPECT_EQ(AreaBeside(Home.Program(), around).CutOutside > 0, lead < 6) << lead;
+    }
+}
+
+TEST_F(LeadDoubts, ARampOutPastTheEndOfItsArcCutsTheWallBehindIt)
+{
+    // A part with a corner of 20, clockwise from the middle of its right end: the arc is 31.416 long, and
+    // beyond it the tool's edge is a hundredth deep where (20 + 6) (1 - cos a) is, after .55 more.
+    Region part = BoxOf({100, 100}, {300, 250});
+    std::vector<PathPoint> corner = {{100, 100}};
+    for (int step = 0; step <= 90; ++step) {
+        const double angle = (180 + step) * 3.14159265358979323846 / 180;
+        corner.push_back({120 + 20 * std::cos(angle), 120 + 20 * std::sin(angle)});
+    }
+    part = Difference(part, Polygon(corner));
+    for (const double lead : {20.0, 31.4, 31.9, 32.1, 40.0, 60.0}) {
+        const std::string layer = "ROUTEZ5T71L6RO4LD" + Number(lead);
+        const Texts doubts = DoubtsOf(Arc(layer, 120, 120, 20, 180, 270) + Line(layer, 100, 120, 100, 250) +
+                                      Line(layer, 100, 250, 300, 250) + Line(layer, 300, 250, 300, 100) +
+                                      Line(layer, 300, 100, 120, 100));
+        EXPECT_EQ(doubts, lead > 32 ? Texts{ContourLine(layer, "X120 Y100")} : None);
+        const DrawnArea area = AreaBeside(Home.Program(), Difference(BoxOf({0, 0}, {600, 400}), part));
+        EXPECT_EQ(area.Fault, "");
+        if (lead < 32 || lead >= 40) {
+            EXPECT_EQ(area.CutOutside > 0, lead > 32) << lead << " " << area.Outside;
         }
     }
 }

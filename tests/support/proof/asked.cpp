@@ -14,7 +14,8 @@ constexpr double NearlyThere = 0.005; // mm that the tool's centre may lie neare
 constexpr double Smooth = 0.5;        // degrees that a seam may turn and still count as none
 constexpr double CloseStep =
     1.4; // radii of the tool from loop to loop, below which a pocket is cleared all over
-constexpr double Slack = 0.05; // mm
+constexpr double Slack = 0.05;    // mm
+constexpr double JustFits = 0.01; // mm that a pocket may be narrower than its tool
 
 PathPoint Off(const PathPoint& from, double distance, double degrees)
 {
@@ -405,6 +406,17 @@ bool HasHalfCircle(const std::vector<Move>& pieces)
     });
 }
 
+// The end of an arc is an angle of three decimals: an arc of 12 m that is nearly straight ends a tenth off.
+double RoundedAngles(const std::vector<Move>& pieces)
+{
+    constexpr double HalfStep = 0.0005; // degrees
+    double widest = 0;
+    for (const Move& piece : pieces)
+        if (piece.IsArc)
+            widest = std::max(widest, Between(piece.Centre, piece.From));
+    return HalfStep * InRadians * widest;
+}
+
 // --- pockets
 
 PathPoint SizeOf(const std::vector<Move>& outline)
@@ -572,7 +584,7 @@ AskedCut AskedOf(const DrawnWay& way, const DrawnPanel& panel)
         MindEnd(way, way.Pieces.front().From, panel, asked);
         MindEnd(way, way.Pieces.back().To, panel, asked);
     }
-    asked.Open = HasHalfCircle(way.Pieces) ? 2 * Slack : Slack;
+    asked.Open = (HasHalfCircle(way.Pieces) ? 2 * Slack : Slack) + RoundedAngles(way.Pieces);
     Frame(asked);
     return asked;
 }
@@ -588,7 +600,7 @@ AskedCut AskedOf(const DrawnPocket& pocket)
     asked.Must = ReachedBy(asked.May, 2 * pocket.Radius);
     const PathPoint size = SizeOf(pocket.Outline);
     const double narrow = std::min(size.X, size.Y);
-    if (narrow < 2 * pocket.Radius)
+    if (narrow < 2 * pocket.Radius - JustFits)
         asked.Doubts.push_back(Doubt::PocketNarrowerThanTool);
     else if (narrow < 4 * pocket.Radius + 1.25 * pocket.Pitch) // loops run past the middle
         asked.Doubts.push_back(Doubt::PocketLoopsTurnedOver);

@@ -193,16 +193,47 @@ bool Explains(Doubt doubt, const Deviation& deviation)
     }
 }
 
-// "Layer EXCAVZ5: the pocket at X100 Y100 has ways that are narrower than its tool"
-bool TellsOfNarrowWays(const std::vector<std::string>& report, const std::string& layer)
+// "ROUTE4Z5" and what the converter makes of its number, "ROUTE50Z5", without it.
+std::string WithoutNumber(std::string layer)
 {
-    return std::any_of(report.begin(), report.end(), [&layer](const std::string& line) {
-        return line.starts_with("Layer " + layer + ": the pocket at") &&
-               line.find("narrower than its tool") != std::string::npos;
+    const std::string word = "ROUTE";
+    if (layer.starts_with(word))
+        layer.erase(word.size(), layer.find_first_not_of("0123456789", word.size()) - word.size());
+    return layer;
+}
+
+bool IsOfALead(Doubt doubt)
+{
+    return doubt == Doubt::LeadTooShort || doubt == Doubt::LeadOnShortPiece || doubt == Doubt::LeadTooLong ||
+           doubt == Doubt::LeadBesideWall || doubt == Doubt::LeadIntoWall || doubt == Doubt::RampPastPiece;
+}
+
+// "Layer ROUTEZ5: the lead at X100 Y100 cuts into its contour"
+bool TellsOfLead(const std::vector<std::string>& report, const std::string& layer)
+{
+    return std::any_of(report.begin(), report.end(), [&](const std::string& line) {
+        return IsLineOf(layer, "the lead at", line) && line.find(" cuts into ") != std::string::npos;
+    });
+}
+
+// "Layer EXCAVZ5: the pocket at X100 Y100 has ways that are narrower than its tool"
+bool TellsOf(const std::string& what, const std::vector<std::string>& report, const std::string& layer)
+{
+    return std::any_of(report.begin(), report.end(), [&](const std::string& line) {
+        return IsLineOf(layer, "the pocket at", line) && line.find(what) != std::string::npos;
     });
 }
 
 } // namespace
+
+bool IsLineOf(const std::string& layer, const std::string& subject, const std::string& line)
+{
+    const std::string word = "Layer ";
+    const std::size_t end = line.find(": ");
+    return line.starts_with(word) && end != std::string::npos &&
+           WithoutNumber(line.substr(word.size(), end - word.size())) == WithoutNumber(layer) &&
+           line.compare(end + 2, subject.size(), subject) == 0;
+}
 
 Doubt ReasonOf(const Deviation& deviation)
 {
@@ -215,14 +246,28 @@ Doubt ReasonOf(const Deviation& deviation)
 bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, const MachineSteps& cuts)
 {
     const AskedCut& asked = deviation.Feature;
-    if (!TellsOfNarrowWays(report, asked.Name))
+    if (asked.Has(Doubt::PocketNarrowerThanTool)) // and the report says that it is left out
+        return IsRest(deviation) &&
+               TellsOf("is not cleared, it is narrower than its tool", report, asked.Name);
+    if (!TellsOf("narrower than its tool", report, asked.Name))
         return false;
     if (deviation.What == Fault::Compensation)
         return true;
-    if (asked.Has(Doubt::PocketNarrowerThanTool) || asked.Has(Doubt::PocketLoopsTurnedOver))
+    if (asked.Has(Doubt::PocketLoopsTurnedOver))
         return IsRest(deviation) || deviation.What == Fault::CutOutside;
     return deviation.What == Fault::CutOutside &&
            (asked.Has(Doubt::ShortSideAtMark) || CutOutside(asked, UntilNarrowWays(cuts)).IsEmpty());
+}
+
+bool IsSilent(const Deviation& deviation, const std::vector<std::string>& report)
+{
+    const Doubt reason = ReasonOf(deviation);
+    const std::string& name = deviation.Feature.Name;
+    if (deviation.What == Fault::CutOutside)
+        return IsOfALead(reason) && !TellsOfLead(report, name);
+    const bool ofAStep = reason == Doubt::WideStep || reason == Doubt::ShortSideAtMark;
+    return ofAStep && IsRest(deviation) && !TellsOf("leaves wood", report, name) &&
+           !TellsOf("leaves islands", report, name);
 }
 
 const char* ShownFault(Fault fault)
@@ -290,6 +335,13 @@ MachineSteps CutsOf(const AskedCut& feature, const std::vector<AskedCut>& asked,
                                 asked[i].Low.Y != feature.Low.Y))
         ++i;
     return cuts[i];
+}
+
+bool AsksForNothing(const std::vector<AskedCut>& asked, const DrawnPanel& panel)
+{
+    return panel.Ways.empty() && panel.Bores.empty() &&
+           std::all_of(asked.begin(), asked.end(),
+                       [](const AskedCut& cut) { return cut.Has(Doubt::PocketNarrowerThanTool); });
 }
 
 std::vector<Deviation> DeviationsOf(const std::vector<AskedCut>& asked, const DrawnPanel& panel,

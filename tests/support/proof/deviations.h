@@ -23,8 +23,18 @@ struct Deviation {
 std::vector<Deviation> DeviationsOf(const std::vector<AskedCut>& asked, const DrawnPanel& panel,
                                     const MachineSteps& steps);
 
+// Whether the drawing has nothing but pockets that are narrower than their tools.
+bool AsksForNothing(const std::vector<AskedCut>& asked, const DrawnPanel& panel);
+
+// Whether a line of the report is of the layer, "Layer ROUTEZ5: the lead at ...", whatever number its route
+// has.
+bool IsLineOf(const std::string& layer, const std::string& subject, const std::string& line);
+
 // The doubt of the drawing that brings it about; none where the program is wrong.
 Doubt ReasonOf(const Deviation& deviation);
+// Whether the report has no line of what the drawing brings about: a lead that cuts what stays, wood between
+// the loops of a pocket.
+bool IsSilent(const Deviation& deviation, const std::vector<std::string>& report);
 // Whether the report tells of a pocket what it does beside its drawing: nearly all pockets end in loops
 // that are narrower than the tool, where a control may stop or go astray. `cuts`: the feature's own.
 bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, const MachineSteps& cuts);
