@@ -83,13 +83,31 @@ void EndByError(const std::string& cause)
     Run.ProgramFileName.clear();
 }
 
+// Why there is no drawing to read, as it stands behind its path; empty when there is one.
+std::string WhyNoDrawing()
+{
+    const FileAnswer file = AskFile(Run.SourceFile);
+    if (file.Is == Presence::There)
+        return {};
+    if (file.Is == Presence::CannotTell)
+        return ": " + file.Why.Cause;
+    const FileAnswer folder = AskFolder(Run.SourceFile);
+    switch (folder.Is) {
+    case Presence::There:
+        return ": Is a folder, no drawing";
+    case Presence::CannotTell:
+        return ": " + folder.Why.Cause;
+    case Presence::NotThere:
+        break;
+    }
+    return "  NOT FOUND";
+}
+
 void ReadAndConvert()
 {
-    if (!FileExists(Run.SourceFile)) {
-        if (FolderExists(Run.SourceFile))
-            FailJob(ShownPath(Run.SourceFile) + ": Is a folder, no drawing");
-        else
-            FailJob(ShownPath(Run.SourceFile) + "  NOT FOUND");
+    const std::string why = WhyNoDrawing();
+    if (!why.empty()) {
+        FailJob(ShownPath(Run.SourceFile) + why);
         return;
     }
     const std::string part = FileNameOf(Run.PartName);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -105,25 +106,14 @@ std::string ListWith(std::string list, const std::string& row)
     return "2.00, " + WholeText(rows) + (Config.PTSMetric ? ",M" : ",D") + "\r\n" + list + "\r\n";
 }
 
-[[noreturn]] void ThrowAbout(const std::string& path, const FileOutcome& outcome)
-{
-    throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
-}
-
 void AddRow(const PtsTexts& values)
 {
     const std::string path = ListPath(values[0]);
     if (FolderOf(path).empty())
         throw RunError{ErrorPathNotFound, "No folder is set for the cut list " + path};
     std::string list;
-    if (FileExists(path)) {
-        const FileOutcome outcome = ReadWholeFile(path, list);
-        if (!outcome.Ok())
-            ThrowAbout(path, outcome);
-    }
-    const FileOutcome outcome = ReplaceFile(path, ListWith(std::move(list), Row(values)));
-    if (!outcome.Ok())
-        ThrowAbout(path, outcome);
+    ReadFileOfJob(path, list); // none: it begins with this row
+    ThrowUnlessOk(path, ReplaceFile(path, ListWith(std::move(list), Row(values))));
     ReportMessage(1, "Entry to PTS: " + ShownPath(path));
 }
 

@@ -2,6 +2,7 @@
 // a program that cannot be written. Relies on staged files; a failure leaves the run aborted.
 #include "writers/program_file.h"
 
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "state/report.h"
@@ -23,12 +24,6 @@ bool Written(const std::string& path, const FileOutcome& outcome)
     ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
     Run.RunFailed = True;
     return false;
-}
-
-void ThrowUnlessOk(const std::string& path, const FileOutcome& outcome)
-{
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
 }
 
 } // namespace
@@ -64,7 +59,7 @@ bool StageProgram(const std::string& path, std::string_view contents, StagedFile
     // Never a file of the folder that the program happens to be started in.
     if (FolderOf(path).empty())
         return Written(path, {ErrorPathNotFound, "no program folder is set"});
-    if (!FolderExists(FolderOf(path)))
+    if (!FolderIsThere(FolderOf(path)))
         return Written(path, {ErrorPathNotFound, "the folder does not exist"});
     return Written(path, StageFile(path, contents, staged));
 }

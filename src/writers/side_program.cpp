@@ -3,6 +3,7 @@
 #include "writers/side_program.h"
 
 #include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -21,7 +22,7 @@ FileOutcome WriteWhole(const std::string& path, std::string_view contents)
     // Never a file of the folder that the program happens to be started in.
     if (FolderOf(path).empty())
         return {ErrorPathNotFound, "no program folder is set"};
-    if (!FolderExists(FolderOf(path)))
+    if (!FolderIsThere(FolderOf(path)))
         return {ErrorPathNotFound, "the folder does not exist"};
     return ReplaceFile(path, contents);
 }

@@ -1,6 +1,7 @@
 // Keeps the comment head that an operator wrote into a program when the program is made again.
 // Relies on the old file's place, which is found by rules of its own; leaves nothing behind.
 #include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -24,7 +25,7 @@ std::string OldIndexedProgram()
     const bool folderOnly = Run.PartName.ends_with('\\');
     const std::string name = folderOnly ? SourceBaseName() : FileNameOf(Run.PartName);
     const std::string folder = folderOnly ? Run.PartName : ProgramFolder(Run.ControlType);
-    if (name.size() < 2 || folder.empty() || !FileExists(folder + std::string(IndexFileName)))
+    if (name.size() < 2 || folder.empty() || !FileIsThere(folder + std::string(IndexFileName)))
         return {};
     return folder + PlaceUnderIndex(name);
 }
@@ -44,12 +45,10 @@ std::vector<std::string> CommentsOfOldProgram()
 {
     std::vector<std::string> comments;
     const std::string path = OldProgram();
-    if (path.empty() || !FileExists(path))
+    if (path.empty() || !FileIsThere(path))
         return comments;
     std::string head;
-    const FileOutcome outcome = ReadFileHead(path, head, HeadBytes);
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
+    ThrowUnlessOk(path, ReadFileHead(path, head, HeadBytes));
 
     Long position = 1;
     for (std::size_t i = 0; i < HeadLines && position > 0; ++i) {

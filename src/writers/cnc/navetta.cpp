@@ -2,6 +2,7 @@
 // program; all bytes that are not named here pass through unchanged.
 #include "writers/cnc/navetta.h"
 
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -36,12 +37,9 @@ std::string StageNavetta(std::string_view programName, StagedFile& staged)
     if (!Holds(UpperCase(DestinationPath(Run.ControlType)), "CNC90"))
         return {};
     const std::string path = WithBackslash(EnvironmentPath("DIRTMP", "C:\\CNC90\\MOD1\\TMP")) + "Navetta.cmd";
-    if (!FileExists(path))
-        return {};
     std::string record;
-    const FileOutcome outcome = ReadWholeFile(path, record);
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
+    if (!ReadFileOfJob(path, record))
+        return {};
 
     std::string root = EnvironmentPath("ROOT", "C:\\CNC90");
     if (root.ends_with('\\'))

@@ -2,6 +2,7 @@
 // folder; replaces what stands between the CAD markers and keeps the operator's own lines.
 #include "writers/cnc/notes.h"
 
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -15,12 +16,8 @@ namespace {
 
 // Lines end at CR; the LF behind it is dropped. The last line is what stands behind the last CR, and
 // is empty in a file whose last line is ended.
-std::vector<std::string> ReadTextLines(const std::string& path)
+std::vector<std::string> TextLines(const std::string& text)
 {
-    std::string text;
-    const FileOutcome outcome = ReadWholeFile(path, text);
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
     std::vector<std::string> lines;
     for (std::size_t at = 0; at != std::string::npos;) {
         const std::size_t end = text.find('\r', at);
@@ -100,9 +97,10 @@ std::string StageNotes(std::string_view folder, const std::string& place, Staged
     MakeFoldersOrThrow(FolderOf(path));
 
     std::vector<std::string> lines = Run.CncNotes; // element 0 is blank
-    if (FileExists(path)) {
+    std::string old;
+    if (ReadFileOfJob(path, old)) {
         lines[0] = "--- Begin CAD Notes ---";
-        lines = MergeNotes(ReadTextLines(path), lines);
+        lines = MergeNotes(TextLines(old), lines);
     }
     StageOrThrow(path, TextOfLines(lines), staged);
     return path;

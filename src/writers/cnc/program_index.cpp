@@ -7,6 +7,7 @@
 
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/report.h"
@@ -56,7 +57,7 @@ void FailWithoutIndex(const std::string& folder)
     ReportMessage(1, "Import Failed");
     if (folder.empty())
         ReportMessage(1, "No program folder is set");
-    else if (!FolderExists(folder))
+    else if (!FolderIsThere(folder))
         ReportMessage(1, shown + ": the program folder does not exist");
     FailDrawing();
 }
@@ -176,7 +177,7 @@ bool PlaceIndexedProgram(const ProgramPart& part)
 {
     const std::string folder = SettledIndexFolder(part.Output);
     const std::string indexPath = folder + std::string(IndexFileName);
-    if (folder.empty() || !FileExists(indexPath)) {
+    if (folder.empty() || !FileIsThere(indexPath)) {
         FailWithoutIndex(folder);
         return false;
     }

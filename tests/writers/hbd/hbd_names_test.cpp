@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "platform/run_error.h"
 #include "state/run.h"
+#include "support/answers.h"
 #include "writers/hbd/hbd_scene.h"
 
 namespace kv {
@@ -95,7 +96,7 @@ TEST_F(HbdNames, ANameLongerThanTheDiskTakesIsTold)
 TEST_F(HbdNames, LettersAboveAsciiAreKept)
 {
     WriteNamed("T\xDCR"); // U-umlaut
-    EXPECT_TRUE(FileExists(PathOf("HBD\\T\xDCR")));
+    EXPECT_TRUE(test::FileStands(PathOf("HBD\\T\xDCR")));
     EXPECT_EQ(Reported(), (Texts{"Part name adapted to \"T\xDCR\" for HBD."}));
 }
 
