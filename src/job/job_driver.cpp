@@ -16,6 +16,7 @@
 #include "drilling/groove_passes.h"
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
+#include "job/placing.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -229,13 +230,18 @@ void ProcessDrawingFile(std::string& jobLine)
 {
     Run.RunStartTime = static_cast<Single>(SecondsSinceMidnight());
     ReadJobLine(jobLine);
+    BeginJobOutput();
+    bool ended = false; // by an error: nothing of the drawing is placed
     try {
         ReadAndConvert();
     } catch (const RunError& error) {
         EndByError(error.Cause);
+        ended = true;
     } catch (const std::bad_alloc&) {
         EndByError("Out of memory");
+        ended = true;
     }
+    FinishJobOutput(!ended);
 }
 
 } // namespace kv

@@ -5,6 +5,7 @@
 
 #include <limits>
 
+#include "job/placing.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/files.h"
@@ -116,6 +117,7 @@ void StartShell()
         RegisterWithEditor();
     LoadToolSubstitutions();
     ShowBanner();
+    RecoverInstallations();
     TellUnfinishedBatches();
     if (Shell.CommandLine.empty()) // else they are not stored
         TellUnkeptSettings();

@@ -23,6 +23,7 @@
 #include "platform/aside_names.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
+#include "platform/posix/folder_names.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/host_place.h"
 #include "platform/run_error.h"
@@ -212,7 +213,10 @@ int MakeAside(const std::string& folder, std::string& name)
     static unsigned counter = 0;
     for (;;) {
         name = folder + AsideName(++counter);
+        OwnFolderChange change(folder);
         const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, NewFileMode);
+        if (file >= 0)
+            change.Made({});
         if (file >= 0 || errno != EEXIST)
             return file;
     }
@@ -301,8 +305,10 @@ std::string WithoutSlash(std::string host)
 // 0 or the system's error.
 int MoveOver(const std::string& from, const std::string& to)
 {
+    OwnFolderChange change(HostFolder(to));
     if (::rename(from.c_str(), to.c_str()) != 0)
         return errno;
+    change.Made(std::string_view(to).substr(to.rfind('/') + 1)); // none: npos + 1 is 0
     UnflushedFolders.insert(HostFolder(to));
     NoteStep("move", to);
     return 0;
@@ -554,8 +560,11 @@ FileOutcome ReplaceFile(std::string_view path, std::string_view contents)
 
 void DropStaged(StagedFile& staged)
 {
-    if (!staged.Aside.empty())
-        ::unlink(staged.Aside.c_str());
+    if (!staged.Aside.empty()) {
+        OwnFolderChange change(HostFolder(staged.Aside));
+        if (::unlink(staged.Aside.c_str()) == 0)
+            change.Made({});
+    }
     staged = {};
 }
 

@@ -10,11 +10,11 @@
 #include <cstdlib>
 #include <vector>
 
-#include <dirent.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/folder_names.h"
 #include "platform/posix/host_place.h"
 #include "platform/text.h"
 
@@ -56,36 +56,6 @@ std::string WithSlashes(std::string_view path)
     std::string host = Utf8FromAnsi(path);
     ReplaceChar(host, '\\', '/');
     return host;
-}
-
-// The entry of the folder that equals `name` (CP1252) without case, in the host's spelling. Of
-// several the first in byte order, so that every run takes the same one. Empty when there is none, or
-// when the folder cannot be read to its end, which goes to `fault`.
-std::string EntryIgnoringCase(const std::string& folder, std::string_view name, int& fault)
-{
-    DIR* const open = ::opendir(folder.c_str());
-    if (open == nullptr) {
-        if (!SaysNotThere(errno))
-            fault = errno;
-        return {};
-    }
-    constexpr std::size_t LongestUtf8 = 3; // bytes of one CP1252 character
-    std::string found;
-    errno = 0; // the end of a folder and a fault look the same but for this
-    while (const dirent* const entry = ::readdir(open)) {
-        const std::string_view spelled(entry->d_name);
-        if (spelled.size() < name.size() || spelled.size() > name.size() * LongestUtf8)
-            continue;
-        if (EqualIgnoringCase(AnsiFromUtf8(spelled), name) && (found.empty() || spelled < found))
-            found = spelled;
-        errno = 0;
-    }
-    if (errno != 0) {
-        fault = errno;
-        found.clear();
-    }
-    ::closedir(open);
-    return found;
 }
 
 // Splits at slashes; empty parts are left out.

@@ -9,13 +9,14 @@
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/genesis_names.h"
 #include "writers/cnc/program_index.h"
+#include "writers/job_output.h"
 #include "writers/output_names.h"
+#include "writers/program_file.h"
 
 namespace kv {
 
 namespace {
 
-constexpr std::size_t HeadBytes = 1000;
 constexpr std::size_t HeadLines = 10;
 
 // The old program under an index; empty where none can be found. A name of one character and a folder
@@ -45,10 +46,13 @@ std::vector<std::string> CommentsOfOldProgram()
 {
     std::vector<std::string> comments;
     const std::string path = OldProgram();
-    if (path.empty() || !FileIsThere(path))
+    if (path.empty())
         return comments;
     std::string head;
-    ThrowUnlessOk(path, ReadFileHead(path, head, HeadBytes));
+    const FileAnswer answer = HeadOfProgram(path, head);
+    ThrowUnlessOk(path, answer.Why);
+    if (answer.Is != Presence::There)
+        return comments;
 
     Long position = 1;
     for (std::size_t i = 0; i < HeadLines && position > 0; ++i) {

@@ -72,7 +72,7 @@ void ReportPortion(int count, const std::string& name)
     ReportMessage(1, "PORTION" + WholeText(count) + " - " + shown + " COMPLETED. ");
 }
 
-void WritePortions(const CncProgram& program, const std::string& output, Long limit)
+bool WritePortions(const CncProgram& program, const std::string& output, Long limit)
 {
     const Long total = program.LastLine();
     Long first = 0;
@@ -85,11 +85,11 @@ void WritePortions(const CncProgram& program, const std::string& output, Long li
             ReportMessage(1, "Too many segements in single route for portion");
             ReportMessage(1, "Import Aborted");
             FailDrawing();
-            return;
+            return true; // the portions so far are programs
         }
         const std::string name = PortionName(output, count);
         if (!Place({output, name, PortionText(program.Lines, first, last), program.HorizontalWritten}))
-            return;
+            return false;
         ReportPortion(count, name);
         if (last + 1 >= total)
             break;
@@ -97,22 +97,22 @@ void WritePortions(const CncProgram& program, const std::string& output, Long li
         last = std::min(first + limit, total);
     }
     ReportCompleted(program);
+    return true;
 }
 
 } // namespace
 
-void WriteOutput(const CncProgram& program)
+bool WriteOutput(const CncProgram& program)
 {
     const std::string output = OutputName();
     const Long limit = ToLong(Val(Config.LineLimit));
-    if (program.LastLine() > limit) {
-        WritePortions(program, output, limit);
-        return;
-    }
+    if (program.LastLine() > limit)
+        return WritePortions(program, output, limit);
     if (!Place({output, output, TextOfLines(program.Lines), program.HorizontalWritten}))
-        return;
+        return false;
     ReportMessage(1, std::string(ControlCaptions[Run.ControlType]));
     ReportCompleted(program);
+    return true;
 }
 
 } // namespace kv

@@ -135,13 +135,14 @@ TEST_F(Portions, TheNameWithItsFolderIsReported)
     EXPECT_TRUE(Stands("OUT/SRG/D/OOR1"));
 }
 
-TEST_F(Portions, AFailureStopsTheOnesThatFollow)
+TEST_F(Portions, APortionThatCannotBeWrittenTakesAllOfThemAlong)
 {
     Put("PROG/SRG/D/OOR2/in the way", "");
     AddBores(10);
     WriteCncProgram();
-    EXPECT_TRUE(Stands("PROG/SRG/D/OOR1"));
+    EXPECT_FALSE(Stands("PROG/SRG/D/OOR1"));
     EXPECT_FALSE(Stands("PROG/SRG/D/OOR3"));
+    EXPECT_EQ(Get("PROG/INDICE.PRG"), "");
     EXPECT_TRUE(WasReported("75")); // a folder stands where the file belongs
     EXPECT_EQ(Run.RunFailed, True);
 }

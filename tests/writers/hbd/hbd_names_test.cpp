@@ -26,7 +26,8 @@ class HbdNames : public HbdScene {
     {
         Texts names;
         for (const auto& entry : std::filesystem::directory_iterator(Folder / "HBD"))
-            names.push_back(entry.path().filename().string());
+            if (entry.path().extension() != ".lock")
+                names.push_back(entry.path().filename().string());
         EXPECT_EQ(names.size(), 1U);
         return names.empty() ? std::string() : names[0];
     }
