@@ -194,6 +194,7 @@ void DropOutput(JobOutput& output)
     for (FileChange& change : output.Changes)
         DropStaged(change.Staged);
     output = {};
+    RememberAgain();
 }
 
 void ForgetWaitingPrograms()

@@ -20,10 +20,9 @@ class TwoProcesses : public Console {
         settings.close();
         for (const char letter : {'A', 'B'}) {
             for (int i = 0; i < Drawings; ++i)
-                Put(Folder / Name(letter, i),
-                    BoredPanel("0\nTEXT\n8\nI\n10\n0\n20\n0\n1\nPOST INSTRUCTIONS\n"
-                               "0\nTEXT\n8\nI\n10\n0\n20\n0\n1\nPTS NAME=" +
-                               Name(letter, i) + "\n"));
+                Put(Folder / Name(letter, i), BoredPanel("0\nTEXT\n8\nI\n10\n0\n20\n0\n1\nPOST INSTRUCTIONS\n"
+                                                         "0\nTEXT\n8\nI\n10\n0\n20\n0\n1\nPTS NAME=" +
+                                                         Name(letter, i) + "\n"));
         }
     }
     static std::string Name(char letter, int i) { return letter + std::to_string(100 + i) + ".DXF"; }
@@ -74,7 +73,8 @@ TEST_F(TwoProcesses, TwoListsAtOnceLoseNothing)
 TEST_F(TwoProcesses, OneCallADrawingLosesNothing)
 {
     for (int i = 0; i < Drawings; ++i) {
-        const pid_t first = StartCall({"convert", Name('A', i)}), second = StartCall({"convert", Name('B', i)});
+        const pid_t first = StartCall({"convert", Name('A', i)}),
+                    second = StartCall({"convert", Name('B', i)});
         EXPECT_EQ(StatusOf(first), 0);
         EXPECT_EQ(StatusOf(second), 0);
     }

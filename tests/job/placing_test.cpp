@@ -288,7 +288,8 @@ TEST_F(Placement, AWaitIsReportedOnceAfterTenSecondsAndEndsWithTheLock)
     EXPECT_EQ(Pauses, 1000);
     int told = 0;
     for (const std::string& line : Home.Lines)
-        told += line == Index().string() + " is in use by " + HolderOf(LockHolderText()) + "; waiting" ? 1 : 0;
+        told +=
+            line == Index().string() + " is in use by " + HolderOf(LockHolderText()) + "; waiting" ? 1 : 0;
     EXPECT_EQ(told, 1) << Home.ReportText();
     EXPECT_EQ(Names(), "DOOR ");
 }

@@ -1,7 +1,9 @@
-// What is remembered of a folder is good while its times stay as they were when it was read. Times go in
-// steps: a change in the same step as the reading does not show. So names of a folder that changed within
-// the last seconds are believed for a short while alone, a multiple of what it takes to read them; that
-// bounds both the age of a wrong answer and the time that reading takes.
+// Most names that are not on the disk as they are spelled are new. So one number is remembered for each name
+// of a folder: a name without its number is in the folder in no spelling, any other is looked for in the
+// folder itself. That is good while the folder's times stay as they were when it was read. Times go in steps:
+// a change in the same step as the reading does not show. So a folder that changed within the last seconds is
+// believed for a short while alone, a multiple of what it takes to read it; that bounds both the age of a
+// wrong answer and the time that reading takes.
 #include "platform/posix/folder_names.h"
 
 #include <algorithm>
@@ -11,6 +13,7 @@
 #include <ctime>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include <dirent.h>
 #include <sys/stat.h>
@@ -24,9 +27,67 @@ namespace {
 using Steady = std::chrono::steady_clock;
 
 constexpr std::size_t MostFolders = 256;
-constexpr std::chrono::seconds CoarsestStep{2};   // of the times of any file system
+constexpr std::chrono::seconds CoarsestStep{2}; // of the times of any file system
 constexpr std::chrono::milliseconds ShortTrust{50};
-constexpr int TrustByReading = 20; // times the time that it took
+constexpr int TrustByReading = 50; // times the time that it took
+
+// Numbers of names; a table with free places, since a folder may hold some ten thousand.
+class NameNumbers {
+  public:
+    void Clear()
+    {
+        Table.assign(SmallestTable, Free);
+        Count = 0;
+    }
+    void Add(std::uint64_t number)
+    {
+        if (2 * ++Count > Table.size())
+            Grow();
+        Table[PlaceOf(number)] = number;
+    }
+    bool Has(std::uint64_t number) const { return Table[PlaceOf(number)] == number; }
+
+  private:
+    static constexpr std::uint64_t Free = 0;
+    static constexpr std::size_t SmallestTable = 64; // the size is a power of two
+
+    // Where the number stands, or the free place where it belongs.
+    std::size_t PlaceOf(std::uint64_t number) const
+    {
+        std::size_t place = number & (Table.size() - 1);
+        while (Table[place] != Free && Table[place] != number)
+            place = (place + 1) & (Table.size() - 1);
+        return place;
+    }
+    void Grow()
+    {
+        std::vector<std::uint64_t> smaller(2 * Table.size(), Free);
+        smaller.swap(Table);
+        for (const std::uint64_t number : smaller) {
+            if (number != Free)
+                Table[PlaceOf(number)] = number;
+        }
+    }
+
+    std::vector<std::uint64_t> Table = std::vector<std::uint64_t>(SmallestTable, Free);
+    std::size_t Count = 0;
+};
+
+// The same for all spellings of a name (CP1252); never 0.
+std::uint64_t NumberOfName(std::string_view name)
+{
+    std::uint64_t number = 14695981039346656037U; // FNV-1a
+    for (const char c : name)
+        number = (number ^ static_cast<unsigned char>(UpperChar(c))) * 1099511628211U;
+    number ^= number >> 32; // the low bits choose the place
+    return number != 0 ? number : 1;
+}
+
+std::uint64_t NumberOfHostName(std::string_view spelled)
+{
+    const bool ascii = std::ranges::all_of(spelled, [](char c) { return static_cast<signed char>(c) >= 0; });
+    return ascii ? NumberOfName(spelled) : NumberOfName(AnsiFromUtf8(spelled));
+}
 
 struct FolderTimes {
     std::uint64_t Device = 0, Identity = 0;
@@ -41,7 +102,7 @@ struct FolderNames {
     FolderTimes Times;
     Steady::time_point ReadAt;
     Steady::duration Trust{};
-    std::unordered_map<std::string, std::string> Spelled; // by the name in upper case, CP1252
+    NameNumbers Numbers;
 };
 std::unordered_map<std::string, FolderNames> Folders;
 
@@ -87,18 +148,12 @@ template <typename Take> bool ReadNames(const std::string& folder, int& fault, c
     return error == 0;
 }
 
-void RememberName(FolderNames& names, std::string_view spelled)
-{
-    const auto [place, added] = names.Spelled.try_emplace(UpperCase(AnsiFromUtf8(spelled)), spelled);
-    if (!added && spelled < place->second)
-        place->second = spelled;
-}
-
 void ReadAgain(const std::string& folder, FolderNames& names, const FolderTimes& times, int& fault)
 {
     const Steady::time_point start = Steady::now();
-    names.Spelled.clear();
-    names.Read = ReadNames(folder, fault, [&](std::string_view spelled) { RememberName(names, spelled); });
+    names.Numbers.Clear();
+    names.Read = ReadNames(folder, fault,
+                           [&](std::string_view spelled) { names.Numbers.Add(NumberOfHostName(spelled)); });
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
     const std::chrono::nanoseconds age(Nanoseconds(now) - std::max(times.Written, times.Changed));
@@ -106,8 +161,6 @@ void ReadAgain(const std::string& folder, FolderNames& names, const FolderTimes&
     names.Times = times;
     names.ReadAt = Steady::now();
     names.Trust = std::max<Steady::duration>(ShortTrust, TrustByReading * (names.ReadAt - start));
-    if (!names.Read)
-        names.Spelled.clear();
 }
 
 // A single lookup does not pay for remembering.
@@ -136,12 +189,12 @@ std::string EntryIgnoringCase(const std::string& folder, std::string_view name, 
     FolderNames& names = Folders[folder];
     if (++names.Lookups == 1)
         return LookOnce(folder, name, fault);
-    const bool good = names.Read && names.Times == times &&
-                      (names.Settled || Steady::now() - names.ReadAt < names.Trust);
+    const bool good =
+        names.Read && names.Times == times && (names.Settled || Steady::now() - names.ReadAt < names.Trust);
     if (!good)
         ReadAgain(folder, names, times, fault);
-    const auto entry = names.Spelled.find(UpperCase(name));
-    return entry == names.Spelled.end() ? std::string() : entry->second;
+    const bool isNew = names.Read && !names.Numbers.Has(NumberOfName(name));
+    return isNew || !names.Read ? std::string() : LookOnce(folder, name, fault);
 }
 
 OwnFolderChange::OwnFolderChange(std::string folder) : Folder(std::move(folder))
@@ -161,7 +214,7 @@ void OwnFolderChange::Made(std::string_view newName)
     names->second.Times = times;
     names->second.Settled = false;
     if (!newName.empty())
-        RememberName(names->second, newName);
+        names->second.Numbers.Add(NumberOfHostName(newName));
 }
 
 } // namespace kv
