@@ -57,10 +57,11 @@ struct SetFile {
 
 struct JobSet {
     std::vector<JobOutput> Jobs;
-    std::vector<std::string> Faults;                 // by job; empty: none
-    std::vector<bool> RowsOut;                       // by job: its row of the cut list is out as well
-    std::vector<SetFile> Files;                      // in the order in which they reach the disk
-    std::vector<std::string> Installations, Anchors; // each once, one for one
+    std::vector<std::string> Faults;  // by job; empty: none
+    std::vector<bool> RowsOut;        // by job: its row of the cut list is out as well
+    std::vector<bool> IndexFaults;    // by job: it is the index that cannot be written
+    std::vector<SetFile> Files;       // in the order in which they reach the disk
+    std::vector<std::string> Anchors; // of the installations whose locks are held
     std::vector<std::unique_ptr<FileLock>> Locks;
 };
 
@@ -85,6 +86,7 @@ void FailJobsOf(JobSet& set, const SetFile& file, const std::string& cause)
         Fail(set, job, cause);
         if (file.Kind >= ChangeKind::CutList)
             set.RowsOut[job] = true;
+        set.IndexFaults[job] = file.Kind == ChangeKind::Index;
     }
 }
 
@@ -105,11 +107,12 @@ void DropFiles(JobSet& set)
 
 // --- Locks ---
 
-void GatherInstallations(JobSet& set)
+// In one order for all processes: the host's paths of the anchors.
+std::map<std::string, std::string> InstallationsOf(const JobSet& set)
 {
-    std::map<std::string, std::string> byHost; // in one order for all processes
+    std::map<std::string, std::string> installations;
     const auto take = [&](const std::string& installation) {
-        byHost.insert_or_assign(ToHostPath(AnchorOf(installation)), installation);
+        installations.insert_or_assign(ToHostPath(AnchorOf(installation)), installation);
     };
     for (const JobOutput& job : set.Jobs) {
         for (const ProgramOutput& program : job.Programs)
@@ -117,9 +120,24 @@ void GatherInstallations(JobSet& set)
         for (const FileChange& change : job.Changes)
             take(change.Installation);
     }
-    for (const auto& [host, installation] : byHost) {
-        set.Installations.push_back(installation);
-        set.Anchors.push_back(AnchorOf(installation));
+    return installations;
+}
+
+// `host` is the host's path of the anchor: an installation may be spelled in several ways.
+void FailJobsIn(JobSet& set, const std::string& host, const std::string& cause)
+{
+    const auto isThere = [&](const auto& output) {
+        return ToHostPath(AnchorOf(output.Installation)) == host;
+    };
+    for (std::size_t job = 0; job < set.Jobs.size(); ++job) {
+        const JobOutput& output = set.Jobs[job];
+        const auto change = std::ranges::find_if(output.Changes, isThere);
+        const bool changes = change != output.Changes.end();
+        if (!changes && std::ranges::none_of(output.Programs, isThere))
+            continue;
+        Fail(set, job, cause);
+        if (changes && change->Kind >= ChangeKind::CutList)
+            set.RowsOut[job] = true;
     }
 }
 
@@ -159,32 +177,40 @@ FileOutcome TakeLock(JobSet& set, const std::string& anchor)
     }
 }
 
-bool TakeLocks(JobSet& set)
+// What cannot be entered fails the drawings that need it; the others go on.
+void EnterInstallations(JobSet& set)
 {
-    GatherInstallations(set);
-    for (const std::string& anchor : set.Anchors) {
-        const FileOutcome outcome = TakeLock(set, anchor);
-        if (!outcome.Ok()) {
-            FailAll(set, About(anchor, outcome));
-            return false;
+    for (const auto& [host, installation] : InstallationsOf(set)) {
+        const std::string anchor = AnchorOf(installation);
+        const FileOutcome taken = TakeLock(set, anchor);
+        if (!taken.Ok()) {
+            FailJobsIn(set, host, About(anchor, taken));
+            continue;
         }
-    }
-    return true;
-}
-
-bool FinishEarlierMoves(JobSet& set)
-{
-    for (const std::string& anchor : set.Anchors) {
-        const FileOutcome outcome = FinishMoves(anchor);
-        if (!outcome.Ok()) {
-            FailAll(set, "Moves of an earlier run cannot be finished: " + outcome.Cause);
-            return false;
+        const FileOutcome finished = FinishMoves(anchor);
+        if (!finished.Ok()) {
+            FailJobsIn(set, host, "Moves of an earlier run cannot be finished: " + finished.Cause);
+            continue;
         }
+        SweepInstallation(installation);
+        set.Anchors.push_back(anchor);
     }
-    return true;
 }
 
 // --- What the files become ---
+
+// No other program holds the index. Asked under the installation's lock alone, since processes that ask at
+// the same moment find each other; a control that reads it is done within half a second.
+FileOutcome CheckFree(const std::string& path)
+{
+    constexpr int mostTries = 25;
+    FileOutcome outcome = CheckWritable(path);
+    for (int tries = 1; outcome.Number == ErrorPermission && tries < mostTries; ++tries) {
+        PauseSeconds(TrySeconds);
+        outcome = CheckWritable(path);
+    }
+    return outcome;
+}
 
 void GatherFiles(JobSet& set)
 {
@@ -250,8 +276,13 @@ FileOutcome SettleFile(const JobSet& set, SetFile& file)
     const FileAnswer answer = ReadIfThere(file.Path, text);
     if (answer.Is == Presence::CannotTell)
         return answer.Why;
-    if (file.Kind == ChangeKind::Index && answer.Is == Presence::NotThere)
-        return {ErrorFileNotFound, "is not there any more"};
+    if (file.Kind == ChangeKind::Index) {
+        if (answer.Is == Presence::NotThere)
+            return {ErrorFileNotFound, "is not there any more"};
+        FileOutcome outcome = CheckFree(file.Path);
+        if (!outcome.Ok())
+            return outcome;
+    }
     if (file.Kind == ChangeKind::CutList) {
         FileOutcome outcome = FindEarlierRows(set, file);
         if (!outcome.Ok())
@@ -394,9 +425,7 @@ void FlushMoves(JobSet& set)
 
 void PlaceSet(JobSet& set)
 {
-    if (!TakeLocks(set) || !FinishEarlierMoves(set))
-        return;
-    std::ranges::for_each(set.Installations, SweepInstallation);
+    EnterInstallations(set);
     SettleAndFlush(set);
     if (!WriteJournals(set)) {
         DropFiles(set);
@@ -444,8 +473,8 @@ bool TellOutcomes(JobSet& set)
         }
         all = false;
         const std::string line = ShownPath(job.Drawing) + ": " + set.Faults[i];
-        if (JobRuns && job.Number == LastNumber)
-            FailRunningJob(job, line);
+        if (JobRuns && job.Number == LastNumber) // the report of the drawing goes on; the box named the index
+            FailRunningJob(job, set.IndexFaults[i] ? set.Faults[i] : line);
         else
             FailEarlierJob(job, line);
     }
@@ -511,6 +540,7 @@ bool PlaceJobs()
     set.Jobs = std::exchange(Outputs.Waiting, {});
     set.Faults.resize(set.Jobs.size());
     set.RowsOut.resize(set.Jobs.size());
+    set.IndexFaults.resize(set.Jobs.size());
     BytesWaiting = 0;
     if (!set.Jobs.empty())
         PlaceSet(set);

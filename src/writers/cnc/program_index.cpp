@@ -87,8 +87,6 @@ bool HandOverRecord(const std::string& folder, const std::string& path, std::str
         ReportBrokenIndex(path, stamp.Size);
         return true;
     }
-    if (outcome.Ok())
-        outcome = CheckWritable(path);
     if (outcome.Ok()) {
         FileChange change;
         change.Kind = ChangeKind::Index;
