@@ -4,13 +4,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 
 #include <nlohmann/json.hpp>
 
 #include "console/abort.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
-#include "platform/files.h"
+#include "job/placing.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
@@ -29,7 +30,7 @@ struct OperationCounts {
     Long Bores = 0, Grooves = 0, HorizontalBores = 0, Routes = 0, HeadPositions = 0;
 };
 OperationCounts Counts;
-std::vector<std::string> Written; // host paths
+std::vector<UnplacedJob> Unplaced; // since the last look
 
 void CountOperations(std::string_view stage)
 {
@@ -59,7 +60,7 @@ Json ShowDrawing(const std::string& drawing, const std::string& outcome, double 
     shown["drawing"] = drawing;
     shown["outcome"] = outcome;
     shown["lines"] = ShowLines();
-    shown["files"] = Written;
+    shown["files"] = JobFiles();
     shown["operations"] = {{"bores", Counts.Bores},
                            {"grooves", Counts.Grooves},
                            {"horizontalBores", Counts.HorizontalBores},
@@ -76,23 +77,38 @@ void PrintDocument(const Json& document)
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
-// Brings the files of a list to the disk, at least every two seconds and at its end. False when the disk
-// refuses.
-struct ListFlush {
-    using Clock = std::chrono::steady_clock;
-    static constexpr std::chrono::seconds Longest{2};
-    Clock::time_point Last = Clock::now();
+void KeepUnplaced(const UnplacedJob& job)
+{
+    Unplaced.push_back(job);
+}
 
-    bool AfterDrawing() { return Clock::now() - Last < Longest || AtEnd(); }
-    bool AtEnd()
-    {
-        const FileOutcome outcome = FlushFiles();
-        Last = Clock::now();
-        if (!outcome.Ok())
-            TellFailure("not on the disk", Utf8FromAnsi(outcome.Cause));
-        return outcome.Ok();
+void TellWaitAtOnce(const std::string& line)
+{
+    EraseProgress();
+    WriteAtOnce("korvanti: " + Utf8FromAnsi(line) + "\n", stderr);
+}
+
+// The drawings of a list are placed some at a time; one whose files cannot be placed then has failed, and
+// what was shown of it is put right. `first` is the number of the list's first job. False: there are some.
+bool TakeUnplaced(const CommandLine& line, long first, Json& drawings)
+{
+    for (const UnplacedJob& job : Unplaced) {
+        const auto place = static_cast<std::size_t>(job.Number - first);
+        TellFailure(line.Drawings[place], "failed");
+        const ReportRow row = {job.Cause, 155, 0, 0, false};
+        if (!line.ReportJson) {
+            WriteAtOnce(RowLine(row, RowColours::None) + "\n", stdout);
+            continue;
+        }
+        Json& shown = drawings[place];
+        shown["outcome"] = "failed";
+        shown["files"] = Json::array();
+        shown["lines"].push_back({{"text", Utf8FromAnsi(row.Text)}, {"colour", ColourName(row)}});
     }
-};
+    const bool none = Unplaced.empty();
+    Unplaced.clear();
+    return none;
+}
 
 } // namespace
 
@@ -106,15 +122,18 @@ int ConvertDrawings(const CommandLine& line)
     }
     OpenReport(!line.ReportJson && IsTerminal(StandardStream::Output), IsTerminal(StandardStream::Error));
     Stages.Done = CountOperations;
-    WrittenFiles = &Written;
+    Placing = {KeepUnplaced, TellWaitAtOnce};
+    RecoverInstallations();
     Json drawings = Json::array();
     int status = ExitConverted;
-    ListFlush flush;
+    const long first = JobNumber() + 1;
+    std::optional<JobsTogether> together;
+    if (line.Drawings.size() > 1)
+        together.emplace();
     std::size_t left = line.Drawings.size();
     for (const std::string& drawing : line.Drawings) {
         --left;
         Counts = {};
-        Written.clear();
         const Clock::time_point start = Clock::now();
         const std::string outcome = RunJob(drawing, outputName, line.System);
         const std::chrono::duration<double> seconds = Clock::now() - start;
@@ -126,14 +145,15 @@ int ConvertDrawings(const CommandLine& line)
             status = ExitSomeFailed;
             TellFailure(drawing, outcome);
         }
-        if (!flush.AfterDrawing())
+        if (!TakeUnplaced(line, first, drawings))
             status = ExitSomeFailed;
         if (AbortAsked()) {
             status = std::max(status, TellUnconverted(left));
             break;
         }
     }
-    if (!flush.AtEnd())
+    together.reset();
+    if (!TakeUnplaced(line, first, drawings))
         status = ExitSomeFailed;
     if (line.ReportJson) {
         PrintDocument({{"version", ProductVersion}, {"drawings", std::move(drawings)}});

@@ -62,7 +62,8 @@ std::string OutputName(const std::string& typed)
 {
     const std::string path = FromHostPath(typed);
     const char last = typed.back();
-    if (last == '/' || last == '\\' || FolderExists(path))
+    // Where it cannot be told the path is that of a program, whose writing says why it cannot be.
+    if (last == '/' || last == '\\' || AskFolder(path).Is == Presence::There)
         return WithBackslash(path);
     if (typed.find_first_of("/\\:") == std::string::npos)
         return FileNameOf(path);

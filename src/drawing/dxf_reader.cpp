@@ -62,7 +62,7 @@ int RunningPercent()
 [[noreturn]] void Refuse(const ReaderState& state, const std::string& cause)
 {
     std::string head;
-    ReadFileHead(state.Path, head, 4096);
+    static_cast<void>(ReadFileHead(state.Path, head, 4096)); // else the cause stands as it is
     if (BeginsWith(head, BinarySentinel))
         throw RunError{ErrorFileAccess, "Binary DXF; save the drawing as ASCII DXF"};
     if (Holds(head, "\r") && !Holds(head, "\n"))

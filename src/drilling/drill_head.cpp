@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/text.h"
 #include "state/settings.h"
 
@@ -125,8 +126,11 @@ void LoadDrillHead()
 {
     DrillParameters.assign(1, {});
     std::string contents;
-    if (!ReadFileHead(ExeFolder + std::string(HeadFileName), contents, LongestHeadFile).Ok())
+    const std::string path = ExeFolder + std::string(HeadFileName);
+    const FileOutcome outcome = ReadFileHead(path, contents, LongestHeadFile);
+    if (outcome.Missing)
         return;
+    ThrowUnlessOk(path, outcome);
     std::string_view rest = contents;
     while (!rest.empty()) {
         const std::string_view item = TextItem(TakeLine(rest));

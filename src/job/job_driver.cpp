@@ -16,6 +16,7 @@
 #include "drilling/groove_passes.h"
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
+#include "job/placing.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -84,13 +85,31 @@ void EndByError(const std::string& cause)
     Run.ProgramFileName.clear();
 }
 
+// Why there is no drawing to read, as it stands behind its path; empty when there is one.
+std::string WhyNoDrawing()
+{
+    const FileAnswer file = AskFile(Run.SourceFile);
+    if (file.Is == Presence::There)
+        return {};
+    if (file.Is == Presence::CannotTell)
+        return ": " + file.Why.Cause;
+    const FileAnswer folder = AskFolder(Run.SourceFile);
+    switch (folder.Is) {
+    case Presence::There:
+        return ": Is a folder, no drawing";
+    case Presence::CannotTell:
+        return ": " + folder.Why.Cause;
+    case Presence::NotThere:
+        break;
+    }
+    return "  NOT FOUND";
+}
+
 void ReadAndConvert()
 {
-    if (!FileExists(Run.SourceFile)) {
-        if (FolderExists(Run.SourceFile))
-            FailJob(ShownPath(Run.SourceFile) + ": Is a folder, no drawing");
-        else
-            FailJob(ShownPath(Run.SourceFile) + "  NOT FOUND");
+    const std::string why = WhyNoDrawing();
+    if (!why.empty()) {
+        FailJob(ShownPath(Run.SourceFile) + why);
         return;
     }
     const std::string part = FileNameOf(Run.PartName);
@@ -213,13 +232,18 @@ void ProcessDrawingFile(std::string& jobLine)
 {
     Run.RunStartTime = static_cast<Single>(SecondsSinceMidnight());
     ReadJobLine(jobLine);
+    BeginJobOutput();
+    bool ended = false; // by an error: nothing of the drawing is placed
     try {
         ReadAndConvert();
     } catch (const RunError& error) {
         EndByError(error.Cause);
+        ended = true;
     } catch (const std::bad_alloc&) {
         EndByError("Out of memory");
+        ended = true;
     }
+    FinishJobOutput(!ended);
 }
 
 } // namespace kv

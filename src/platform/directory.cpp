@@ -10,39 +10,46 @@
 
 namespace kv {
 
-Long FCount(std::string_view pattern)
+FileAnswer FCount(std::string_view pattern, Long& count)
 {
-    Long count = 0;
-    WalkFolder(pattern, Listed::Name, [&count](DirectoryEntry&) {
+    count = 0;
+    const FileAnswer answer = WalkFolder(pattern, Listed::Name, [&count](DirectoryEntry&) {
         if (++count % FilesPerYield == 0)
             DoEvents();
         return true;
     });
-    return count;
+    if (answer.Is != Presence::There)
+        count = 0;
+    return answer;
 }
 
-void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries)
+FileAnswer ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries)
 {
     entries.clear();
-    WalkFolder(pattern, Listed::NameDateAndSize, [&entries](DirectoryEntry& entry) {
+    const FileAnswer answer = WalkFolder(pattern, Listed::NameDateAndSize, [&entries](DirectoryEntry& entry) {
         entries.push_back(std::move(entry));
         if (entries.size() % FilesPerYield == 0)
             DoEvents();
         return true;
     });
+    if (answer.Is != Presence::There)
+        entries.clear();
     FinishListing(entries, count);
+    return answer;
 }
 
-bool Exist(std::string_view pattern)
+FileAnswer AskPattern(std::string_view pattern)
 {
     if (!HasWildcard(FileNameOf(pattern)))
-        return FileExists(pattern);
+        return AskFile(pattern);
     bool found = false;
-    WalkFolder(pattern, Listed::Name, [&found](DirectoryEntry&) {
+    const FileAnswer answer = WalkFolder(pattern, Listed::Name, [&found](DirectoryEntry&) {
         found = true;
         return false;
     });
-    return found;
+    if (found)
+        return {Presence::There, {}};
+    return answer.Is == Presence::There ? FileAnswer{Presence::NotThere, {}} : answer;
 }
 
 } // namespace kv

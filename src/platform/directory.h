@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/numbers.h"
 
 namespace kv {
@@ -20,14 +21,16 @@ struct DirectoryEntry {
 };
 
 // A pattern is a folder and a name with "*" or "?", compared without case. "*.DXF" also counts a longer
-// extension that begins with DXF, as file systems with short names do. Folders are no files. A folder
-// that is not there has none. Events run while a large folder is read.
-Long FCount(std::string_view pattern);
+// extension that begins with DXF, as file systems with short names do. Folders are no files. The answer
+// is the folder's: one that is not there has no files, and of one that cannot be listed to its end no
+// number and no entry is given. Events run while a large folder is read.
+FileAnswer FCount(std::string_view pattern, Long& count);
 // At most `count` entries, in the order of their names.
-void ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries);
-bool Exist(std::string_view pattern);
+FileAnswer ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries);
+// Whether any file has a name of that pattern, or that very name where it has no "*" and no "?".
+FileAnswer AskPattern(std::string_view pattern);
 
 // Whether the drive is there; a path without drive letter stands on the host's own root.
-bool GoodDrive(std::string_view path);
+FileAnswer AskDrive(std::string_view path);
 
 } // namespace kv

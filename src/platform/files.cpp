@@ -47,7 +47,11 @@ FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size
     if (!outcome.Ok())
         return outcome;
     const std::uint64_t wanted = std::min<std::uint64_t>(size, length);
-    SkipTo(handle, size - wanted);
+    const FileOutcome skipped = SkipTo(handle, size - wanted);
+    if (!skipped.Ok()) {
+        CloseReading(handle);
+        return skipped;
+    }
     return ReadAndClose(handle, contents, wanted);
 }
 
@@ -64,11 +68,17 @@ FileOutcome ReadWholeFile(std::string_view path, std::string& contents, std::uin
     return outcome;
 }
 
-FileOutcome ReplaceFile(std::string_view path, std::string_view contents)
+FileAnswer AnswerOf(const FileOutcome& failed)
 {
-    StagedFile staged;
-    const FileOutcome outcome = StageFile(path, contents, staged);
-    return outcome.Ok() ? MoveStaged(staged) : outcome;
+    if (failed.Missing)
+        return {Presence::NotThere, {}};
+    return {Presence::CannotTell, failed};
+}
+
+FileAnswer ReadIfThere(std::string_view path, std::string& contents, std::uint64_t limit)
+{
+    const FileOutcome outcome = ReadWholeFile(path, contents, limit);
+    return outcome.Ok() ? FileAnswer{Presence::There, {}} : AnswerOf(outcome);
 }
 
 } // namespace kv

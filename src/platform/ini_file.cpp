@@ -202,7 +202,7 @@ std::string ReadProfileString(std::string_view section, std::string_view key, st
                               std::size_t size, std::string_view path)
 {
     std::string file;
-    ReadWholeFile(path, file, LongestIniFile); // a file that cannot be read holds nothing
+    static_cast<void>(ReadWholeFile(path, file, LongestIniFile)); // a file that cannot be read holds nothing
     const IniPlace place = FindPlace(file, section, key);
     return CutTo(size, place.HasKey ? ValueOf(place.Line.Text) : missing);
 }
@@ -217,7 +217,7 @@ void ReadProfileStrings(std::string_view section, std::vector<ProfileEntry>& ent
                         std::string_view missing, std::size_t size, std::string_view path)
 {
     std::string file;
-    ReadWholeFile(path, file, LongestIniFile);
+    static_cast<void>(ReadWholeFile(path, file, LongestIniFile));
     const SectionKeys keys = KeysOf(file, section);
     for (ProfileEntry& entry : entries) {
         const auto key = keys.find(UpperCase(WithoutBlanks(entry.Key)));

@@ -106,7 +106,7 @@ void DeleteStaleTriggers(const std::string& folder)
 {
     for (const std::string_view name : {TempDrawing, BatchList}) {
         const std::string path = folder + std::string(name);
-        if (!FileExists(path))
+        if (AskFile(path).Is == Presence::NotThere)
             continue;
         const FileOutcome outcome = DeleteFile(path);
         if (outcome.Ok())
@@ -118,6 +118,14 @@ void DeleteStaleTriggers(const std::string& folder)
 }
 
 // --- Drawings that are still being written ---
+
+// All 0 when it is not there, and when that cannot be told: such a file is not run.
+FileStamp StampOf(const std::string& path)
+{
+    FileStamp stamp;
+    static_cast<void>(AskStamp(path, stamp));
+    return stamp;
+}
 
 bool HoldsEndLine(const std::string& path)
 {
@@ -132,7 +140,7 @@ bool HoldsEndLine(const std::string& path)
 bool ReadyToRun(const std::string& path)
 {
     const FileStamp stamp = StampOf(path);
-    if (stamp.Size == 0 || !FileExists(path))
+    if (stamp.Size == 0 || AskFile(path).Is != Presence::There)
         return false;
     TriggerMemory& memory = Triggers[path];
     if (memory.Refused == stamp)
@@ -153,7 +161,8 @@ void WaitUntilWritten(const std::string& path)
 {
     double still = 0;
     FileStamp stamp = StampOf(path);
-    while (FileExists(path) && !HoldsEndLine(path) && still < StillSeconds && !UserAborted()) {
+    while (AskFile(path).Is != Presence::NotThere && !HoldsEndLine(path) && still < StillSeconds &&
+           !UserAborted()) {
         PauseSeconds(LookSeconds);
         const FileStamp now = StampOf(path);
         still = now == stamp ? still + LookSeconds : 0;
@@ -166,7 +175,13 @@ void WaitUntilWritten(const std::string& path)
 // One that was replaced while its job ran is another job.
 void DeleteIfUnchanged(const std::string& path, const FileStamp& stamp)
 {
-    if (StampOf(path) != stamp)
+    FileStamp now;
+    const FileAnswer answer = AskStamp(path, now);
+    if (answer.Is == Presence::CannotTell) {
+        Refuse(path, stamp, "cannot be deleted and is not run again: " + answer.Why.Cause);
+        return;
+    }
+    if (now != stamp)
         return;
     const FileOutcome outcome = DeleteFile(path);
     if (outcome.Ok())
@@ -213,7 +228,7 @@ bool MoveToRunFile(const std::string& folder, const Look& read, std::string& con
     const std::string earlier = SetUnfinishedBatchAside(folder);
     if (!earlier.empty())
         ReportMessage(1, earlier);
-    if (FileExists(place)) {
+    if (AskFile(place).Is != Presence::NotThere) {
         Refuse(path, read.Stamp,
                "is not run: " + ShownPath(place) + " of an earlier batch cannot be set aside");
         return false;
@@ -358,7 +373,8 @@ bool RunTriggers(const std::string& folder)
     bool goOn = true;
     if (Config.AutoStartTemp && ReadyToRun(temp))
         RunTempDrawing(temp, system);
-    else if ((Config.AutoStartBatch || HasSwitch("/S")) && FileExists(folder + std::string(BatchList)))
+    else if ((Config.AutoStartBatch || HasSwitch("/S")) &&
+             AskFile(folder + std::string(BatchList)).Is == Presence::There)
         goOn = RunBatch(folder, system);
     if (goOn && !Shell.Frame2Enabled) {
         Shell.Frame2Enabled = true;

@@ -22,11 +22,15 @@ std::string PathIn(std::string_view folder, std::string_view name)
 // The lines of `path` go behind those that BATCH.OLD holds, so that none is lost.
 bool MoveLines(const std::string& path, const std::string& lines, const std::string& place)
 {
-    if (!FileExists(place))
-        return RenameFile(path, place).Ok() && FlushFiles().Ok();
     std::string text;
-    if (!ReadWholeFile(place, text).Ok())
+    switch (ReadIfThere(place, text).Is) {
+    case Presence::There:
+        break;
+    case Presence::NotThere:
+        return RenameFile(path, place).Ok() && FlushFiles().Ok();
+    case Presence::CannotTell:
         return false;
+    }
     if (!text.empty() && text.back() != '\n')
         text += LineEnd;
     if (!ReplaceFile(place, text + lines).Ok() || !FlushFiles().Ok())
@@ -54,19 +58,19 @@ bool KeepBatchLines(std::string_view folder, const std::vector<std::string>& lin
 
 void DropBatchLines(std::string_view folder)
 {
-    DeleteFile(PathIn(folder, BatchRunFile));
+    static_cast<void>(DeleteFile(PathIn(folder, BatchRunFile))); // one that stays is told at the next start
 }
 
 std::string SetUnfinishedBatchAside(std::string_view folder)
 {
     const std::string path = PathIn(folder, BatchRunFile);
     const std::string place = PathIn(folder, BatchOldFile);
-    if (!FileExists(path))
-        return {};
     std::string contents;
-    const FileOutcome outcome = ReadWholeFile(path, contents);
-    if (!outcome.Ok())
-        return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + outcome.Cause;
+    const FileAnswer answer = ReadIfThere(path, contents);
+    if (answer.Is == Presence::NotThere)
+        return {};
+    if (answer.Is == Presence::CannotTell)
+        return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
     const std::vector<BatchLine> lines = BatchLines(contents);
     const auto count = std::count_if(lines.begin(), lines.end(),
                                      [](const BatchLine& line) { return line.Kind != BatchLineKind::Blank; });

@@ -35,7 +35,7 @@ std::string CheckPath(std::string_view path)
     if (path.ends_with('\\'))
         path.remove_suffix(1);
     const std::string kept = std::string(path) + '\\';
-    if (!GoodDrive(path)) {
+    if (AskDrive(path).Is == Presence::NotThere) {
         ShowBox("Drive " + std::string(path.substr(0, 2)) + " Invalid!", ProductName, BoxIcon::None);
         return kept;
     }
@@ -44,11 +44,16 @@ std::string CheckPath(std::string_view path)
         const std::size_t end = path.find('\\', start);
         const std::string_view prefix = path.substr(0, end == std::string_view::npos ? end : end + 1);
         start = prefix.size();
-        if (FolderExists(prefix))
+        const FileAnswer folder = AskFolder(prefix);
+        if (folder.Is == Presence::There)
             continue;
+        if (folder.Is == Presence::CannotTell) {
+            ShowBox(ShownPath(prefix) + "\r\n" + folder.Why.Cause, ProductName, BoxIcon::Warning);
+            break;
+        }
         if (!WantsFolder(path))
             break;
-        MakeFolder(prefix); // a refusal shows at the next level, which is missing too
+        static_cast<void>(MakeFolder(prefix)); // a refusal shows at the next level, which is missing too
     }
     return kept;
 }

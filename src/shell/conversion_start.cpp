@@ -3,9 +3,8 @@
 // yields to the events, so all that is needed later is settled before the first one.
 #include "shell/conversion_start.h"
 
-#include <chrono>
-
 #include "job/job_driver.h"
+#include "job/placing.h"
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/files.h"
@@ -24,7 +23,6 @@ namespace kv {
 
 namespace {
 
-constexpr std::chrono::seconds LongestUnflushed{2};
 constexpr std::size_t LongNameCell = 1; // column 2
 constexpr Int Pressed = -1;             // values of RunState
 constexpr Int PausedForMessages = 2;
@@ -43,7 +41,8 @@ void ShowGraphicOfList()
     if (Config.PauseForMessages != 0 && !UserAborted())
         Run.RunState = PausedForMessages;
     DoEvents();
-    if (Run.RunState < 1 && Run.RunFailed == False)
+    // The viewer reads the program, so the program is in its place.
+    if (Run.RunState < 1 && Run.RunFailed == False && FlushJobFiles())
         ShowGraphic(DestinationPath(Run.ControlType), FileNameOf(Run.PartName));
     DoEvents();
 }
@@ -59,14 +58,9 @@ void RunJobOfList(const std::string& path)
 
 void RunJobs(const std::vector<std::string>& paths)
 {
-    using Steady = std::chrono::steady_clock;
-    Steady::time_point flushed = Steady::now();
+    const JobsTogether together;
     for (const std::string& path : paths) {
         RunJobOfList(path);
-        if (Steady::now() - flushed >= LongestUnflushed) {
-            FlushJobFiles();
-            flushed = Steady::now();
-        }
         if (UserAborted() || Shell.Ended)
             break;
     }
@@ -151,11 +145,13 @@ void TellFailedFiles()
     ReportFailedFiles(shown);
 }
 
-void FlushJobFiles()
+bool FlushJobFiles()
 {
+    const bool placed = PlaceJobs();
     const FileOutcome outcome = FlushFiles();
     if (!outcome.Ok())
         ReportMessage(1, MarkRed + ("Not on the disk: " + outcome.Cause));
+    return placed && outcome.Ok();
 }
 
 void ShowGraphic(std::string_view programFolder, std::string_view programName)

@@ -35,8 +35,9 @@ struct ActiveRun {
 void RunJobLine(std::string jobLine, Int system);
 // The report's list of failed files, by the paths that people know.
 void TellFailedFiles();
-// What was written is on the disk now; a refusal is told in the report.
-void FlushJobFiles();
+// What the jobs have written is in its place and on the disk then. False: some of it is not; that is told in
+// the report.
+bool FlushJobFiles();
 // The viewer of the job's control on its program, until it is closed.
 void ShowGraphic(std::string_view programFolder, std::string_view programName);
 

@@ -212,6 +212,31 @@ void EmptyFileList()
         TellSelection();
 }
 
+// What was said last of a folder that cannot be listed; said once, until it can be or says something else.
+std::string ListingFault;
+
+void TellListingFault(const std::string& folder, const FileAnswer& answer)
+{
+    const std::string fault = answer.Is == Presence::CannotTell
+                                  ? ShownPath(folder) + " cannot be listed: " + answer.Why.Cause
+                                  : std::string();
+    if (fault != ListingFault && !fault.empty())
+        ReportMessage(3, MarkRed + fault);
+    ListingFault = fault;
+}
+
+// False when the folder cannot be listed, which is told. A folder that is not there holds nothing.
+bool ReadListing(const std::string& folder, std::vector<DirectoryEntry>& entries)
+{
+    const std::string pattern = folder + "*.DXF";
+    Long count = 0;
+    FileAnswer answer = FCount(pattern, count);
+    if (answer.Is == Presence::There && count > 0)
+        answer = ReadFileX(pattern, count, entries);
+    TellListingFault(folder, answer);
+    return answer.Is != Presence::CannotTell;
+}
+
 // Lets events run behind each equal entry; they may change the stored listing.
 bool EqualsStoredListing(const std::vector<DirectoryEntry>& entries)
 {
@@ -259,8 +284,11 @@ std::string DeletePath(const std::string& path)
 {
     if (FolderOf(path).empty())
         return "no source folder is set"; // else it would be taken for a file of the current folder
-    if (!FileExists(path))
+    const FileAnswer answer = AskFile(path);
+    if (answer.Is == Presence::NotThere)
         return "there is no such file";
+    if (answer.Is == Presence::CannotTell)
+        return answer.Why.Cause;
     return DeleteFile(path).Cause;
 }
 
@@ -300,11 +328,9 @@ void RefreshFileList()
     Refreshing = true;
     const RefreshEnd end;
     const std::string folder = SourceFolder();
-    const std::string pattern = folder + "*.DXF";
-    const Long count = folder.empty() ? 0 : FCount(pattern);
     std::vector<DirectoryEntry> entries;
-    if (count > 0)
-        ReadFileX(pattern, count, entries);
+    if (!folder.empty() && !ReadListing(folder, entries))
+        return;            // the list stays as it was
     if (entries.empty()) { // also when they went between the two
         EmptyFileList();
         return;

@@ -5,6 +5,7 @@
 
 #include <limits>
 
+#include "job/placing.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/files.h"
@@ -88,10 +89,11 @@ std::string InstallationFolder(std::string_view home)
     const std::string named = home.empty() ? Utf8FromAnsi(Environment("KORVANTI_HOME")) : std::string(home);
     if (!named.empty()) {
         const std::string folder = WithBackslash(FromHostPath(named));
-        return FolderExists(folder) ? folder : std::string();
+        // One of which it cannot be told is asked for its settings, and they say why.
+        return AskFolder(folder).Is == Presence::NotThere ? std::string() : folder;
     }
     const std::string beside = FolderOf(ExeName());
-    return FileExists(beside + "KV90.INI") ? beside : UserConfigFolder();
+    return AskFile(beside + "KV90.INI").Is == Presence::NotThere ? UserConfigFolder() : beside;
 }
 
 bool BinHidden()
@@ -115,6 +117,7 @@ void StartShell()
         RegisterWithEditor();
     LoadToolSubstitutions();
     ShowBanner();
+    RecoverInstallations();
     TellUnfinishedBatches();
     if (Shell.CommandLine.empty()) // else they are not stored
         TellUnkeptSettings();

@@ -104,12 +104,12 @@ Long LaunchOwnViewer(std::string_view missing, std::string_view path)
 
 Long ShowByBatchFile(const std::string& editors, std::string_view path)
 {
-    if (!FileExists(editors + "SETCNC.BAT")) {
+    if (AskFile(editors + "SETCNC.BAT").Is != Presence::There) {
         // The control's search path may find it; nobody can say so before it is tried.
         constexpr std::string_view anywhere = "SETCNC.BAT S N";
         return Trim(Config.Viewer).empty() ? LaunchProgram(anywhere) : LaunchOwnViewer(anywhere, path);
     }
-    if (FileExists(editors + "SETCNC.PIF"))
+    if (AskFile(editors + "SETCNC.PIF").Is == Presence::There)
         return LaunchProgram(editors + "SETCNC.PIF /e:1024 /c setcnc.bat S N");
     return LaunchProgram(editors + "SETCNC.BAT S N");
 }
@@ -118,7 +118,7 @@ Long StartEdigraf(const std::string& editors, std::string_view path)
 {
     const std::string program = editors + "Edigraf.exe";
     PauseSeconds(IniSettleSeconds);
-    if (!FileExists(program))
+    if (AskFile(program).Is != Presence::There)
         return LaunchOwnViewer(program, path);
     const Long handle = LaunchProgram(program);
     if (!Viewers.ViewerStarted) {
@@ -156,7 +156,7 @@ Long ShowByGenesis(const std::string& editors, std::string_view path)
     if (programs.ends_with('\\'))
         programs.pop_back();
     std::string ini = editors + std::string(ControlIni);
-    if (!FileExists(ini))
+    if (AskFile(ini).Is == Presence::NotThere)
         ini = GetWindowsFolder() + std::string(ControlIni);
     WriteFileNames(ini);
     if (!programs.empty())
@@ -169,7 +169,7 @@ std::string DefaultViewerFolder()
 {
     if (Run.ControlType == 1)
         return "C:\\Genesis\\Bin\\";
-    return Exist("C:\\CNC90\\CNC90*.*") ? "C:\\CNC90\\" : "C:\\Winner90\\";
+    return AskPattern("C:\\CNC90\\CNC90*.*").Is != Presence::NotThere ? "C:\\CNC90\\" : "C:\\Winner90\\";
 }
 
 // The output name of the drawing; a job that names a folder alone takes the drawing's name.
@@ -203,7 +203,7 @@ Long ShowEvolutionProgram(std::string_view path)
 
     const std::string editors = EditorFolder("C:\\Evol\\Bin\\");
     for (const EditorRow& row : rows) {
-        if (FileExists(editors + std::string(row.File)))
+        if (AskFile(editors + std::string(row.File)).Is == Presence::There)
             return LaunchProgram(editors + std::string(row.Command) + EvolutionProgramPath());
     }
     return LaunchOwnViewer(editors + "Edipan32.exe", path);

@@ -126,7 +126,7 @@ std::string CommandLineOf(const std::vector<std::string>& words)
 {
     if (words.size() == 1) {
         const std::string path = FromHostPath(words.front());
-        if (FileExists(path))
+        if (AskFile(path).Is != Presence::NotThere) // the job says what else is wrong with it
             return path;
     }
     std::string line;

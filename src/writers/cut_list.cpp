@@ -3,22 +3,26 @@
 #include "writers/cut_list.h"
 
 #include <algorithm>
+#include <optional>
+#include <span>
 #include <utility>
 
-#include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "writers/cut_list_text.h"
+#include "writers/job_output.h"
 #include "writers/number_format.h"
+#include "writers/program_file.h"
 
 namespace kv {
 
 namespace {
 
-constexpr std::size_t HeaderWidth = 20; // a first line that ends before is the header
 constexpr std::string_view Extension = ".PTS";
 constexpr double InchInMillimetres = 25.4;
 constexpr double MillimetreInInches = 0.03937;
@@ -85,29 +89,17 @@ std::string Row(const PtsTexts& values)
     return row;
 }
 
-bool IsLineEnd(char c)
+std::optional<std::string> ListWithRows(std::optional<std::string> list,
+                                        std::span<const FileChange* const> changes)
 {
-    return c == '\r' || c == '\n';
-}
-
-// A first row of under 19 characters in a list without header is taken for the header and lost.
-std::string ListWith(std::string list, const std::string& row)
-{
-    while (!list.empty() && IsLineEnd(list.back()))
-        list.pop_back();
-    list += "\r\n" + row;
-    for (int i = 0; i < 2 && !list.empty() && IsLineEnd(list.front()); ++i)
-        list.erase(0, 1);
-    const Long firstEnd = Find(1, list, "\r");
-    if (firstEnd < static_cast<Long>(HeaderWidth))
-        list.erase(0, list.find('\n') + 1); // none: nothing is cut
-    const Long rows = InCount(list, '\r') + 1;
-    return "2.00, " + WholeText(rows) + (Config.PTSMetric ? ",M" : ",D") + "\r\n" + list + "\r\n";
-}
-
-[[noreturn]] void ThrowAbout(const std::string& path, const FileOutcome& outcome)
-{
-    throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
+    CutListText text(std::move(list).value_or(""));
+    for (const FileChange* const change : changes) {
+        if (change->Earlier.empty())
+            text.Add(change->Text, change->Metric);
+        else
+            text.Replace(change->Earlier, change->Text, change->Metric);
+    }
+    return text.Text();
 }
 
 void AddRow(const PtsTexts& values)
@@ -115,15 +107,14 @@ void AddRow(const PtsTexts& values)
     const std::string path = ListPath(values[0]);
     if (FolderOf(path).empty())
         throw RunError{ErrorPathNotFound, "No folder is set for the cut list " + path};
-    std::string list;
-    if (FileExists(path)) {
-        const FileOutcome outcome = ReadWholeFile(path, list);
-        if (!outcome.Ok())
-            ThrowAbout(path, outcome);
-    }
-    const FileOutcome outcome = ReplaceFile(path, ListWith(std::move(list), Row(values)));
-    if (!outcome.Ok())
-        ThrowAbout(path, outcome);
+    FileChange change;
+    change.Kind = ChangeKind::CutList;
+    change.Changed = ListWithRows;
+    change.Installation = path;
+    change.Path = path;
+    change.Text = Row(values);
+    change.Metric = Config.PTSMetric;
+    ThrowUnlessOk(path, HandOverChange(std::move(change)));
     ReportMessage(1, "Entry to PTS: " + ShownPath(path));
 }
 

@@ -3,8 +3,8 @@
 
 namespace kv {
 
-// Adds the entry of a drawing that gave cut list values; reports, clears PtsValues. A file that
-// cannot be read or replaced is a RunError; the old list stays whole.
+// Hands over the entry of a drawing that gave cut list values; reports, clears PtsValues. A file that
+// cannot be read or replaced is a RunError.
 void WriteCutListEntry();
 
 } // namespace kv

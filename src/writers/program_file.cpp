@@ -1,11 +1,13 @@
-// Writing of the program file and of the files beside it, with the words that an operator knows for
-// a program that cannot be written. Relies on staged files; a failure leaves the run aborted.
+// The text of a program file, and its way to those that bring it to its place. Relies on the queue of what
+// drawings give to the disk; a failure leaves the run aborted.
 #include "writers/program_file.h"
 
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "state/report.h"
 #include "state/run.h"
+#include "writers/job_output.h"
 
 namespace kv {
 
@@ -23,12 +25,6 @@ bool Written(const std::string& path, const FileOutcome& outcome)
     ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
     Run.RunFailed = True;
     return false;
-}
-
-void ThrowUnlessOk(const std::string& path, const FileOutcome& outcome)
-{
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
 }
 
 } // namespace
@@ -51,38 +47,9 @@ std::string TextOfLines(const std::vector<std::string>& lines)
     return text;
 }
 
-StagedSet::~StagedSet()
+bool HandOverReported(const std::string& folder, const std::string& path, std::string_view contents)
 {
-    for (StagedFile* const file : {&Index, &Navetta, &Notes, &Program}) {
-        if (!file->Aside.empty())
-            DropStaged(*file);
-    }
-}
-
-bool StageProgram(const std::string& path, std::string_view contents, StagedFile& staged)
-{
-    // Never a file of the folder that the program happens to be started in.
-    if (FolderOf(path).empty())
-        return Written(path, {ErrorPathNotFound, "no program folder is set"});
-    if (!FolderExists(FolderOf(path)))
-        return Written(path, {ErrorPathNotFound, "the folder does not exist"});
-    return Written(path, StageFile(path, contents, staged));
-}
-
-bool MoveProgram(const std::string& path, StagedFile& staged)
-{
-    return Written(path, MoveStaged(staged));
-}
-
-void StageOrThrow(const std::string& path, std::string_view contents, StagedFile& staged)
-{
-    ThrowUnlessOk(path, StageFile(path, contents, staged));
-}
-
-void MoveOrThrow(const std::string& path, StagedFile& staged)
-{
-    if (!staged.Aside.empty())
-        ThrowUnlessOk(path, MoveStaged(staged));
+    return Written(path, HandOverProgram(folder, path, contents));
 }
 
 void MakeFoldersOrThrow(const std::string& folder)

@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "state/report.h"
 #include "state/run.h"
+#include "writers/job_output.h"
 #include "writers/number_format.h"
 
 namespace kv {
@@ -15,16 +16,6 @@ namespace kv {
 namespace {
 
 constexpr double FirstVariableDepth = 200;
-
-FileOutcome WriteWhole(const std::string& path, std::string_view contents)
-{
-    // Never a file of the folder that the program happens to be started in.
-    if (FolderOf(path).empty())
-        return {ErrorPathNotFound, "no program folder is set"};
-    if (!FolderExists(FolderOf(path)))
-        return {ErrorPathNotFound, "the folder does not exist"};
-    return ReplaceFile(path, contents);
-}
 
 } // namespace
 
@@ -74,7 +65,8 @@ std::string DiameterWord(Single diameter)
 
 bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, const SideTexts& sides)
 {
-    const FileOutcome outcome = WriteWhole(path, JoinedFields(fields) + sides.SideText[0] + "\r\n");
+    const FileOutcome outcome = 
+        HandOverProgram(FolderOf(path), path, JoinedFields(fields) + sides.SideText[0] + "\r\n");
     if (outcome.Ok())
         return true;
     ReportMessage(1, " Destination Path not Ready  " + ShownPath(path));

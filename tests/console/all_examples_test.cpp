@@ -49,7 +49,7 @@ Tree FilesBelow(const fs::path& folder)
 {
     Tree files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file())
+        if (entry.is_regular_file() && entry.path().extension() != ".lock")
             files[fs::relative(entry.path(), folder).generic_string()] = Contents(entry.path());
     }
     return files;

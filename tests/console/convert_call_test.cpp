@@ -203,6 +203,32 @@ TEST_F(ConvertCall, ReportAsJson)
     EXPECT_EQ(missing["lines"].size(), 1U);
 }
 
+// The cut list's folder is looked for when the drawings of a list are placed.
+TEST_F(ConvertCall, ADrawingOfAListThatCannotBePlacedHasFailed)
+{
+    std::ofstream(Folder / "home/KV90.INI", std::ios::binary | std::ios::app)
+        << "[PTSDATA]\r\nPath=" << (Folder / "nowhere").string() << "/\r\nName=LIST\r\nField1=NAME\r\n";
+    Put(Folder / "row.dxf", BoredPanel("0\nTEXT\n8\nI\n10\n0\n20\n0\n1\nPOST INSTRUCTIONS\n"
+                                       "0\nTEXT\n8\nI\n10\n0\n20\n0\n1\nPTS NAME=ROW\n"));
+    const Ended ended = Run({"convert", "row.dxf", "door.dxf", "--report", "json"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_EQ(ended.Errors, "korvanti: row.dxf: failed\n");
+    const json drawings = json::parse(ended.Output)["drawings"];
+    EXPECT_EQ(drawings[0]["outcome"], "failed");
+    EXPECT_EQ(drawings[0]["files"], json::array());
+    const std::string cause = drawings[0]["lines"].back()["text"].get<std::string>();
+    EXPECT_TRUE(Holds(cause, Shown("row.dxf") + ": ")) << cause;
+    EXPECT_TRUE(Holds(cause, "LIST.PTS: ")) << cause;
+    EXPECT_EQ(drawings[1]["outcome"], "converted");
+    EXPECT_EQ(drawings[1]["files"].size(), 2U);
+    EXPECT_FALSE(fs::exists(Folder / "programs/SRG/R/OW"));
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram);
+
+    const Ended asText = Run({"convert", "row.dxf", "door.dxf"});
+    EXPECT_EQ(asText.Status, 1);
+    EXPECT_TRUE(Holds(asText.Output, cause + "\n")) << asText.Output;
+}
+
 // The line runs on counter-clockwise into the circle, which is no route of its own.
 TEST_F(ConvertCall, JsonCountsRoutesNotTheirArcs)
 {

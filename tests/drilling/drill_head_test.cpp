@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/run_error.h"
 #include "support/scene.h"
 
 namespace kv {
@@ -188,11 +189,15 @@ TEST_F(DrillHeadFile, EachLoadBeginsWithAnEmptyHead)
     EXPECT_TRUE(Home.Lines.empty());
 }
 
-TEST_F(DrillHeadFile, AFolderInItsPlaceIsAnEmptyHead)
+TEST_F(DrillHeadFile, OneThatCannotBeReadIsNoEmptyHead)
 {
     std::filesystem::create_directory(Home.Folder / "DT.Par");
-    LoadDrillHead();
-    EXPECT_EQ(Drills(), 0U);
+    try {
+        LoadDrillHead();
+        ADD_FAILURE() << "taken for an empty head";
+    } catch (const RunError& error) {
+        EXPECT_TRUE(error.Cause.ends_with("DT.Par: is a folder")) << error.Cause;
+    }
 }
 
 TEST_F(DrillHeadFile, AnyBytesGiveSomeHead)

@@ -5,6 +5,7 @@
 
 #include "platform/events.h"
 #include "platform/listing_folder.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -71,7 +72,7 @@ TEST_F(DirectoryListing, APatternThatNamesOneFileIsNotMetByALongerExtension)
 {
     PutAll({"Temp.DXFX"});
     EXPECT_EQ(Count("Temp.DXF"), 0);
-    EXPECT_FALSE(Exist(PathOf("Temp.DXF")));
+    EXPECT_FALSE(test::PatternStands(PathOf("Temp.DXF")));
 }
 
 TEST_F(DirectoryListing, AnEntrySaysSizeAndLocalTime)
@@ -160,8 +161,8 @@ TEST_F(DirectoryListing, FoldersAreNoFiles)
     PutFile("a.dxf", "x");
     EXPECT_EQ(Count("*.dxf"), 1);
     EXPECT_EQ(LongNames("*.dxf"), (Texts{"a.dxf"}));
-    EXPECT_FALSE(Exist(PathOf("sub.dxf")));
-    EXPECT_FALSE(Exist(PathOf("s*.dxf")));
+    EXPECT_FALSE(test::PatternStands(PathOf("sub.dxf")));
+    EXPECT_FALSE(test::PatternStands(PathOf("s*.dxf")));
 }
 
 TEST_F(DirectoryListing, AtMostSoManyEntriesAsAskedForAreRead)
@@ -176,8 +177,8 @@ TEST_F(DirectoryListing, AFolderThatIsNotThereHasNoFiles)
 {
     EXPECT_EQ(Count("sub\\*.dxf"), 0);
     EXPECT_TRUE(Read("sub\\*.dxf").empty());
-    EXPECT_FALSE(Exist(PathOf("") + "sub\\*.dxf"));
-    EXPECT_EQ(FCount(""), 0);
+    EXPECT_FALSE(test::PatternStands(PathOf("") + "sub\\*.dxf"));
+    EXPECT_EQ(test::Counted(""), 0);
 }
 
 TEST_F(DirectoryListing, TheFolderIsFoundWithoutCase)
@@ -185,25 +186,25 @@ TEST_F(DirectoryListing, TheFolderIsFoundWithoutCase)
     std::filesystem::create_directories(Folder / "Drawings");
     PutFile("Drawings/a.dxf", "x");
     EXPECT_EQ(Count("DRAWINGS\\*.DXF"), 1);
-    EXPECT_TRUE(Exist(PathOf("") + "dRAWINGS\\A.DXF"));
+    EXPECT_TRUE(test::PatternStands(PathOf("") + "dRAWINGS\\A.DXF"));
 }
 
 TEST_F(DirectoryListing, ExistAnswersForNamesAndPatterns)
 {
     PutAll({"BATCH.LST"});
-    EXPECT_TRUE(Exist(PathOf("Batch.lst")));
-    EXPECT_TRUE(Exist(PathOf("") + "*.LST"));
-    EXPECT_TRUE(Exist(PathOf("") + "B?TCH.LST"));
-    EXPECT_FALSE(Exist(PathOf("PROC.LST")));
-    EXPECT_FALSE(Exist(PathOf("") + "P*.LST"));
-    EXPECT_FALSE(Exist(""));
+    EXPECT_TRUE(test::PatternStands(PathOf("Batch.lst")));
+    EXPECT_TRUE(test::PatternStands(PathOf("") + "*.LST"));
+    EXPECT_TRUE(test::PatternStands(PathOf("") + "B?TCH.LST"));
+    EXPECT_FALSE(test::PatternStands(PathOf("PROC.LST")));
+    EXPECT_FALSE(test::PatternStands(PathOf("") + "P*.LST"));
+    EXPECT_FALSE(test::PatternStands(""));
 }
 
 TEST_F(DirectoryListing, APathWithoutDriveStandsOnAGoodOne)
 {
-    EXPECT_TRUE(GoodDrive("\\srv\\dxf\\"));
-    EXPECT_TRUE(GoodDrive("dxf"));
-    EXPECT_TRUE(GoodDrive(""));
+    EXPECT_TRUE(test::DriveStands("\\srv\\dxf\\"));
+    EXPECT_TRUE(test::DriveStands("dxf"));
+    EXPECT_TRUE(test::DriveStands(""));
 }
 
 } // namespace

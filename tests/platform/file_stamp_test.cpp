@@ -2,6 +2,7 @@
 #include "platform/files.h"
 
 #include "platform/scratch_folder.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -19,31 +20,31 @@ class FileStamps : public ScratchFolder {
 TEST_F(FileStamps, AFileThatStaysHasTheSameStamp)
 {
     PutFile("a", "text");
-    EXPECT_EQ(StampOf(PathOf("a")), StampOf(PathOf("a")));
-    EXPECT_EQ(StampOf(PathOf("a")).Size, 4U);
+    EXPECT_EQ(test::StampOf(PathOf("a")), test::StampOf(PathOf("a")));
+    EXPECT_EQ(test::StampOf(PathOf("a")).Size, 4U);
 }
 
 TEST_F(FileStamps, NoFileHasTheBlankStamp)
 {
-    EXPECT_EQ(StampOf(PathOf("gone")), FileStamp{});
+    EXPECT_EQ(test::StampOf(PathOf("gone")), FileStamp{});
 }
 
 TEST_F(FileStamps, ALongerFileHasAnother)
 {
     PutFile("a", "text");
-    const FileStamp before = StampOf(PathOf("a"));
+    const FileStamp before = test::StampOf(PathOf("a"));
     PutFile("a", "texts");
-    EXPECT_NE(StampOf(PathOf("a")), before);
+    EXPECT_NE(test::StampOf(PathOf("a")), before);
 }
 
 TEST_F(FileStamps, AReplacedFileOfTheSameSizeAndTimeHasAnother)
 {
     PutFile("a", "text");
-    const FileStamp before = StampOf(PathOf("a"));
+    const FileStamp before = test::StampOf(PathOf("a"));
     PutFile("b", "next");
     std::filesystem::last_write_time(Folder / "b", std::filesystem::last_write_time(Folder / "a"));
     std::filesystem::rename(Folder / "b", Folder / "a");
-    EXPECT_NE(StampOf(PathOf("a")), before);
+    EXPECT_NE(test::StampOf(PathOf("a")), before);
 }
 
 TEST_F(FileStamps, TheTailIsTheLastBytesOrTheWholeFile)

@@ -3,6 +3,7 @@
 
 #include "platform/run_error.h"
 #include "platform/scratch_folder.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -15,16 +16,15 @@ TEST_F(Files, FilesAndFoldersAreToldApart)
 {
     PutFile("file", "12345");
     std::filesystem::create_directory(Folder / "sub");
-    EXPECT_TRUE(FileExists(PathOf("file")));
-    EXPECT_FALSE(FileExists(PathOf("sub")));
-    EXPECT_FALSE(FileExists(PathOf("none")));
-    EXPECT_TRUE(FolderExists(PathOf("sub")));
-    EXPECT_TRUE(FolderExists(PathOf("sub") + "\\"));
-    EXPECT_FALSE(FolderExists(PathOf("file")));
-    EXPECT_FALSE(FolderExists(PathOf("file") + "\\"));
-    EXPECT_EQ(FileSize(PathOf("file")), 5u);
-    EXPECT_EQ(FileSize(PathOf("sub")), 0u);
-    EXPECT_EQ(FileSize(PathOf("none")), 0u);
+    EXPECT_TRUE(test::FileStands(PathOf("file")));
+    EXPECT_FALSE(test::FileStands(PathOf("sub")));
+    EXPECT_FALSE(test::FileStands(PathOf("none")));
+    EXPECT_TRUE(test::FolderStands(PathOf("sub")));
+    EXPECT_TRUE(test::FolderStands(PathOf("sub") + "\\"));
+    EXPECT_FALSE(test::FolderStands(PathOf("file")));
+    EXPECT_FALSE(test::FolderStands(PathOf("file") + "\\"));
+    EXPECT_EQ(test::StampOf(PathOf("file")).Size, 5u);
+    EXPECT_EQ(test::StampOf(PathOf("none")).Size, 0u);
 }
 
 TEST_F(Files, ReadsAFileWhole)
@@ -180,8 +180,8 @@ TEST_F(Files, FoldersAreMadeOneOrAll)
     EXPECT_EQ(MakeFolder(PathOf("a\\b")).Number, ErrorPathNotFound);
     EXPECT_TRUE(MakeFolders(PathOf("a\\b\\c") + "\\").Ok());
     EXPECT_TRUE(MakeFolders(PathOf("a\\b\\c")).Ok());
-    EXPECT_TRUE(FolderExists(PathOf("a\\b\\c\\")));
-    EXPECT_TRUE(FolderExists(PathOf("two\\")));
+    EXPECT_TRUE(test::FolderStands(PathOf("a\\b\\c\\")));
+    EXPECT_TRUE(test::FolderStands(PathOf("two\\")));
 }
 
 TEST_F(Files, AFileInTheWayOfAFolderIsTold)

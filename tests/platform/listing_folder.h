@@ -7,6 +7,7 @@
 
 #include "platform/directory.h"
 #include "platform/scratch_folder.h"
+#include "support/answers.h"
 
 namespace kv {
 
@@ -20,11 +21,11 @@ class ListingFolder : public ScratchFolder {
         for (const std::string& name : names)
             PutFile(name, "x");
     }
-    Long Count(const std::string& pattern) const { return FCount(PathOf("") + pattern); }
+    Long Count(const std::string& pattern) const { return test::Counted(PathOf("") + pattern); }
     std::vector<DirectoryEntry> Read(const std::string& pattern, Long count = All) const
     {
         std::vector<DirectoryEntry> entries;
-        ReadFileX(PathOf("") + pattern, count, entries);
+        EXPECT_TRUE(ReadFileX(PathOf("") + pattern, count, entries).Is != Presence::CannotTell);
         return entries;
     }
     Texts LongNames(const std::string& pattern, Long count = All) const

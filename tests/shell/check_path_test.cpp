@@ -8,6 +8,7 @@
 #include "platform/scratch_folder.h"
 #include "shell/setup_rules.h"
 #include "state/settings.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -96,7 +97,7 @@ TEST_F(PathFields, RefusedPathStaysInTheFieldAndTheListIsEmpty)
     EXPECT_EQ(kept, PathOf("dxf") + "\\");
     EXPECT_FALSE(Stands("dxf"));
     Config.SourcePath90 = kept;
-    EXPECT_EQ(FCount(CurrentSourcePath() + "*.DXF"), 0);
+    EXPECT_EQ(test::Counted(CurrentSourcePath() + "*.DXF"), 0);
 }
 
 TEST_F(PathFields, FolderThatCannotBeMadeIsNotTold)

@@ -88,7 +88,7 @@ same_programs() {
     mkdir "$home/linux"
     cp "$root/examples/install/INDICE.PRG" "$home/linux"
     "$linux" --home "$home" convert -o "$home/linux/" --set "PTSDATA.Path=$home/linux/" "$@" >/dev/null 2>"$home/errors" || fail "$(cat "$home/errors")"
-    diff -r "$home/linux" "$home/out" || fail "the programs differ from those of this system"
+    diff -r --exclude="*.lock" "$home/linux" "$home/out" || fail "the programs differ from those of this system"
 }
 
 station "idle"

@@ -16,14 +16,17 @@
 #include <string>
 #include <vector>
 
+#include "job/placing.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/paths.h"
+#include "platform/run_error.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
 #include "support/host.h"
+#include "writers/cut_list.h"
 #include "writers/program_families.h"
 #include "writers/program_writers.h"
 
@@ -99,6 +102,38 @@ class ProgramScene : public testing::Test {
         Run.PartThickness = 18;
     }
 
+    // As the driver does: what a drawing gives is placed when its writers are done.
+    static void WriteCncProgram()
+    {
+        kv::WriteCncProgram();
+        FinishJobOutput(true);
+    }
+    static void WriteEvolutionProgram()
+    {
+        kv::WriteEvolutionProgram();
+        FinishJobOutput(true);
+    }
+    static void WriteHbdProgram()
+    {
+        kv::WriteHbdProgram();
+        FinishJobOutput(true);
+    }
+    static void RunProgramWriters()
+    {
+        kv::RunProgramWriters();
+        FinishJobOutput(true);
+    }
+    static void WriteCutListEntry()
+    {
+        try {
+            kv::WriteCutListEntry();
+        } catch (const RunError&) {
+            FinishJobOutput(false);
+            throw;
+        }
+        FinishJobOutput(true);
+    }
+
     // Backslash path of something in the scratch folder.
     std::string PathOf(const std::string& name) const { return FromHostPath(Folder.string()) + "\\" + name; }
     void Put(const std::string& name, const std::string& contents) const
@@ -122,12 +157,12 @@ class ProgramScene : public testing::Test {
         test::SetHostVariable(name, value);
     }
 
-    // Files in the scratch folder and below, by their names in it.
+    // Files in the scratch folder and below, by their names in it. Locks stay where they are.
     Texts AllFiles() const
     {
         Texts names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(Folder)) {
-            if (entry.is_regular_file())
+            if (entry.is_regular_file() && entry.path().extension() != ".lock")
                 names.push_back(std::filesystem::relative(entry.path(), Folder).generic_string());
         }
         std::sort(names.begin(), names.end());

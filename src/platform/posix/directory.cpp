@@ -1,8 +1,10 @@
 // Walks a POSIX folder. Names on disk are UTF-8; a name that CP1252 does not hold, or that holds a
 // backslash, cannot be reached by a path of the program and is neither counted nor listed. A link is what
-// it leads to. The folder is read by its own handle, so that 50,000 files cost one small call each.
+// it leads to, and one whose end is missing is no file. The folder is read by its own handle, so that 50,000
+// files cost one small call each.
 #include "platform/directory.h"
 
+#include <cerrno>
 #include <ctime>
 #include <limits>
 
@@ -13,11 +15,24 @@
 #include "platform/files.h"
 #include "platform/folder_walk.h"
 #include "platform/paths.h"
+#include "platform/posix/host_files.h"
+#include "platform/posix/host_place.h"
 #include "platform/text.h"
 
 namespace kv {
 
 namespace {
+
+// What the entry leads to. One of which this cannot be told (a link into a folder that is closed to the
+// person) counts as a file without date and size, so that whoever opens it learns why.
+Presence StatusOfEntry(DIR* folder, const dirent& found, struct stat& status)
+{
+    status = {};
+    if (::fstatat(::dirfd(folder), found.d_name, &status, 0) == 0)
+        return Presence::There;
+    const bool leadsNowhere = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;
+    return leadsNowhere ? Presence::NotThere : Presence::CannotTell;
+}
 
 bool IsFile(DIR* folder, const dirent& found)
 {
@@ -26,15 +41,17 @@ bool IsFile(DIR* folder, const dirent& found)
     if (found.d_type != DT_LNK && found.d_type != DT_UNKNOWN)
         return false;
     struct stat status {};
-    return ::fstatat(::dirfd(folder), found.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
+    const Presence is = StatusOfEntry(folder, found, status);
+    return is == Presence::CannotTell || (is == Presence::There && S_ISREG(status.st_mode));
 }
 
 // False when the file has gone since it was found.
 bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
 {
     struct stat status {};
-    if (::fstatat(::dirfd(folder), found.d_name, &status, 0) != 0)
-        return false;
+    const Presence is = StatusOfEntry(folder, found, status);
+    if (is != Presence::There)
+        return is == Presence::CannotTell;
     std::tm written{};
     ::localtime_r(&status.st_mtime, &written);
     entry.Year = written.tm_year + 1900;
@@ -50,14 +67,25 @@ bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
 
 } // namespace
 
-void WalkFolder(std::string_view pattern, Listed listed, const std::function<bool(DirectoryEntry&)>& take)
+FileAnswer WalkFolder(std::string_view pattern, Listed listed,
+                      const std::function<bool(DirectoryEntry&)>& take)
 {
     const std::string folder = FolderOf(pattern), names = FileNameOf(pattern);
-    const std::string host = folder.empty() ? "." : ToHostPath(folder);
-    DIR* const open = host.empty() ? nullptr : ::opendir(host.c_str());
-    if (open == nullptr)
-        return;
-    while (const dirent* const found = ::readdir(open)) {
+    const HostPlace host = folder.empty() ? HostPlace{".", 0} : FindHostPlace(folder);
+    DIR* const open = host.Path.empty() ? nullptr : ::opendir(host.Path.c_str());
+    if (open == nullptr) {
+        const int error = host.Path.empty() ? ENOENT : errno;
+        const bool missing = error == ENOENT || error == ENOTDIR;
+        return AnswerOf(HostOutcome(missing && host.Error != 0 ? host.Error : error));
+    }
+    int fault = 0;
+    for (;;) {
+        errno = 0; // the end of a folder and a fault look the same but for this
+        const dirent* const found = ::readdir(open);
+        if (found == nullptr) {
+            fault = errno;
+            break;
+        }
         DirectoryEntry entry;
         entry.LongName = AnsiFromUtf8(found->d_name);
         if (!CanBeNamed(entry.LongName) || !MatchesPattern(entry.LongName, names) || !IsFile(open, *found))
@@ -68,13 +96,14 @@ void WalkFolder(std::string_view pattern, Listed listed, const std::function<boo
             break;
     }
     ::closedir(open);
+    return fault == 0 ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(fault));
 }
 
-bool GoodDrive(std::string_view path)
+FileAnswer AskDrive(std::string_view path)
 {
     if (path.size() < 2 || path[1] != ':')
-        return true;
-    return FolderExists(std::string(path.substr(0, 2)) + '\\');
+        return {Presence::There, {}};
+    return AskFolder(std::string(path.substr(0, 2)) + '\\');
 }
 
 } // namespace kv

@@ -29,7 +29,7 @@ std::string RuntimeFolder()
     const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
     if (runtime != nullptr && runtime[0] == '/' && ::access(runtime, W_OK | X_OK) == 0)
         return std::string(runtime) + '/';
-    MakeFolders(UserConfigFolder()); // if it cannot be made, the lock cannot either
+    static_cast<void>(MakeFolders(UserConfigFolder())); // if it cannot be made, the lock cannot either
     return ToHostPath(UserConfigFolder());
 }
 

@@ -2,17 +2,20 @@
 // A path leads nowhere (empty host path, which no call finds) when its drive is not there or when a
 // name in it holds "?", the stand-in for characters that CP1252 does not have.
 // The disk is asked for the path as spelled first; only a miss costs a walk through the folders.
+// What cannot be looked into ends the lookup: the rest of the path stays as it is spelled, and the
+// system's error goes with it, since another spelling may be there.
 #include "platform/paths.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <vector>
 
-#include <dirent.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/folder_names.h"
+#include "platform/posix/host_place.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -26,10 +29,20 @@ bool HasDrive(std::string_view path)
     return path.size() >= 2 && path[1] == ':' && UpperChar(path[0]) >= 'A' && UpperChar(path[0]) <= 'Z';
 }
 
-bool Exists(const std::string& host)
+bool SaysNotThere(int error)
+{
+    return error == ENOENT || error == ENOTDIR;
+}
+
+// Whether an entry of that name stands there; an error of the system that tells neither goes to `fault`.
+bool Exists(const std::string& host, int& fault)
 {
     struct stat entry {};
-    return ::lstat(host.c_str(), &entry) == 0; // a link whose end is missing is an entry too
+    if (::lstat(host.c_str(), &entry) == 0) // a link whose end is missing is an entry too
+        return true;
+    if (!SaysNotThere(errno))
+        fault = errno;
+    return false;
 }
 
 std::string HostVariable(const char* name)
@@ -43,26 +56,6 @@ std::string WithSlashes(std::string_view path)
     std::string host = Utf8FromAnsi(path);
     ReplaceChar(host, '\\', '/');
     return host;
-}
-
-// The entry of the folder that equals `name` (CP1252) without case, in the host's spelling. Of
-// several the first in byte order, so that every run takes the same one. Empty when there is none.
-std::string EntryIgnoringCase(const std::string& folder, std::string_view name)
-{
-    DIR* const open = ::opendir(folder.c_str());
-    if (open == nullptr)
-        return {};
-    constexpr std::size_t LongestUtf8 = 3; // bytes of one CP1252 character
-    std::string found;
-    while (const dirent* const entry = ::readdir(open)) {
-        const std::string_view spelled(entry->d_name);
-        if (spelled.size() < name.size() || spelled.size() > name.size() * LongestUtf8)
-            continue;
-        if (EqualIgnoringCase(AnsiFromUtf8(spelled), name) && (found.empty() || spelled < found))
-            found = spelled;
-    }
-    ::closedir(open);
-    return found;
 }
 
 // Splits at slashes; empty parts are left out.
@@ -80,33 +73,28 @@ std::vector<std::string_view> Components(std::string_view path)
 
 // A new file in a folder that stands as it is spelled, which most new files are: only its name is
 // looked for. Empty when the folder does not stand so.
-std::string LookUpInFolder(const std::string& exact, std::string_view name)
+std::string LookUpInFolder(const std::string& exact, std::string_view name, int& fault)
 {
     if (exact.back() == '/' || exact.find("//") != std::string::npos)
         return {};
     const std::string folder = exact.substr(0, exact.rfind('/') + 1);
-    if (folder.empty() || !Exists(folder))
+    if (folder.empty() || !Exists(folder, fault))
         return {};
-    const std::string entry = EntryIgnoringCase(folder, name);
+    const std::string entry = EntryIgnoringCase(folder, name, fault);
     return entry.empty() ? exact : folder + entry;
 }
 
-// Follows `path` (CP1252) from `root`, which ends in a slash or is empty for the current folder.
-std::string LookUp(const std::string& root, std::string_view path)
+// Part by part, where a folder on the way is spelled in another way.
+std::string WalkDown(const std::string& root, std::string_view path, int& fault)
 {
-    std::string exact = root + WithSlashes(path);
-    if (Exists(exact))
-        return exact;
-    std::string host = LookUpInFolder(exact, path.substr(path.find_last_of("/\\") + 1));
-    if (!host.empty())
-        return host;
-    host = root;
+    std::string host = root;
     bool missing = false; // below a missing entry everything is new
     for (const std::string_view part : Components(path)) {
         const std::string spelled = Utf8FromAnsi(part);
         std::string entry;
-        if (!missing && !Exists(host + spelled)) {
-            entry = EntryIgnoringCase(host.empty() ? "." : host, part);
+        if (!missing && !Exists(host + spelled, fault)) {
+            if (fault == 0)
+                entry = EntryIgnoringCase(host.empty() ? "." : host, part, fault);
             missing = entry.empty();
         }
         host += entry.empty() ? spelled : entry;
@@ -118,17 +106,34 @@ std::string LookUp(const std::string& root, std::string_view path)
     return host;
 }
 
+// Follows `path` (CP1252) from `root`, which ends in a slash or is empty for the current folder.
+HostPlace LookUp(const std::string& root, std::string_view path)
+{
+    HostPlace place{root + WithSlashes(path), 0};
+    if (Exists(place.Path, place.Error) || place.Error != 0)
+        return place;
+    std::string host = LookUpInFolder(place.Path, path.substr(path.find_last_of("/\\") + 1), place.Error);
+    if (host.empty() && place.Error == 0)
+        host = WalkDown(root, path, place.Error);
+    if (!host.empty())
+        place.Path = host;
+    return place;
+}
+
 // Host folder of a drive letter with a slash at the end; empty when there is no such drive.
-std::string DriveFolder(char letter)
+HostPlace DriveFolder(char letter)
 {
     std::string drives = HostVariable(DrivesVariable.data());
     if (drives.empty())
         return {};
     drives += '/';
-    if (Exists(drives + letter))
-        return drives + letter + '/';
-    const std::string entry = EntryIgnoringCase(drives, std::string_view(&letter, 1));
-    return entry.empty() ? std::string() : drives + entry + '/';
+    HostPlace drive{drives + letter + '/', 0};
+    if (Exists(drives + letter, drive.Error) || drive.Error != 0)
+        return drive;
+    const std::string entry = EntryIgnoringCase(drives, std::string_view(&letter, 1), drive.Error);
+    if (drive.Error == 0)
+        drive.Path = entry.empty() ? std::string() : drives + entry + '/';
+    return drive;
 }
 
 std::string CurrentFolder()
@@ -180,20 +185,30 @@ std::string FromHostPath(std::string_view host)
     return full;
 }
 
-std::string ToHostPath(std::string_view path)
+HostPlace FindHostPlace(std::string_view path)
 {
     if (path.empty() || path.find('?') != std::string_view::npos || path.find('\0') != std::string_view::npos)
         return {};
     if (HasDrive(path)) {
-        const std::string drive = DriveFolder(path[0]);
+        const HostPlace drive = DriveFolder(path[0]);
         path.remove_prefix(2);
         while (!path.empty() && (path[0] == '\\' || path[0] == '/'))
             path.remove_prefix(1);
-        return drive.empty() ? std::string() : LookUp(drive, path);
+        if (drive.Path.empty())
+            return drive;
+        HostPlace place = LookUp(drive.Path, path);
+        if (place.Error == 0)
+            place.Error = drive.Error;
+        return place;
     }
     if (path[0] == '\\' || path[0] == '/')
         return LookUp("/", path.substr(1));
     return LookUp("", path);
+}
+
+std::string ToHostPath(std::string_view path)
+{
+    return FindHostPlace(path).Path;
 }
 
 std::string ShownPath(std::string_view path)

@@ -8,8 +8,11 @@
 #include <windows.h>
 
 #include "platform/directory_names.h"
+#include "platform/files.h"
 #include "platform/folder_walk.h"
 #include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/windows/host_files.h"
 #include "platform/windows/wide_text.h"
 
 namespace kv {
@@ -32,18 +35,36 @@ void ReadDateAndSize(const WIN32_FIND_DATAW& found, DirectoryEntry& entry)
     entry.Size = static_cast<Long>(tooLarge ? LargestSize : found.nFileSizeLow);
 }
 
+// False at the end of the folder, and when it cannot be read on, which goes to `fault`.
+bool NextFile(HANDLE folder, WIN32_FIND_DATAW& found, DWORD& fault)
+{
+    if (FindNextFileW(folder, &found) != 0)
+        return true;
+    const DWORD error = GetLastError();
+    if (error != ERROR_NO_MORE_FILES)
+        fault = error;
+    return false;
+}
+
 } // namespace
 
 // Date and size come with each name at no cost, asked for or not.
-void WalkFolder(std::string_view pattern, Listed, const std::function<bool(DirectoryEntry&)>& take)
+FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool(DirectoryEntry&)>& take)
 {
     const std::wstring all = WidePath(FolderOf(pattern) + "*");
+    if (all.empty())
+        return {Presence::NotThere, {}};
     const std::string names = FileNameOf(pattern);
     WIN32_FIND_DATAW found{};
     const HANDLE open = FindFirstFileExW(all.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr,
                                          FIND_FIRST_EX_LARGE_FETCH);
-    if (open == INVALID_HANDLE_VALUE)
-        return;
+    if (open == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        // The root of an empty drive holds nothing, not even itself.
+        const bool empty = error == ERROR_FILE_NOT_FOUND || error == ERROR_NO_MORE_FILES;
+        return empty ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
+    }
+    DWORD error = ERROR_SUCCESS;
     do {
         DirectoryEntry entry;
         entry.LongName = AnsiFromWide(found.cFileName);
@@ -53,16 +74,24 @@ void WalkFolder(std::string_view pattern, Listed, const std::function<bool(Direc
         ReadDateAndSize(found, entry);
         if (!take(entry))
             break;
-    } while (FindNextFileW(open, &found) != 0);
+    } while (NextFile(open, found, error));
     FindClose(open);
+    return error == ERROR_SUCCESS ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
 }
 
-bool GoodDrive(std::string_view path)
+FileAnswer AskDrive(std::string_view path)
 {
     if (path.size() < 2 || path[1] != ':')
-        return true;
+        return {Presence::There, {}};
     const std::string root = std::string(path.substr(0, 2)) + '\\';
-    return GetDriveTypeW(WideFromAnsi(root).c_str()) > DRIVE_NO_ROOT_DIR;
+    switch (GetDriveTypeW(WideFromAnsi(root).c_str())) {
+    case DRIVE_UNKNOWN:
+        return {Presence::CannotTell, {ErrorDeviceIo, "the system does not know the drive"}};
+    case DRIVE_NO_ROOT_DIR:
+        return {Presence::NotThere, {}};
+    default:
+        return {Presence::There, {}};
+    }
 }
 
 } // namespace kv

@@ -17,16 +17,19 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include "platform/aside_names.h"
 #include "platform/clock.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
+#include "platform/windows/host_files.h"
 #include "platform/windows/wide_text.h"
 
 namespace kv {
 
 std::vector<std::string>* WrittenFiles = nullptr;
+std::vector<std::string>* DiskSteps = nullptr;
 
 namespace {
 
@@ -43,16 +46,20 @@ FileOutcome OutcomeOf(DWORD error, int numberIfMissing)
     switch (error) {
     case ERROR_FILE_NOT_FOUND:
         outcome.Number = numberIfMissing;
+        outcome.Missing = true;
         break;
     case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_DRIVE:
-    case ERROR_NOT_READY:
+    case ERROR_INVALID_NAME:
+        outcome.Number = ErrorPathNotFound;
+        outcome.Missing = true;
+        break;
+    case ERROR_NOT_READY: // no disk in the drive, a share that is off: what they hold is not known
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
     case ERROR_NETNAME_DELETED:
     case ERROR_DEV_NOT_EXIST:
     case ERROR_NETWORK_UNREACHABLE:
-    case ERROR_INVALID_NAME:
     case ERROR_FILENAME_EXCED_RANGE:
         outcome.Number = ErrorPathNotFound;
         break;
@@ -113,8 +120,8 @@ bool IsFolder(DWORD attributes)
 FileOutcome LeadsNowhere(std::string_view path)
 {
     if (path.empty())
-        return {ErrorPathNotFound, "no path"};
-    return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252"};
+        return {ErrorPathNotFound, "no path", true};
+    return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252", true};
 }
 
 // Opens what stands there, when others let it. ERROR_SUCCESS, or why not.
@@ -146,7 +153,7 @@ DWORD WhyRefused(const std::wstring& path, DWORD error)
 int NumberForMissing(std::string_view path)
 {
     const std::string folder = FolderOf(path);
-    return folder.empty() || FolderExists(folder) ? ErrorFileNotFound : ErrorPathNotFound;
+    return folder.empty() || IsFolder(AttributesOf(WidePath(folder))) ? ErrorFileNotFound : ErrorPathNotFound;
 }
 
 DWORD MovePatiently(const std::wstring& from, const std::wstring& to)
@@ -212,7 +219,7 @@ HANDLE MakeAside(const std::string& folder, std::string& name)
 {
     static unsigned counter = 0;
     for (;;) {
-        name = folder + ".kv-" + WholeText(GetCurrentProcessId()) + '-' + WholeText(++counter) + ".tmp";
+        name = folder + AsideName(++counter);
         const HANDLE file = CreateFileW(WidePath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS)
@@ -220,39 +227,80 @@ HANDLE MakeAside(const std::string& folder, std::string& name)
     }
 }
 
+FileAnswer AskAttributes(std::string_view path, DWORD& attributes)
+{
+    const std::wstring host = WidePath(path);
+    if (host.empty())
+        return AnswerOf(LeadsNowhere(path));
+    attributes = AttributesOf(host);
+    if (Stands(attributes))
+        return {Presence::There, {}};
+    return AnswerOf(OutcomeOf(GetLastError(), ErrorFileNotFound));
+}
+
+// Seconds since the file was written, by the clock of this machine.
+long long AgeOf(const WIN32_FIND_DATAW& file)
+{
+    constexpr long long unitsOfSecond = 10000000;
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    const auto joined = [](const FILETIME& time) {
+        return static_cast<long long>((std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime);
+    };
+    return (joined(now) - joined(file.ftLastWriteTime)) / unitsOfSecond;
+}
+
+bool IsLeft(const WIN32_FIND_DATAW& file, const std::string& name)
+{
+    const AsideOwner owner = OwnerOfAside(name);
+    if (owner != AsideOwner::Elsewhere)
+        return owner == AsideOwner::Ended;
+    return AgeOf(file) > LongestAsideSeconds;
+}
+
+void NoteStep(std::string_view step, const std::string& host)
+{
+    if (DiskSteps != nullptr)
+        DiskSteps->push_back(std::string(step) + ' ' + host);
+}
+
 } // namespace
 
-bool FileExists(std::string_view path)
+FileOutcome HostOutcome(unsigned long error)
 {
-    const DWORD attributes = AttributesOf(WidePath(path));
-    return Stands(attributes) && !IsFolder(attributes);
+    return OutcomeOf(error, ErrorPathNotFound);
 }
 
-bool FolderExists(std::string_view path)
+FileAnswer AskFile(std::string_view path)
 {
-    return IsFolder(AttributesOf(WidePath(path)));
+    DWORD attributes = 0;
+    const FileAnswer answer = AskAttributes(path, attributes);
+    return answer.Is == Presence::There && IsFolder(attributes) ? FileAnswer{Presence::NotThere, {}} : answer;
 }
 
-std::uint64_t FileSize(std::string_view path)
+FileAnswer AskFolder(std::string_view path)
 {
+    DWORD attributes = 0;
+    const FileAnswer answer = AskAttributes(path, attributes);
+    return answer.Is == Presence::There && !IsFolder(attributes) ? FileAnswer{Presence::NotThere, {}}
+                                                                 : answer;
+}
+
+FileAnswer AskStamp(std::string_view path, FileStamp& stamp)
+{
+    stamp = {};
+    const std::wstring host = WidePath(path);
+    if (host.empty())
+        return AnswerOf(LeadsNowhere(path));
     WIN32_FILE_ATTRIBUTE_DATA status{};
-    if (GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &status) == 0)
-        return 0;
-    if (IsFolder(status.dwFileAttributes))
-        return 0;
-    return (std::uint64_t{status.nFileSizeHigh} << 32) | status.nFileSizeLow;
-}
-
-FileStamp StampOf(std::string_view path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA status{};
-    if (GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &status) == 0)
-        return {};
+    if (GetFileAttributesExW(host.c_str(), GetFileExInfoStandard, &status) == 0)
+        return AnswerOf(OutcomeOf(GetLastError(), ErrorFileNotFound));
     const auto joined = [](DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; };
-    return {joined(status.nFileSizeHigh, status.nFileSizeLow),
-            static_cast<std::int64_t>(
-                joined(status.ftLastWriteTime.dwHighDateTime, status.ftLastWriteTime.dwLowDateTime)),
-            joined(status.ftCreationTime.dwHighDateTime, status.ftCreationTime.dwLowDateTime)};
+    stamp = {joined(status.nFileSizeHigh, status.nFileSizeLow),
+             static_cast<std::int64_t>(
+                 joined(status.ftLastWriteTime.dwHighDateTime, status.ftLastWriteTime.dwLowDateTime)),
+             joined(status.ftCreationTime.dwHighDateTime, status.ftCreationTime.dwLowDateTime)};
+    return {Presence::There, {}};
 }
 
 FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size)
@@ -296,9 +344,11 @@ FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& go
     return {};
 }
 
-void SkipTo(int handle, std::uint64_t at)
+FileOutcome SkipTo(int handle, std::uint64_t at)
 {
-    _lseeki64(handle, static_cast<std::int64_t>(at), SEEK_SET);
+    if (_lseeki64(handle, static_cast<std::int64_t>(at), SEEK_SET) < 0)
+        return {ErrorDeviceIo, "the place cannot be reached"};
+    return {};
 }
 
 void CloseReading(int handle)
@@ -324,16 +374,29 @@ FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFi
         return OutcomeOf(GetLastError(), ErrorPathNotFound);
     const DWORD error = WriteAll(file, contents);
     CloseHandle(file);
-    staged = {ToHostPath(path), ToHostPath(aside)};
+    staged = {ToHostPath(path), ToHostPath(aside), error == ERROR_SUCCESS}; // the writing flushes
     if (error != ERROR_SUCCESS) {
         DropStaged(staged);
         return OutcomeOf(error, ErrorPathNotFound);
     }
+    NoteStep("flush", staged.Aside);
     if (Stands(old)) {
         SetFileAttributesW(WidePath(aside).c_str(), old);
         TakeOverRights(place, WidePath(aside));
     }
     return {};
+}
+
+// Nothing is left to do: a copy is flushed when it is written, before it takes over rights that might
+// refuse it.
+FileOutcome FlushStaged(StagedFile&)
+{
+    return {};
+}
+
+std::vector<FileOutcome> FlushStaged(std::span<StagedFile* const> files)
+{
+    return std::vector<FileOutcome>(files.size());
 }
 
 FileOutcome MoveStaged(StagedFile& staged)
@@ -345,13 +408,21 @@ FileOutcome MoveStaged(StagedFile& staged)
         DropStaged(staged);
         return OutcomeOf(error, ErrorPathNotFound);
     }
+    NoteStep("move", staged.Place);
     if (WrittenFiles != nullptr)
         WrittenFiles->push_back(staged.Place);
     staged = {};
     return {};
 }
 
-// Nothing is left to do: a copy is flushed before it is moved, and the move is written through.
+FileOutcome ReplaceFile(std::string_view path, std::string_view contents)
+{
+    StagedFile staged;
+    const FileOutcome outcome = StageFile(path, contents, staged);
+    return outcome.Ok() ? MoveStaged(staged) : outcome;
+}
+
+// Nothing is left to do: the moves are written through.
 FileOutcome FlushFiles()
 {
     return {};
@@ -402,7 +473,7 @@ FileOutcome MakeFolders(std::string_view path)
     const std::string full = WithBackslash(path);
     for (std::size_t end = full.find('\\', 1); end != std::string::npos; end = full.find('\\', end + 1)) {
         const std::string above = full.substr(0, end);
-        if (!FolderExists(above + "\\"))
+        if (!IsFolder(AttributesOf(WidePath(above + "\\"))))
             CreateDirectoryW(WidePath(above).c_str(), nullptr); // the last one tells what went wrong
     }
     return MakeFolder(path);
@@ -427,6 +498,33 @@ FileOutcome RenameFile(std::string_view path, std::string_view newPath)
         return LeadsNowhere(host.empty() ? path : newPath);
     const DWORD error = MovePatiently(host, newHost);
     return error == ERROR_SUCCESS ? FileOutcome{} : OutcomeOf(error, NumberForMissing(path));
+}
+
+FileOutcome SweepAsides(std::string_view folder, int& swept)
+{
+    swept = 0;
+    const std::string place = WithBackslash(folder);
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(WidePath(place + ".kv-*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        const FileOutcome outcome = OutcomeOf(GetLastError(), ErrorPathNotFound);
+        return outcome.Missing ? FileOutcome{} : outcome;
+    }
+    FileOutcome outcome;
+    do {
+        const std::string name = AnsiFromWide(found.cFileName);
+        if (!IsLeft(found, name))
+            continue;
+        const DWORD error = DeletePatiently(WidePath(place + name));
+        if (error == ERROR_SUCCESS)
+            ++swept;
+        else if (error != ERROR_FILE_NOT_FOUND) // another process sweeps too
+            outcome = OutcomeOf(error, ErrorPathNotFound);
+    } while (FindNextFileW(search, &found) != 0);
+    if (GetLastError() != ERROR_NO_MORE_FILES && outcome.Ok())
+        outcome = OutcomeOf(GetLastError(), ErrorPathNotFound);
+    FindClose(search);
+    return outcome;
 }
 
 } // namespace kv

@@ -1,6 +1,7 @@
 // Keeps the comment head that an operator wrote into a program when the program is made again.
 // Relies on the old file's place, which is found by rules of its own; leaves nothing behind.
 #include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -8,13 +9,14 @@
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/genesis_names.h"
 #include "writers/cnc/program_index.h"
+#include "writers/job_output.h"
 #include "writers/output_names.h"
+#include "writers/program_file.h"
 
 namespace kv {
 
 namespace {
 
-constexpr std::size_t HeadBytes = 1000;
 constexpr std::size_t HeadLines = 10;
 
 // The old program under an index; empty where none can be found. A name of one character and a folder
@@ -24,7 +26,7 @@ std::string OldIndexedProgram()
     const bool folderOnly = Run.PartName.ends_with('\\');
     const std::string name = folderOnly ? SourceBaseName() : FileNameOf(Run.PartName);
     const std::string folder = folderOnly ? Run.PartName : ProgramFolder(Run.ControlType);
-    if (name.size() < 2 || folder.empty() || !FileExists(folder + std::string(IndexFileName)))
+    if (name.size() < 2 || folder.empty() || !FileIsThere(folder + std::string(IndexFileName)))
         return {};
     return folder + PlaceUnderIndex(name);
 }
@@ -44,12 +46,13 @@ std::vector<std::string> CommentsOfOldProgram()
 {
     std::vector<std::string> comments;
     const std::string path = OldProgram();
-    if (path.empty() || !FileExists(path))
+    if (path.empty())
         return comments;
     std::string head;
-    const FileOutcome outcome = ReadFileHead(path, head, HeadBytes);
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
+    const FileAnswer answer = HeadOfProgram(path, head);
+    ThrowUnlessOk(path, answer.Why);
+    if (answer.Is != Presence::There)
+        return comments;
 
     Long position = 1;
     for (std::size_t i = 0; i < HeadLines && position > 0; ++i) {

@@ -10,8 +10,10 @@
 #include "writers/cnc/cnc_words.h"
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/genesis_names.h"
+#include "writers/job_output.h"
 #include "writers/number_format.h"
 #include "writers/program_families.h"
+#include "writers/program_writers.h"
 #include "writers/writer_memory.h"
 
 namespace kv {
@@ -129,35 +131,47 @@ bool BuildProgram(CncProgram& program)
     return true;
 }
 
-void WriteProgramOfDrawing()
+// False when it cannot be written.
+bool WriteProgramOfDrawing()
 {
     SetMeter(Meter::PgmCode, 25);
     CncProgram program;
     if (!BuildProgram(program)) {
         ReportMessage(1, " USER ABORTED ");
         Run.RunFailed = True;
-        return;
+        return true;
     }
     if (Writers.ToolSubstituted)
         ReportMessage(1, "Tool Substitution Made.");
     if (Val(Config.DRAlternate) != 0 || Run.DrAlt != 0)
         AlternateDrillingsAndRoutes(program.Lines);
+    bool written = true;
     if (AnyOperation(program)) {
         ReportProcessingTime();
-        WriteOutput(program);
+        written = WriteOutput(program);
     } else {
         ReportMessage(1, " No Selected Operations found for PTP");
     }
     SetMeter(Meter::PgmCode, 100);
+    return written;
 }
 
 } // namespace
 
 void WriteCncProgram()
 {
+    // A drawing's portions are placed together or not at all.
+    const OutputMark before = MarkOutput();
+    const WrittenProgram last = LastProgram;
+    const auto drop = [&] {
+        DropOutputSince(before);
+        LastProgram = last;
+    };
     try {
-        WriteProgramOfDrawing();
+        if (!WriteProgramOfDrawing())
+            drop();
     } catch (const RunError& error) {
+        drop();
         ReportMessage(1, error.Number == ErrorPathNotFound
                              ? "Unable to Find Destination Path"
                              : "Unable to Process file. " + WholeText(error.Number));

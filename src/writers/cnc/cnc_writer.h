@@ -35,8 +35,9 @@ void AlternateDrillingsAndRoutes(std::vector<std::string>& lines);
 // Comment lines at the head of the program that is about to be replaced.
 std::vector<std::string> CommentsOfOldProgram();
 
-// Writes the program, in portions where it is too long, and reports it. A failure is reported too.
-void WriteOutput(const CncProgram& program);
+// Hands the program over, in portions where it is too long, and reports it. False when one of them cannot
+// be written; that is reported too.
+bool WriteOutput(const CncProgram& program);
 
 // One program, or one portion, on its way to the disk.
 struct ProgramPart {
@@ -45,7 +46,7 @@ struct ProgramPart {
     std::string Contents;
     bool HorizontalWritten = false;
 };
-// Index, hand-over, notes and program file. False when it failed; that is reported.
+// Hands over program file, index record, hand-over and notes. False when it failed; that is reported.
 bool PlaceIndexedProgram(const ProgramPart& part);
 bool PlaceGenesisProgram(const ProgramPart& part);
 

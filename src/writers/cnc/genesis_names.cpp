@@ -39,8 +39,7 @@ bool PlaceGenesisProgram(const ProgramPart& part)
     const std::string file = GenesisFileName(part.Output, part.Name);
     // A name with a folder is used as it stands: all portions go to the same file.
     const std::string path = Holds(part.Output, "\\") ? part.Output : ProgramFolder(Run.ControlType) + file;
-    StagedSet staged;
-    if (!StageProgram(path, part.Contents, staged.Program) || !MoveProgram(path, staged.Program))
+    if (!HandOverReported(FolderOf(path), path, part.Contents))
         return false;
     NoteWrittenProgram(file, path);
     return true;

@@ -2,11 +2,17 @@
 // program; all bytes that are not named here pass through unchanged.
 #include "writers/cnc/navetta.h"
 
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "platform/needed_files.h"
 #include "platform/paths.h"
-#include "platform/run_error.h"
 #include "platform/text.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "writers/installation_files.h"
+#include "writers/job_output.h"
 #include "writers/program_file.h"
 
 namespace kv {
@@ -29,32 +35,47 @@ std::string EnvironmentPath(const char* name, const char* missing)
     return path;
 }
 
+// The control looks at the last one.
+std::optional<std::string> RecordWith(std::optional<std::string> record,
+                                      std::span<const FileChange* const> changes)
+{
+    if (!record)
+        return record;
+    const FileChange& last = *changes.back();
+    if (record->size() < RecordSize)
+        record->resize(RecordSize, '\0');
+    record->replace(NameAt, NameWidth, Padded(last.Text, NameWidth));
+    record->replace(RootAt, RootWidth, Padded(last.Root, RootWidth));
+    record->replace(CommandAt, CommandWidth, Padded("NOP.BAT", CommandWidth));
+    (*record)[NumberAt] = '\1';
+    (*record)[NumberAt + 1] = '\0';
+    return record;
+}
+
 } // namespace
 
-std::string StageNavetta(std::string_view programName, StagedFile& staged)
+std::string NavettaFolder()
+{
+    return WithBackslash(EnvironmentPath("DIRTMP", "C:\\CNC90\\MOD1\\TMP"));
+}
+
+void HandOverNavetta(const std::string& folder, std::string_view programName)
 {
     if (!Holds(UpperCase(DestinationPath(Run.ControlType)), "CNC90"))
-        return {};
-    const std::string path = WithBackslash(EnvironmentPath("DIRTMP", "C:\\CNC90\\MOD1\\TMP")) + "Navetta.cmd";
-    if (!FileExists(path))
-        return {};
-    std::string record;
-    const FileOutcome outcome = ReadWholeFile(path, record);
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
-
-    std::string root = EnvironmentPath("ROOT", "C:\\CNC90");
-    if (root.ends_with('\\'))
-        root.pop_back();
-    if (record.size() < RecordSize)
-        record.resize(RecordSize, '\0');
-    record.replace(NameAt, NameWidth, Padded(programName, NameWidth));
-    record.replace(RootAt, RootWidth, Padded(root, RootWidth));
-    record.replace(CommandAt, CommandWidth, Padded("NOP.BAT", CommandWidth));
-    record[NumberAt] = '\1';
-    record[NumberAt + 1] = '\0';
-    StageOrThrow(path, record, staged);
-    return path;
+        return;
+    FileChange change;
+    change.Path = NavettaFolder() + "Navetta.cmd";
+    const std::string path = change.Path;
+    if (!FileIsThere(path))
+        return;
+    change.Kind = ChangeKind::HandOver;
+    change.Changed = RecordWith;
+    change.Installation = folder;
+    change.Text = programName;
+    change.Root = EnvironmentPath("ROOT", "C:\\CNC90");
+    if (change.Root.ends_with('\\'))
+        change.Root.pop_back();
+    ThrowUnlessOk(path, HandOverChange(std::move(change)));
 }
 
 } // namespace kv

@@ -4,12 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files.h"
-
 namespace kv {
 
-// Stages the hand-over file with the program's name (12 characters) and gives its path; stages nothing
-// where the control is no CNC90 or keeps no such file. A file that cannot be read is a RunError.
-std::string StageNavetta(std::string_view programName, StagedFile& staged);
+// Hands over the program's name (12 characters); nothing where the control is no CNC90 or keeps no such
+// file. A file that cannot be read or replaced is a RunError. `folder` is the program folder.
+void HandOverNavetta(const std::string& folder, std::string_view programName);
 
 } // namespace kv

@@ -2,11 +2,17 @@
 // folder; replaces what stands between the CAD markers and keeps the operator's own lines.
 #include "writers/cnc/notes.h"
 
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "platform/needed_files.h"
 #include "platform/paths.h"
-#include "platform/run_error.h"
 #include "platform/text.h"
 #include "state/report.h"
 #include "state/run.h"
+#include "writers/installation_files.h"
+#include "writers/job_output.h"
 #include "writers/program_file.h"
 
 namespace kv {
@@ -15,12 +21,8 @@ namespace {
 
 // Lines end at CR; the LF behind it is dropped. The last line is what stands behind the last CR, and
 // is empty in a file whose last line is ended.
-std::vector<std::string> ReadTextLines(const std::string& path)
+std::vector<std::string> LinesOfText(const std::string& text)
 {
-    std::string text;
-    const FileOutcome outcome = ReadWholeFile(path, text);
-    if (!outcome.Ok())
-        throw RunError{outcome.Number, ShownPath(path) + ": " + outcome.Cause};
     std::vector<std::string> lines;
     for (std::size_t at = 0; at != std::string::npos;) {
         const std::size_t end = text.find('\r', at);
@@ -44,11 +46,19 @@ std::size_t LastLineHolding(const std::vector<std::string>& lines, std::string_v
     return lines.size() - 1;
 }
 
-std::string NotesRoot(std::string_view folder)
+// Of several drawings each finds what the one before it left.
+std::optional<std::string> NotesWith(std::optional<std::string> text,
+                                     std::span<const FileChange* const> changes)
 {
-    const Long at = Find(1, UpperCase(folder), "SORG");
-    return at == 0 ? std::string()
-                   : std::string(folder.substr(0, static_cast<std::size_t>(at) - 1)) + "NOTE\\";
+    for (const FileChange* const change : changes) {
+        std::vector<std::string> lines = change->Lines; // element 0 is blank
+        if (text) {
+            lines[0] = "--- Begin CAD Notes ---";
+            lines = MergeNotes(LinesOfText(*text), lines);
+        }
+        text = TextOfLines(lines);
+    }
+    return text;
 }
 
 } // namespace
@@ -84,28 +94,34 @@ std::vector<std::string> MergeNotes(const std::vector<std::string>& old,
     return merged;
 }
 
-std::string StageNotes(std::string_view folder, const std::string& place, StagedFile& staged)
+std::string NotesRoot(std::string_view programFolder)
+{
+    const Long at = Find(1, UpperCase(programFolder), "SORG");
+    return at == 0 ? std::string()
+                   : std::string(programFolder.substr(0, static_cast<std::size_t>(at) - 1)) + "NOTE\\";
+}
+
+void HandOverNotes(const std::string& folder, const std::string& place)
 {
     if (Run.CncNotes.size() < 2)
-        return {};
+        return;
     const std::string root = NotesRoot(folder);
     if (root.empty()) {
         ReportMessage(1, "CNC NOTES found in drawing");
         ReportMessage(1, "Environment Variable DIRNOT Not Found.");
         ReportMessage(1, "CNC NOTES NOT SAVED");
-        return {};
+        return;
     }
-    const std::string path = root + "NOC\\" + place;
+    FileChange change;
+    change.Kind = ChangeKind::Notes;
+    change.Changed = NotesWith;
+    change.Installation = folder;
+    change.Path = root + "NOC\\" + place;
+    change.Lines = Run.CncNotes;
     MakeFoldersOrThrow(root + "SPC\\");
-    MakeFoldersOrThrow(FolderOf(path));
-
-    std::vector<std::string> lines = Run.CncNotes; // element 0 is blank
-    if (FileExists(path)) {
-        lines[0] = "--- Begin CAD Notes ---";
-        lines = MergeNotes(ReadTextLines(path), lines);
-    }
-    StageOrThrow(path, TextOfLines(lines), staged);
-    return path;
+    MakeFoldersOrThrow(FolderOf(change.Path));
+    const std::string path = change.Path;
+    ThrowUnlessOk(path, HandOverChange(std::move(change)));
 }
 
 } // namespace kv

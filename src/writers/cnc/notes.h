@@ -5,13 +5,11 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/files.h"
-
 namespace kv {
 
-// Stages the notes of the drawing and gives the file's path; stages nothing where there are none or no
-// place for them. `folder` is the program folder, `place` the program's place by its first letter.
-std::string StageNotes(std::string_view folder, const std::string& place, StagedFile& staged);
+// Hands over the notes of the drawing; nothing where there are none or no place for them. `folder` is the
+// program folder, `place` the program's place by its first letter.
+void HandOverNotes(const std::string& folder, const std::string& place);
 
 // Puts new notes into the operator's lines. Both begin at element 0; `fresh[0]` is the head line. The
 // last element of `old` is what stands behind the last line end.

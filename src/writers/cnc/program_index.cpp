@@ -1,12 +1,16 @@
-// Index records, places of programs, and the placing of a program with all that goes with it: index,
-// list of programs made, hand-over to the control, notes, program file, in this order. Relies on the
-// remembered program folder; a failure leaves the old files whole.
+// Index records, places of programs, and a program with all that goes with it: program file, index,
+// hand-over to the control, notes, list of programs made. Relies on the job's output name and the
+// settings; leaves all of it to those that bring it to its place.
 #include "writers/cnc/program_index.h"
 
 #include <bit>
+#include <optional>
+#include <span>
+#include <utility>
 
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/report.h"
@@ -14,6 +18,8 @@
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/navetta.h"
 #include "writers/cnc/notes.h"
+#include "writers/installation_files.h"
+#include "writers/job_output.h"
 #include "writers/output_names.h"
 #include "writers/program_families.h"
 #include "writers/program_file.h"
@@ -56,59 +62,73 @@ void FailWithoutIndex(const std::string& folder)
     ReportMessage(1, "Import Failed");
     if (folder.empty())
         ReportMessage(1, "No program folder is set");
-    else if (!FolderExists(folder))
+    else if (!FolderIsThere(folder))
         ReportMessage(1, shown + ": the program folder does not exist");
     FailDrawing();
 }
 
-// False when the index cannot be written. One of a broken length is told and left as it is.
-bool StageIndex(const std::string& path, std::string_view record, StagedFile& staged)
+std::optional<std::string> IndexWithRecords(std::optional<std::string> index,
+                                            std::span<const FileChange* const> changes)
 {
-    std::string index;
-    FileOutcome outcome = ReadWholeFile(path, index);
-    if (outcome.Ok() && index.size() % IndexRecordSize != 0) {
-        Warn("!!! PROBLEM DETECTED WITH " + std::string(IndexFileName) + " FILE !!!");
-        ReportMessage(1, ShownPath(path) + ": left as it is, " +
-                             WholeText(static_cast<long long>(index.size())) +
-                             " bytes are no whole records; the program is not in it");
+    if (!index || index->size() % IndexRecordSize != 0)
+        return std::nullopt;
+    IndexFile file(std::move(*index));
+    for (const FileChange* const change : changes)
+        file.Put(change->Text);
+    return file.Text();
+}
+
+// False when the index cannot be written. One of a broken length is told and left as it is.
+bool HandOverRecord(const std::string& folder, const std::string& path, std::string record)
+{
+    FileStamp stamp;
+    FileOutcome outcome = AskStamp(path, stamp).Why;
+    if (outcome.Ok() && stamp.Size % IndexRecordSize != 0) {
+        ReportBrokenIndex(path, stamp.Size);
         return true;
     }
-    if (outcome.Ok())
-        outcome = CheckWritable(path);
-    if (outcome.Ok())
-        outcome = StageFile(path, IndexWith(index, record), staged);
+    if (outcome.Ok()) {
+        FileChange change;
+        change.Kind = ChangeKind::Index;
+        change.Changed = IndexWithRecords;
+        change.Installation = folder;
+        change.Path = path;
+        change.Text = std::move(record);
+        outcome = HandOverChange(std::move(change));
+    }
     if (outcome.Ok())
         return true;
-    Warn("PROBLEM ACCESSING " + ShownPath(path) + " FOR WRITE");
+    WarnOfIndex(path);
     ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
     FailDrawing();
     return false;
 }
 
-bool MoveIndex(const std::string& path, StagedFile& staged)
+// The job's own folder, else the one that the settings name now.
+std::string IndexFolder(std::string_view output)
 {
-    if (staged.Aside.empty())
-        return true;
-    const FileOutcome outcome = MoveStaged(staged);
-    if (outcome.Ok())
-        return true;
-    Warn("PROBLEM ACCESSING " + ShownPath(path) + " FOR WRITE");
-    ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
-    FailDrawing();
-    return false;
-}
-
-// Set once: the first drawing that needs a folder settles it for all that follow.
-const std::string& SettledIndexFolder(std::string_view output)
-{
-    if (Writers.IndexFolder.empty())
-        Writers.IndexFolder = FolderOf(output);
-    if (Writers.IndexFolder.empty())
-        Writers.IndexFolder = ProgramFolder(Run.ControlType);
-    return Writers.IndexFolder;
+    const std::string folder = FolderOf(output);
+    return folder.empty() ? ProgramFolder(Run.ControlType) : folder;
 }
 
 } // namespace
+
+std::string IndexPathIn(const std::string& programFolder)
+{
+    return programFolder + std::string(IndexFileName);
+}
+
+void WarnOfIndex(const std::string& path)
+{
+    Warn("PROBLEM ACCESSING " + ShownPath(path) + " FOR WRITE");
+}
+
+void ReportBrokenIndex(const std::string& path, std::uint64_t size)
+{
+    Warn("!!! PROBLEM DETECTED WITH " + std::string(IndexFileName) + " FILE !!!");
+    ReportMessage(1, ShownPath(path) + ": left as it is, " + WholeText(static_cast<long long>(size)) +
+                         " bytes are no whole records; the program is not in it");
+}
 
 std::string IndexRecord(std::string_view programName, bool horizontalWritten)
 {
@@ -136,22 +156,6 @@ std::string IndexRecord(std::string_view programName, bool horizontalWritten)
     return record;
 }
 
-std::string IndexWith(std::string_view index, std::string_view record)
-{
-    const std::string_view name = record.substr(0, ProgramNameWidth);
-    for (std::size_t at = 0; at < index.size(); at += IndexRecordSize) {
-        const std::string old = UpperCase(index.substr(at, ProgramNameWidth));
-        if (old < name)
-            continue;
-        const std::size_t replaced = old == name ? IndexRecordSize : 0;
-        std::string updated(index.substr(0, at));
-        updated += record;
-        updated += index.substr(at + replaced);
-        return updated;
-    }
-    return std::string(index) + std::string(record);
-}
-
 std::string PlaceByFirstLetter(std::string_view name)
 {
     constexpr Long FirstOfFile = 2;
@@ -174,9 +178,9 @@ std::string PlaceUnderIndex(std::string_view name)
 
 bool PlaceIndexedProgram(const ProgramPart& part)
 {
-    const std::string folder = SettledIndexFolder(part.Output);
-    const std::string indexPath = folder + std::string(IndexFileName);
-    if (folder.empty() || !FileExists(indexPath)) {
+    const std::string folder = IndexFolder(part.Output);
+    const std::string indexPath = IndexPathIn(folder);
+    if (folder.empty() || !FileIsThere(indexPath)) {
         FailWithoutIndex(folder);
         return false;
     }
@@ -185,20 +189,12 @@ bool PlaceIndexedProgram(const ProgramPart& part)
     const std::string path = folder + PlaceUnderIndex(compactName);
     MakeFoldersOrThrow(FolderOf(path));
 
-    StagedSet staged;
-    if (!StageProgram(path, part.Contents, staged.Program) ||
-        !StageIndex(indexPath, IndexRecord(programName, part.HorizontalWritten), staged.Index))
+    if (!HandOverReported(folder, path, part.Contents) ||
+        !HandOverRecord(folder, indexPath, IndexRecord(programName, part.HorizontalWritten)))
         return false;
-    const std::string navettaPath = StageNavetta(programName, staged.Navetta);
-    const std::string notesPath = StageNotes(folder, PlaceByFirstLetter(compactName), staged.Notes);
-
-    if (!MoveIndex(indexPath, staged.Index))
-        return false;
-    ProgramList.emplace_back(TrimRight(programName));
-    MoveOrThrow(navettaPath, staged.Navetta);
-    MoveOrThrow(notesPath, staged.Notes);
-    if (!MoveProgram(path, staged.Program))
-        return false;
+    HandOverNavetta(folder, programName);
+    HandOverNotes(folder, PlaceByFirstLetter(compactName));
+    HandOverName(std::string(TrimRight(programName)));
     NoteWrittenProgram(TrimRight(programName), path);
     return true;
 }

@@ -11,7 +11,6 @@
 #include "writers/output_names.h"
 #include "writers/program_families.h"
 #include "writers/program_file.h"
-#include "writers/writer_memory.h"
 
 namespace kv {
 
@@ -58,14 +57,13 @@ std::string PortionText(const std::vector<std::string>& lines, Long first, Long 
     return TextOfLines(portion);
 }
 
-// Counts from the remembered name, whatever this drawing's name is.
-std::string PortionName(int count)
+// A name that fills its room has the count in place of its last characters.
+std::string PortionName(std::string output, int count)
 {
     const std::string digits = WholeText(count);
-    std::string name = Writers.PortionName;
-    if (FileNameOf(name).size() < ProgramNameWidth)
-        return name + digits;
-    return name.replace(name.size() - digits.size(), digits.size(), digits);
+    if (FileNameOf(output).size() < ProgramNameWidth)
+        return output + digits;
+    return output.replace(output.size() - digits.size(), digits.size(), digits);
 }
 
 void ReportPortion(int count, const std::string& name)
@@ -74,10 +72,8 @@ void ReportPortion(int count, const std::string& name)
     ReportMessage(1, "PORTION" + WholeText(count) + " - " + shown + " COMPLETED. ");
 }
 
-void WritePortions(const CncProgram& program, const std::string& output, Long limit)
+bool WritePortions(const CncProgram& program, const std::string& output, Long limit)
 {
-    if (Writers.PortionName.empty())
-        Writers.PortionName = output;
     const Long total = program.LastLine();
     Long first = 0;
     Long last = limit;
@@ -89,11 +85,11 @@ void WritePortions(const CncProgram& program, const std::string& output, Long li
             ReportMessage(1, "Too many segements in single route for portion");
             ReportMessage(1, "Import Aborted");
             FailDrawing();
-            return;
+            return true; // the portions so far are programs
         }
-        const std::string name = PortionName(count);
+        const std::string name = PortionName(output, count);
         if (!Place({output, name, PortionText(program.Lines, first, last), program.HorizontalWritten}))
-            return;
+            return false;
         ReportPortion(count, name);
         if (last + 1 >= total)
             break;
@@ -101,22 +97,22 @@ void WritePortions(const CncProgram& program, const std::string& output, Long li
         last = std::min(first + limit, total);
     }
     ReportCompleted(program);
+    return true;
 }
 
 } // namespace
 
-void WriteOutput(const CncProgram& program)
+bool WriteOutput(const CncProgram& program)
 {
     const std::string output = OutputName();
     const Long limit = ToLong(Val(Config.LineLimit));
-    if (program.LastLine() > limit) {
-        WritePortions(program, output, limit);
-        return;
-    }
+    if (program.LastLine() > limit)
+        return WritePortions(program, output, limit);
     if (!Place({output, output, TextOfLines(program.Lines), program.HorizontalWritten}))
-        return;
+        return false;
     ReportMessage(1, std::string(ControlCaptions[Run.ControlType]));
     ReportCompleted(program);
+    return true;
 }
 
 } // namespace kv

@@ -141,20 +141,21 @@ std::vector<std::string> BuildOptimizerRows(Int sorting)
 bool LoadEvolutionTemplate(TemplateFields& fields)
 {
     const std::string path = ExeFolder + std::string(TemplateFile);
-    if (!FileExists(path)) {
-        ShowBox("EvHeader.dat file not found", "Alert!", BoxIcon::Error);
-        FailDrawing();
-        return false;
-    }
     std::string text;
-    const FileOutcome outcome = ReadWholeFile(path, text, LargestTemplate);
-    if (!outcome.Ok()) {
-        ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
-        FailDrawing();
-        return false;
+    const FileAnswer answer = ReadIfThere(path, text, LargestTemplate);
+    switch (answer.Is) {
+    case Presence::There:
+        fields = CutFields(std::move(text));
+        return true;
+    case Presence::NotThere:
+        ShowBox("EvHeader.dat file not found", "Alert!", BoxIcon::Error);
+        break;
+    case Presence::CannotTell:
+        ReportMessage(1, ShownPath(path) + ": " + answer.Why.Cause);
+        break;
     }
-    fields = CutFields(std::move(text));
-    return true;
+    FailDrawing();
+    return false;
 }
 
 void FillEvolutionTemplate(TemplateFields& fields)

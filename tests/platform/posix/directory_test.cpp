@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "platform/listing_folder.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -37,19 +38,19 @@ TEST_F(PosixListing, NamesThatNoPathOfTheProgramCanHoldAreLeftOut)
     PutAll({"T\xC3\xBCr.dxf", "\xD0\xB4.dxf", "back\\slash.dxf", "what?.dxf", "\xFF.dxf"});
     EXPECT_EQ(Count("*.dxf"), 1);
     EXPECT_EQ(LongNames("*.DXF"), (Texts{"T\xFCr.dxf"}));
-    EXPECT_TRUE(Exist(PathOf("") + "t\xDCr.d*"));
+    EXPECT_TRUE(test::PatternStands(PathOf("") + "t\xDCr.d*"));
 }
 
 TEST_F(PosixListing, ADriveIsGoodWhenItsFolderStands)
 {
     std::filesystem::create_directories(Folder / "c");
     SetVariable("KORVANTI_DRIVES", Folder.string());
-    EXPECT_TRUE(GoodDrive("C:\\DXF\\"));
-    EXPECT_TRUE(GoodDrive("c:"));
-    EXPECT_FALSE(GoodDrive("D:\\DXF\\"));
-    EXPECT_FALSE(GoodDrive("1:\\"));
+    EXPECT_TRUE(test::DriveStands("C:\\DXF\\"));
+    EXPECT_TRUE(test::DriveStands("c:"));
+    EXPECT_FALSE(test::DriveStands("D:\\DXF\\"));
+    EXPECT_FALSE(test::DriveStands("1:\\"));
     SetVariable("KORVANTI_DRIVES", std::nullopt);
-    EXPECT_FALSE(GoodDrive("C:\\DXF\\"));
+    EXPECT_FALSE(test::DriveStands("C:\\DXF\\"));
 }
 
 TEST_F(PosixListing, FilesOfADriveAreListed)
@@ -57,7 +58,7 @@ TEST_F(PosixListing, FilesOfADriveAreListed)
     std::filesystem::create_directories(Folder / "c" / "dxf");
     PutFile("c/dxf/a.dxf", "x");
     SetVariable("KORVANTI_DRIVES", Folder.string());
-    EXPECT_EQ(FCount("C:\\DXF\\*.DXF"), 1);
+    EXPECT_EQ(test::Counted("C:\\DXF\\*.DXF"), 1);
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/file_lock.h"
 #include "platform/run_error.h"
 #include "platform/scratch_folder.h"
 
@@ -86,7 +87,7 @@ TEST_F(HostFiles, BehindAFullDiskASmallerFileIsWritten)
     const int code = InChild([&path] {
         const rlimit limit{1024, 1024};
         setrlimit(RLIMIT_FSIZE, &limit);
-        ReplaceFile(path, std::string(10'000, 'x'));
+        static_cast<void>(ReplaceFile(path, std::string(10'000, 'x')));
         return ReplaceFile(path, "short").Number;
     });
     EXPECT_EQ(code, 0);
@@ -297,11 +298,16 @@ TEST_F(HostFiles, NoHandleIsLeftOpen)
         return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
     };
     const auto before = openHandles();
-    ReadWholeFile(PathOf("index"), contents);
-    ReadWholeFile(PathOf(""), contents);
-    ReplaceFile(PathOf("index"), "new");
-    ReplaceFile(PathOf("none\\index"), "new");
-    CheckWritable(PathOf("index"));
+    EXPECT_TRUE(ReadWholeFile(PathOf("index"), contents).Ok());
+    EXPECT_FALSE(ReadWholeFile(PathOf(""), contents).Ok());
+    EXPECT_TRUE(ReplaceFile(PathOf("index"), "new").Ok());
+    EXPECT_FALSE(ReplaceFile(PathOf("none\\index"), "new").Ok());
+    EXPECT_TRUE(CheckWritable(PathOf("index")).Ok());
+    FileLock lock;
+    EXPECT_TRUE(lock.TryLock(PathOf("index")).Is == LockState::Taken);
+    lock.Release();
+    int swept = 0;
+    EXPECT_TRUE(SweepAsides(PathOf(""), swept).Ok());
     EXPECT_EQ(openHandles(), before);
 }
 

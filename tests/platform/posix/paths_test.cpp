@@ -5,6 +5,7 @@
 #include "platform/run_error.h"
 #include "platform/scratch_folder.h"
 #include "platform/text.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -68,7 +69,7 @@ TEST_F(HostPaths, AnEmptyPathStaysEmptyAndLeadsNowhere)
 {
     EXPECT_EQ(FromHostPath(""), "");
     EXPECT_EQ(ToHostPath(""), "");
-    EXPECT_FALSE(FolderExists(""));
+    EXPECT_FALSE(test::FolderStands(""));
     EXPECT_EQ(ReplaceFile("", "x").Number, ErrorPathNotFound);
     EXPECT_TRUE(Names().empty());
 }
@@ -87,7 +88,7 @@ TEST_F(HostPaths, EachComponentIsLookedUpWithoutCase)
     PutFile("Srg/Deep/Door.Dxf", "x");
     EXPECT_EQ(ToHostPath(PathOf("SRG\\DEEP\\DOOR.DXF")), Host("Srg/Deep/Door.Dxf"));
     EXPECT_EQ(ToHostPath(PathOf("srg\\deep\\")), Host("Srg/Deep/"));
-    EXPECT_TRUE(FileExists(PathOf("srg\\deep\\door.dxf")));
+    EXPECT_TRUE(test::FileStands(PathOf("srg\\deep\\door.dxf")));
 }
 
 TEST_F(HostPaths, TheExactSpellingWinsOverAnother)
@@ -148,9 +149,9 @@ TEST_F(HostPaths, DriveLettersAreFoldersUnderTheDrivesFolder)
     SetVariable(Drives, Host("drives"));
     PutFile("drives/c/dxf/door.dxf", "x");
     EXPECT_EQ(ToHostPath("C:\\DXF\\Door.dxf"), Host("drives") + "/c/dxf/door.dxf");
-    EXPECT_TRUE(FileExists("c:\\dxf\\door.dxf"));
-    EXPECT_TRUE(FolderExists("C:\\"));
-    EXPECT_TRUE(FolderExists("C:"));
+    EXPECT_TRUE(test::FileStands("c:\\dxf\\door.dxf"));
+    EXPECT_TRUE(test::FolderStands("C:\\"));
+    EXPECT_TRUE(test::FolderStands("C:"));
 }
 
 TEST_F(HostPaths, ADriveThatIsNotThereLeadsNowhere)
@@ -173,7 +174,7 @@ TEST_F(HostPaths, WithoutADrivesFolderADrivePathNeverLandsInTheCurrentFolder)
             EXPECT_EQ(ReplaceFile(path, "x").Number, ErrorPathNotFound) << path;
             EXPECT_EQ(MakeFolders(path).Number, ErrorPathNotFound) << path;
             EXPECT_EQ(CheckWritable(path).Number, ErrorPathNotFound) << path;
-            EXPECT_FALSE(FolderExists(path)) << path;
+            EXPECT_FALSE(test::FolderStands(path)) << path;
         }
     }
     EXPECT_TRUE(Names().empty());
@@ -187,7 +188,7 @@ TEST_F(HostPaths, ANameOutsideTheCodePageMatchesNothing)
     const std::string path = PathOf("\xD0\x94.dxf");
     EXPECT_EQ(FileNameOf(path), "?.dxf");
     EXPECT_EQ(ToHostPath(path), "");
-    EXPECT_FALSE(FileExists(path));
+    EXPECT_FALSE(test::FileStands(path));
     EXPECT_EQ(ReplaceFile(path, "x").Number, ErrorPathNotFound);
     EXPECT_EQ(FileText("?.dxf"), "question mark");
     EXPECT_EQ(Names().size(), 3u);
@@ -196,7 +197,7 @@ TEST_F(HostPaths, ANameOutsideTheCodePageMatchesNothing)
 TEST_F(HostPaths, ANulByteLeadsNowhere)
 {
     PutFile("door", "x");
-    EXPECT_FALSE(FileExists(PathOf("door") + std::string("\0.dxf", 5)));
+    EXPECT_FALSE(test::FileStands(PathOf("door") + std::string("\0.dxf", 5)));
 }
 
 TEST_F(HostPaths, PathsForPeopleAreInTheHostsForm)
@@ -230,7 +231,7 @@ TEST_F(HostPaths, EnvironmentVariablesAreTextOfTheCodePage)
 
 TEST_F(HostPaths, TheExecutableStandsWhereItsNameSays)
 {
-    EXPECT_TRUE(FileExists(ExeName()));
+    EXPECT_TRUE(test::FileStands(ExeName()));
     EXPECT_TRUE(BeginsWith(ExeName(), "\\"));
 }
 

@@ -19,6 +19,7 @@
 #include "platform/events.h"
 #include "platform/run_error.h"
 #include "platform/scratch_folder.h"
+#include "support/answers.h"
 
 namespace kv {
 namespace {
@@ -232,7 +233,7 @@ TEST_F(WindowsFiles, AReplacedOneKeepsTheRightsThatWereGivenToIt)
 TEST_F(WindowsFiles, AFolderThatTakesNoFilesIsToldAtOnce)
 {
     constexpr const char* sealed = "Z:\\sys\\kernel\\"; // of the build machine: closed to everybody
-    if (!FolderExists(sealed))
+    if (!test::FolderStands(sealed))
         GTEST_SKIP() << "not on a machine that runs these programs for another system";
     FileOutcome outcome;
     EXPECT_LT(SecondsOf([&] { outcome = ReplaceFile(std::string(sealed) + "program", "new"); }), 1.0);
@@ -257,9 +258,9 @@ TEST_F(WindowsFiles, ADriveThatIsGoneIsAPathThatIsNotThere)
     const std::string drive = GoneDrive();
     ASSERT_NE(drive, "");
     std::string contents;
-    EXPECT_FALSE(GoodDrive(drive + "\\dxf\\"));
-    EXPECT_FALSE(FolderExists(drive + "\\"));
-    EXPECT_EQ(FCount(drive + "\\dxf\\*.DXF"), 0);
+    EXPECT_FALSE(test::DriveStands(drive + "\\dxf\\"));
+    EXPECT_FALSE(test::FolderStands(drive + "\\"));
+    EXPECT_EQ(test::Counted(drive + "\\dxf\\*.DXF"), 0);
     for (const FileOutcome& outcome :
          {ReadWholeFile(drive + "\\a.dxf", contents), ReplaceFile(drive + "\\a", "x"),
           MakeFolders(drive + "\\dxf\\new"), RenameFile(drive + "\\a", drive + "\\b")}) {
@@ -273,8 +274,10 @@ TEST_F(WindowsFiles, ANetworkPathThatNobodyServesIsTold)
 {
     const std::string share = "\\\\no-such-machine\\dxf\\";
     std::string contents;
-    EXPECT_FALSE(FolderExists(share));
-    EXPECT_EQ(FCount(share + "*.DXF"), 0);
+    Long count = 1;
+    EXPECT_TRUE(AskFolder(share).Is != Presence::There);
+    EXPECT_TRUE(FCount(share + "*.DXF", count).Is != Presence::There);
+    EXPECT_EQ(count, 0);
     for (const FileOutcome& outcome :
          {ReadWholeFile(share + "a.dxf", contents), ReplaceFile(share + "a", "x")}) {
         EXPECT_EQ(outcome.Number, ErrorPathNotFound);
@@ -295,16 +298,16 @@ TEST_F(WindowsFiles, APathOf300CharactersIsUsedAndNotCut)
     std::string contents;
     EXPECT_TRUE(ReadWholeFile(path, contents).Ok());
     EXPECT_EQ(contents, "second");
-    EXPECT_TRUE(FileExists(path));
-    EXPECT_EQ(FileSize(path), 6U);
-    EXPECT_EQ(FCount(folder + "*.DXF"), 1);
+    EXPECT_TRUE(test::FileStands(path));
+    EXPECT_EQ(test::StampOf(path).Size, 6U);
+    EXPECT_EQ(test::Counted(folder + "*.DXF"), 1);
     EXPECT_TRUE(CheckWritable(path).Ok());
     EXPECT_TRUE(RenameFile(path, folder + "other.dxf").Ok());
-    EXPECT_FALSE(FileExists(path));
+    EXPECT_FALSE(test::FileStands(path));
     EXPECT_TRUE(DeleteFile(folder + "other.dxf").Ok());
-    EXPECT_EQ(FCount(folder + "*"), 0);
+    EXPECT_EQ(test::Counted(folder + "*"), 0);
     const std::string cut = path.substr(0, MAX_PATH - 1);
-    EXPECT_FALSE(FileExists(cut));
+    EXPECT_FALSE(test::FileStands(cut));
     // The library's own removal knows no such paths.
     while (folder.size() > PathOf("").size()) {
         folder.pop_back();
@@ -328,9 +331,9 @@ TEST_F(WindowsFiles, NamesInAnsiLettersComeBack)
     const std::string name = "T\xFCr \xDF \x80.dxf"; // an umlaut, a sharp s, the euro sign
     EXPECT_TRUE(ReplaceFile(PathOf("") + name, "x").Ok());
     EXPECT_TRUE(std::filesystem::exists(Folder / L"T\u00FCr \u00DF \u20AC.dxf"));
-    EXPECT_TRUE(FileExists(PathOf("") + "T\xDCR \xDF \x80.DXF")) << "whatever the case";
+    EXPECT_TRUE(test::FileStands(PathOf("") + "T\xDCR \xDF \x80.DXF")) << "whatever the case";
     std::vector<DirectoryEntry> entries;
-    ReadFileX(PathOf("") + "*.dxf", 10, entries);
+    EXPECT_TRUE(ReadFileX(PathOf("") + "*.dxf", 10, entries).Is != Presence::CannotTell);
     ASSERT_EQ(entries.size(), 1U);
     EXPECT_EQ(entries[0].LongName, name);
 }
@@ -338,7 +341,7 @@ TEST_F(WindowsFiles, NamesInAnsiLettersComeBack)
 TEST_F(WindowsFiles, ANameThatAnsiDoesNotHoldIsNeitherCountedNorReached)
 {
     std::ofstream(Folder / L"\u0434.dxf", std::ios::binary) << "x"; // Cyrillic
-    EXPECT_EQ(FCount(PathOf("") + "*.dxf"), 0);
+    EXPECT_EQ(test::Counted(PathOf("") + "*.dxf"), 0);
     std::string contents;
     const FileOutcome outcome = ReadWholeFile(FromHostPath((Folder / L"\u0434.dxf").string()), contents);
     EXPECT_EQ(outcome.Number, ErrorPathNotFound);

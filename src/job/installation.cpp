@@ -1,0 +1,237 @@
+// The journal of an installation and what it is for. It is on the disk before the first file is moved and
+// goes when the last move is; so whoever finds one, with the lock in hand, finds moves that an ended
+// process has left. A file whose contents are others than the journal says is not one of them. Relies on
+// the lock being held; leaves no file aside of a process that has ended.
+#include "job/installation.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "platform/aside_names.h"
+#include "platform/directory.h"
+#include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "writers/installation_files.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::string_view FirstLine = "moves 1 ";
+constexpr std::string_view Slashes = "/\\";
+
+std::string NumberText(std::uint64_t value)
+{
+    return std::to_string(value);
+}
+
+// Cuts a number and the character behind it off the text.
+std::optional<std::uint64_t> TakeNumber(std::string_view& text, char end)
+{
+    std::uint64_t value = 0;
+    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto length = static_cast<std::size_t>(read.ptr - text.data());
+    if (read.ec != std::errc() || length >= text.size() || text[length] != end)
+        return std::nullopt;
+    text.remove_prefix(length + 1);
+    return value;
+}
+
+std::optional<std::string> TakeText(std::string_view& text, std::uint64_t length)
+{
+    if (length >= text.size() || text[static_cast<std::size_t>(length)] != '\n')
+        return std::nullopt;
+    std::string taken(text.substr(0, static_cast<std::size_t>(length)));
+    text.remove_prefix(static_cast<std::size_t>(length) + 1);
+    return taken;
+}
+
+std::string_view HostFolderOf(std::string_view path)
+{
+    return path.substr(0, path.find_last_of(Slashes) + 1); // none: npos + 1 is 0
+}
+
+std::string FromFolder(std::string_view path, std::string_view folder)
+{
+    return std::string(!folder.empty() && BeginsWith(path, folder) ? path.substr(folder.size()) : path);
+}
+
+bool IsFull(std::string_view path)
+{
+    return Slashes.find(path.front()) != std::string_view::npos || (path.size() > 1 && path[1] == ':');
+}
+
+std::string FullPath(const std::string& path, std::string_view folder)
+{
+    return path.empty() || IsFull(path) ? path : std::string(folder) + path;
+}
+
+// Whatever the journal says, nothing is moved but a file aside over one of its own folder.
+bool IsMoveAside(const PlannedMove& move)
+{
+    const std::string_view folder = HostFolderOf(move.File.Aside);
+    const std::string_view name = std::string_view(move.File.Aside).substr(folder.size());
+    return OwnerOfAside(name) != AsideOwner::None && HostFolderOf(move.File.Place) == folder &&
+           move.File.Place.size() > folder.size();
+}
+
+std::optional<PlannedMove> TakeMove(std::string_view& text, std::string_view folder)
+{
+    PlannedMove move;
+    const auto size = TakeNumber(text, ' ');
+    const auto sum = size ? TakeNumber(text, ' ') : std::nullopt;
+    const auto asideLength = sum ? TakeNumber(text, ' ') : std::nullopt;
+    const auto placeLength = asideLength ? TakeNumber(text, '\n') : std::nullopt;
+    const auto aside = placeLength ? TakeText(text, *asideLength) : std::nullopt;
+    const auto place = aside ? TakeText(text, *placeLength) : std::nullopt;
+    if (!place)
+        return std::nullopt;
+    move.Mark = {*size, *sum};
+    move.File.Aside = FullPath(*aside, folder);
+    move.File.Place = FullPath(*place, folder);
+    return IsMoveAside(move) ? std::optional(move) : std::nullopt;
+}
+
+std::string HostFolderOfAnchor(const std::string& anchor)
+{
+    return std::string(HostFolderOf(ToHostPath(anchor)));
+}
+
+FileOutcome FinishMove(PlannedMove& move)
+{
+    std::string contents;
+    const FileAnswer answer = ReadIfThere(FromHostPath(move.File.Aside), contents);
+    if (answer.Is == Presence::CannotTell)
+        return answer.Why;
+    if (answer.Is == Presence::NotThere || MarkOf(contents) != move.Mark)
+        return {}; // moved already, or another process's by now
+    const std::string shown = ShownPath(FromHostPath(move.File.Place));
+    const std::string aside = FromHostPath(move.File.Aside);
+    FileOutcome outcome = MoveStaged(move.File);
+    if (!outcome.Ok() && AskFile(aside).Is == Presence::NotThere)
+        return {}; // somebody with the lock of another installation of the set was quicker
+    if (!outcome.Ok())
+        outcome.Cause = shown + ": " + outcome.Cause;
+    return outcome;
+}
+
+bool HoldsCopyOfEnded(const std::string& folder)
+{
+    constexpr Long most = 1000;
+    std::vector<DirectoryEntry> entries;
+    (void)ReadFileX(folder + ".kv-*.tmp", most, entries);
+    return std::ranges::any_of(entries, [](const DirectoryEntry& entry) {
+        return OwnerOfAside(entry.LongName) == AsideOwner::Ended;
+    });
+}
+
+// The folders of programs or notes by their first letters.
+void SweepLetters(const std::string& folder)
+{
+    int swept = 0;
+    (void)SweepAsides(folder + "00\\", swept);
+    for (int letter = '!'; letter <= 0xFF; ++letter) {
+        if (std::string_view("\"*/:<>?\\|").find(static_cast<char>(letter)) == std::string_view::npos)
+            (void)SweepAsides(folder + static_cast<char>(letter) + "\\", swept);
+    }
+}
+
+} // namespace
+
+std::string AnchorOf(const std::string& installation)
+{
+    return installation.ends_with('\\') ? IndexPathIn(installation) : installation;
+}
+
+std::string JournalOf(const std::string& anchor)
+{
+    return FolderOf(anchor) + ".kv-" + FileNameOf(anchor) + ".moves";
+}
+
+std::string JournalText(std::span<const PlannedMove> moves, std::string_view folder)
+{
+    std::string text = std::string(FirstLine) + NumberText(moves.size()) + "\n";
+    for (const PlannedMove& move : moves) {
+        const std::string aside = FromFolder(move.File.Aside, folder);
+        const std::string place = FromFolder(move.File.Place, folder);
+        text += NumberText(move.Mark.Size) + " " + NumberText(move.Mark.Sum) + " " +
+                NumberText(aside.size()) + " " + NumberText(place.size()) + "\n" + aside + "\n" + place +
+                "\n";
+    }
+    return text + NumberText(MarkOf(text).Sum) + "\n";
+}
+
+std::optional<std::vector<PlannedMove>> MovesOfJournal(std::string_view text, std::string_view folder)
+{
+    const std::size_t last = text.size() < 2 ? std::string_view::npos : text.rfind('\n', text.size() - 2);
+    if (last == std::string_view::npos || !BeginsWith(text, FirstLine))
+        return std::nullopt;
+    std::string_view ending = text.substr(last + 1);
+    if (TakeNumber(ending, '\n') != MarkOf(text.substr(0, last + 1)).Sum)
+        return std::nullopt;
+    text.remove_prefix(FirstLine.size());
+    const std::optional<std::uint64_t> count = TakeNumber(text, '\n');
+    std::vector<PlannedMove> moves;
+    while (count && moves.size() < *count) {
+        const std::optional<PlannedMove> move = TakeMove(text, folder);
+        if (!move)
+            return std::nullopt;
+        moves.push_back(*move);
+    }
+    return moves;
+}
+
+FileOutcome WriteJournal(const std::string& anchor, std::span<const PlannedMove> moves)
+{
+    return ReplaceFile(JournalOf(anchor), JournalText(moves, HostFolderOfAnchor(anchor)));
+}
+
+FileOutcome DropJournal(const std::string& anchor)
+{
+    return DeleteFile(JournalOf(anchor));
+}
+
+FileOutcome FinishMoves(const std::string& anchor)
+{
+    std::string text;
+    const FileAnswer answer = ReadIfThere(JournalOf(anchor), text);
+    if (answer.Is == Presence::NotThere)
+        return {};
+    if (answer.Is == Presence::CannotTell)
+        return {answer.Why.Number, ShownPath(JournalOf(anchor)) + ": " + answer.Why.Cause};
+    std::optional<std::vector<PlannedMove>> moves = MovesOfJournal(text, HostFolderOfAnchor(anchor));
+    if (moves) {
+        for (PlannedMove& move : *moves) {
+            FileOutcome outcome = FinishMove(move);
+            if (!outcome.Ok())
+                return outcome;
+        }
+        FileOutcome outcome = FlushFiles();
+        if (!outcome.Ok())
+            return outcome;
+    }
+    return DropJournal(anchor); // one that is not whole was never begun
+}
+
+void SweepInstallation(const std::string& installation)
+{
+    int swept = 0;
+    if (!installation.ends_with('\\')) {
+        (void)SweepAsides(FolderOf(installation), swept);
+        return;
+    }
+    // A process that writes programs aside leaves a mark of it in the program folder itself, so that the
+    // many folders of the letters are not gone through each time.
+    if (HoldsCopyOfEnded(installation)) {
+        SweepLetters(installation + "SRG\\");
+        const std::string notes = NotesRoot(installation);
+        if (!notes.empty())
+            SweepLetters(notes + "NOC\\");
+    }
+    if (Holds(UpperCase(installation), "CNC90"))
+        (void)SweepAsides(NavettaFolder(), swept);
+    (void)SweepAsides(installation, swept);
+}
+
+} // namespace kv

@@ -1,0 +1,40 @@
+// A program folder or a cut list as one process at a time may change it: by which file it is locked, and
+// the journal of the moves that are under way, from which they are finished when the process ends in
+// between.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/files.h"
+#include "writers/job_output.h"
+
+namespace kv {
+
+struct PlannedMove {
+    StagedFile File;
+    ContentsMark Mark;
+};
+
+// The file that stands for an installation: the index's place in a program folder, or the cut list.
+std::string AnchorOf(const std::string& installation);
+std::string JournalOf(const std::string& anchor);
+
+// All of these want the lock of the anchor.
+FileOutcome WriteJournal(const std::string& anchor, std::span<const PlannedMove> moves);
+FileOutcome DropJournal(const std::string& anchor);
+// Does what is left of the moves of a process that has ended. A failure leaves the journal.
+FileOutcome FinishMoves(const std::string& anchor);
+// Deletes what ended processes have written aside.
+void SweepInstallation(const std::string& installation);
+
+// A journal's text. Places in or below `folder`, a host path, are named from there, since a shared folder
+// has other names on other machines.
+std::string JournalText(std::span<const PlannedMove> moves, std::string_view folder);
+// Nothing, when it is not whole or names what is no move of this program.
+std::optional<std::vector<PlannedMove>> MovesOfJournal(std::string_view text, std::string_view folder);
+
+} // namespace kv

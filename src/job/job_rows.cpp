@@ -1,0 +1,128 @@
+// The rows that jobs of interrupted batches have written, in a file beside the cut list. Relies on the
+// list's lock; leaves no file when no job is open.
+#include "job/job_rows.h"
+
+#include <charconv>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "platform/clock.h"
+#include "platform/file_lock.h"
+#include "platform/paths.h"
+
+namespace kv {
+
+namespace {
+
+constexpr int MostRowsTries = 50;
+constexpr double RowsTrySeconds = 0.1;
+
+std::string RunningIdentity;
+std::map<std::string, std::string> ListOfJob; // path of the list, by identity
+
+// Identities and rows may hold any byte, so each is led by its length.
+void AppendField(std::string& text, std::string_view field)
+{
+    text += std::to_string(field.size());
+    text += ' ';
+    text += field;
+    text += '\n';
+}
+
+std::optional<std::string> TakeField(std::string_view& text)
+{
+    std::size_t length = 0;
+    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), length);
+    const auto at = static_cast<std::size_t>(read.ptr - text.data()) + 1; // behind the blank
+    if (read.ec != std::errc() || at > text.size() || length >= text.size() - at)
+        return std::nullopt;
+    std::string field(text.substr(at, length));
+    text.remove_prefix(at + length + 1);
+    return field;
+}
+
+std::optional<std::string> RowsWith(std::optional<std::string> text,
+                                    std::span<const FileChange* const> changes)
+{
+    RowsByJob rows = RowsOf(text.value_or(""));
+    for (const FileChange* const change : changes)
+        rows.insert_or_assign(change->Root, change->Text);
+    return JobRowsText(rows);
+}
+
+} // namespace
+
+std::string JobRowsPath(const std::string& list)
+{
+    return FolderOf(list) + ".kv-" + FileNameOf(list) + ".rows";
+}
+
+RowsByJob RowsOf(std::string_view text)
+{
+    RowsByJob rows;
+    while (!text.empty()) {
+        std::optional<std::string> identity = TakeField(text);
+        std::optional<std::string> row = identity ? TakeField(text) : std::nullopt;
+        if (!row)
+            break;
+        rows.insert_or_assign(std::move(*identity), std::move(*row));
+    }
+    return rows;
+}
+
+std::string JobRowsText(const RowsByJob& rows)
+{
+    std::string text;
+    for (const auto& [identity, row] : rows) {
+        AppendField(text, identity);
+        AppendField(text, row);
+    }
+    return text;
+}
+
+FileChange JobRowsChange(const FileChange& list, const std::string& identity)
+{
+    FileChange change;
+    change.Kind = ChangeKind::JobRows;
+    change.Changed = RowsWith;
+    change.Installation = list.Installation;
+    change.Path = JobRowsPath(list.Path);
+    change.Text = list.Text;
+    change.Root = identity;
+    ListOfJob.insert_or_assign(identity, list.Path);
+    return change;
+}
+
+void SetJobIdentity(std::string identity)
+{
+    RunningIdentity = std::move(identity);
+}
+
+const std::string& JobIdentity()
+{
+    return RunningIdentity;
+}
+
+void ForgetJobIdentity(const std::string& identity)
+{
+    const auto found = ListOfJob.find(identity);
+    if (found == ListOfJob.end())
+        return;
+    const std::string list = found->second;
+    ListOfJob.erase(found);
+    FileLock lock;
+    for (int tries = 0; lock.TryLock(list).Is == LockState::Held && tries < MostRowsTries; ++tries)
+        PauseSeconds(RowsTrySeconds);
+    if (!lock.IsTaken())
+        return; // the row stays on file; it does no harm before the same job comes again
+    std::string text;
+    const std::string path = JobRowsPath(list);
+    if (ReadIfThere(path, text).Is != Presence::There)
+        return;
+    RowsByJob rows = RowsOf(text);
+    rows.erase(identity);
+    (void)(rows.empty() ? DeleteFile(path) : ReplaceFile(path, JobRowsText(rows)));
+}
+
+} // namespace kv

@@ -1,0 +1,28 @@
+// Which row of a cut list a job of a batch has written, until the batch's line is known to be done: a job
+// that is repeated after an interruption replaces its row.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "writers/job_output.h"
+
+namespace kv {
+
+using RowsByJob = std::map<std::string, std::string, std::less<>>; // by identity
+
+std::string JobRowsPath(const std::string& list);
+RowsByJob RowsOf(std::string_view text);
+std::string JobRowsText(const RowsByJob& rows);
+// The change of that file which goes with a change of the list.
+FileChange JobRowsChange(const FileChange& list, const std::string& identity);
+
+// The job that runs next, by a name that is the same when it is repeated, such as batch, line and drawing;
+// empty: a job of which each run adds its row.
+void SetJobIdentity(std::string identity);
+const std::string& JobIdentity();
+// The job is done for good: a later one of that identity adds its row.
+void ForgetJobIdentity(const std::string& identity);
+
+} // namespace kv
