@@ -14,11 +14,6 @@ struct PlaneWords {
     std::string X, Y, Z, I, J, K; // letter and value; empty on the face
 };
 
-// Size of the panel as the horizontal drilling machine sees it: along the edge, thick, away from it.
-struct HbdSizes {
-    std::string Length, Thickness, Depth;
-};
-
 constexpr Int TopBit = 0x10; // of the side mask
 
 // Working variables that outlive a drawing on purpose; ResetWriters() alone brings them back.
@@ -33,9 +28,6 @@ struct WriterMemory {
     Int RouteSide = Face;         // of the last record that opened a route
     PlaneWords Plane;             // a panel from a solid leaves them as they stand
     Single FitX = 0, FitY = 0;    // where the last arc through fit points began
-    std::string PortionName;      // output name of the first drawing that was cut into portions
-    std::string IndexFolder;      // program folder of the first drawing that needed one
-    HbdSizes Hbd;                 // as the last edge with a bore of its own left them
     // Of the Genesis Evolution alone.
     bool EvolutionWritten = false; // as the flags above
     Single EvolutionDiameter = 0;  // last bore's that has one; a route names it too

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "drawing/layer_rules.h"
 #include "platform/clock.h"
@@ -208,15 +209,43 @@ TEST_F(TwoDrawings, ADrawingWithoutOperationsBehindOneWithThemWritesItsShortProg
               (std::vector<std::string>{"G71X600Y400Z0T00N3L0", "G150(KORVANTI DXF IMPORT)", "M2"}));
 }
 
-TEST_F(TwoDrawings, TheProgramFolderOfTheFirstIsRemembered)
+TEST_F(TwoDrawings, AProgramFolderThatIsChangedBetweenThemHoldsForTheSecond)
 {
     First(Bordered(""));
     const fs::path other = Home.Folder / "other";
     fs::create_directories(other);
+    std::ofstream(other / "INDICE.PRG").close();
     DestinationPath(0) = FromHostPath(other.string() + "/");
     Second(Bordered(""));
-    EXPECT_TRUE(Home.HasProgram("SECOND")) << "the folder is settled by the first drawing of the process";
-    EXPECT_TRUE(fs::is_empty(other));
+    EXPECT_FALSE(Home.HasProgram("SECOND"));
+    EXPECT_TRUE(fs::exists(other / "SRG" / "S" / "ECOND"));
+    EXPECT_EQ(fs::file_size(other / "INDICE.PRG"), 82U);
+    EXPECT_EQ(fs::file_size(Home.Programs / "INDICE.PRG"), 82U);
+}
+
+// Bores enough for two programs of 200 lines each, at depths that tell whose they are.
+std::string LongDrawing(const std::string& depth)
+{
+    std::string bores;
+    for (int i = 0; i < 250; ++i)
+        bores += Circle("VBORE Z" + depth, 20 + 2 * i, 70, 2);
+    return Bordered("", bores);
+}
+
+TEST_F(TwoDrawings, TwoLongDrawingsHavePortionsOfTheirOwnNames)
+{
+    Config.LineLimit = "200";
+    First(LongDrawing("11"));
+    const std::vector<std::string> one = Home.Program("FIRST1"), two = Home.Program("FIRST2");
+    Second(LongDrawing("12"));
+    EXPECT_TRUE(Home.Reported("PORTION2 - SECOND2 COMPLETED.")) << Home.ReportText();
+    EXPECT_EQ(Home.Program("FIRST1"), one) << "the second drawing must not touch the first one's";
+    EXPECT_EQ(Home.Program("FIRST2"), two);
+    for (const std::string name : {"SECOND1", "SECOND2"}) {
+        ASSERT_TRUE(Home.HasProgram(name)) << name;
+        EXPECT_TRUE(Holds(Home.Program(name)[2], "Z12")) << Home.Program(name)[2];
+    }
+    EXPECT_EQ(ProgramList, (std::vector<std::string>{"FIRST1", "FIRST2", "SECOND1", "SECOND2"}));
 }
 
 TEST_F(TwoDrawings, TheSameDrawingTwiceGivesTheSameProgramAndOneIndexRecord)

@@ -250,6 +250,21 @@ TEST_F(AutostartBatch, OutputsGoWhereTheLinesSay)
     EXPECT_EQ(TextOf("PROC.LST"), "FRONT\r\nB\r\n");
 }
 
+TEST_F(AutostartBatch, EachLineHasItsOwnFolderAndOneWithoutHasThatOfTheSettings)
+{
+    for (const std::string folder : {"OUT", "BACK"}) {
+        std::filesystem::create_directories(Here.Folder / folder);
+        Here.Write(folder + "/INDICE.PRG", "");
+    }
+    RunBatch("A^" + (Here.Folder / "OUT").string() + "/\r\nB^" + (Here.Folder / "BACK").string() +
+             "/\r\nC\r\n");
+    EXPECT_TRUE(std::filesystem::exists(Here.Folder / "OUT/SRG/00/A")) << Here.ReportText();
+    EXPECT_TRUE(std::filesystem::exists(Here.Folder / "BACK/SRG/00/B"));
+    EXPECT_TRUE(Here.HasProgram("C"));
+    for (const std::string index : {"OUT/INDICE.PRG", "BACK/INDICE.PRG", "prg/INDICE.PRG"})
+        EXPECT_EQ(std::filesystem::file_size(Here.Folder / index), 82U) << index;
+}
+
 // --- Commands ---
 
 TEST_F(AutostartBatch, CncOffHoldsForTheFollowingLinesAndIsResetForTheNextBatch)

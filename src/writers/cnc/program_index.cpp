@@ -1,6 +1,6 @@
 // Index records, places of programs, and the placing of a program with all that goes with it: index,
 // list of programs made, hand-over to the control, notes, program file, in this order. Relies on the
-// remembered program folder; a failure leaves the old files whole.
+// job's output name and the settings; a failure leaves the old files whole.
 #include "writers/cnc/program_index.h"
 
 #include <bit>
@@ -98,14 +98,11 @@ bool MoveIndex(const std::string& path, StagedFile& staged)
     return false;
 }
 
-// Set once: the first drawing that needs a folder settles it for all that follow.
-const std::string& SettledIndexFolder(std::string_view output)
+// The job's own folder, else the one that the settings name now.
+std::string IndexFolder(std::string_view output)
 {
-    if (Writers.IndexFolder.empty())
-        Writers.IndexFolder = FolderOf(output);
-    if (Writers.IndexFolder.empty())
-        Writers.IndexFolder = ProgramFolder(Run.ControlType);
-    return Writers.IndexFolder;
+    const std::string folder = FolderOf(output);
+    return folder.empty() ? ProgramFolder(Run.ControlType) : folder;
 }
 
 } // namespace
@@ -174,7 +171,7 @@ std::string PlaceUnderIndex(std::string_view name)
 
 bool PlaceIndexedProgram(const ProgramPart& part)
 {
-    const std::string folder = SettledIndexFolder(part.Output);
+    const std::string folder = IndexFolder(part.Output);
     const std::string indexPath = folder + std::string(IndexFileName);
     if (folder.empty() || !FileExists(indexPath)) {
         FailWithoutIndex(folder);

@@ -11,7 +11,6 @@
 #include "writers/output_names.h"
 #include "writers/program_families.h"
 #include "writers/program_file.h"
-#include "writers/writer_memory.h"
 
 namespace kv {
 
@@ -58,14 +57,13 @@ std::string PortionText(const std::vector<std::string>& lines, Long first, Long 
     return TextOfLines(portion);
 }
 
-// Counts from the remembered name, whatever this drawing's name is.
-std::string PortionName(int count)
+// A name that fills its room has the count in place of its last characters.
+std::string PortionName(std::string output, int count)
 {
     const std::string digits = WholeText(count);
-    std::string name = Writers.PortionName;
-    if (FileNameOf(name).size() < ProgramNameWidth)
-        return name + digits;
-    return name.replace(name.size() - digits.size(), digits.size(), digits);
+    if (FileNameOf(output).size() < ProgramNameWidth)
+        return output + digits;
+    return output.replace(output.size() - digits.size(), digits.size(), digits);
 }
 
 void ReportPortion(int count, const std::string& name)
@@ -76,8 +74,6 @@ void ReportPortion(int count, const std::string& name)
 
 void WritePortions(const CncProgram& program, const std::string& output, Long limit)
 {
-    if (Writers.PortionName.empty())
-        Writers.PortionName = output;
     const Long total = program.LastLine();
     Long first = 0;
     Long last = limit;
@@ -91,7 +87,7 @@ void WritePortions(const CncProgram& program, const std::string& output, Long li
             FailDrawing();
             return;
         }
-        const std::string name = PortionName(count);
+        const std::string name = PortionName(output, count);
         if (!Place({output, name, PortionText(program.Lines, first, last), program.HorizontalWritten}))
             return;
         ReportPortion(count, name);

@@ -17,7 +17,6 @@
 #include "writers/output_names.h"
 #include "writers/program_families.h"
 #include "writers/side_program.h"
-#include "writers/writer_memory.h"
 
 namespace kv {
 
@@ -29,10 +28,16 @@ constexpr std::size_t TypeColumn = 1, DiameterColumn = 2, InserterColumn = 3, Gl
 constexpr double HorizontalReach = 0.001; // between the diameters of a bore and its tool
 constexpr Int DowelBottom = 4, GlueBottom = 5;
 
+// Size of the panel as the machine sees it: along the edge, thick, away from it.
+struct HbdSizes {
+    std::string Length, Thickness, Depth;
+};
+
 struct HbdProgram {
     SideTexts Sides;
     GridCells Tools;
-    Long Edge = 0; // the side of the drawing that is drilled
+    Long Edge = 0;  // the side of the drawing that is drilled
+    HbdSizes Sizes; // by the edge; empty where it is none of 1 to 4
     bool AnyBore = false;
 };
 
@@ -97,15 +102,15 @@ TemplateFields FieldsOfDrawing()
     return fields;
 }
 
-// Another number leaves the sizes of the drawing before.
-void SettleSizes(Long side)
+void SettleEdge(HbdProgram& program, Long side)
 {
+    program.Edge = side;
     if (side < 1 || side > 4)
         return;
     const bool alongX = side < 3;
-    Writers.Hbd.Length = FormatCoord(alongX ? Run.SideWidth[Face] : Run.SideHeight[Face]);
-    Writers.Hbd.Depth = FormatCoord(alongX ? Run.SideHeight[Face] : Run.SideWidth[Face]);
-    Writers.Hbd.Thickness = FormatCoord(Run.PartThickness);
+    program.Sizes.Length = FormatCoord(alongX ? Run.SideWidth[Face] : Run.SideHeight[Face]);
+    program.Sizes.Depth = FormatCoord(alongX ? Run.SideHeight[Face] : Run.SideWidth[Face]);
+    program.Sizes.Thickness = FormatCoord(Run.PartThickness);
 }
 
 void AppendGlueWords(HbdProgram& program, Int bottom)
@@ -145,9 +150,9 @@ void WriteEdgeBores(HbdProgram& program)
     AppendSideText(program.Sides, "$=BackCR");
     if (HBores.Last() < 1)
         return;
-    program.Edge = HBores[1].Side;
-    SettleSizes(program.Edge);
-    AppendSideText(program.Sides, SizeLine(Writers.Hbd.Length, Writers.Hbd.Thickness, Writers.Hbd.Depth));
+    SettleEdge(program, HBores[1].Side);
+    AppendSideText(program.Sides,
+                   SizeLine(program.Sizes.Length, program.Sizes.Thickness, program.Sizes.Depth));
     for (Long i = 1; i <= HBores.Last(); ++i) {
         if (HBores[i].Side == program.Edge)
             WriteEdgeBore(program, HBores[i]);
@@ -236,19 +241,25 @@ Long EdgeNear(const VBoreRecord& bore, Single limit)
     return edge;
 }
 
+// Without a bore in an edge, the first bore of the face that stands near one says which is drilled.
+void FindEdgeByFaceBores(HbdProgram& program, Single limit)
+{
+    for (Long i = 1; i <= VBores.Last() && program.Edge == 0; ++i)
+        SettleEdge(program, EdgeNear(VBores[i], limit));
+}
+
 void WriteFaceBores(HbdProgram& program)
 {
-    program.Sides.CurrentSide = UpperSide;
-    AppendWords(program,
-                {"$=upperCR", SizeLine(Writers.Hbd.Length, Writers.Hbd.Depth, Writers.Hbd.Thickness)});
     const Single limit = ToSingle(Val(Config.HBDVBoreLimit) / Run.UnitFactor);
-    std::optional<MirrorImages> images; // of the edge, once there is one
-    for (Long i = 1; i <= VBores.Last(); ++i) {
+    FindEdgeByFaceBores(program, limit);
+    const HbdSizes& sizes = program.Sizes;
+    program.Sides.CurrentSide = UpperSide;
+    AppendWords(program, {"$=upperCR", SizeLine(sizes.Length, sizes.Depth, sizes.Thickness)});
+    const EdgeView* const view = ViewOf(program.Edge);
+    std::optional<MirrorImages> images; // once a bore belongs to the edge
+    for (Long i = 1; i <= VBores.Last() && view != nullptr; ++i) {
         VBoreRecord& bore = VBores[i];
-        if (program.Edge == 0)
-            program.Edge = EdgeNear(bore, limit);
-        const EdgeView* const view = ViewOf(program.Edge);
-        if (view == nullptr || bore.Group <= 0 || !(DistancesOf(bore).*view->FromEdge <= limit))
+        if (bore.Group <= 0 || !(DistancesOf(bore).*view->FromEdge <= limit))
             continue;
         if (!images)
             images = MirrorImagesFrom(*view);
@@ -257,9 +268,8 @@ void WriteFaceBores(HbdProgram& program)
     }
 }
 
-SideHeads HeadsOfOtherSides()
+SideHeads HeadsOfOtherSides(const HbdSizes& sizes)
 {
-    const HbdSizes& sizes = Writers.Hbd;
     SideHeads heads;
     heads[2] = SizeLine(sizes.Length, sizes.Depth, sizes.Thickness);
     heads[3] = SizeLine(sizes.Length, sizes.Thickness, sizes.Depth);
@@ -273,7 +283,7 @@ void WriteFields(HbdProgram& program, TemplateFields& fields)
         ReplaceField(fields, SizeField, PanelField(Run.SideHeight[Face], Run.SideWidth[Face]));
     program.Sides.CurrentSide = 0;
     AppendSideText(program.Sides, "\n");
-    AssembleSides(program.Sides, HeadsOfOtherSides());
+    AssembleSides(program.Sides, HeadsOfOtherSides(program.Sizes));
     ReplaceField(fields, SideField, SideList(program.Sides));
 }
 

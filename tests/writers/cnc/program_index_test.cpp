@@ -164,7 +164,7 @@ TEST_F(ProgramIndex, NoProgramFolderIsNeverTheCurrentOne)
     EXPECT_EQ(Run.RunFailed, True);
 }
 
-TEST_F(ProgramIndex, TheFolderOfTheFirstDrawingServesAllThatFollow)
+TEST_F(ProgramIndex, AFolderOfItsOwnServesItsJobAlone)
 {
     Put("OUT/INDICE.PRG", "");
     NewDrawing("DOOR");
@@ -172,25 +172,21 @@ TEST_F(ProgramIndex, TheFolderOfTheFirstDrawingServesAllThatFollow)
     AddBore();
     WriteCncProgram();
     WriteNamed("SIDE");
-    EXPECT_TRUE(Stands("OUT/SRG/S/IDE"));
-    EXPECT_EQ(NamesOf(Get("OUT/INDICE.PRG")), "DOOR SIDE ");
-    EXPECT_EQ(Get("PROG/INDICE.PRG"), "");
+    EXPECT_TRUE(Stands("OUT/SRG/D/OOR"));
+    EXPECT_TRUE(Stands("PROG/SRG/S/IDE"));
+    EXPECT_EQ(NamesOf(Get("OUT/INDICE.PRG")), "DOOR ");
+    EXPECT_EQ(NamesOf(Get("PROG/INDICE.PRG")), "SIDE ");
 }
 
-TEST_F(ProgramIndex, TheFolderOfTheSettingsIsRememberedToo)
+TEST_F(ProgramIndex, AChangedFolderOfTheSettingsHoldsFromTheNextJobOn)
 {
     Put("OUT/INDICE.PRG", "");
     WriteNamed("DOOR");
     Config.DestinationPath90 = PathOf("OUT\\");
-    NewDrawing("SIDE");
-    Run.PartName = PathOf("OUT\\SIDE");
-    AddBore();
-    WriteCncProgram();
-    EXPECT_TRUE(Stands("PROG/SRG/S/IDE"));
-    EXPECT_EQ(Get("OUT/INDICE.PRG"), "");
-    ResetWriters();
-    WriteNamed("BACK");
-    EXPECT_TRUE(Stands("OUT/SRG/B/ACK"));
+    WriteNamed("SIDE");
+    EXPECT_EQ(NamesOf(Get("PROG/INDICE.PRG")), "DOOR ");
+    EXPECT_EQ(NamesOf(Get("OUT/INDICE.PRG")), "SIDE ");
+    EXPECT_TRUE(Stands("OUT/SRG/S/IDE"));
 }
 
 TEST_F(ProgramIndex, AFolderWithoutBackslashIsOneAllTheSame)

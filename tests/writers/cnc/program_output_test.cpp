@@ -110,21 +110,19 @@ TEST_F(Portions, NamesOfTwelveCharactersKeepTheirLength)
     EXPECT_TRUE(Stands("PROG/SRG/C/ABINETDO.OR2"));
 }
 
-TEST_F(Portions, LaterDrawingsCountFromTheNameOfTheFirst)
+TEST_F(Portions, EachDrawingCountsFromItsOwnName)
 {
     AddBores(10);
     WriteCncProgram();
+    const std::string first = Get("PROG/SRG/D/OOR1");
     NewDrawing("SIDE");
     AddBores(5);
     WriteCncProgram();
-    EXPECT_FALSE(Stands("PROG/SRG/S/IDE1"));
-    EXPECT_EQ(Get("PROG/SRG/D/OOR1").substr(0, 41), "G71X600Y400Z18T00N8L5\r\nG150(SIDE)\r\nG81G90");
-    EXPECT_EQ(Get("PROG/INDICE.PRG").size(), 3 * 82U);
-
-    NewDrawing("BACK"); // in one piece it has its own name
-    AddBores(1);
-    WriteCncProgram();
-    EXPECT_TRUE(Stands("PROG/SRG/B/ACK"));
+    EXPECT_EQ(Get("PROG/SRG/D/OOR1"), first);
+    EXPECT_EQ(Get("PROG/SRG/S/IDE1").substr(0, 41), "G71X600Y400Z18T00N8L5\r\nG150(SIDE)\r\nG81G90");
+    EXPECT_TRUE(WasReported("PORTION1 - SIDE1 COMPLETED."));
+    EXPECT_EQ(ProgramList, (Texts{"DOOR1", "DOOR2", "DOOR3", "SIDE1", "SIDE2"}));
+    EXPECT_EQ(Get("PROG/INDICE.PRG").size(), 5 * 82U);
 }
 
 TEST_F(Portions, TheNameWithItsFolderIsReported)

@@ -57,17 +57,21 @@ TEST_F(HbdProgramFile, SidesAndSizesFollowTheEdge)
     }
 }
 
-TEST_F(HbdProgramFile, AnEdgeFoundByABoreOfTheFaceTurnsThePanelButHasNoSizes)
+TEST_F(HbdProgramFile, AnEdgeFoundByABoreOfTheFaceTurnsThePanelAndSettlesItsSizes)
 {
     AddFaceBore(30, 100);
     const std::string text = Written();
     EXPECT_NE(text.find("::UNm DL=400 DH=600 DS=18\r\r\n"), std::string::npos);
     EXPECT_EQ(SideOf(text, 5), (Texts{"$=Back"}));
-    EXPECT_EQ(SideOf(text, 1)[1], "::LF= HF= SF=");
+    EXPECT_EQ(SideOf(text, 1)[1], "::LF=400 HF=600 SF=18");
+    EXPECT_EQ(SideOf(text, 2), (Texts{"::LF=400 HF=600 SF=18"}));
+    EXPECT_EQ(SideOf(text, 3), (Texts{"::LF=400 HF=18 SF=600"}));
+    EXPECT_EQ(SideOf(text, 4), (Texts{"::LF=600 HF=18 SF=400"}));
+    EXPECT_EQ(SideOf(text, 6), (Texts{"::LF=600 HF=18 SF=400"}));
     EXPECT_NE(text.find("\n\n::SIDE=1;5;\r"), std::string::npos); // side 5 holds its heading
 }
 
-TEST_F(HbdProgramFile, SizesOfAnEarlierDrawingStayForOneWithoutEdgeBores)
+TEST_F(HbdProgramFile, SizesOfAnEarlierDrawingAreForgotten)
 {
     HBores.Append(EdgeBore(3, 30, 100));
     WriteHbdProgram();
@@ -75,21 +79,25 @@ TEST_F(HbdProgramFile, SizesOfAnEarlierDrawingStayForOneWithoutEdgeBores)
     Run.SideWidth[5] = 900;
     AddFaceBore(300, 30);
     const std::string text = Written("NEXT");
-    EXPECT_EQ(SideOf(text, 1)[1], "::LF=400 HF=600 SF=18");
+    EXPECT_EQ(SideOf(text, 1)[1], "::LF=900 HF=400 SF=18");
     ResetWriters();
     NewDrawing("THIRD");
+    Run.SideWidth[5] = 900;
     AddFaceBore(300, 30);
-    EXPECT_EQ(SideOf(Written("THIRD"), 1)[1], "::LF= HF= SF=");
+    const std::string name = "$=NEXT", fresh = "$=THIRD";
+    std::string alone = Written("THIRD");
+    ASSERT_NE(alone.find(fresh), std::string::npos);
+    EXPECT_EQ(alone.replace(alone.find(fresh), fresh.size(), name), text);
 }
 
-TEST_F(HbdProgramFile, ASideThatIsNoEdgeLeavesTheSizesAsTheyWere)
+TEST_F(HbdProgramFile, ASideThatIsNoEdgeHasNoSizes)
 {
     HBores.Append(EdgeBore(1, 100, 30));
     WriteHbdProgram();
     NewDrawing("NEXT");
     Run.SideWidth[5] = 900;
     HBores.Append(EdgeBore(6, 100, 30));
-    EXPECT_EQ(SideOf(Written("NEXT"), 5)[1], "::LF=600 HF=18 SF=400");
+    EXPECT_EQ(SideOf(Written("NEXT"), 5)[1], "::LF= HF= SF=");
 }
 
 TEST_F(HbdProgramFile, ABlankDescriptionBecomesTheConvertersName)
