@@ -244,7 +244,7 @@ void EndRecord(ReaderState& state)
     if (state.ExtrusionPending || state.PolylineCarry)
         FinishExtrusion(state);
     if (state.TitleSeen) {
-        Run.InstructionLayer = Compact(entity.Layer.Trimmed());
+        Run.InstructionLayer = Run.Alone.InstructionLayer = Compact(entity.Layer.Trimmed());
         state.TitleSeen = false;
     }
     if (state.Lightweight) {

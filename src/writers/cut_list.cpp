@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/file_names.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
@@ -13,6 +14,7 @@
 #include "state/run.h"
 #include "state/settings.h"
 #include "writers/number_format.h"
+#include "writers/own_files.h"
 
 namespace kv {
 
@@ -36,7 +38,7 @@ std::string ListPath(const std::string& given)
     std::string path = StripBlanks(given);
     ReplaceChar(path, '/', '\\');
     std::string folder = FolderOf(path);
-    std::string file = FileNameOf(path);
+    std::string file = NameForFile(FileNameOf(path)); // again, since the blanks are out now
     if (folder.empty())
         folder = WithBackslash(Config.PTSPath);
     if (file.empty())
@@ -115,6 +117,8 @@ void AddRow(const PtsTexts& values)
     const std::string path = ListPath(values[0]);
     if (FolderOf(path).empty())
         throw RunError{ErrorPathNotFound, "No folder is set for the cut list " + path};
+    if (const FileOutcome allowed = MayBeWritten(path); !allowed.Ok())
+        ThrowAbout(path, allowed);
     std::string list;
     if (FileExists(path)) {
         const FileOutcome outcome = ReadWholeFile(path, list);

@@ -6,6 +6,7 @@
 #include "platform/run_error.h"
 #include "state/report.h"
 #include "state/run.h"
+#include "writers/own_files.h"
 
 namespace kv {
 
@@ -66,6 +67,8 @@ bool StageProgram(const std::string& path, std::string_view contents, StagedFile
         return Written(path, {ErrorPathNotFound, "no program folder is set"});
     if (!FolderExists(FolderOf(path)))
         return Written(path, {ErrorPathNotFound, "the folder does not exist"});
+    if (!Written(path, MayBeWritten(path)))
+        return false;
     return Written(path, StageFile(path, contents, staged));
 }
 

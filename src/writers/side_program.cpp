@@ -9,6 +9,7 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "writers/number_format.h"
+#include "writers/own_files.h"
 
 namespace kv {
 
@@ -23,7 +24,8 @@ FileOutcome WriteWhole(const std::string& path, std::string_view contents)
         return {ErrorPathNotFound, "no program folder is set"};
     if (!FolderExists(FolderOf(path)))
         return {ErrorPathNotFound, "the folder does not exist"};
-    return ReplaceFile(path, contents);
+    const FileOutcome allowed = MayBeWritten(path);
+    return allowed.Ok() ? ReplaceFile(path, contents) : allowed;
 }
 
 } // namespace

@@ -76,10 +76,13 @@ void WriteOffsets(CncProgram& program)
 
 std::string SequenceOfRun()
 {
-    if (Run.SequenceName.size() == SequenceLength)
-        return Run.SequenceName;
-    return std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence)
-        .substr(0, SequenceLength);
+    const std::string sequence =
+        std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence).substr(0, SequenceLength);
+    if (Run.SequenceName.size() != SequenceLength)
+        return sequence;
+    if (Run.SequenceName != Run.Alone.SequenceName && Run.SequenceName != sequence)
+        NoteTakenOver("sequence", Run.SequenceName);
+    return Run.SequenceName;
 }
 
 // Other letters run nothing, one that stands twice runs its block twice.
@@ -92,21 +95,32 @@ bool WriteBlocks(CncProgram& program)
         }
     }
     Run.SequenceName.clear();
+    Run.Alone.SequenceName.clear();
     return true;
 }
 
 std::string HeaderLine(const CncProgram& program)
 {
+    if (Run.Outfit != Run.Alone.Outfit)
+        NoteTakenOver("outfit", WholeText(Run.Outfit));
     return StripBlanks((Run.DrawingInInch != 0 ? "G70X" : "G71X") + FormatCoord(Run.SideWidth[Face]) + "Y" +
                        FormatCoord(Run.SideHeight[Face]) + "Z" + FormatCoord(Run.PartThickness) + "T" +
                        TwoDigits(Run.Outfit) + WholeWord("F", Run.FlagMask) + "N" +
                        WholeText(program.LastLine() + 1) + "L" + WholeText(program.LastLine() - 2));
 }
 
+bool AnyWork(const WriterMemory& memory)
+{
+    return memory.TopDrillingWritten || memory.GrooveWritten || memory.RouteWritten;
+}
+
 bool AnyOperation(const CncProgram& program)
 {
-    return Writers.TopDrillingWritten || Writers.GrooveWritten || Writers.RouteWritten ||
-           program.HorizontalWritten;
+    if (program.HorizontalWritten || AnyWork(WritersAlone))
+        return true;
+    if (AnyWork(Writers))
+        NoteTakenOver("operations written", ShownValue(true));
+    return AnyWork(Writers);
 }
 
 // False when the operator asked to abort.
@@ -138,7 +152,7 @@ void WriteProgramOfDrawing()
         Run.RunFailed = True;
         return;
     }
-    if (Writers.ToolSubstituted)
+    if (Recall(&WriterMemory::ToolSubstituted, "tool substitution"))
         ReportMessage(1, "Tool Substitution Made.");
     if (Val(Config.DRAlternate) != 0 || Run.DrAlt != 0)
         AlternateDrillingsAndRoutes(program.Lines);
