@@ -51,7 +51,7 @@ template <typename T, typename V> void Remember(T WriterMemory::*field, const V&
 // Values as the report shows them.
 inline std::string ShownValue(bool value)
 {
-    return value ? "yes" : "no";
+    return value ? "on" : "off";
 }
 inline std::string ShownValue(Int value)
 {

@@ -166,7 +166,7 @@ TEST_F(CarryOver, TheLastToolOfARouteThatNamesNone)
 TEST_F(CarryOver, TheFlagsOfWrittenWorkOfADrawingWithoutAny)
 {
     ExpectTakenOver(Bordered(""), Bordered("", ""),
-                    "operations written yes, sides in the index 16, kind of work in the index S");
+                    "output flags drilling, sides in the index 16, kind of work in the index S");
 }
 
 TEST_F(CarryOver, TheSidesAndTheKindOfWorkInTheIndex)
@@ -180,7 +180,7 @@ TEST_F(CarryOver, TheNoticeOfASubstitutedTool)
 {
     Config.ToolSubData[0] = {"1", "71", "72"};
     ExpectTakenOver(Bordered("", Line("ROUTE Z5T71", 50, 50, 300, 50)),
-                    Bordered("", Line("ROUTE Z5T73", 50, 50, 300, 50)), "tool substitution yes");
+                    Bordered("", Line("ROUTE Z5T73", 50, 50, 300, 50)), "tool substitution on");
 }
 
 TEST_F(CarryOver, TheDiameterAndTheFeedOfTheEvolution)
@@ -190,7 +190,7 @@ TEST_F(CarryOver, TheDiameterAndTheFeedOfTheEvolution)
     ExpectTakenOver(Bordered("", Circle("VBORE Z12D8", 110, 70, 4)), Bordered("", route), "diameter 8");
     ExpectTakenOver(Bordered("", Circle("VBORE Z12F500", 110, 70, 4)), Bordered("", EdgeBore("T161")),
                     "feed 500");
-    ExpectTakenOver(Bordered(""), Bordered("", ""), "operations written yes");
+    ExpectTakenOver(Bordered(""), Bordered("", ""), "output flag on");
 }
 
 TEST_F(CarryOver, TheSortingOfTheEvolution)

@@ -2,6 +2,8 @@
 // offsets, blocks in the order of the sequence, end. Relies on mirrored records and the run block;
 // leaves the program's files, the report and, for later drawings, the writers' memory. The run goes
 // on behind it whatever happens here.
+#include <utility>
+
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -114,12 +116,23 @@ bool AnyWork(const WriterMemory& memory)
     return memory.TopDrillingWritten || memory.GrooveWritten || memory.RouteWritten;
 }
 
+std::string KindsOfWork(const WriterMemory& memory)
+{
+    std::string kinds;
+    for (const auto& [isWritten, kind] :
+         {std::pair{memory.TopDrillingWritten, "drilling"}, std::pair{memory.GrooveWritten, "groove"},
+          std::pair{memory.RouteWritten, "route"}})
+        if (isWritten)
+            kinds += (kinds.empty() ? "" : " and ") + std::string(kind);
+    return kinds;
+}
+
 bool AnyOperation(const CncProgram& program)
 {
     if (program.HorizontalWritten || AnyWork(WritersAlone))
         return true;
     if (AnyWork(Writers))
-        NoteTakenOver("operations written", ShownValue(true));
+        NoteTakenOver("output flags", KindsOfWork(Writers));
     return AnyWork(Writers);
 }
 
