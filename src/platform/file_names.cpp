@@ -41,7 +41,7 @@ std::string NameForFile(std::string_view name)
     std::string made(name);
     std::replace_if(made.begin(), made.end(), IsForbidden, '_');
     if (IsDevice(made))
-        made.insert(0, "_");
+        made.insert(std::min(made.find('.'), made.size()), "_");
     return made;
 }
 

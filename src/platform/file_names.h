@@ -7,8 +7,8 @@
 
 namespace kv {
 
-// The name with "_" for each control character and each of " < > | ? * : / and \, and with "_" in front
-// where it is a device of Windows (CON, NUL, COM1 and so on, with any ending).
+// The name with "_" for each control character and each of " < > | ? * : / and \, and with "_" behind its
+// first word where that is a device of Windows (CON, NUL, COM1 and so on, with any ending).
 std::string NameForFile(std::string_view name);
 // The part up to and including the last backslash, slash or colon; empty if there is none.
 std::string_view FolderPartOf(std::string_view text);

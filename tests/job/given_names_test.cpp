@@ -125,8 +125,8 @@ TEST_F(GivenNames, DevicesOfWindowsAreNoPrograms)
         std::ofstream(Home.Folder / "EvHeader.dat", std::ios::binary) << "A\rB\rC\rD\rE\r";
         Run.ControlType = system;
         ASSERT_TRUE(Home.Convert(Named("NUL"))) << Home.ReportText();
-        EXPECT_TRUE(Home.Reported("No file can have the name NUL; it is called _NUL")) << Home.ReportText();
-        EXPECT_TRUE(fs::exists(Home.Programs / (system == Genesis ? "_NUL" : "_NUL.CNC")))
+        EXPECT_TRUE(Home.Reported("No file can have the name NUL; it is called NUL_")) << Home.ReportText();
+        EXPECT_TRUE(fs::exists(Home.Programs / (system == Genesis ? "NUL_" : "NUL_.CNC")))
             << Home.ReportText();
         EXPECT_EQ(RowsThatBegin("No file can have the name"), 1) << Home.ReportText();
     }
@@ -135,7 +135,7 @@ TEST_F(GivenNames, DevicesOfWindowsAreNoPrograms)
 TEST_F(GivenNames, UnderAnIndexTheFilesNameIsBehindTheFirstCharacter)
 {
     const std::pair<const char*, const char*> rows[] = {
-        {"ICON", "SRG/I/_CON"}, {"NUL", "SRG/_/_NUL"}, {"CONE", "SRG/C/ONE"}};
+        {"ICON", "SRG/I/CON_"}, {"NUL", "SRG/N/UL_"}, {"CONE", "SRG/C/ONE"}};
     for (const auto& [name, place] : rows) {
         ASSERT_TRUE(Home.Convert(Named(name))) << Home.ReportText();
         EXPECT_TRUE(fs::exists(Home.Programs / place)) << name << Home.ReportText();
@@ -152,8 +152,8 @@ TEST_F(GivenNames, ThePortionOfAProgramIsNoDeviceEither)
     ASSERT_TRUE(
         Home.Convert(Drawing(TextAt("NAME", 0, 0, "COM") + Rectangle("BORDER", 10, 20, 600, 400) + bores)))
         << Home.ReportText();
-    EXPECT_TRUE(fs::exists(Home.Programs / "_COM1")) << Home.ReportText();
-    EXPECT_TRUE(fs::exists(Home.Programs / "_COM2"));
+    EXPECT_TRUE(fs::exists(Home.Programs / "COM1_")) << Home.ReportText();
+    EXPECT_TRUE(fs::exists(Home.Programs / "COM2_"));
     EXPECT_FALSE(fs::exists(Home.Programs / "COM1"));
 }
 
@@ -217,7 +217,7 @@ TEST_F(GivenLists, FileNamesAListInTheFolderOfTheSettings)
     ASSERT_TRUE(ConvertWith({name, "PTS FILE=a?b"})) << Home.ReportText();
     ASSERT_TRUE(ConvertWith({name, "PTS =ELSEWHERE"})) << Home.ReportText();
     EXPECT_TRUE(Home.Reported("PTS without a field, passed over: PTS =ELSEWHERE")) << Home.ReportText();
-    EXPECT_EQ(Lists(), (std::set<std::string>{"KITCHEN.PTS", "_CON.PTS", "a_b.PTS", "PARTS.PTS"}));
+    EXPECT_EQ(Lists(), (std::set<std::string>{"KITCHEN.PTS", "CON_.PTS", "a_b.PTS", "PARTS.PTS"}));
 }
 
 TEST_F(GivenLists, NoListReplacesAFileOfTheInstallation)

@@ -27,11 +27,15 @@ TEST(FileNames, ForbiddenAndControlCharactersBecomeUnderscores)
     }
 }
 
-TEST(FileNames, DevicesOfWindowsGetAnUnderscoreInFront)
+TEST(FileNames, DevicesOfWindowsGetAnUnderscoreBehindTheirWord)
 {
-    for (const std::string name : {"CON", "con", "NUL.TXT", "Aux.a.b", "PRN ", "COM1", "lpt9.cnc", "COM0",
-                                   "LPT\xB2", "CONIN$", "NUL .X"})
-        EXPECT_EQ(NameForFile(name), "_" + name);
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"CON", "CON_"},         {"con", "con_"},       {"NUL.TXT", "NUL_.TXT"}, {"Aux.a.b", "Aux_.a.b"},
+        {"PRN ", "PRN _"},       {"COM1", "COM1_"},     {"COM0", "COM0_"},       {"lpt9.cnc", "lpt9_.cnc"},
+        {"LPT\xB2", "LPT\xB2_"}, {"CONIN$", "CONIN$_"}, {"NUL .X", "NUL _.X"},
+    };
+    for (const auto& [name, made] : rows)
+        EXPECT_EQ(NameForFile(name), made);
 }
 
 TEST(FileNames, AChangedNameIsNotChangedAgain)

@@ -110,7 +110,7 @@ TEST_F(HbdNames, WhatTheCodePageDoesNotHoldBecomesAnUnderscore)
 TEST_F(HbdNames, ANameThatIsADeviceWithoutItsPointIsChanged)
 {
     WriteNamed("C.ON");
-    EXPECT_EQ(OnlyProgram(), "_CON");
+    EXPECT_EQ(OnlyProgram(), "CON_");
 }
 
 TEST_F(HbdNames, NamesOfPointsHitNoFolder)
