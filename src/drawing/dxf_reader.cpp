@@ -26,6 +26,7 @@ namespace {
 // The carried layer of a polyline whose layer is not read yet; no layer name can be this.
 constexpr std::string_view LayerToCome = "\x01";
 constexpr std::string_view Titles[] = {"POST INSTRUCTIONS", "KORVANTI INSTRUCTIONS"};
+constexpr std::string_view SectionWord = "ENTITIES";              // holds what is drawn
 constexpr std::string_view BinarySentinel = "AutoCAD Binary DXF"; // first bytes of the binary form
 // Kinds that no rule of the reader looks at; nearly every record is one.
 constexpr std::string_view PlainKinds[] = {"LINE", "CIRCLE", "VERTEX", "POINT", "ARC"};
@@ -243,13 +244,21 @@ void EndRecord(ReaderState& state)
     if (state.ExtrusionPending || state.PolylineCarry)
         FinishExtrusion(state);
     if (state.TitleSeen) {
-        Run.InstructionLayer = Compact(entity.Layer.Trimmed());
+        Run.InstructionLayer = Run.Alone.InstructionLayer = Compact(entity.Layer.Trimmed());
         state.TitleSeen = false;
     }
     if (state.Lightweight) {
         entity.Kind = "SEQEND"; // the placeholder behind the last vertex
         state.CarriedLayer.clear();
     }
+}
+
+// A vertex or SEQEND without a group 8 is where its polyline is, so that renames and passes take it
+// along.
+void TakeLayerOfPolyline(ReaderState& state)
+{
+    if (!state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome)
+        Entities[state.Current].Layer = Trim(state.CarriedLayer);
 }
 
 // Group 0. False at ENDSEC.
@@ -260,6 +269,8 @@ bool BeginRecord(ReaderState& state, std::string_view value)
     if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
         state.Lightweight = false;
         Entities[state.Current].Kind = value;
+        if (!state.CarriedLayer.empty() && value == "VERTEX")
+            TakeLayerOfPolyline(state);
         return true;
     }
     const std::string word = UpperCase(value);
@@ -268,11 +279,15 @@ bool BeginRecord(ReaderState& state, std::string_view value)
     const bool isPolyline = Holds(word, "POLYLINE");
     if (isPolyline)
         state.CarriedLayer = LayerToCome;
-    if (Holds(word, "SEQEND"))
+    if (Holds(word, "SEQEND")) {
+        TakeLayerOfPolyline(state);
         state.CarriedLayer.clear();
+    }
     state.Lightweight = isPolyline && Holds(word, "LWPOLYLINE");
     if (!state.Lightweight) {
         Entities[state.Current].Kind = Trim(word);
+        if (Entities[state.Current].Kind == "VERTEX")
+            TakeLayerOfPolyline(state);
         return true;
     }
     state.CarriedLayer = LayerToCome;
@@ -498,6 +513,46 @@ bool ReadPair(ReaderState& state)
     return true;
 }
 
+// The three lines in front of a section's name: "0", "SECTION", "2".
+class SectionHead {
+  public:
+    bool IsComplete() const { return Seen == 3; }
+    void Take(std::string_view line)
+    {
+        constexpr std::size_t longest = 16; // with its blanks; nearly every line that is none is longer
+        const std::string_view word = line.size() <= longest ? Trim(line) : std::string_view();
+        if (Seen == 1 && word == "SECTION")
+            Seen = 2;
+        else if (Seen == 2 && word == "2")
+            Seen = 3;
+        else
+            Seen = word == "0" ? 1 : 0;
+    }
+
+  private:
+    int Seen = 0;
+};
+
+// Stands on the line that names the section. A file that names none is read from the first line that
+// holds the word, whatever that is. False where no line does.
+bool OpenAtSection(ReaderState& state)
+{
+    LineScanner& scanner = state.Scanner;
+    SectionHead head;
+    scanner.Open(state.Path);
+    bool isHeld = false;
+    while (!scanner.AtEnd && scanner.Outcome.Ok()) {
+        const std::string_view line = scanner.NextLine();
+        if (Holds(line, SectionWord)) {
+            if (head.IsComplete())
+                return true;
+            isHeld = true;
+        }
+        head.Take(line);
+    }
+    return isHeld && !scanner.OpenAt(state.Path, SectionWord).empty();
+}
+
 // All pairs up to ENDSEC. False when the user aborted.
 bool ReadPairs(ReaderState& state)
 {
@@ -535,7 +590,7 @@ void ReadDrawing(std::string& path)
     EntityTexts.assign(1, {});
     ReaderState state;
     state.Path = path;
-    const bool found = !state.Scanner.OpenAt(path, "ENTITIES").empty();
+    const bool found = OpenAtSection(state);
     if (!state.Scanner.Outcome.Ok())
         Refuse(state, state.Scanner.Outcome.Cause);
     if (!found) {

@@ -6,7 +6,10 @@
 #include <cmath>
 
 #include "drawing/instruction_renames.h"
+#include "platform/paths.h"
 #include "platform/text.h"
+#include "state/carry_over.h"
+#include "state/given_names.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -25,6 +28,7 @@ struct Pass {
     Int Scratch = 0;
     std::vector<LayerRename> LayerRenames;
     std::vector<ColorRename> ColorRenames;
+    std::array<bool, PtsSlots> FieldByNumber{}; // cut list fields that this drawing gave by number
 };
 
 std::string_view Rest(const Pass& pass)
@@ -111,8 +115,8 @@ void SetDescription(Pass& pass)
 
 void SetPartName(Pass& pass)
 {
-    Run.PartName = NextToken(pass.Position, pass.Line);
-    ReportMessage(1, Run.PartName + "  Assigned in drawing");
+    Run.PartName = PartNameBy(NextToken(pass.Position, pass.Line));
+    ReportMessage(1, FileNameOf(Run.PartName) + "  Assigned in drawing");
 }
 
 void SetOperationString(Pass& pass)
@@ -212,14 +216,24 @@ void SetOffset(Pass& pass)
     Run.OffsetOverrideSet = True;
 }
 
-// The slot of a cut list column by its name; -1 when there is none.
+// The slot of a cut list column by its name; 0 for the list's file, -1 when there is none.
 int PtsSlotOf(std::string_view token)
 {
     const std::string name = Compact(UpperCase(token));
-    for (std::size_t slot = 0; slot < Config.PtsFields.size(); ++slot)
+    for (std::size_t slot = 1; slot < Config.PtsFields.size(); ++slot)
         if (Config.PtsFields[slot] == name)
             return static_cast<int>(slot);
-    return -1;
+    return name == "FILE" ? 0 : -1;
+}
+
+// A number names a nameless field, for this drawing and those that follow.
+void NameField(Pass& pass, std::size_t slot)
+{
+    pass.FieldByNumber[slot] = true;
+    if (!Config.PtsFields[slot].empty())
+        return;
+    Config.PtsFields[slot] = "FIELD" + WholeText(static_cast<Long>(slot));
+    Config.PtsNamedByDrawing[slot] = true;
 }
 
 void SetCutListValue(Pass& pass)
@@ -228,6 +242,10 @@ void SetCutListValue(Pass& pass)
     const std::string_view token = Trim(ParseString(position, pass.Line, "="));
     if (EqualIgnoringCase(token, "OFF") || Run.PtsValues[0] == "OFF") {
         Run.PtsValues[0] = "OFF";
+        return;
+    }
+    if (token.empty()) {
+        ReportMessage(1, "PTS without a field, passed over: " + pass.Line);
         return;
     }
     pass.Scratch = ToInt(Val(token));
@@ -240,13 +258,17 @@ void SetCutListValue(Pass& pass)
             return;
         }
         pass.Scratch = static_cast<Int>(slot);
+        const auto found = static_cast<std::size_t>(slot);
+        if (Config.PtsNamedByDrawing[found] && !pass.FieldByNumber[found])
+            NoteTakenOver("cut list field", Config.PtsFields[found]);
     }
     if (pass.Scratch < 0 || pass.Scratch > HighestPtsField)
         throw RunError{ErrorSubscript, "No cut list field of that number: \"" + pass.Line + "\""};
     const auto slot = static_cast<std::size_t>(pass.Scratch);
-    if (!byName && Config.PtsFields[slot].empty())
-        Config.PtsFields[slot] = "FIELD" + WholeText(pass.Scratch);
-    Run.PtsValues[slot] = Trim(BehindFirst(Trim(Rest(pass)), '='));
+    if (!byName)
+        NameField(pass, slot);
+    const std::string_view value = Trim(BehindFirst(Trim(Rest(pass)), '='));
+    Run.PtsValues[slot] = slot == 0 ? GivenFileName(NameWithoutFolder("PTS FILE", value)) : value;
 }
 
 struct Keyword {
@@ -328,6 +350,8 @@ void ReadInstructions()
             continue; // what has no text has no line
         pass.Entity = &entity;
         pass.Line = TrimLeft(EntityTexts[static_cast<std::size_t>(entity.TextIndex)]);
+        if (Run.InstructionLayer != Run.Alone.InstructionLayer && !Trim(pass.Line).empty())
+            NoteTakenOver("instruction layer", Run.InstructionLayer);
         ObeyLine(pass);
     }
     ApplyRenames(pass.LayerRenames, pass.ColorRenames);

@@ -148,12 +148,13 @@ void ReadBorderFlags(std::string_view layer)
     for (const NumberedFlag& side : OptimizeSides)
         if (Holds(flags, side.Word))
             Run.OptimizeSide = side.Value;
+    Run.Alone.OptimizeSide = Run.OptimizeSide;
     const Long outfit = Find(1, flags, "OF");
-    Run.Outfit = outfit > 0 ? ToLong(Val(Mid(flags, outfit + 2))) : Run.OutfitDefault;
-    Run.OptimizeFlag = Holds(flags, "OP") ? True : False;
+    Run.Outfit = Run.Alone.Outfit = outfit > 0 ? ToLong(Val(Mid(flags, outfit + 2))) : Run.OutfitDefault;
+    Run.OptimizeFlag = Run.Alone.OptimizeFlag = Holds(flags, "OP") ? True : False;
     const Long sequence = Find(1, flags, "SQ");
     if (sequence > 0)
-        Run.SequenceName = Padded(UpperCase(Mid(flags, sequence + 2, 4)), 4);
+        Run.SequenceName = Run.Alone.SequenceName = Padded(UpperCase(Mid(flags, sequence + 2, 4)), 4);
     for (const NumberedFlag& control : ControlTypes)
         if (Holds(flags, control.Word))
             Run.ControlType = control.Value;

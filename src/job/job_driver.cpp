@@ -27,6 +27,8 @@
 #include "routes/pockets.h"
 #include "routes/route_chains.h"
 #include "routes/route_sides.h"
+#include "state/carry_over.h"
+#include "state/given_names.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -80,6 +82,7 @@ void FailJob(std::string line)
 // What no pass handles: one line, arrays emptied, no cut list entry.
 void EndByError(const std::string& cause)
 {
+    ReportTakenOver(); // perhaps the reason
     FailJob(ShownPath(Run.SourceFile) + ": " + cause);
     ReleaseRunArrays();
     Run.ProgramFileName.clear();
@@ -105,8 +108,22 @@ std::string WhyNoDrawing()
     return "  NOT FOUND";
 }
 
+// Before the drawing is read, since its reading may already set what it leaves to the next one.
+void StartDrawing()
+{
+    const bool clean = StartsClean();
+    StartLegacy(clean);
+    StartWriterMemory(clean);
+    if (!clean)
+        return;
+    ForgetFieldsNamedByDrawings();
+    CurrentEntity = DecodedEntity{};
+    DepthFromEntity = False;
+}
+
 void ReadAndConvert()
 {
+    StartDrawing();
     const std::string why = WhyNoDrawing();
     if (!why.empty()) {
         FailJob(ShownPath(Run.SourceFile) + why);
@@ -114,6 +131,7 @@ void ReadAndConvert()
     }
     const std::string part = FileNameOf(Run.PartName);
     ReportMessage(1, Trim(part).empty() ? Run.SourceName : part);
+    Run.PartName = FolderOf(Run.PartName) + GivenFileName(part);
     ReadDrawing(Run.SourceFile);
     if (Run.RunFailed == False)
         ConvertDrawing();
@@ -132,6 +150,8 @@ void PlanStops()
     const bool optimize = Val(Config.Optimizer) != 0 || Run.OptimizeFlag != False;
     if (!optimize || VBores.Last() < 1)
         return;
+    if (Val(Config.Optimizer) == 0 && Run.Alone.OptimizeFlag == False)
+        NoteTakenOver("optimizer", "on");
     if (Run.ControlType == evolution)
         ReportMessage(1,
                       "The drill optimizer is not used for Genesis Evolution; every bore is drilled singly");
@@ -177,8 +197,10 @@ void ConvertDrawing()
     StageDone("operations");
     // 10. A drawing without code.
     if (Run.NoCode != False) {
-        if (!Stages.StopBeforeWriters)
+        if (!Stages.StopBeforeWriters) {
+            ReportTakenOver();
             WriteCutListEntry();
+        }
         EndRun();
         ReportMessage(1, "Code Generation Turned Off in Drawing");
         return;

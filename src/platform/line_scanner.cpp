@@ -11,13 +11,17 @@ namespace {
 constexpr std::size_t BufferSize = 4 * LongestLine;
 } // namespace
 
-std::string_view LineScanner::OpenAt(std::string_view path, std::string_view word)
+void LineScanner::Open(std::string_view path)
 {
     Close();
     Outcome = OpenForReading(path, Handle, Total);
-    if (!Outcome.Ok())
-        return {};
-    Buffer.resize(static_cast<std::size_t>(std::clamp<std::uint64_t>(Total, 1, BufferSize)));
+    if (Outcome.Ok())
+        Buffer.resize(static_cast<std::size_t>(std::clamp<std::uint64_t>(Total, 1, BufferSize)));
+}
+
+std::string_view LineScanner::OpenAt(std::string_view path, std::string_view word)
+{
+    Open(path);
     while (!AtEnd && Outcome.Ok()) {
         const std::string_view line = NextLine();
         if (line.find(word) != std::string_view::npos)

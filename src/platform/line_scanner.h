@@ -16,6 +16,8 @@ namespace kv {
 constexpr std::size_t LongestLine = 256 * 1024; // bytes
 
 struct LineScanner {
+    // Stands before the first line. A file that cannot be read leaves the reason in Outcome.
+    void Open(std::string_view path);
     // Stands on the first line that holds `word` and gives it; empty when none does. A file that
     // cannot be read leaves the reason in Outcome.
     std::string_view OpenAt(std::string_view path, std::string_view word);

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "geometry/point_grid.h"
+#include "state/carry_over.h"
 #include "state/report.h"
 
 namespace kv {
@@ -124,6 +125,7 @@ void OrderByTool(ChainList& list)
     for (const RouteSegment& record : list.Records) {
         Run.MaxSequence = std::max<Long>(Run.MaxSequence, record.Sequence);
         Run.MinSequence = std::min<Long>(Run.MinSequence, record.Sequence);
+        Run.Alone.MinSequence = std::min<Long>(Run.Alone.MinSequence, record.Sequence);
     }
     for (Chain& chain : list.Chains)
         chain.SortKey = list.Records[chain.First].ToolNo;
@@ -135,8 +137,14 @@ void OrderBySequence(ChainList& list)
 {
     if (Run.MaxSequence == 0)
         return;
-    for (Chain& chain : list.Chains)
-        chain.SortKey = list.Records[chain.First].Sequence + std::abs(Run.MinSequence) + SequenceBase;
+    const Long raise = std::abs(Run.MinSequence), raiseAlone = std::abs(Run.Alone.MinSequence);
+    for (Chain& chain : list.Chains) {
+        const Long key = list.Records[chain.First].Sequence + SequenceBase;
+        chain.SortKey = key + raise;
+        // The order is the same; only a key beyond the highest makes a difference.
+        if (chain.SortKey > HighestKey && key + raiseAlone <= HighestKey)
+            NoteTakenOver("lowest sequence", WholeText(Run.MinSequence));
+    }
     DropOutOfRange(list, "its sequence is out of range");
     SortByKey(list);
 }

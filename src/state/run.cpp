@@ -49,6 +49,8 @@ void ResetRun()
     fresh.OptimizeSide = Run.OptimizeSide;
     fresh.SequenceName = Run.SequenceName;
     fresh.MinSequence = Run.MinSequence;
+    fresh.Alone = Run.Alone;
+    fresh.FileNameChanged = Run.FileNameChanged;
     fresh.CncOff = Run.CncOff;
     fresh.HbdOff = Run.HbdOff;
 
@@ -60,6 +62,21 @@ void ResetRun()
     fresh.EntityCount = Entities.Last();
     Run = std::move(fresh);
     ClearOperationArrays();
+}
+
+void StartLegacy(bool clean)
+{
+    Run.Alone = {};
+    Run.FileNameChanged = false;
+    Run.TakenOver.clear();
+    if (!clean)
+        return;
+    Run.InstructionLayer.clear();
+    Run.Outfit = 0;
+    Run.OptimizeFlag = False;
+    Run.OptimizeSide = 0;
+    Run.SequenceName.clear();
+    Run.MinSequence = 0;
 }
 
 void ReleaseRunArrays()

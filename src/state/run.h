@@ -29,6 +29,21 @@ constexpr Single RunDefault = 999.0F; // in a lead or ramp field: take the run's
 using SideSingles = std::array<Single, 6>; // 1 above, 2 below, 3 left, 4 right, 5 the face
 using PtsTexts = std::array<std::string, HighestPtsField + 1>;
 
+// What a run leaves to the next one, as it would be had this drawing been the first of the process.
+struct LegacyOfOne {
+    std::string InstructionLayer;
+    Long Outfit = 0;
+    Int OptimizeFlag = 0;
+    Int OptimizeSide = 0;
+    std::string SequenceName;
+    Long MinSequence = 0;
+};
+
+// A value of an earlier drawing that went into this one.
+struct TakenOverValue {
+    std::string What, Value;
+};
+
 struct RunBlock {
     // The job. Set by the driver before the run, so kept by the reset.
     Single RunStartTime = 0; // seconds since midnight
@@ -44,8 +59,10 @@ struct RunBlock {
     Int OptimizeFlag = 0;
     Int OptimizeSide = 0;
     std::string SequenceName;
-    Long MinSequence = 0;       // only falls
-    Int CncOff = 0, HbdOff = 0; // batch commands
+    Long MinSequence = 0;         // only falls
+    LegacyOfOne Alone;            // written wherever one of those is
+    bool FileNameChanged = false; // reported for this drawing
+    Int CncOff = 0, HbdOff = 0;   // batch commands
 
     // Everything from here on is cleared by ResetRun.
     Single Pi = 3.1415930F; // a little above pi; degrees and arcs are computed with it
@@ -83,11 +100,15 @@ struct RunBlock {
     Long MaxSequence = 0;
     std::vector<std::string> LayerTable; // row 0 BORDER, 1 VBORE DRILLING, 2 GROOVE, 3 HBORE, then routes
     Int RoutePass = 0;                   // row of the route pass that runs; 0 outside
+    std::vector<TakenOverValue> TakenOver;
 };
 extern RunBlock Run;
 
 // Clears the run variables and the operation arrays, keeps what a drawing leaves to the next one.
 void ResetRun();
+// At the start of a job, before the drawing is read: nothing is taken over yet; `clean` forgets what
+// earlier drawings left in the run variables.
+void StartLegacy(bool clean);
 // Empties all arrays of the run at its normal end.
 void ReleaseRunArrays();
 

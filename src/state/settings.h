@@ -57,6 +57,8 @@ struct Settings {
     std::string Origin;         // a number; not 0 flips the origin in Y
     std::string SPDA;
     std::string Pockets; // "told": rectangles and circles by their rules; "any": any shape by true insets
+    std::string
+        CarryOver; // "kept": a drawing starts as the one before left things; "clean": as in a fresh process
 
     // Section "System".
     std::string Help, OLHelp, Viewer;
@@ -72,6 +74,8 @@ struct Settings {
     bool PTSMetric = true;
 
     // Not stored.
+    std::array<bool, PtsSlots>
+        PtsNamedByDrawing{}; // columns that had no name until a drawing used their number
     bool HbdAvailable = false;
     // Classes of operations that a Genesis Evolution program holds.
     bool EvVBore = true, EvHBore = true, EvGroove = true, EvRoute = true;

@@ -98,6 +98,7 @@ const SettingRow OtherRows[] = {
     {"Origin", Form::Text, &Config.Origin},
     {"SPDA", Form::Text, &Config.SPDA},
     {"Pockets", Form::Text, &Config.Pockets},
+    {"CarryOver", Form::Text, &Config.CarryOver},
 };
 
 // Section "System".
@@ -250,6 +251,7 @@ void TakePtsField(std::size_t slot, std::string_view value)
     const bool quoted = BeginsWith(name, "~");
     Config.PtsFields[slot] = quoted ? name.substr(1) : name;
     Config.PtsQuotes[slot] = quoted ? "\"" : "";
+    Config.PtsNamedByDrawing[slot] = false;
 }
 
 void CountPtsFields()

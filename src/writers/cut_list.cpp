@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "platform/file_names.h"
 #include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
@@ -17,6 +18,7 @@
 #include "writers/cut_list_text.h"
 #include "writers/job_output.h"
 #include "writers/number_format.h"
+#include "writers/own_files.h"
 #include "writers/program_file.h"
 
 namespace kv {
@@ -40,7 +42,7 @@ std::string ListPath(const std::string& given)
     std::string path = StripBlanks(given);
     ReplaceChar(path, '/', '\\');
     std::string folder = FolderOf(path);
-    std::string file = FileNameOf(path);
+    std::string file = NameForFile(FileNameOf(path)); // again, since the blanks are out now
     if (folder.empty())
         folder = WithBackslash(Config.PTSPath);
     if (file.empty())
@@ -107,6 +109,7 @@ void AddRow(const PtsTexts& values)
     const std::string path = ListPath(values[0]);
     if (FolderOf(path).empty())
         throw RunError{ErrorPathNotFound, "No folder is set for the cut list " + path};
+    ThrowUnlessOk(path, MayBeWritten(path));
     FileChange change;
     change.Kind = ChangeKind::CutList;
     change.Changed = ListWithRows;

@@ -14,6 +14,7 @@
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
+#include "writers/own_files.h"
 
 namespace kv {
 
@@ -123,6 +124,8 @@ FileOutcome HandOverProgram(const std::string& installation, const std::string& 
                             std::string_view contents)
 {
     FileOutcome outcome = MayHoldPrograms(FolderOf(path));
+    if (outcome.Ok())
+        outcome = MayBeWritten(path);
     if (outcome.Ok())
         outcome = EnterInstallation(installation);
     if (!outcome.Ok())

@@ -5,6 +5,7 @@
 
 #include "platform/clock.h"
 #include "platform/events.h"
+#include "state/carry_over.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -16,6 +17,7 @@ namespace kv {
 
 std::vector<std::string> ProgramList;
 WriterMemory Writers;
+WriterMemory WritersAlone;
 WrittenProgram LastProgram;
 
 void NoteWrittenProgram(std::string_view fileName, std::string_view path)
@@ -32,6 +34,7 @@ void RunProgramWriters()
         WriteCncProgram();
     if (Run.CncOff == 0 && Run.ControlType == 2)
         WriteEvolutionProgram();
+    ReportTakenOver();
     ReportMessage(
         1, MarkPink +
                std::string(
@@ -40,9 +43,28 @@ void RunProgramWriters()
 
 void ResetWriters()
 {
-    Writers = WriterMemory{};
+    StartWriterMemory(true);
     ProgramList.clear();
     LastProgram = WrittenProgram{};
+}
+
+void RememberSides(Int sides)
+{
+    Writers.SideMask |= sides;
+    WritersAlone.SideMask |= sides;
+}
+
+void RememberWork(bool WriterMemory::*written, Int sides)
+{
+    Remember(written, true);
+    RememberSides(sides);
+}
+
+void StartWriterMemory(bool clean)
+{
+    WritersAlone = WriterMemory{};
+    if (clean)
+        Writers = WriterMemory{};
 }
 
 bool MayTakeRecord()

@@ -26,5 +26,7 @@ void ApplyMachineOrigin();
 void RunProgramWriters();
 // The writers' working variables as at program start.
 void ResetWriters();
+// At the start of a job: nothing is taken over yet; `clean` forgets what earlier drawings left.
+void StartWriterMemory(bool clean);
 
 } // namespace kv

@@ -17,7 +17,7 @@ Long Substituted(Long number)
     for (const ToolSubstitution& row : Config.ToolSubData) {
         if (Val(row.Enabled) == 0 || Val(row.Tool) != number)
             continue;
-        Writers.ToolSubstituted = true;
+        Remember(&WriterMemory::ToolSubstituted, true);
         return ToLong(Val(row.ToolSub)); // not looked up again
     }
     return number;

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
+#include "state/carry_over.h"
 #include "state/run.h"
+#include "writers/number_format.h"
 
 namespace kv {
 
@@ -12,6 +15,8 @@ struct PlaneWords {
     std::string Side = "P5";
     std::string Code = "G17";
     std::string X, Y, Z, I, J, K; // letter and value; empty on the face
+
+    bool operator==(const PlaneWords&) const = default;
 };
 
 constexpr Int TopBit = 0x10; // of the side mask
@@ -34,5 +39,46 @@ struct WriterMemory {
     Single EvolutionFeed = 0;      // last vertical bore's; bores in the edges by router name it
 };
 extern WriterMemory Writers;
+extern WriterMemory WritersAlone; // as it would be had this drawing been the first of the process
+
+// Everything that is written into the memory goes through this.
+template <typename T, typename V> void Remember(T WriterMemory::*field, const V& value)
+{
+    Writers.*field = value;
+    WritersAlone.*field = value;
+}
+
+// Values as the report shows them.
+inline std::string ShownValue(bool value)
+{
+    return value ? "on" : "off";
+}
+inline std::string ShownValue(Int value)
+{
+    return WholeText(value);
+}
+inline std::string ShownValue(Single value)
+{
+    return PlainText(value);
+}
+inline std::string ShownValue(const std::string& value)
+{
+    return value;
+}
+inline std::string ShownValue(const PlaneWords& value)
+{
+    return value.Side + " " + value.Code;
+}
+
+// The value for the program. One that an earlier drawing left is noted by `what`.
+template <typename T> const T& Recall(T WriterMemory::*field, std::string_view what)
+{
+    if (Writers.*field != WritersAlone.*field)
+        NoteTakenOver(what, ShownValue(Writers.*field));
+    return Writers.*field;
+}
+// Work was written; sides are bits of SideMask.
+void RememberSides(Int sides);
+void RememberWork(bool WriterMemory::*written, Int sides);
 
 } // namespace kv

@@ -48,7 +48,7 @@ TEST_F(DrawingTexts, NameThatDiffersInCaseAloneIsTakenWithoutALine)
 TEST_F(DrawingTexts, FolderOfThePartNameIsNotCompared)
 {
     Read(TextAt("NAME", 0, 0, "shelf"), "KITCHEN\\SHELF");
-    EXPECT_EQ(Seen.PartName, "shelf"); // the folder goes with the old name
+    EXPECT_EQ(Seen.PartName, "KITCHEN\\shelf"); // the folder is the job's
     EXPECT_EQ(Place.Lines, (Rows{"SHELF"}));
 }
 

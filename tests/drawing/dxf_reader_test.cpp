@@ -268,7 +268,28 @@ TEST_F(Reader, LinesEndInCrLfOrLf)
     EXPECT_EQ(Entities[2].Layer.Trimmed(), "A");
 }
 
-TEST_F(Reader, TheSectionBeginsBehindTheFirstLineThatHoldsTheWord)
+TEST_F(Reader, ALineThatHoldsTheWordIsPassedOverWhereASectionHasTheName)
+{
+    const std::string before =
+        "999\nHERE ARE THE ENTITIES.\n0\nSECTION\n2\nBLOCKS\n0\nCIRCLE\n8\nENTITIES\n0\n"
+        "ENDSEC\n";
+    for (const std::string head : {"0\nSECTION\n2\n", "  0 \r\nSECTION\r\n  2\r\n"}) {
+        ReadBytes(before + head + "ENTITIES\n0\nLINE\n8\nDRAWN\n0\nENDSEC\n");
+        EXPECT_EQ(Kinds(), "[][][LINE][]");
+        EXPECT_EQ(Entities[2].Layer.Trimmed(), "DRAWN");
+    }
+}
+
+TEST_F(Reader, TheNameOfASectionStandsBehindItsTwoAlone)
+{
+    for (const std::string head :
+         {"0\nSECTION\n70\n", "2\nSECTION\n2\n", "0\nBLOCK\n2\n", "0\nSECTION\n2\nX\n"}) {
+        ReadBytes(head + "ENTITIES\n0\nCIRCLE\n0\nSECTION\n2\nENTITIES\n0\nLINE\n0\nENDSEC\n");
+        EXPECT_EQ(Kinds(), "[][][LINE][]") << head;
+    }
+}
+
+TEST_F(Reader, WithoutASectionOfTheNameItBeginsBehindTheFirstLineThatHoldsTheWord)
 {
     ReadBytes(
         "0\nSECTION\n2\nBLOCKS\n0\nCIRCLE\n999\nHERE ARE THE ENTITIES.\n0\nLINE\n8\nENTITIES\n0\nENDSEC\n");
@@ -351,17 +372,25 @@ TEST_F(Reader, AllVerticesHaveThePolylinesLayer)
     EXPECT_EQ(Layers(), "[ROUTE1][ROUTE1][ROUTE1][0][A]");
 }
 
-TEST_F(Reader, AVertexWithoutLayerKeepsABlankOne)
+TEST_F(Reader, AVertexAndSeqendWithoutLayerAreOnThatOfTheirPolyline)
 {
-    Read(Pair(0, "POLYLINE") + Pair(8, "ROUTE1") + Pair(0, "VERTEX") + Pair(10, 1.0) + Pair(0, "SEQEND"));
-    EXPECT_EQ(Layers(), "[ROUTE1][][]");
+    const std::string polyline =
+        Pair(0, "POLYLINE") + Pair(8, "route1") + Pair(0, "VERTEX") + Pair(10, 1.0) + Pair(0, "SEQEND");
+    Read(polyline + Pair(0, "VERTEX") + Pair(0, "SEQEND") + polyline + Pair(8, "OWN"));
+    EXPECT_EQ(Layers(), "[ROUTE1][ROUTE1][ROUTE1][][][ROUTE1][ROUTE1][OWN]");
+}
+
+TEST_F(Reader, OtherRecordsWithoutLayerInsideAPolylineHaveNone)
+{
+    Read(Pair(0, "POLYLINE") + Pair(8, "ROUTE1") + Pair(0, "POINT") + Pair(0, "vertex") + Pair(0, "SEQEND"));
+    EXPECT_EQ(Layers(), "[ROUTE1][][ROUTE1][ROUTE1]");
 }
 
 TEST_F(Reader, AVertexNamesTheLayerOfAPolylineWithoutOne)
 {
     Read(Pair(0, "POLYLINE") + Pair(0, "VERTEX") + Pair(8, "FIRST") + Pair(0, "VERTEX") + Pair(8, "SECOND") +
          Pair(0, "SEQEND"));
-    EXPECT_EQ(Layers(), "[][FIRST][FIRST][]");
+    EXPECT_EQ(Layers(), "[][FIRST][FIRST][FIRST]");
 }
 
 TEST_F(Reader, WithoutSeqendTheLayerIsCarriedOn)

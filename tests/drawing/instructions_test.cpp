@@ -433,23 +433,38 @@ TEST_F(CutListValues, OffEndsThemForThisDrawing)
     EXPECT_EQ(kv::Run.PtsValues[3], "OAK");
 }
 
-TEST_F(CutListValues, AnEmptyTokenIsElementZeroWhereThatHasNoName)
+TEST_F(CutListValues, ALineWithoutAFieldIsReportedAndPassedOver)
 {
-    Obey({"PTS =C:\\LIST"});
-    EXPECT_EQ(kv::Run.PtsValues[0], "C:\\LIST");
-    EXPECT_EQ(Config.PtsFields[0], "");
-    Obey({"PTS =OFF", "PTS 3=OAK"});
-    EXPECT_EQ(kv::Run.PtsValues[0], "OFF");
-    EXPECT_EQ(kv::Run.PtsValues[3], "");
+    Obey({"PTS =C:\\LIST", "PTS =OFF", "PTS", "PTS 3=OAK"});
+    EXPECT_EQ(kv::Run.PtsValues[0], "");
+    EXPECT_EQ(kv::Run.PtsValues[3], "OAK");
+    EXPECT_EQ(Place.Lines,
+              (Lines{"PTS without a field, passed over: PTS =C:\\LIST",
+                     "PTS without a field, passed over: PTS =OFF", "PTS without a field, passed over: PTS"}));
 }
 
-TEST_F(CutListValues, AnEmptyTokenIsTheFirstNamelessFieldWhereElementZeroHasAName)
+TEST_F(CutListValues, FileNamesTheListAndNoFolder)
+{
+    Obey({"PTS file=KITCHEN"});
+    EXPECT_EQ(kv::Run.PtsValues[0], "KITCHEN");
+    EXPECT_TRUE(Place.Lines.empty());
+    for (const std::string folder : {"C:\\LISTS\\", "../", "C:", "a/b\\"}) {
+        Obey({"PTS FILE=" + folder + "KITCHEN"});
+        EXPECT_EQ(kv::Run.PtsValues[0], "KITCHEN");
+        EXPECT_EQ(Place.Lines, (Lines{"PTS FILE names a folder, which is left out: " + folder}));
+    }
+}
+
+TEST_F(CutListValues, NoOtherNameIsElementZero)
 {
     Config.PtsFields[0] = "PATH";
-    Config.PtsFields[1] = "WOOD";
-    Obey({"PTS =X"});
+    Obey({"PTS PATH=X"});
+    EXPECT_EQ(kv::Run.PtsValues[0], "ERROR");
+    EXPECT_EQ(Place.Lines, (Lines{"PTS Error: PATH"}));
+    Config.PtsFields[2] = "FILE"; // a column of that name is the column
+    Obey({"PTS FILE=X"});
+    EXPECT_EQ(kv::Run.PtsValues[0], "");
     EXPECT_EQ(kv::Run.PtsValues[2], "X");
-    EXPECT_EQ(Config.PtsFields[2], ""); // only a number names a field
 }
 
 TEST_F(CutListValues, BeyondFiftyOrBelowZeroEndTheRun)

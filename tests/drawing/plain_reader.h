@@ -3,6 +3,7 @@
 // that the real reader can be held against it. Relies on Val and the text helpers alone.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -35,9 +36,7 @@ class PlainReader {
 
     PlainDrawing Read()
     {
-        std::size_t at = 0;
-        while (at < Lines.size() && Lines[at].find("ENTITIES") == std::string::npos)
-            ++at;
+        std::size_t at = Section();
         if (at == Lines.size()) {
             Drawing.NoSection = true;
             return Drawing;
@@ -56,6 +55,20 @@ class PlainReader {
     }
 
   private:
+    // The first line that holds the word and names a section, else the first that holds it.
+    std::size_t Section() const
+    {
+        std::size_t first = Lines.size();
+        for (std::size_t at = 0; at < Lines.size(); ++at) {
+            if (Lines[at].find("ENTITIES") == std::string::npos)
+                continue;
+            first = std::min(first, at);
+            if (at >= 3 && Trim(Lines[at - 1]) == "2" && Trim(Lines[at - 2]) == "SECTION" &&
+                Trim(Lines[at - 3]) == "0")
+                return at;
+        }
+        return first;
+    }
     static std::vector<std::string> LinesOf(const std::string& file)
     {
         std::vector<std::string> lines;
@@ -175,6 +188,9 @@ class PlainReader {
             return true;
         if (word.find("POLYLINE") != std::string::npos)
             Carried = Marker;
+        const bool ofPolyline = word.find("SEQEND") != std::string::npos || Fixed(word, 10) == "VERTEX";
+        if (ofPolyline && Carried != Marker)
+            Now().Layer = Fixed(Carried, 114);
         if (word.find("SEQEND") != std::string::npos)
             Carried.clear();
         if (word.find("LWPOLYLINE") != std::string::npos) {

@@ -22,8 +22,7 @@ constexpr Long SawAlongX = 60, SawAlongY = 61;
 
 void RaiseTopDrilling()
 {
-    Writers.TopDrillingWritten = true;
-    Writers.SideMask |= TopBit;
+    RememberWork(&WriterMemory::TopDrillingWritten, TopBit);
 }
 
 void WriteHeadPosition(CncProgram& program, const HeadPosition& stop)
@@ -32,8 +31,8 @@ void WriteHeadPosition(CncProgram& program, const HeadPosition& stop)
     const bool alongY = stop.Direction <= 0 && stop.ChainSize >= 2;
     std::string line = alongX ? "G183G90" : alongY ? "G184G90" : "G81G90";
     line += WholeWord("E", stop.ExtraSlot) + PlainWord("F", stop.Feed) + program.OffsetWord + "P5T01" +
-            std::string(stop.Tool.Trimmed()) + SpeedWord(Writers.LastSpeed) + PlaceWords(stop.X, stop.Y) +
-            "Z" + DepthWord(stop.Depth);
+            std::string(stop.Tool.Trimmed()) + SpeedWord(Recall(&WriterMemory::LastSpeed, "speed")) +
+            PlaceWords(stop.X, stop.Y) + "Z" + DepthWord(stop.Depth);
     if (alongX)
         line += "I" + FormatCoord(stop.EndX);
     if (alongY) {
@@ -82,8 +81,7 @@ void WriteGroove(CncProgram& program, const GroovePass& groove)
     if (IsDepthCode(groove.Depth))
         depth += ' '; // stays in the line, which is stripped only up to its "Z"
     program.Lines.push_back(StripBlanks(line) + depth + "Q" + FormatCoord(alongY ? groove.Y2 : groove.X2));
-    Writers.GrooveWritten = true;
-    Writers.SideMask |= TopBit;
+    RememberWork(&WriterMemory::GrooveWritten, TopBit);
 }
 
 void WriteHBore(CncProgram& program, const HBoreRecord& bore)
@@ -93,7 +91,7 @@ void WriteHBore(CncProgram& program, const HBoreRecord& bore)
             WholeText(bore.Side) + BoreToolWord(bore.Tool.Padded(), bore.Group, bore.Diameter) +
             SpeedWord(bore.Speed) + PlaceWords(bore.PosX, bore.PosY) + "Z" + DepthWord(bore.Z);
     program.Lines.push_back(StripBlanks(line));
-    Writers.SideMask |= ToInt(std::exp2(static_cast<double>(bore.Side) - 1));
+    RememberSides(ToInt(std::exp2(static_cast<double>(bore.Side) - 1)));
     program.HorizontalWritten = true;
 }
 

@@ -24,7 +24,7 @@ constexpr std::size_t HeadLines = 10;
 std::string OldIndexedProgram()
 {
     const bool folderOnly = Run.PartName.ends_with('\\');
-    const std::string name = folderOnly ? SourceBaseName() : FileNameOf(Run.PartName);
+    const std::string name = OutputFileName();
     const std::string folder = folderOnly ? Run.PartName : ProgramFolder(Run.ControlType);
     if (name.size() < 2 || folder.empty() || !FileIsThere(folder + std::string(IndexFileName)))
         return {};

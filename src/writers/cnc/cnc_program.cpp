@@ -2,6 +2,8 @@
 // offsets, blocks in the order of the sequence, end. Relies on mirrored records and the run block;
 // leaves the program's files, the report and, for later drawings, the writers' memory. The run goes
 // on behind it whatever happens here.
+#include <utility>
+
 #include "platform/paths.h"
 #include "platform/run_error.h"
 #include "platform/text.h"
@@ -78,10 +80,13 @@ void WriteOffsets(CncProgram& program)
 
 std::string SequenceOfRun()
 {
-    if (Run.SequenceName.size() == SequenceLength)
-        return Run.SequenceName;
-    return std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence)
-        .substr(0, SequenceLength);
+    const std::string sequence =
+        std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence).substr(0, SequenceLength);
+    if (Run.SequenceName.size() != SequenceLength)
+        return sequence;
+    if (Run.SequenceName != Run.Alone.SequenceName && Run.SequenceName != sequence)
+        NoteTakenOver("sequence", Run.SequenceName);
+    return Run.SequenceName;
 }
 
 // Other letters run nothing, one that stands twice runs its block twice.
@@ -94,21 +99,43 @@ bool WriteBlocks(CncProgram& program)
         }
     }
     Run.SequenceName.clear();
+    Run.Alone.SequenceName.clear();
     return true;
 }
 
 std::string HeaderLine(const CncProgram& program)
 {
+    if (Run.Outfit != Run.Alone.Outfit)
+        NoteTakenOver("outfit", WholeText(Run.Outfit));
     return StripBlanks((Run.DrawingInInch != 0 ? "G70X" : "G71X") + FormatCoord(Run.SideWidth[Face]) + "Y" +
                        FormatCoord(Run.SideHeight[Face]) + "Z" + FormatCoord(Run.PartThickness) + "T" +
                        TwoDigits(Run.Outfit) + WholeWord("F", Run.FlagMask) + "N" +
                        WholeText(program.LastLine() + 1) + "L" + WholeText(program.LastLine() - 2));
 }
 
+bool AnyWork(const WriterMemory& memory)
+{
+    return memory.TopDrillingWritten || memory.GrooveWritten || memory.RouteWritten;
+}
+
+std::string KindsOfWork(const WriterMemory& memory)
+{
+    std::string kinds;
+    for (const auto& [isWritten, kind] :
+         {std::pair{memory.TopDrillingWritten, "drilling"}, std::pair{memory.GrooveWritten, "groove"},
+          std::pair{memory.RouteWritten, "route"}})
+        if (isWritten)
+            kinds += (kinds.empty() ? "" : " and ") + std::string(kind);
+    return kinds;
+}
+
 bool AnyOperation(const CncProgram& program)
 {
-    return Writers.TopDrillingWritten || Writers.GrooveWritten || Writers.RouteWritten ||
-           program.HorizontalWritten;
+    if (program.HorizontalWritten || AnyWork(WritersAlone))
+        return true;
+    if (AnyWork(Writers))
+        NoteTakenOver("output flags", KindsOfWork(Writers));
+    return AnyWork(Writers);
 }
 
 // False when the operator asked to abort.
@@ -141,7 +168,7 @@ bool WriteProgramOfDrawing()
         Run.RunFailed = True;
         return true;
     }
-    if (Writers.ToolSubstituted)
+    if (Recall(&WriterMemory::ToolSubstituted, "tool substitution"))
         ReportMessage(1, "Tool Substitution Made.");
     if (Val(Config.DRAlternate) != 0 || Run.DrAlt != 0)
         AlternateDrillingsAndRoutes(program.Lines);

@@ -35,7 +35,7 @@ std::string SpeedWord(Int speed)
 {
     if (speed <= 0)
         return {};
-    Writers.LastSpeed = speed;
+    Remember(&WriterMemory::LastSpeed, speed);
     return "S" + WholeText(speed);
 }
 
@@ -57,9 +57,9 @@ std::string DepthWord(Single depth)
 std::string BoreToolWord(std::string_view tool, Int group, Single diameter)
 {
     if (Val(tool) != 0)
-        Writers.ToolWord = "T" + TwoDigits(group) + std::string(tool);
+        Remember(&WriterMemory::ToolWord, "T" + TwoDigits(group) + std::string(tool));
     else
-        Writers.ToolWord = "R54=" + FormatCoord(diameter);
+        Remember(&WriterMemory::ToolWord, "R54=" + FormatCoord(diameter));
     return Writers.ToolWord;
 }
 

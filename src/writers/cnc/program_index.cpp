@@ -41,13 +41,21 @@ void AppendSingle(std::string& record, Single value)
 }
 
 // The strongest kind of work wins: a horizontal bore over a groove over drilling and routes.
-char KindLetter(bool horizontalWritten)
+char KindLetterOf(const WriterMemory& memory, bool horizontalWritten)
 {
     if (horizontalWritten)
         return 'N';
-    if (Writers.GrooveWritten)
+    if (memory.GrooveWritten)
         return 's';
-    return Writers.TopDrillingWritten || Writers.RouteWritten ? 'S' : '\0';
+    return memory.TopDrillingWritten || memory.RouteWritten ? 'S' : '\0';
+}
+
+char KindLetter(bool horizontalWritten)
+{
+    const char letter = KindLetterOf(Writers, horizontalWritten);
+    if (letter != KindLetterOf(WritersAlone, horizontalWritten))
+        NoteTakenOver("kind of work in the index", std::string(1, letter));
+    return letter;
 }
 
 void Warn(const std::string& text)
@@ -146,7 +154,7 @@ std::string IndexRecord(std::string_view programName, bool horizontalWritten)
     record.append(4, '\0');
     record += '\1';
     record += '\0';
-    record += static_cast<char>((Writers.SideMask | 0xA0) & 0xFF);
+    record += static_cast<char>((Recall(&WriterMemory::SideMask, "sides in the index") | 0xA0) & 0xFF);
     record += '\0';
     record += KindLetter(horizontalWritten);
     record.append(2, '\0');

@@ -62,8 +62,10 @@ std::string PortionName(std::string output, int count)
 {
     const std::string digits = WholeText(count);
     if (FileNameOf(output).size() < ProgramNameWidth)
-        return output + digits;
-    return output.replace(output.size() - digits.size(), digits.size(), digits);
+        output += digits;
+    else
+        output.replace(output.size() - digits.size(), digits.size(), digits);
+    return FolderOf(output) + ProgramNameFor(FileNameOf(output)); // "COM" and 1 are a device
 }
 
 void ReportPortion(int count, const std::string& name)

@@ -25,8 +25,8 @@ void WriteTexts(CncProgram& program, const std::vector<std::string>& texts)
 void WriteCircle(CncProgram& program, RouteCircle& circle)
 {
     SettleRouteGroup(circle);
-    Writers.ToolWord =
-        circle.ToolNo != 0 ? NamedToolWord(circle.Group, circle.ToolNo) : "R54=" + PlainText(circle.Diameter);
+    Remember(&WriterMemory::ToolWord, circle.ToolNo != 0 ? NamedToolWord(circle.Group, circle.ToolNo)
+                                                         : "R54=" + PlainText(circle.Diameter));
     const Single x = circle.X;
     const Single y = ToSingle(static_cast<double>(circle.Y) - static_cast<double>(circle.Radius));
     TakeRouteSide(circle.Side);
@@ -34,9 +34,9 @@ void WriteCircle(CncProgram& program, RouteCircle& circle)
 
     RouteSegment start = SegmentOfCircle(circle);
     start.FeedRapid = 0; // a circle has no B word
-    OpenRoute(program, {start, start, Writers.Plane.Side, PointInPlane(x, y, circle.Z), {}});
+    const PlaneWords& plane = PlaneOfRoute();
+    OpenRoute(program, {start, start, plane.Side, PointInPlane(x, y, circle.Z), {}});
 
-    const PlaneWords& plane = Writers.Plane;
     if (Writers.RouteSide == Face)
         program.Lines.push_back("G2G90G17" + PlaceWords(x, y) + "I0J" + FormatCoord(circle.Radius));
     else

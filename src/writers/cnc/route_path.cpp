@@ -25,9 +25,9 @@ void TakeTool(RouteSegment& record)
 {
     SettleRouteGroup(record);
     if (record.ToolNo != 0)
-        Writers.ToolWord = NamedToolWord(record.Group, record.ToolNo);
+        Remember(&WriterMemory::ToolWord, NamedToolWord(record.Group, record.ToolNo));
     else if (record.Diameter != 0)
-        Writers.ToolWord = "R54=" + PlainText(record.Diameter);
+        Remember(&WriterMemory::ToolWord, "R54=" + PlainText(record.Diameter));
 }
 
 std::string ParameterWords(const RouteSegment& record)
@@ -62,7 +62,7 @@ void WritePoint(CncProgram& program, const RouteSegment& previous, const RouteSe
     const WorkingPoint at = PointInPlane(record.X, record.Y, record.Z);
     if (record.Kind < 0) {
         if (OpensRoute(record))
-            OpenRoute(program, {record, record, Writers.Plane.Side, at, ParameterWords(record)});
+            OpenRoute(program, {record, record, PlaneOfRoute().Side, at, ParameterWords(record)});
         return; // inside a route it stands where the one in front ends
     }
     if (previous.Aux2 == 0)
@@ -79,19 +79,20 @@ void WriteArc(CncProgram& program, const RouteSegment& start, const RouteSegment
     SetPlaneWords(end.X, end.Y, ToSingle(static_cast<double>(start.Aux1) - static_cast<double>(start.X)),
                   ToSingle(static_cast<double>(start.Aux2) - static_cast<double>(start.Y)));
     if (OpensRoute(start))
-        OpenRoute(program, {start, end, Writers.Plane.Side, PointInPlane(start.X, start.Y, start.Z),
+        OpenRoute(program, {start, end, PlaneOfRoute().Side, PointInPlane(start.X, start.Y, start.Z),
                             ParameterWords(start)});
 
     const bool counterClockwise = end.Dir != 0;
     const std::string feed = PlainWord("F", start.Feed);
-    const PlaneWords& plane = Writers.Plane;
-    if (Writers.RouteSide == Face)
+    if (SideOfRoute() == Face) {
         program.Lines.push_back(StripBlanks((counterClockwise ? "G38G90" : "G37G90") + feed +
                                             PlaceWords(start.Aux1, start.Aux2) + "A" + FormatAngle(end.Aux2) +
                                             "Z" + DepthWord(end.Z)));
-    else
-        program.Lines.push_back((counterClockwise ? "G3G90" : "G2G90") + plane.Code + feed + plane.X +
-                                plane.Y + plane.Z + plane.I + plane.J + plane.K);
+        return;
+    }
+    const PlaneWords& plane = PlaneOfRoute();
+    program.Lines.push_back((counterClockwise ? "G3G90" : "G2G90") + plane.Code + feed + plane.X + plane.Y +
+                            plane.Z + plane.I + plane.J + plane.K);
 }
 
 // Arcs through three points: the anchor, a middle point that waits for the third, the third.
@@ -108,7 +109,9 @@ WorkingPoint PointOnFace(const RouteSegment& record)
 // Direction to the anchor with X and Y exchanged, so it counts clockwise from +Y.
 Single DirectionToAnchor(const RouteSegment& from)
 {
-    return ToSingle(Bearing({from.Y, from.X}, {Writers.FitY, Writers.FitX}));
+    const Single x = Recall(&WriterMemory::FitX, "X of an arc's start");
+    const Single y = Recall(&WriterMemory::FitY, "Y of an arc's start");
+    return ToSingle(Bearing({from.Y, from.X}, {y, x}));
 }
 
 std::string FitLine(const RouteSegment& middle, const RouteSegment& end)
@@ -134,8 +137,8 @@ void TakeFitPoint(CncProgram& program, FitPoints& fit, const RouteSegment& recor
     else
         program.Lines.push_back(FitLine(fit.Middle, record));
     fit.Pending = false;
-    Writers.FitX = record.X;
-    Writers.FitY = record.Y;
+    Remember(&WriterMemory::FitX, record.X);
+    Remember(&WriterMemory::FitY, record.Y);
 }
 
 // A point that still waits at the end takes the place of the last line.

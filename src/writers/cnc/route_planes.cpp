@@ -34,7 +34,7 @@ const EdgePlane* EdgePlaneOf(Int side)
 
 Single DepthInPlane(const EdgePlane& plane, Single across)
 {
-    const auto side = static_cast<std::size_t>(Writers.RouteSide);
+    const auto side = static_cast<std::size_t>(SideOfRoute());
     const SideSingles& limits = plane.AlongX ? (plane.FromMax ? Run.SideMaxY : Run.SideMinY)
                                              : (plane.FromMax ? Run.SideMaxX : Run.SideMinX);
     const double depth = static_cast<double>(across) - static_cast<double>(limits[side]);
@@ -48,9 +48,19 @@ std::string CoordWord(char letter, Single value)
 
 } // namespace
 
+Int SideOfRoute()
+{
+    return Recall(&WriterMemory::RouteSide, "side of routes");
+}
+
+const PlaneWords& PlaneOfRoute()
+{
+    return Recall(&WriterMemory::Plane, "plane of routes");
+}
+
 void TakeRouteSide(Int side)
 {
-    Writers.RouteSide = side == 0 ? Face : side;
+    Remember(&WriterMemory::RouteSide, side == 0 ? Face : side);
 }
 
 void SetPlaneWords(Single x, Single y, Single i, Single j)
@@ -58,8 +68,8 @@ void SetPlaneWords(Single x, Single y, Single i, Single j)
     if (Run.PanelFound != 0)
         return;
     PlaneWords words;
-    words.Side = "P" + WholeText(Writers.RouteSide);
-    if (const EdgePlane* const plane = EdgePlaneOf(Writers.RouteSide)) {
+    words.Side = "P" + WholeText(SideOfRoute());
+    if (const EdgePlane* const plane = EdgePlaneOf(SideOfRoute())) {
         words.Code = plane->Code;
         const Single centreDepth = plane->AlongX ? j : i;
         if (plane->AlongX) {
@@ -72,12 +82,12 @@ void SetPlaneWords(Single x, Single y, Single i, Single j)
         words.Z = CoordWord('Z', DepthInPlane(*plane, plane->AlongX ? y : x));
         words.K = CoordWord('K', plane->FromMax ? -centreDepth : centreDepth);
     }
-    Writers.Plane = words;
+    Remember(&WriterMemory::Plane, words);
 }
 
 WorkingPoint PointInPlane(Single x, Single y, Single z)
 {
-    const EdgePlane* const plane = EdgePlaneOf(Writers.RouteSide);
+    const EdgePlane* const plane = EdgePlaneOf(SideOfRoute());
     if (plane == nullptr)
         return {x, y, DepthWord(z)};
     // A depth code has lost its meaning here: it is the number that stands for it.

@@ -37,11 +37,11 @@ void OpenRoute(CncProgram& program, const RouteOpening& opening)
     std::string line = "G88G90";
     line += WholeWord("E", first.ExtraSlot) + PlainWord("F", first.FeedDown) +
             PlainWord("B", first.FeedRapid) + program.OffsetWord + std::string(opening.SideWord) +
-            Writers.ToolWord + SpeedWord(opening.Shape.Speed) + CompensationWord(opening.Shape) +
-            PlaceWords(opening.At.X, opening.At.Y) + "Z" + opening.At.Depth + opening.Parameters;
+            Recall(&WriterMemory::ToolWord, "tool") + SpeedWord(opening.Shape.Speed) +
+            CompensationWord(opening.Shape) + PlaceWords(opening.At.X, opening.At.Y) + "Z" +
+            opening.At.Depth + opening.Parameters;
     program.Lines.push_back(StripBlanks(line));
-    Writers.RouteWritten = true;
-    Writers.SideMask |= TopBit; // on edges too
+    RememberWork(&WriterMemory::RouteWritten, TopBit); // on edges too
 }
 
 std::string MotionLine(std::string_view code, Single feed, const WorkingPoint& to)

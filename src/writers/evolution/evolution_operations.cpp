@@ -35,7 +35,7 @@ void WriteVBore(SideTexts& sides, const VBoreRecord& bore)
     if (bore.Bottom != 0)
         AddWhole(sides, "#1001=", bore.Bottom);
     AddDiameter(sides, bore.Diameter);
-    Writers.EvolutionFeed = bore.Feed;
+    Remember(&WriterMemory::EvolutionFeed, bore.Feed);
     AddCoordUnlessZero(sides, "#2005=", bore.Feed);
     AddCoordUnlessZero(sides, "#2002=", bore.Speed);
     EndOperation(sides);
@@ -86,7 +86,7 @@ void WriteRoutedHBore(SideTexts& sides, const HBoreRecord& bore, Long tool)
     AddWhole(sides, "#203=", GroupBehindVBores());
     AddTool(sides, tool);
     AddDiameter(sides, bore.Diameter);
-    AddCoordUnlessZero(sides, "#2005=", Writers.EvolutionFeed);
+    AddCoordUnlessZero(sides, "#2005=", Recall(&WriterMemory::EvolutionFeed, "feed"));
     AddCoordUnlessZero(sides, "#2002=", bore.Speed);
     EndOperation(sides);
 }
@@ -159,14 +159,14 @@ void AddDiameter(SideTexts& sides, Single diameter)
 {
     if (diameter == 0)
         return;
-    Writers.EvolutionDiameter = diameter;
+    Remember(&WriterMemory::EvolutionDiameter, diameter);
     AppendSideText(sides, DiameterWord(diameter));
 }
 
 void EndOperation(SideTexts& sides)
 {
     AppendSideText(sides, "}WCR");
-    Writers.EvolutionWritten = true;
+    Remember(&WriterMemory::EvolutionWritten, true);
 }
 
 bool WriteEvolutionVBores(EvolutionProgram& program)

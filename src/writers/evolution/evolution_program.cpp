@@ -73,7 +73,7 @@ void WriteEvolutionProgram()
     }
     AssembleSides(program.Sides);
     FillSideList(program.Fields, SideList(program.Sides));
-    if (Writers.EvolutionWritten)
+    if (Recall(&WriterMemory::EvolutionWritten, "output flag"))
         PlaceEvolutionProgram(program);
     else
         ReportMessage(1, " No Selected Operations found for PTP");

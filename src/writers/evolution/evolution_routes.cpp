@@ -53,7 +53,7 @@ void WriteStart(SideTexts& sides, const RouteSegment& record)
     AppendSideText(sides, "#201=1");
     AddWhole(sides, "#203=", record.Group);
     AddTool(sides, record.ToolNo);
-    AddDiameter(sides, Writers.EvolutionDiameter);
+    AddDiameter(sides, Recall(&WriterMemory::EvolutionDiameter, "diameter"));
     AddCoordUnlessZero(sides, "#2005=", record.FeedDown);
     AddCoordUnlessZero(sides, "#2002=", record.Speed);
     EndOperation(sides);

@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "state/carry_over.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -80,6 +81,8 @@ void FillVariables(TemplateFields& fields)
 // The drawing's own mode, else that of the radio buttons, of which the last one that is on counts.
 Int SortMode()
 {
+    if (Run.OptimizeSide != Run.Alone.OptimizeSide)
+        NoteTakenOver("sorting", WholeText(Run.OptimizeSide));
     if (Run.OptimizeSide != 0)
         return Run.OptimizeSide;
     const bool radios[] = {Config.EvOptOff, Config.EvOptLR, Config.EvOptRL, Config.EvOptGS, Config.EvOptSS};

@@ -10,6 +10,7 @@
 
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "state/given_names.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings_grids.h"
@@ -293,7 +294,7 @@ std::string NameForMachine(std::string name)
     const std::size_t point = name.find('.');
     if (point != std::string::npos)
         name.erase(point, 1);
-    return name;
+    return GivenFileName(name); // "C.ON" has become a device
 }
 
 } // namespace

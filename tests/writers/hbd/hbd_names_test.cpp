@@ -101,10 +101,18 @@ TEST_F(HbdNames, LettersAboveAsciiAreKept)
     EXPECT_EQ(Reported(), (Texts{"Part name adapted to \"T\xDCR\" for HBD."}));
 }
 
-TEST_F(HbdNames, WhatTheCodePageDoesNotHoldIsAQuestionMark)
+TEST_F(HbdNames, WhatTheCodePageDoesNotHoldBecomesAnUnderscore)
 {
     WriteNamed(AnsiFromUtf8("T\xE6\x9D\xBFR")); // a letter of another script
-    EXPECT_EQ(Reported()[0], "Part name adapted to \"T?R\" for HBD.");
+    EXPECT_EQ(OnlyProgram(), "T_R");
+    EXPECT_EQ(Reported(), (Texts{"No file can have the name T?R; it is called T_R",
+                                 "Part name adapted to \"T_R\" for HBD."}));
+}
+
+TEST_F(HbdNames, ANameThatIsADeviceWithoutItsPointIsChanged)
+{
+    WriteNamed("C.ON");
+    EXPECT_EQ(OnlyProgram(), "CON_");
 }
 
 TEST_F(HbdNames, NamesOfPointsHitNoFolder)
