@@ -9,6 +9,7 @@
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/files.h"
+#include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/file_list.h"
@@ -61,7 +62,9 @@ void RunJobs(const std::vector<std::string>& paths)
 {
     using Steady = std::chrono::steady_clock;
     Steady::time_point flushed = Steady::now();
+    std::size_t left = paths.size();
     for (const std::string& path : paths) {
+        --left;
         RunJobOfList(path);
         if (Steady::now() - flushed >= LongestUnflushed) {
             FlushJobFiles();
@@ -71,6 +74,9 @@ void RunJobs(const std::vector<std::string>& paths)
             break;
     }
     FlushJobFiles();
+    if (left > 0)
+        ReportMessage(1, "Stopped before " + WholeText(static_cast<long long>(left)) +
+                             " more drawings of the list");
 }
 
 void RunList(const std::vector<std::string>& paths)
@@ -134,13 +140,15 @@ void PrepareList()
     ShellChanged();
 }
 
-void RunJobLine(std::string jobLine, Int system)
+void RunJobLine(std::string jobLine, Int system, std::string_view identity)
 {
+    Shell.JobIdentity = identity;
     Run.ControlType = system;
     Run.RunFailed = False; // the driver does not convert while the last failure stands
     ProcessDrawingFile(jobLine);
     if (Run.RunFailed != False)
         ++Shell.FailedJobs;
+    Shell.JobIdentity.clear();
 }
 
 void TellFailedFiles()
@@ -151,11 +159,25 @@ void TellFailedFiles()
     ReportFailedFiles(shown);
 }
 
-void FlushJobFiles()
+bool FlushJobFiles()
 {
     const FileOutcome outcome = FlushFiles();
     if (!outcome.Ok())
         ReportMessage(1, MarkRed + ("Not on the disk: " + outcome.Cause));
+    return outcome.Ok();
+}
+
+bool BringJobToDisk()
+{
+    const bool converted = Run.RunFailed == False;
+    if (FlushJobFiles())
+        return converted;
+    if (converted) {
+        Run.RunFailed = True;
+        AddFailedFile(Run.SourceFile);
+        ++Shell.FailedJobs;
+    }
+    return false;
 }
 
 void ShowGraphic(std::string_view programFolder, std::string_view programName)

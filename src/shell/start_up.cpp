@@ -13,10 +13,12 @@
 #include "platform/run_error.h"
 #include "platform/text.h"
 #include "platform/user_store.h"
+#include "shell/autostart.h"
 #include "shell/banner.h"
 #include "shell/batch_safety.h"
 #include "shell/file_list.h"
 #include "shell/setup_rules.h"
+#include "shell/trigger_files.h"
 #include "state/report.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
@@ -30,19 +32,11 @@ constexpr std::string_view SequenceLetters = " VHGR"; // in the order of the box
 constexpr std::string_view PositionApplication = "ZLT";
 constexpr std::string_view MissingPosition = "500"; // twips
 
-// Each source folder once, though systems may share one.
-void TellUnfinishedBatches()
+void TellUnfinishedTriggers()
 {
-    std::vector<std::string> told;
-    for (int system = 0; system < ControlSystems; ++system) {
-        const std::string folder = WithBackslash(Trim(SourcePath(system)));
-        bool known = folder.empty();
-        for (const std::string& other : told)
-            known = known || EqualIgnoringCase(folder, other);
-        if (known)
-            continue;
-        told.push_back(folder);
+    for (const std::string& folder : WatchedFolders()) {
         TellUnfinishedBatch(folder);
+        TellUnfinishedTempDrawing(folder);
     }
 }
 
@@ -116,7 +110,7 @@ void StartShell()
         RegisterWithEditor();
     LoadToolSubstitutions();
     ShowBanner();
-    TellUnfinishedBatches();
+    TellUnfinishedTriggers();
     if (Shell.CommandLine.empty()) // else they are not stored
         TellUnkeptSettings();
     Shell.Timer1 = true;

@@ -34,6 +34,8 @@ struct ShellState {
     std::string WatchedControlFolder; // its TPA.INI is reset when the watched process has ended
     Long ExitCode = 0;                // last polled
     Long FailedJobs = 0;              // since program start, for the exit status
+    Long JobsLeft = 0;                // of batches that were stopped, likewise
+    std::string JobIdentity;          // of the line of a batch that runs now, the same when it is tried again
 };
 extern ShellState Shell;
 

@@ -1,6 +1,7 @@
 // BATCH.LST in the tick: its lines, commands and lists, the graphic's limit, failures, what is kept of
 // it while it runs, and files that others write at the same time.
 #include <algorithm>
+#include <set>
 
 #include "shell/unattended.h"
 
@@ -165,9 +166,54 @@ TEST_F(AutostartBatch, TheFirstFailedJobStopsIt)
     EXPECT_FALSE(Here.HasProgram("C"));
     EXPECT_EQ(TextOf("PROC.LST"), "A\r\nFRONT\r\n");
     EXPECT_FALSE(Stands("BATCH.RUN"));
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B^FRONT\r\nC\r\n");
+    EXPECT_EQ(Told("Unfinished batch: 2 lines kept in " + Shown("BATCH.OLD")), 1) << Here.ReportText();
     EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_EQ(Shell.JobsLeft, 2);
     EXPECT_EQ(Told("*** The Following files failed to process: ***"), 1);
     EXPECT_EQ(Here.Lines.back(), Shown("B.DXF"));
+}
+
+TEST_F(AutostartBatch, OneThatIsTriedAgainRunsWhatWasNotDoneAlone)
+{
+    std::vector<std::string> done;
+    const test::AtStage look("final",
+                             [&] { done.push_back(kv::Run.PartName.substr(kv::Run.PartName.size() - 1)); });
+    Put("C.DXF", FailingDrawing());
+    RunBatch("A\r\n!CNCOFF\r\nB\r\nC\r\n!CNCON\r\nD\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "!CNCOFF\r\nC\r\n!CNCON\r\nD\r\n");
+    Put("C.DXF", BoredPanel());
+    std::filesystem::rename(Source("BATCH.OLD"), Source("BATCH.LST"));
+    Tick();
+    EXPECT_EQ(done, (Names{"A", "B", "C", "D"})) << Here.ReportText();
+    EXPECT_EQ(TextOf("PROC.LST"), "C\r\nD\r\n");
+    EXPECT_FALSE(Here.HasProgram("C")); // the command before it holds again
+    EXPECT_TRUE(Here.HasProgram("D"));
+    EXPECT_FALSE(Stands("BATCH.OLD"));
+    EXPECT_FALSE(Stands("BATCH.RUN"));
+}
+
+TEST_F(AutostartBatch, OneThatFailsEachTimeItIsSentLeavesItsLinesOnce)
+{
+    for (int i = 0; i < 3; ++i)
+        RunBatch("A\r\nGONE\r\nB\r\nB\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "GONE\r\nB\r\nB\r\n");
+}
+
+TEST_F(AutostartBatch, ALineHasTheSameIdentityWhenItIsTriedAgain)
+{
+    std::vector<std::string> identities;
+    const test::AtStage look("entities", [&] { identities.push_back(Shell.JobIdentity); });
+    Put("B.DXF", FailingDrawing());
+    RunBatch("A q\r\n!CNCOFF\r\nB\r\n\r\n!CNCON\r\na Q\r\nA q\r\n");
+    Put("B.DXF", BoredPanel());
+    std::filesystem::rename(Source("BATCH.OLD"), Source("BATCH.LST"));
+    Tick();
+    ASSERT_EQ(identities.size(), 5U); // A, B | B, A, A
+    EXPECT_EQ(identities[1], identities[2]);
+    EXPECT_EQ(std::set<std::string>(identities.begin(), identities.end()).size(), 4U);
+    EXPECT_FALSE(identities[0].empty());
+    EXPECT_EQ(Shell.JobIdentity, "");
 }
 
 TEST_F(AutostartBatch, AMissingDrawingIsAFailedJob)
@@ -198,6 +244,51 @@ TEST_F(AutostartBatch, AbortEndsItAsAFailedJobDoes)
     EXPECT_FALSE(Here.HasProgram("C"));
     EXPECT_EQ(Told("USER ABORTED"), 1) << Here.ReportText();
     EXPECT_FALSE(Shell.BtnAbortShown);
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n");
+}
+
+TEST_F(AutostartBatch, AnAbortBetweenTwoJobsLeavesTheNextOneWaiting)
+{
+    int pauses = 0;
+    InThePause = [&](double seconds) {
+        if (seconds == 0.3 && ++pauses == 2)
+            kv::Run.RunState = 1;
+    };
+    RunBatch("A\r\nB\r\nC\r\nD\r\n");
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\nB\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "C\r\nD\r\n");
+    EXPECT_EQ(Shell.FailedJobs, 0);
+    EXPECT_EQ(Shell.JobsLeft, 2);
+}
+
+TEST_F(AutostartBatch, AnAbortWhileItIsTakenLeavesAllOfIt)
+{
+    InThePause = [&](double seconds) {
+        if (seconds == 0.5)
+            kv::Run.RunState = 1;
+    };
+    RunBatch("A\r\nB\r\n");
+    EXPECT_EQ(TextOf("PROC.LST"), "");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "A\r\nB\r\n");
+    EXPECT_FALSE(Here.HasProgram("A"));
+    InThePause = nullptr;
+    RunBatch("C\r\n"); // the abort is over
+    EXPECT_EQ(TextOf("PROC.LST"), "C\r\n");
+}
+
+TEST_F(AutostartBatch, ALineThatCannotBeTakenOffEndsIt)
+{
+    const test::AtStage look("final", [&] {
+        std::filesystem::remove(Source("BATCH.RUN"));
+        std::filesystem::create_directories(Source("BATCH.RUN/in the way"));
+    });
+    RunBatch("A\r\nB\r\nC\r\n");
+    EXPECT_TRUE(Here.HasProgram("A"));
+    EXPECT_FALSE(Here.HasProgram("B"));
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+    EXPECT_EQ(Told(Shown("BATCH.RUN") + " cannot be written"), 1) << Here.ReportText();
+    EXPECT_EQ(Told("Unfinished batch: the last 2 jobs of " + Shown("BATCH.RUN") + " are not done"), 1);
+    EXPECT_EQ(Shell.JobsLeft, 2);
 }
 
 TEST_F(AutostartBatch, NothingIsTakenOnceTheEndIsAskedFor)
@@ -457,6 +548,7 @@ TEST_F(AutostartBatch, AFolderThatVanishesInTheMiddleKeepsWhatIsNotDone)
     EXPECT_FALSE(Here.HasProgram("B"));
     EXPECT_EQ(TextOf("BATCH.RUN"), "B\r\nC\r\n");
     EXPECT_EQ(Told(Shown("PROC.LST") + " cannot be written"), 1) << Here.ReportText();
+    EXPECT_EQ(Told("Unfinished batch: the last 2 jobs of " + Shown("BATCH.RUN") + " are not done"), 1);
     RunBatch("D\r\n");
     EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n");
     EXPECT_EQ(TextOf("PROC.LST"), "D\r\n");
