@@ -11,9 +11,12 @@
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/folder_events.h"
+#include "platform/instance.h"
 #include "platform/keys.h"
+#include "platform/paths.h"
 #include "platform/processes.h"
 #include "platform/terminal.h"
+#include "platform/text.h"
 #include "shell/autostart.h"
 #include "shell/start_up.h"
 #include "state/shell_state.h"
@@ -71,6 +74,12 @@ int WatchFolders(const CommandLine& line)
     Processes = SystemProcesses();
     Keys = SystemKeys();
     InstallWatchAbort();
+    const InstanceAnswer instance = BecomeOnlyInstance(ExeFolder);
+    if (!instance.Only) {
+        const std::string holder = Utf8FromAnsi(instance.Holder);
+        WriteAtOnce("korvanti: nothing was run: this installation is in use by " + holder + "\n", stderr);
+        return ExitSomeFailed;
+    }
     Shell.CommandLine = Joined(line.Switches);
     StartShell();
     TickUntilEnd();

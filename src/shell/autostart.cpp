@@ -106,7 +106,8 @@ void RunTempDrawing(const std::string& folder, const std::string& path, Int syst
 bool RunTriggers(const std::string& folder)
 {
     const Int system = Run.ControlType;
-    const std::string temp = Config.AutoStartTemp ? TakeTempDrawing(folder) : std::string();
+    FileLock lock;
+    const std::string temp = Config.AutoStartTemp ? TakeTempDrawing(folder, lock) : std::string();
     bool goOn = true;
     if (!temp.empty())
         RunTempDrawing(folder, temp, system);

@@ -231,8 +231,9 @@ bool RunBatch(const std::string& folder)
     const Int system = Run.ControlType;
     Run.RunFailed = False;
     Run.RunState = 0; // an abort of an earlier run is over
+    FileLock lock;
     TakenBatch batch;
-    if (!TakeBatch(folder, batch))
+    if (!TakeRunLock(lock, folder, BatchRunFile) || !TakeBatch(folder, batch))
         return false;
     const bool stopped = UserAborted();
     PrepareRun();

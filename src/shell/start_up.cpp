@@ -15,7 +15,6 @@
 #include "platform/user_store.h"
 #include "shell/autostart.h"
 #include "shell/banner.h"
-#include "shell/batch_safety.h"
 #include "shell/file_list.h"
 #include "shell/setup_rules.h"
 #include "shell/trigger_files.h"
@@ -31,14 +30,6 @@ namespace {
 constexpr std::string_view SequenceLetters = " VHGR"; // in the order of the boxes' lists
 constexpr std::string_view PositionApplication = "ZLT";
 constexpr std::string_view MissingPosition = "500"; // twips
-
-void TellUnfinishedTriggers()
-{
-    for (const std::string& folder : WatchedFolders()) {
-        TellUnfinishedBatch(folder);
-        TellUnfinishedTempDrawing(folder);
-    }
-}
 
 // A file that is there must take words, and its folder the copy that replaces it.
 FileOutcome CheckSettingsFile()
@@ -110,7 +101,8 @@ void StartShell()
         RegisterWithEditor();
     LoadToolSubstitutions();
     ShowBanner();
-    TellUnfinishedTriggers();
+    for (const std::string& folder : WatchedFolders())
+        TellUnfinishedTriggers(folder);
     if (Shell.CommandLine.empty()) // else they are not stored
         TellUnkeptSettings();
     Shell.Timer1 = true;

@@ -34,6 +34,7 @@ struct TriggerMemory {
     FileStamp Seen;    // the state that was looked at last
     double Since = 0;  // seconds since midnight when it was first seen
     FileStamp Refused; // the state that was told to be out of reach
+    FileStamp Done;    // the state that was run and could not be deleted
 };
 std::map<std::string, TriggerMemory> Triggers;
 
@@ -104,6 +105,19 @@ void SetStaleBatchAside(const std::string& folder)
     ReportMessage(1, line.empty() ? head + "which names no job" : line);
 }
 
+// Of an earlier process, or one that was done and could not be deleted.
+void TellUnfinishedDrawing(const std::string& folder)
+{
+    const std::string path = folder + std::string(TempRunFile);
+    if (AskFile(path).Is == Presence::NotThere)
+        return;
+    const FileStamp done = Triggers[path].Done;
+    if (done != FileStamp{} && done == StampOfTrigger(path))
+        static_cast<void>(DeleteFile(path)); // the rename over it says why it cannot be
+    else
+        TellDrawingAside(folder, path, "Unfinished: ");
+}
+
 } // namespace
 
 void RefuseTrigger(const std::string& path, const FileStamp& stamp, const std::string& cause)
@@ -164,20 +178,22 @@ void WaitUntilWritten(const std::string& path)
     }
 }
 
-std::string TakeTempDrawing(const std::string& folder)
+bool TakeRunLock(FileLock& lock, const std::string& folder, std::string_view runFile)
+{
+    return lock.TryLock(folder + std::string(runFile)).Is != LockState::Held;
+}
+
+std::string TakeTempDrawing(const std::string& folder, FileLock& lock)
 {
     const std::string path = folder + std::string(TempDrawing);
     const std::string place = folder + std::string(TempRunFile);
-    if (!ReadyToRun(path))
+    if (!ReadyToRun(path) || !TakeRunLock(lock, folder, TempRunFile))
         return {};
+    TellUnfinishedDrawing(folder);
     const FileStamp ready = StampOfTrigger(path);
     const FileOutcome outcome = RenameToFree(path, place);
     if (outcome.Number == ErrorFileNotFound)
-        return {};                           // another process was faster
-    if (outcome.Number == ErrorFileExists) { // it may go at any time, so this one is not refused
-        RefuseTrigger(place, StampOfTrigger(place), "is still there, and " + ShownPath(path) + " waits for it");
-        return {};
-    }
+        return {}; // another process was faster
     if (!outcome.Ok()) {
         RefuseTrigger(path, ready, "cannot be taken and is not run: " + outcome.Cause);
         return {};
@@ -200,25 +216,31 @@ void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done
         return;
     }
     const FileOutcome outcome = DeleteFile(path);
-    if (!outcome.Ok())
-        ReportMessage(1, MarkRed + (ShownPath(path) + " is done and cannot be deleted: " + outcome.Cause));
+    if (outcome.Ok())
+        return;
+    Triggers[path].Done = stamp;
+    ReportMessage(1, MarkRed + (ShownPath(path) + " is done and cannot be deleted: " + outcome.Cause));
 }
 
-void TellUnfinishedTempDrawing(const std::string& folder)
+void TellUnfinishedTriggers(const std::string& folder)
 {
-    const std::string path = folder + std::string(TempRunFile);
-    if (AskFile(path).Is == Presence::NotThere)
-        return;
-    TellDrawingAside(folder, path, "Unfinished: ");
+    FileLock batch, drawing;
+    if (TakeRunLock(batch, folder, BatchRunFile))
+        TellUnfinishedBatch(folder);
+    if (TakeRunLock(drawing, folder, TempRunFile))
+        TellUnfinishedDrawing(folder);
     ReportMessage(2, "");
 }
 
 void SetStaleTriggersAside(const std::string& folder)
 {
     const std::string temp = folder + std::string(TempDrawing);
-    if (AskFile(temp).Is != Presence::NotThere)
+    FileLock batch, drawing;
+    if (AskFile(temp).Is != Presence::NotThere && TakeRunLock(drawing, folder, TempRunFile))
         TellDrawingAside(folder, temp, LeftHead);
-    SetStaleBatchAside(folder);
+    if (AskFile(folder + std::string(BatchList)).Is != Presence::NotThere &&
+        TakeRunLock(batch, folder, BatchRunFile))
+        SetStaleBatchAside(folder);
     ReportMessage(2, "");
 }
 

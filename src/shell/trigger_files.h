@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/file_lock.h"
 #include "platform/files.h"
 
 namespace kv {
@@ -26,13 +27,18 @@ bool ReadyToRun(const std::string& path);
 // Until a drawing is written to its end, as far as can be seen.
 void WaitUntilWritten(const std::string& path);
 
-// Temp.DXF of the folder under its own name for the run; empty when there is none to run.
-std::string TakeTempDrawing(const std::string& folder);
+// Two installations may watch one folder. Who runs its batch, or its Temp.DXF, holds the lock of the run file
+// until that is at its end; so a run file without a holder is one that was cut off. False: another process is
+// at it. Where nobody can lock, renames alone part the two.
+bool TakeRunLock(FileLock& lock, const std::string& folder, std::string_view runFile);
+
+// Temp.DXF of the folder under its own name for the run, with the lock; empty when there is none to run.
+std::string TakeTempDrawing(const std::string& folder, FileLock& lock);
 // Its job has run. One that is not done becomes Temp.OLD, which is told.
 void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done);
 
-// What an earlier process left of Temp.DXF in its middle, told.
-void TellUnfinishedTempDrawing(const std::string& folder);
+// At program start: what an earlier process left in its middle, of a batch and of Temp.DXF, told.
+void TellUnfinishedTriggers(const std::string& folder);
 // Temp.DXF and BATCH.LST of an earlier start become Temp.OLD and lines of BATCH.OLD, told and not run.
 void SetStaleTriggersAside(const std::string& folder);
 

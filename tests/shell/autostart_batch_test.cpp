@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "platform/file_lock.h"
 #include "shell/unattended.h"
 
 namespace kv {
@@ -510,6 +511,37 @@ TEST_F(AutostartBatch, AnUnfinishedOneIsSetAsideBeforeTheNextAndToldBehindIt)
     EXPECT_FALSE(Stands("BATCH.RUN"));
     EXPECT_EQ(Told("Unfinished batch: 2 lines kept in " + Shown("BATCH.OLD")), 1) << Here.ReportText();
     EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+}
+
+TEST_F(AutostartBatch, OneThatRunsInAnotherProcessIsNoUnfinishedOne)
+{
+    FileLock other;
+    ASSERT_EQ(other.TryLock(FromHostPath(Shown("BATCH.RUN"))).Is, LockState::Taken);
+    Put("BATCH.RUN", "D\r\nE\r\n");
+    Batch("A\r\n");
+    Tick(3);
+    EXPECT_EQ(TextOf("BATCH.RUN"), "D\r\nE\r\n");
+    EXPECT_EQ(TextOf("BATCH.LST"), "A\r\n");
+    EXPECT_FALSE(Stands("BATCH.OLD"));
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
+    std::filesystem::remove(Source("BATCH.RUN"));
+    other.Release();
+    Tick();
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+}
+
+TEST_F(AutostartBatch, OthersSeeItsLockWhileItRuns)
+{
+    bool held = false;
+    const test::AtStage look("final", [&] {
+        FileLock other;
+        const LockAnswer answer = other.TryLock(FromHostPath(Shown("BATCH.RUN")));
+        held = answer.Is == LockState::Held && answer.Holder.find("process") != std::string::npos;
+    });
+    RunBatch("A\r\n");
+    EXPECT_TRUE(held);
+    FileLock other;
+    EXPECT_EQ(other.TryLock(FromHostPath(Shown("BATCH.RUN"))).Is, LockState::Taken);
 }
 
 TEST_F(AutostartBatch, ItIsNotRunWhileAnUnfinishedOneCannotBeSetAside)

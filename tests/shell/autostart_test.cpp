@@ -2,6 +2,7 @@
 // program, and what happens when it ticks while jobs run.
 #include "shell/autostart.h"
 
+#include "platform/file_lock.h"
 #include "platform/paths.h"
 #include "shell/unattended.h"
 #include "writers/program_writers.h"
@@ -102,6 +103,19 @@ TEST_F(Autostart, ADrawingThatIsSetAsideAgainStandsThereOnce)
     EXPECT_EQ(
         Told("Left from an earlier start and not run: Temp.DXF, kept as " + Source("Temp.OLD").string()), 1)
         << Here.ReportText();
+}
+
+TEST_F(Autostart, TriggersOfAFolderThatAnotherProcessWorksInAreNotStale)
+{
+    FileLock batch, drawing;
+    ASSERT_EQ(batch.TryLock(DrawingPath("BATCH.RUN")).Is, LockState::Taken);
+    ASSERT_EQ(drawing.TryLock(DrawingPath("Temp.DXF.RUN")).Is, LockState::Taken);
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "A\r\n");
+    Tick(2);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Stands("BATCH.LST"));
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
 }
 
 TEST_F(Autostart, AStaleBatchWithoutJobsIsToldAndGone)
@@ -436,14 +450,28 @@ TEST_F(TempTrigger, OneThatIsWrittenOnWhileItsJobRunsIsTheNextJob)
     EXPECT_EQ(Here.Program("TEMP")[0], "G71X600Y400Z18T00N5L2");
 }
 
-TEST_F(TempTrigger, ItWaitsForAnEarlierOneThatIsStillThereAndIsToldOnce)
+TEST_F(TempTrigger, OneThatWasCutOffIsSetAsideBeforeTheNextAndTold)
 {
+    Put("Temp.DXF.RUN", "half a job");
+    Put("Temp.DXF", BoredPanel());
+    Tick();
+    EXPECT_EQ(TextOf("Temp.OLD"), "half a job");
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
+    EXPECT_EQ(Told("Unfinished: Temp.DXF, kept as " + Source("Temp.OLD").string()), 1) << Here.ReportText();
+}
+
+TEST_F(TempTrigger, ItWaitsWhileAnotherProcessRunsOne)
+{
+    FileLock other;
+    ASSERT_EQ(other.TryLock(FromHostPath(Source("Temp.DXF.RUN").string())).Is, LockState::Taken);
     Put("Temp.DXF.RUN", "of another process");
     Put("Temp.DXF", BoredPanel());
     Tick(4);
     EXPECT_TRUE(Stands("Temp.DXF"));
-    EXPECT_EQ(Told(Source("Temp.DXF.RUN").string() + " is still there"), 1) << Here.ReportText();
+    EXPECT_EQ(TextOf("Temp.DXF.RUN"), "of another process");
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
     std::filesystem::remove(Source("Temp.DXF.RUN"));
+    other.Release();
     Tick();
     EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
 }

@@ -75,7 +75,7 @@ FileOutcome RenameToFree(std::string_view path, std::string_view newPath)
     const int error = RenameWithoutReplacing(host.c_str(), newHost.c_str());
     if (error == 0)
         return {};
-    return {NumberOfRefusal(error), AnsiFromUtf8(std::strerror(error))};
+    return {NumberOfRefusal(error), AnsiFromUtf8(std::strerror(error)), error == ENOENT || error == ENOTDIR};
 }
 
 } // namespace kv

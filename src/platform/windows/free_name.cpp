@@ -41,7 +41,8 @@ FileOutcome RenameToFree(std::string_view path, std::string_view newPath)
     if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0)
         return {};
     const DWORD error = GetLastError();
-    return {NumberOfRefusal(error), SystemWords(error)};
+    return {NumberOfRefusal(error), SystemWords(error),
+            error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND};
 }
 
 } // namespace kv
