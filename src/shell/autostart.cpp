@@ -111,8 +111,7 @@ bool RunTriggers(const std::string& folder)
     bool goOn = true;
     if (!temp.empty())
         RunTempDrawing(folder, temp, system);
-    else if ((Config.AutoStartBatch || HasSwitch("/S")) &&
-             AskFile(folder + std::string(BatchList)).Is == Presence::There)
+    else if ((Config.AutoStartBatch || HasSwitch("/S")) && TriggerIsThere(folder + std::string(BatchList)))
         goOn = RunBatch(folder);
     if (goOn && !Shell.Frame2Enabled) {
         Shell.Frame2Enabled = true;

@@ -140,6 +140,18 @@ void ForgetTriggers()
     Triggers.clear();
 }
 
+bool TriggerIsThere(const std::string& path)
+{
+    constexpr FileStamp outOfReach{~std::uint64_t{0}, 0, 0}; // no file is so long
+    const FileAnswer answer = AskFile(path);
+    if (answer.Is == Presence::CannotTell)
+        RefuseTrigger(path, outOfReach, "cannot be looked for: " + answer.Why.Cause);
+    else if (const auto known = Triggers.find(path);
+             known != Triggers.end() && known->second.Refused == outOfReach)
+        known->second.Refused = {};
+    return answer.Is == Presence::There;
+}
+
 FileStamp StampOfTrigger(const std::string& path)
 {
     FileStamp stamp;
@@ -149,8 +161,10 @@ FileStamp StampOfTrigger(const std::string& path)
 
 bool ReadyToRun(const std::string& path)
 {
+    if (!TriggerIsThere(path))
+        return false;
     const FileStamp stamp = StampOfTrigger(path);
-    if (stamp.Size == 0 || AskFile(path).Is != Presence::There)
+    if (stamp.Size == 0)
         return false;
     TriggerMemory& memory = Triggers[path];
     if (HoldsEndLine(path))

@@ -20,6 +20,8 @@ void RefuseTrigger(const std::string& path, const FileStamp& stamp, const std::s
 void ForgetTrigger(const std::string& path);
 void ForgetTriggers();
 
+// Whether the file is there; that it cannot be told is told once, and is no.
+bool TriggerIsThere(const std::string& path);
 // All 0 when it is not there, and when that cannot be told: such a file is not run.
 FileStamp StampOfTrigger(const std::string& path);
 // Whether a drawing is there and is written to its end.

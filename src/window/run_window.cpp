@@ -191,7 +191,8 @@ int RunOnScreen()
     std::signal(SIGTERM, OnSignal);
     StartUp(window);
     QCoreApplication::exec();
-    return driven && Shell.FailedJobs > 0 ? ExitSomeFailed : ExitDone;
+    const bool undone = Shell.FailedJobs > 0 || Shell.JobsLeft > 0;
+    return driven && undone ? ExitSomeFailed : ExitDone;
 }
 
 } // namespace

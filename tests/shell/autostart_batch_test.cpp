@@ -4,6 +4,7 @@
 #include <set>
 
 #include "platform/file_lock.h"
+#include "platform/files.h"
 #include "shell/unattended.h"
 
 namespace kv {
@@ -476,7 +477,47 @@ TEST_F(AutostartBatch, ADrawingWithoutEndIsRunAsItIsAfterTwoSeconds)
     EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
 }
 
-#if !defined(_WIN32) // rights of a folder by the bits of its mode
+#if !defined(_WIN32) // rights of a folder by the bits of its mode, links that lead in a circle
+TEST_F(AutostartBatch, ALineWhoseFilesTheDiskRefusesIsNotDone)
+{
+    int jobs = 0;
+    const test::AtStage look("final", [&] {
+        if (++jobs != 2)
+            return;
+        // A file that moves with the job's, in a folder that nobody can open when it is to be flushed.
+        std::filesystem::create_directories(Here.Folder / "lost");
+        Here.Write("lost/a", "");
+        ASSERT_TRUE(RenameFile(FromHostPath((Here.Folder / "lost/a").string()),
+                               FromHostPath((Here.Folder / "lost/b").string()))
+                        .Ok());
+        std::filesystem::remove_all(Here.Folder / "lost");
+        std::filesystem::create_directory_symlink("lost", Here.Folder / "lost");
+    });
+    RunBatch("A\r\nB\r\nC\r\n");
+    EXPECT_EQ(jobs, 2);
+    EXPECT_EQ(Told("Not on the disk: "), 1) << Here.ReportText();
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\nB\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n");
+    EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_EQ(Here.Lines.back(), Shown("B.DXF"));
+    std::filesystem::rename(Source("BATCH.OLD"), Source("BATCH.LST"));
+    Tick();
+    EXPECT_EQ(TextOf("PROC.LST"), "B\r\nC\r\n");
+    EXPECT_EQ(jobs, 4);
+}
+
+TEST_F(AutostartBatch, AFolderThatCannotBeLookedIntoIsToldOnce)
+{
+    std::filesystem::rename(Source(), Here.Folder / "away");
+    std::filesystem::create_directory_symlink("src", Here.Folder / "src"); // leads in a circle
+    Tick(3);
+    EXPECT_EQ(Told(Shown("BATCH.LST") + " cannot be looked for: "), 1) << Here.ReportText();
+    std::filesystem::remove(Here.Folder / "src");
+    std::filesystem::rename(Here.Folder / "away", Source());
+    RunBatch("A\r\n");
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+}
+
 TEST_F(AutostartBatch, InAReadOnlyFolderItIsToldOnceAndNotRun)
 {
     Batch("A\r\n");
