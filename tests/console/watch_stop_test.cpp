@@ -226,6 +226,57 @@ class WatchStop : public testing::Test {
     std::mt19937 Random{kv::test::Seed(63)};
 };
 
+// A job that takes some time: a panel with as many bores as one program holds.
+std::string LongDrawing()
+{
+    std::string bores;
+    for (int i = 0; i < 480; ++i)
+        bores += "0\nCIRCLE\n8\nVBORE_Z12F3000\n10\n" + std::to_string(20 + i % 80 * 7) + "\n20\n" +
+                 std::to_string(20 + i / 80 * 7) + "\n40\n2.5\n";
+    return BoredPanel(bores);
+}
+
+TEST_F(WatchStop, ATempDrawingIsDoneOrKeptAtAnyMoment)
+{
+    const int rounds = kv::test::Rounds(12);
+    const std::string drawing = LongDrawing();
+    int kept = 0;
+    std::vector<Shop> shops;
+    for (int round = 0; round < rounds; ++round) {
+        Shop shop;
+        shop.Folder = Folder / std::to_string(round);
+        shop.MakeFolders();
+        std::string keys = TextIn(shop.Folder / "home/KV90.INI");
+        const std::string batch = "AutoStartBatch=True";
+        keys.replace(keys.find(batch), batch.size(), "AutoStartTemp=True");
+        Put(shop.Folder / "home/KV90.INI", keys);
+        Put(shop.Source("Temp.DXF"), drawing);
+        constexpr int signals[] = {SIGTERM, SIGINT, SIGHUP, SIGKILL};
+        shop.Signal = signals[Below(4)];
+        shop.Moment = BatchStarts - 0.3 + Below(1500) / 1000.0;
+        shops.push_back(shop);
+    }
+    RunUntilStopped(shops);
+    for (int round = 0; round < rounds; ++round) {
+        const Shop& shop = shops[static_cast<std::size_t>(round)];
+        const bool done = fs::exists(shop.Folder / "programs/SRG/T/EMP");
+        int copies = 0;
+        for (const char* const name : {"Temp.DXF", "Temp.DXF.RUN", "Temp.OLD"})
+            copies += TextIn(shop.Source(name)) == drawing ? 1 : 0;
+        EXPECT_LE(copies, 1) << kv::test::RoundName(round);
+        EXPECT_GE(copies + (done ? 1 : 0), 1) << kv::test::RoundName(round) << "\n" << shop.Output();
+        if (!EndedAtOnce(shop)) {
+            EXPECT_EQ(copies + (done ? 1 : 0), 1) << kv::test::RoundName(round) << "\n" << shop.Output();
+            EXPECT_FALSE(fs::exists(shop.Source("Temp.DXF.RUN"))) << kv::test::RoundName(round);
+        }
+        kept += copies;
+    }
+    std::printf("%d stops, %d drawings kept\n", rounds, kept);
+    RunAll(shops, {"/S"}); // one look each
+    for (const Shop& shop : shops)
+        EXPECT_FALSE(fs::exists(shop.Source("Temp.DXF.RUN")));
+}
+
 TEST_F(WatchStop, AtAnyMomentByAnySignalNoLineIsLostOrDoneTwice)
 {
     const int rounds = kv::test::Rounds(AtOnce);
