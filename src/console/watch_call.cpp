@@ -53,9 +53,10 @@ void TickUntilEnd()
         DoEvents();
         if (!changed && Steady::now() < next)
             continue; // woken by a stop request
-        if (changed && WaitsForTriggers()) {
+        if (changed) {
             PauseSeconds(SecondsUntil(looked + ShortestLook));
-            TickAllFolders();
+            if (WaitsForTriggers())
+                TickAllFolders();
             looked = Steady::now();
         }
         if (Steady::now() >= next) {

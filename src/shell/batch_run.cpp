@@ -112,6 +112,15 @@ bool TakeBatch(const std::string& folder, TakenBatch& batch)
     return false;
 }
 
+// Without a batch to run after it. What could not be set aside is told with the batch that waits for it.
+void TellEarlier(const std::string& folder, const TakenBatch& batch)
+{
+    if (batch.Earlier.empty() || AskFile(folder + std::string(BatchRunFile)).Is != Presence::NotThere)
+        return;
+    ReportMessage(1, batch.Earlier);
+    ReportMessage(2, "");
+}
+
 // What is known of the batch that runs.
 struct BatchWork {
     std::string Folder;
@@ -227,14 +236,18 @@ void EndBatch(const BatchWork& work)
 
 bool RunBatch(const std::string& folder)
 {
+    FileLock lock;
+    if (!TakeRunLock(lock, folder, BatchRunFile))
+        return false;
     const ActiveRun active(StartedBy::Trigger);
     const Int system = Run.ControlType;
     Run.RunFailed = False;
     Run.RunState = 0; // an abort of an earlier run is over
-    FileLock lock;
     TakenBatch batch;
-    if (!TakeRunLock(lock, folder, BatchRunFile) || !TakeBatch(folder, batch))
+    if (!TakeBatch(folder, batch)) {
+        TellEarlier(folder, batch);
         return false;
+    }
     const bool stopped = UserAborted();
     PrepareRun();
     if (stopped)

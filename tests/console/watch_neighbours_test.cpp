@@ -4,6 +4,8 @@
 #include <csignal>
 
 #include "console/watch_run.h"
+#include "platform/file_lock.h"
+#include "platform/paths.h"
 #include "support/random_rounds.h"
 
 using namespace console_test;
@@ -191,6 +193,23 @@ TEST_F(WatchNeighbours, AnIdleOneSleeps)
     const long after = WakeUps();
     std::printf("%.1f wake-ups a second\n", static_cast<double>(after - before) / 3);
     EXPECT_LE(after - before, 15);
+}
+
+TEST_F(WatchNeighbours, OneThatWaitsForAnotherSleepsToo)
+{
+    StartWatch();
+    PassWarmUp();
+    {
+        kv::FileLock other;
+        ASSERT_EQ(other.TryLock(kv::FromHostPath(Source("BATCH.RUN").string())).Is, kv::LockState::Taken);
+        PutBatch("door.dxf\r\n");
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        const long before = WakeUps();
+        std::this_thread::sleep_for(std::chrono::seconds(3));
+        EXPECT_LE(WakeUps() - before, 15);
+        EXPECT_TRUE(fs::exists(Source("BATCH.LST")));
+    }
+    EXPECT_TRUE(WaitForText(Source("PROC.LST"), "DOOR\r\n")) << Contents(Output());
 }
 
 TEST_F(WatchNeighbours, AFolderThatIsReplacedIsHeardOfAgain)

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include <poll.h>
 #include <sys/inotify.h>
@@ -18,29 +19,39 @@ namespace kv {
 
 namespace {
 
-constexpr std::uint32_t FolderChanges = IN_CREATE | IN_MOVED_TO | IN_CLOSE_WRITE | IN_MOVE_SELF | IN_ONLYDIR;
+constexpr std::uint32_t FileChanges = IN_CREATE | IN_MOVED_TO | IN_CLOSE_WRITE;
+constexpr std::uint32_t Listened = FileChanges | IN_MOVE_SELF | IN_ONLYDIR;
 
 int Announcements = -1; // file handle; -1: the system announces nothing
 
-// A folder that has another name now is no longer the one to listen to.
-void TakeAnnouncement(const inotify_event& event)
+// Whoever only asks for a lock opens its file to write, and would wake all who wait for it.
+bool IsOfThePrograms(std::string_view name)
 {
-    if ((event.mask & IN_MOVE_SELF) != 0)
-        ::inotify_rm_watch(Announcements, event.wd);
+    return name.starts_with(".kv-");
 }
 
-void TakeAnnouncements()
+// Whether it is the change of a file that others may wait for.
+bool TakeAnnouncement(const inotify_event& event, std::string_view name)
 {
+    if ((event.mask & IN_MOVE_SELF) != 0) // a folder that has another name now is no longer the one
+        ::inotify_rm_watch(Announcements, event.wd);
+    return (event.mask & (FileChanges | IN_Q_OVERFLOW)) != 0 && !IsOfThePrograms(name);
+}
+
+bool TakeAnnouncements()
+{
+    bool changed = false;
     alignas(inotify_event) char pieces[4096];
     for (;;) {
         const ssize_t length = ::read(Announcements, pieces, sizeof pieces);
         if (length <= 0)
-            return;
+            return changed;
         for (std::size_t at = 0; at < static_cast<std::size_t>(length);) {
             inotify_event event{};
             std::memcpy(&event, pieces + at, sizeof event);
-            TakeAnnouncement(event);
-            at += sizeof event + event.len;
+            at += sizeof event;
+            changed = TakeAnnouncement(event, event.len > 0 ? pieces + at : "") || changed;
+            at += event.len; // the name with at least one NUL
         }
     }
 }
@@ -56,7 +67,7 @@ void ListenToFolders(const std::vector<std::string>& folders)
     for (const std::string& folder : folders) {
         const std::string host = ToHostPath(folder);
         if (!host.empty())
-            ::inotify_add_watch(Announcements, host.c_str(), FolderChanges); // one that is known stays one
+            ::inotify_add_watch(Announcements, host.c_str(), Listened); // one that is known stays one
     }
 }
 
@@ -66,8 +77,7 @@ bool WaitForFolderChange(double seconds)
     const int milliseconds = static_cast<int>(std::clamp(seconds, 0.0, 86400.0) * 1000 + 0.999);
     if (::poll(&announced, 1, milliseconds) <= 0)
         return false;
-    TakeAnnouncements();
-    return true;
+    return TakeAnnouncements();
 }
 
 } // namespace kv
