@@ -190,6 +190,7 @@ Section "Uninstall"
     Delete "$INSTDIR\korvanti.exe"
     !insertmacro RemoveLists
     Delete "$INSTDIR\Uninstall.exe"
+    Delete "$INSTDIR\.kv-KORVANTI.lock"
     RMDir "$INSTDIR" ; stays while it holds KV90.INI or anything else
 
     Delete "$SMPROGRAMS\Korvanti\Korvanti.lnk"

@@ -1,10 +1,9 @@
-// The signal handler does no more than raise a flag; the pump carries it into the run's state.
+// What asks from outside is only noted where it comes; the pump carries it into the run's state.
 #include "console/abort.h"
-
-#include <csignal>
 
 #include "console/report_output.h"
 #include "platform/events.h"
+#include "platform/stop_requests.h"
 #include "state/run.h"
 #include "state/shell_state.h"
 
@@ -12,24 +11,9 @@ namespace kv {
 
 namespace {
 
-volatile std::sig_atomic_t Interrupted = 0;
-
-void OnInterrupt(int)
-{
-    Interrupted = 1;
-    std::signal(SIGINT, SIG_DFL); // the second one ends the program
-}
-
-void OnWatchInterrupt(int)
-{
-    Interrupted = 1;
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
-}
-
 void Pump()
 {
-    if (Interrupted != 0)
+    if (StopRequested())
         Run.RunState = 1;
     ShowProgress();
 }
@@ -37,7 +21,7 @@ void Pump()
 // Nothing new begins once the end is asked for.
 void WatchPump()
 {
-    if (Interrupted == 0)
+    if (!StopRequested())
         return;
     Run.RunState = 1;
     Shell.Ended = true;
@@ -47,20 +31,19 @@ void WatchPump()
 
 void InstallAbort()
 {
-    std::signal(SIGINT, OnInterrupt);
+    ListenForStopRequests();
     Events.Pump = Pump;
 }
 
 void InstallWatchAbort()
 {
-    std::signal(SIGINT, OnWatchInterrupt);
-    std::signal(SIGTERM, OnWatchInterrupt);
+    ListenForStopRequests();
     Events.Pump = WatchPump;
 }
 
 bool AbortAsked()
 {
-    return Interrupted != 0;
+    return StopRequested();
 }
 
 } // namespace kv

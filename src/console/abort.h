@@ -1,13 +1,13 @@
-// Ctrl-C is the abort button of the console: the first one ends the drawing and the list at the
-// next place where the run looks, a second one ends the program at once.
+// Ctrl-C is the abort button of the console, and so are a termination request and a terminal that closes: the
+// first one ends the drawing and the list at the next place where the run looks, a second one ends the
+// program at once.
 #pragma once
 
 namespace kv {
 
-// Sets the signal handler and the event pump.
+// Listens for what asks from outside and sets the event pump.
 void InstallAbort();
-// The same for the unattended mode: the first one also ends its loop, and a termination request counts
-// like Ctrl-C.
+// The same for the unattended mode: the first one also ends its loop.
 void InstallWatchAbort();
 bool AbortAsked();
 

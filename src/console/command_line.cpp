@@ -42,13 +42,14 @@ constexpr const char* TraceFooter =
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
     "\nLooks every 500 ms for Temp.DXF or BATCH.LST in the source folders, runs what the settings allow and\n"
-    "prints the process report as it comes. Ends with Ctrl-C, or as its switches say:\n"
+    "prints the process report as it comes. Ends with Ctrl-C or SIGTERM, or as its switches say:\n"
     "  /S  looks for BATCH.LST whatever the settings say, also for one that stood there before; the\n"
     "      program ends behind the first look\n"
     "  /K  ends the program after a batch\n"
     "  /V  shows the graphic after each job\n"
     "Any switch makes the program end after its fourth look at the folders, when nothing else did.\n"
-    "Exit status: 0, or 1 when a job failed.";
+    "Exit status: 0, or 1 when a job failed or was left, or when another watcher or a window uses the\n"
+    "installation.";
 
 struct Words {
     std::string Report = "text";

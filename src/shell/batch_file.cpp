@@ -3,6 +3,7 @@
 // leaves no byte 0xFF in a line, so that none can be taken for the separator of a job line.
 #include "shell/batch_file.h"
 
+#include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/run.h"
@@ -16,14 +17,14 @@ constexpr std::string_view LineEnds = "\r\n";
 
 struct CommandRow {
     std::string_view Command;
-    Int RunBlock::*Flag;
-    Int Value;
+    bool BatchSwitches::*Switch;
+    bool Off;
 };
 constexpr CommandRow CommandRows[] = {
-    {"!CNCOFF", &RunBlock::CncOff, True},
-    {"!HBDOFF", &RunBlock::HbdOff, True},
-    {"!CNCON", &RunBlock::CncOff, False},
-    {"!HBDON", &RunBlock::HbdOff, False},
+    {"!CNCOFF", &BatchSwitches::CncOff, true},
+    {"!HBDOFF", &BatchSwitches::HbdOff, true},
+    {"!CNCON", &BatchSwitches::CncOff, false},
+    {"!HBDON", &BatchSwitches::HbdOff, false},
 };
 
 BatchLine ReadLine(std::string_view written)
@@ -67,11 +68,42 @@ int CountBatchLines(std::string_view contents)
     return InCount(contents.substr(first, last - first + 1), '\r') + 1;
 }
 
+bool FollowBatchCommand(std::string_view command, BatchSwitches& switches)
+{
+    for (const CommandRow& row : CommandRows) {
+        if (row.Command != command)
+            continue;
+        switches.*row.Switch = row.Off;
+        return true;
+    }
+    return false;
+}
+
+std::string CommandsBetween(const BatchSwitches& from, const BatchSwitches& to)
+{
+    std::string text;
+    for (const CommandRow& row : CommandRows) {
+        if (from.*row.Switch == to.*row.Switch || to.*row.Switch != row.Off)
+            continue;
+        text += row.Command;
+        text += LineEnd;
+    }
+    return text;
+}
+
 void ObeyBatchCommand(std::string_view command)
 {
-    for (const CommandRow& row : CommandRows)
-        if (row.Command == command)
-            Run.*row.Flag = row.Value;
+    BatchSwitches switches{Run.CncOff != False, Run.HbdOff != False};
+    FollowBatchCommand(command, switches);
+    Run.CncOff = switches.CncOff ? True : False;
+    Run.HbdOff = switches.HbdOff ? True : False;
+}
+
+std::string BatchLineKey(const BatchLine& line, const BatchSwitches& switches)
+{
+    std::string key = switches.CncOff ? "-" : "+";
+    key += switches.HbdOff ? '-' : '+';
+    return key.append(Trim(line.Text));
 }
 
 BatchJob ReadBatchJob(std::string_view line, std::string_view sourceFolder, std::string_view programFolder)
@@ -102,6 +134,12 @@ BatchJob ReadBatchJob(std::string_view line, std::string_view sourceFolder, std:
 std::string DrawingOf(const BatchJob& job)
 {
     return Holds(UpperCase(job.Input), ".DXF") ? job.Input : job.Input + ".DXF";
+}
+
+std::string BatchLineIdentity(std::string_view folder, const BatchLine& line, const BatchSwitches& switches,
+                              int equalOnesAfterIt)
+{
+    return UpperCase(folder) + '|' + BatchLineKey(line, switches) + '|' + WholeText(equalOnesAfterIt);
 }
 
 std::string JobLine(const BatchJob& job)

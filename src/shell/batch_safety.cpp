@@ -4,8 +4,10 @@
 #include "shell/batch_safety.h"
 
 #include <algorithm>
+#include <map>
 
 #include "platform/files.h"
+#include "platform/numbers.h"
 #include "platform/paths.h"
 #include "shell/batch_file.h"
 #include "state/report.h"
@@ -19,11 +21,47 @@ std::string PathIn(std::string_view folder, std::string_view name)
     return std::string(folder) + std::string(name);
 }
 
-// The lines of `path` go behind those that BATCH.OLD holds, so that none is lost.
+// Jobs by their keys, and how often they stand there. Gives the switches that hold after the last line.
+BatchSwitches CountJobs(const std::string& text, std::map<std::string, int>& jobs)
+{
+    BatchSwitches switches;
+    for (const BatchLine& line : BatchLines(text)) {
+        if (line.Kind == BatchLineKind::Command)
+            FollowBatchCommand(line.Text, switches);
+        else if (line.Kind == BatchLineKind::Job)
+            ++jobs[BatchLineKey(line, switches)];
+    }
+    return switches;
+}
+
+// The lines of `added` after those of `old`, each job with the switches that held for it in its own batch,
+// as often as one of the two holds it: what was added before the program ended is not added again, and a
+// batch that fails each time it is sent leaves its lines once.
+std::string JoinedBatches(const std::string& old, const std::string& added)
+{
+    std::map<std::string, int> held;
+    BatchSwitches now = CountJobs(old, held), wanted;
+    std::string text = old, remarks;
+    if (!text.empty() && text.back() != '\n')
+        text += LineEnd;
+    for (const BatchLine& line : BatchLines(added)) {
+        if (line.Kind == BatchLineKind::Command && !FollowBatchCommand(line.Text, wanted))
+            remarks.append(line.Written).append(LineEnd);
+        if (line.Kind != BatchLineKind::Job || held[BatchLineKey(line, wanted)]-- > 0)
+            continue;
+        text += remarks + CommandsBetween(now, wanted);
+        text.append(line.Written).append(LineEnd);
+        remarks.clear();
+        now = wanted;
+    }
+    return text;
+}
+
+// False: the lines are where they were.
 bool MoveLines(const std::string& path, const std::string& lines, const std::string& place)
 {
-    std::string text;
-    switch (ReadIfThere(place, text).Is) {
+    std::string old;
+    switch (ReadIfThere(place, old).Is) {
     case Presence::There:
         break;
     case Presence::NotThere:
@@ -31,11 +69,16 @@ bool MoveLines(const std::string& path, const std::string& lines, const std::str
     case Presence::CannotTell:
         return false;
     }
-    if (!text.empty() && text.back() != '\n')
-        text += LineEnd;
-    if (!ReplaceFile(place, text + lines).Ok() || !FlushFiles().Ok())
+    if (!ReplaceFile(place, JoinedBatches(old, lines)).Ok() || !FlushFiles().Ok())
         return false;
-    return DeleteFile(path).Ok();
+    static_cast<void>(DeleteFile(path)); // one that stays adds nothing when it is set aside again
+    return true;
+}
+
+bool HoldsJob(const std::vector<BatchLine>& lines)
+{
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const BatchLine& line) { return line.Kind == BatchLineKind::Job; });
 }
 
 } // namespace
@@ -58,10 +101,10 @@ bool KeepBatchLines(std::string_view folder, const std::vector<std::string>& lin
 
 void DropBatchLines(std::string_view folder)
 {
-    static_cast<void>(DeleteFile(PathIn(folder, BatchRunFile))); // one that stays is told at the next start
+    static_cast<void>(DeleteFile(PathIn(folder, BatchRunFile))); // one that stays holds no job
 }
 
-std::string SetUnfinishedBatchAside(std::string_view folder)
+std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head)
 {
     const std::string path = PathIn(folder, BatchRunFile);
     const std::string place = PathIn(folder, BatchOldFile);
@@ -72,10 +115,15 @@ std::string SetUnfinishedBatchAside(std::string_view folder)
     if (answer.Is == Presence::CannotTell)
         return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
     const std::vector<BatchLine> lines = BatchLines(contents);
+    if (!HoldsJob(lines)) {
+        DropBatchLines(folder);
+        return {};
+    }
     const auto count = std::count_if(lines.begin(), lines.end(),
                                      [](const BatchLine& line) { return line.Kind != BatchLineKind::Blank; });
     const bool moved = MoveLines(path, contents, place);
-    return "Unfinished batch: " + std::to_string(count) + " lines kept in " + ShownPath(moved ? place : path);
+    return std::string(head) + WholeText(static_cast<long long>(count)) + " lines kept in " +
+           ShownPath(moved ? place : path);
 }
 
 void TellUnfinishedBatch(std::string_view folder)

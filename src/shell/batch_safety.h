@@ -13,9 +13,12 @@ constexpr std::string_view BatchOldFile = "BATCH.OLD";
 // Lines of BATCH.LST in `folder` (with its backslash), as they stood in the file. False: not on the disk.
 bool KeepBatchLines(std::string_view folder, const std::vector<std::string>& lines);
 void DropBatchLines(std::string_view folder);
-// A BATCH.RUN that stands becomes BATCH.OLD, behind the lines that one already holds. Gives the line that
-// tells it; empty when there was none.
-std::string SetUnfinishedBatchAside(std::string_view folder);
+
+// A BATCH.RUN that stands goes to BATCH.OLD, after the lines that one already holds; what BATCH.OLD holds
+// already is not added again, and a BATCH.RUN without a job just goes. Gives `head` and how many lines are
+// kept where; empty when there was no job.
+constexpr std::string_view UnfinishedBatchHead = "Unfinished batch: ";
+std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head = UnfinishedBatchHead);
 // At program start: a BATCH.RUN of an earlier process becomes BATCH.OLD and is told in the report.
 void TellUnfinishedBatch(std::string_view folder);
 

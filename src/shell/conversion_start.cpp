@@ -4,10 +4,12 @@
 #include "shell/conversion_start.h"
 
 #include "job/job_driver.h"
+#include "job/job_rows.h"
 #include "job/placing.h"
 #include "platform/clock.h"
 #include "platform/events.h"
 #include "platform/files.h"
+#include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/file_list.h"
@@ -59,12 +61,17 @@ void RunJobOfList(const std::string& path)
 void RunJobs(const std::vector<std::string>& paths)
 {
     const JobsTogether together;
+    std::size_t left = paths.size();
     for (const std::string& path : paths) {
+        --left;
         RunJobOfList(path);
         if (UserAborted() || Shell.Ended)
             break;
     }
     FlushJobFiles();
+    if (left > 0)
+        ReportMessage(1, "Stopped before " + WholeText(static_cast<long long>(left)) +
+                             " more drawings of the list");
 }
 
 void RunList(const std::vector<std::string>& paths)
@@ -128,13 +135,15 @@ void PrepareList()
     ShellChanged();
 }
 
-void RunJobLine(std::string jobLine, Int system)
+void RunJobLine(std::string jobLine, Int system, std::string_view identity)
 {
+    SetJobIdentity(std::string(identity));
     Run.ControlType = system;
     Run.RunFailed = False; // the driver does not convert while the last failure stands
     ProcessDrawingFile(jobLine);
     if (Run.RunFailed != False)
         ++Shell.FailedJobs;
+    SetJobIdentity({});
 }
 
 void TellFailedFiles()
@@ -152,6 +161,19 @@ bool FlushJobFiles()
     if (!outcome.Ok())
         ReportMessage(1, MarkRed + ("Not on the disk: " + outcome.Cause));
     return placed && outcome.Ok();
+}
+
+bool BringJobToDisk()
+{
+    const bool converted = Run.RunFailed == False;
+    if (FlushJobFiles())
+        return converted;
+    if (converted) {
+        Run.RunFailed = True;
+        AddFailedFile(Run.SourceFile);
+        ++Shell.FailedJobs;
+    }
+    return false;
 }
 
 void ShowGraphic(std::string_view programFolder, std::string_view programName)

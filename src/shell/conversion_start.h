@@ -31,13 +31,16 @@ struct ActiveRun {
     ActiveRun(const ActiveRun&) = delete;
     ActiveRun& operator=(const ActiveRun&) = delete;
 };
-// One job by its job line. `system` is the control's, unless the drawing's border names another.
-void RunJobLine(std::string jobLine, Int system);
+// One job by its job line. `system` is the control's, unless the drawing's border names another. `identity`
+// is the same when the same line of a batch is tried again, and empty for any other job.
+void RunJobLine(std::string jobLine, Int system, std::string_view identity = {});
 // The report's list of failed files, by the paths that people know.
 void TellFailedFiles();
 // What the jobs have written is in its place and on the disk then. False: some of it is not; that is told in
 // the report.
 bool FlushJobFiles();
+// The same after a lone job, which fails when the disk refuses. Whether it is done.
+bool BringJobToDisk();
 // The viewer of the job's control on its program, until it is closed.
 void ShowGraphic(std::string_view programFolder, std::string_view programName);
 

@@ -14,10 +14,11 @@
 #include "platform/run_error.h"
 #include "platform/text.h"
 #include "platform/user_store.h"
+#include "shell/autostart.h"
 #include "shell/banner.h"
-#include "shell/batch_safety.h"
 #include "shell/file_list.h"
 #include "shell/setup_rules.h"
+#include "shell/trigger_files.h"
 #include "state/report.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
@@ -30,22 +31,6 @@ namespace {
 constexpr std::string_view SequenceLetters = " VHGR"; // in the order of the boxes' lists
 constexpr std::string_view PositionApplication = "ZLT";
 constexpr std::string_view MissingPosition = "500"; // twips
-
-// Each source folder once, though systems may share one.
-void TellUnfinishedBatches()
-{
-    std::vector<std::string> told;
-    for (int system = 0; system < ControlSystems; ++system) {
-        const std::string folder = WithBackslash(Trim(SourcePath(system)));
-        bool known = folder.empty();
-        for (const std::string& other : told)
-            known = known || EqualIgnoringCase(folder, other);
-        if (known)
-            continue;
-        told.push_back(folder);
-        TellUnfinishedBatch(folder);
-    }
-}
 
 // A file that is there must take words, and its folder the copy that replaces it.
 FileOutcome CheckSettingsFile()
@@ -118,7 +103,8 @@ void StartShell()
     LoadToolSubstitutions();
     ShowBanner();
     RecoverInstallations();
-    TellUnfinishedBatches();
+    for (const std::string& folder : WatchedFolders())
+        TellUnfinishedTriggers(folder);
     if (Shell.CommandLine.empty()) // else they are not stored
         TellUnkeptSettings();
     Shell.Timer1 = true;

@@ -34,6 +34,7 @@ struct ShellState {
     std::string WatchedControlFolder; // its TPA.INI is reset when the watched process has ended
     Long ExitCode = 0;                // last polled
     Long FailedJobs = 0;              // since program start, for the exit status
+    Long JobsLeft = 0;                // of batches that were stopped, likewise
 };
 extern ShellState Shell;
 

@@ -114,10 +114,19 @@ int TellAboutItself(const Call& asked, int& argc, char** argv)
     return ExitDone;
 }
 
-// A design program that calls this one would take a drawing for converted.
-int TellNotRun(const std::string& word)
+// A second window brings the first one to the front. Whoever else holds the installation is named. A design
+// program that calls this one must not take its drawing for converted.
+int HandOver(const Call& call, const InstanceAnswer& instance)
 {
-    Tell("KV90WIN: " + word + " was not run: a window of this installation is open\n", StandardStream::Error);
+    if (instance.SameHere)
+        AskToFront(ExeFolder);
+    if (instance.SameHere && call.Words.empty())
+        return ExitDone;
+    const std::string what = call.Words.empty() ? "" : call.Words.front() + " was not run: ";
+    const std::string who = instance.SameHere
+                                ? "a window of this installation is open"
+                                : "this installation is in use by " + Utf8FromAnsi(instance.Holder);
+    Tell("KV90WIN: " + what + who + "\n", StandardStream::Error);
     return ExitSomeFailed;
 }
 
@@ -182,7 +191,8 @@ int RunOnScreen()
     std::signal(SIGTERM, OnSignal);
     StartUp(window);
     QCoreApplication::exec();
-    return driven && Shell.FailedJobs > 0 ? ExitSomeFailed : ExitDone;
+    const bool undone = Shell.FailedJobs > 0 || Shell.JobsLeft > 0;
+    return driven && undone ? ExitSomeFailed : ExitDone;
 }
 
 } // namespace
@@ -201,8 +211,9 @@ int RunWindow(int argc, char** argv)
     if (folder.empty())
         return TellUsage("the folder named by --home or KORVANTI_HOME is not there");
     SetExeFolder(folder);
-    if (!BecomeOnlyInstance(ExeFolder)) // the first one has been asked to come to the front
-        return call.Words.empty() ? ExitDone : TellNotRun(call.Words.front());
+    const InstanceAnswer instance = BecomeOnlyInstance(ExeFolder);
+    if (!instance.Only)
+        return HandOver(call, instance);
     Shell.CommandLine = CommandLineOf(call.Words);
     return RunOnScreen();
 }

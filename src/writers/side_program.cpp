@@ -10,7 +10,6 @@
 #include "state/run.h"
 #include "writers/job_output.h"
 #include "writers/number_format.h"
-#include "writers/own_files.h"
 
 namespace kv {
 

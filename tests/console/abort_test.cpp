@@ -13,9 +13,9 @@ namespace {
 class Abort : public Console {
   protected:
     // Starts the program on many drawings with its standard output in a pipe that nobody empties.
-    int StartLongList()
+    int StartLongList(std::size_t drawings = 2000)
     {
-        Words words(2000, "door.dxf");
+        Words words(drawings, "door.dxf");
         words.insert(words.begin(), "convert");
         EXPECT_EQ(::pipe2(Pipe, O_CLOEXEC), 0);
         ::fcntl(Pipe[1], F_SETPIPE_SZ, 4096);
@@ -62,6 +62,34 @@ TEST_F(Abort, TheFirstStopsTheListWithStatusOne)
     EXPECT_TRUE(Holds(Contents(Folder / "stderr"), "korvanti: stopped before "))
         << Contents(Folder / "stderr");
     EXPECT_EQ(report.substr(0, 5), "door\n"); // what was done before is told
+}
+
+TEST_F(Abort, ATerminationRequestAndAClosedTerminalDoSoToo)
+{
+    for (const int signal : {SIGTERM, SIGHUP}) {
+        const int child = StartLongList();
+        ::kill(child, signal);
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        Drain();
+        EXPECT_EQ(StatusOf(child), 1) << signal;
+        EXPECT_TRUE(Holds(Contents(Folder / "stderr"), "korvanti: stopped before ")) << signal;
+        ::close(Pipe[0]);
+        fs::remove(Folder / "stderr");
+    }
+}
+
+TEST_F(Abort, OneThatWasStartedToOutliveItsTerminalDoesSo)
+{
+    struct sigaction ignored {};
+    ignored.sa_handler = SIG_IGN;
+    struct sigaction before {};
+    ::sigaction(SIGHUP, &ignored, &before);
+    const int child = StartLongList(200);
+    ::sigaction(SIGHUP, &before, nullptr);
+    ::kill(child, SIGHUP);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    Drain();
+    EXPECT_EQ(StatusOf(child), 0);
 }
 
 TEST_F(Abort, TheSecondEndsTheProgram)

@@ -112,10 +112,15 @@ TEST_F(WatchCall, CtrlCAbortsTheJobAndLeavesTheRestUndone)
     PassWarmUp();
     Put(Source("slow.dxf"), BoredPanel().substr(0, 60)); // held up here for two seconds
     PutBatch("door.dxf\r\nslow.dxf\r\ndoor.dxf q\r\n");
-    ASSERT_TRUE(WaitForOutput("CONVERSION COMPLETED."));
+    ASSERT_TRUE(WaitForText(Source("BATCH.RUN"), "slow.dxf\r\ndoor.dxf q\r\n"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1000)); // it is slow.dxf's turn
     ::kill(Child, SIGINT);
     EXPECT_EQ(EndOf(Child), 1);
     EXPECT_EQ(Contents(Source("PROC.LST")), "DOOR\r\nSLOW\r\n");
+    EXPECT_EQ(Contents(Source("BATCH.OLD")), "slow.dxf\r\ndoor.dxf q\r\n");
+    EXPECT_FALSE(fs::exists(Source("BATCH.RUN")));
+    EXPECT_TRUE(
+        Holds(Contents(Output()), "Unfinished batch: 2 lines kept in " + Source("BATCH.OLD").string()));
     EXPECT_TRUE(Holds(Contents(Output()), "USER ABORTED")) << Contents(Output());
     EXPECT_FALSE(fs::exists(Folder / "programs/SRG/00/Q"));
 }

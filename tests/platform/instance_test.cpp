@@ -6,6 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/file_lock.h"
+#include "platform/paths.h"
 #include "platform/scratch_folder.h"
 
 namespace kv {
@@ -16,24 +18,26 @@ class OnlyInstance : public ScratchFolder {
     void SetUp() override
     {
         ScratchFolder::SetUp();
-        std::filesystem::create_directories(Folder / "run");
         std::filesystem::create_directories(Folder / "home");
         std::filesystem::create_directories(Folder / "other");
-        SetVariable("XDG_RUNTIME_DIR", (Folder / "run").string());
     }
     void TearDown() override
     {
-        BecomeOnlyInstance(PathOf("left")); // lets the others go
+        static_cast<void>(BecomeOnlyInstance(PathOf("left"))); // lets the others go
         ScratchFolder::TearDown();
     }
     std::string Home() const { return PathOf("home") + "\\"; }
 
-    // What another process is told that starts in the folder.
+    // What another process is told that starts in the folder, a second window that asks the first.
     static bool SecondStartIsOnly(const std::string& folder)
     {
         const pid_t child = ::fork();
-        if (child == 0)
-            ::_exit(BecomeOnlyInstance(folder) ? 1 : 0);
+        if (child == 0) {
+            const InstanceAnswer answer = BecomeOnlyInstance(folder);
+            if (answer.SameHere)
+                AskToFront(folder);
+            ::_exit(answer.Only ? 1 : 0);
+        }
         int status = 0;
         ::waitpid(child, &status, 0);
         EXPECT_TRUE(WIFEXITED(status));
@@ -49,7 +53,7 @@ pid_t StartHolder(const std::string& folder)
         return -1;
     const pid_t child = ::fork();
     if (child == 0) {
-        const char answer = BecomeOnlyInstance(folder) ? 'y' : 'n';
+        const char answer = BecomeOnlyInstance(folder).Only ? 'y' : 'n';
         if (::write(ready[1], &answer, 1) == 1)
             ::pause();
         ::_exit(0);
@@ -64,7 +68,7 @@ pid_t StartHolder(const std::string& folder)
 
 TEST_F(OnlyInstance, ASecondStartAsksTheFirstToTheFront)
 {
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(AskedToFront());
     EXPECT_FALSE(SecondStartIsOnly(Home()));
     EXPECT_TRUE(AskedToFront());
@@ -73,19 +77,46 @@ TEST_F(OnlyInstance, ASecondStartAsksTheFirstToTheFront)
     EXPECT_TRUE(AskedToFront());
 }
 
-TEST_F(OnlyInstance, ASecondStartLeavesTheInstallationUntouched)
+TEST_F(OnlyInstance, ASecondStartIsToldWhoIsThere)
+{
+    const pid_t first = StartHolder(Home());
+    ASSERT_GT(first, 0);
+    const InstanceAnswer answer = BecomeOnlyInstance(Home());
+    EXPECT_FALSE(answer.Only);
+    EXPECT_TRUE(answer.SameHere); // this program on this machine
+    EXPECT_NE(answer.Holder.find(", process " + std::to_string(first) + " on "), std::string::npos)
+        << answer.Holder;
+    ::kill(first, SIGKILL);
+    ::waitpid(first, nullptr, 0);
+}
+
+TEST_F(OnlyInstance, AnotherProgramOrAnotherMachineCannotComeToTheFront)
+{
+    const std::string own = HolderOf(LockHolderText());
+    const std::string machine = own.substr(own.find(" on "));
+    EXPECT_TRUE(HeldBy(own).SameHere);
+    EXPECT_TRUE(HeldBy(FileNameOf(ExeName()) + ", process 7" + machine).SameHere);
+    EXPECT_FALSE(HeldBy("korvanti, process 7" + machine).SameHere);
+    EXPECT_FALSE(HeldBy(FileNameOf(ExeName()) + ", process 7" + machine + "2").SameHere);
+    EXPECT_FALSE(HeldBy(HolderOf({})).SameHere);
+}
+
+TEST_F(OnlyInstance, ASecondStartLeavesSettingsAndLockAlone)
 {
     PutFile("home/KV90.INI", "[Configuration]\r\n");
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
+    const std::string lock = FileText("home/.kv-KORVANTI.lock");
     EXPECT_FALSE(SecondStartIsOnly(Home()));
+    EXPECT_TRUE(AskedToFront());
     const std::filesystem::directory_iterator entries(Folder / "home");
-    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2);
     EXPECT_EQ(FileText("home/KV90.INI"), "[Configuration]\r\n");
+    EXPECT_EQ(FileText("home/.kv-KORVANTI.lock"), lock);
 }
 
 TEST_F(OnlyInstance, AnotherInstallationRunsBesideIt)
 {
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_TRUE(SecondStartIsOnly(PathOf("other") + "\\"));
     EXPECT_FALSE(AskedToFront());
 }
@@ -93,7 +124,7 @@ TEST_F(OnlyInstance, AnotherInstallationRunsBesideIt)
 TEST_F(OnlyInstance, AFolderIsTheSameHoweverItIsSpelled)
 {
     std::filesystem::create_symlink("home", Folder / "link");
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(SecondStartIsOnly(PathOf("home")));
     EXPECT_FALSE(SecondStartIsOnly(PathOf("HOME") + "\\"));
     EXPECT_FALSE(SecondStartIsOnly(PathOf("link") + "\\"));
@@ -103,17 +134,17 @@ TEST_F(OnlyInstance, AKilledInstanceDoesNotBlockTheNextStart)
 {
     const pid_t first = StartHolder(Home());
     ASSERT_GT(first, 0);
-    EXPECT_FALSE(BecomeOnlyInstance(Home()));
+    EXPECT_FALSE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(AskedToFront()); // that was this process's own question
     ::kill(first, SIGKILL);
     ::waitpid(first, nullptr, 0);
-    EXPECT_TRUE(BecomeOnlyInstance(Home()));
+    EXPECT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(AskedToFront()); // what was asked of the killed one has gone with it
 }
 
 TEST_F(OnlyInstance, AProgramThatWasStartedDoesNotHoldTheInstallation)
 {
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     const pid_t viewer = ::fork();
     if (viewer == 0) {
         ::execl("/bin/sleep", "sleep", "60", nullptr);
@@ -122,8 +153,8 @@ TEST_F(OnlyInstance, AProgramThatWasStartedDoesNotHoldTheInstallation)
     // Until the new program has taken over, the copy of this process holds what this one held.
     bool only = false;
     for (int i = 0; i < 500 && !only; ++i) {
-        BecomeOnlyInstance(PathOf("other") + "\\"); // gives the first one free
-        only = BecomeOnlyInstance(Home());
+        static_cast<void>(BecomeOnlyInstance(PathOf("other") + "\\")); // gives the first one free
+        only = BecomeOnlyInstance(Home()).Only;
         ::usleep(10'000);
     }
     EXPECT_TRUE(only);
@@ -131,22 +162,57 @@ TEST_F(OnlyInstance, AProgramThatWasStartedDoesNotHoldTheInstallation)
     ::waitpid(viewer, nullptr, 0);
 }
 
-TEST_F(OnlyInstance, WithoutARuntimeFolderTheConfigurationFolderServes)
+// Root may write everywhere, so it becomes an ordinary person; one who is ordinary already stays so.
+struct AnotherPerson {
+    AnotherPerson()
+    {
+        constexpr uid_t Nobody = 65534;
+        if (::geteuid() == 0) {
+            EXPECT_EQ(::seteuid(Nobody), 0);
+        }
+    }
+    ~AnotherPerson()
+    {
+        if (::getuid() == 0) {
+            EXPECT_EQ(::seteuid(0), 0);
+        }
+    }
+    AnotherPerson(const AnotherPerson&) = delete;
+    AnotherPerson& operator=(const AnotherPerson&) = delete;
+};
+
+TEST_F(OnlyInstance, APersonWhoMayOnlyLookIsToldWhoIsThere)
 {
-    SetVariable("XDG_RUNTIME_DIR", std::nullopt);
-    SetVariable("XDG_CONFIG_HOME", (Folder / "config").string());
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
-    EXPECT_TRUE(std::filesystem::exists(Folder / "config" / "korvanti"));
+    const pid_t first = StartHolder(Home());
+    ASSERT_GT(first, 0);
+    std::filesystem::permissions(Folder / "home/.kv-KORVANTI.lock", std::filesystem::perms(0444));
+    std::filesystem::permissions(Folder / "home", std::filesystem::perms(0555));
+    {
+        const AnotherPerson other;
+        const InstanceAnswer answer = BecomeOnlyInstance(Home());
+        EXPECT_FALSE(answer.Only);
+        EXPECT_NE(answer.Holder.find(", process " + std::to_string(first) + " on "), std::string::npos)
+            << answer.Holder;
+    }
+    std::filesystem::permissions(Folder / "home", std::filesystem::perms(0755));
+    ::kill(first, SIGKILL);
+    ::waitpid(first, nullptr, 0);
+}
+
+TEST_F(OnlyInstance, APersonWhoMayOnlyLookHoldsItForAll)
+{
+    std::filesystem::permissions(Folder / "home", std::filesystem::perms(0555));
+    {
+        const AnotherPerson other;
+        EXPECT_TRUE(BecomeOnlyInstance(Home()).Only);
+    }
+    std::filesystem::permissions(Folder / "home", std::filesystem::perms(0755));
     EXPECT_FALSE(SecondStartIsOnly(Home()));
-    EXPECT_TRUE(AskedToFront());
 }
 
 TEST_F(OnlyInstance, WithoutAnyPlaceForTheLockTheWorkGoesOn)
 {
-    PutFile("blocked", "a file where a folder should be");
-    SetVariable("XDG_RUNTIME_DIR", std::nullopt);
-    SetVariable("XDG_CONFIG_HOME", (Folder / "blocked").string());
-    EXPECT_TRUE(BecomeOnlyInstance(Home()));
+    EXPECT_TRUE(BecomeOnlyInstance(PathOf("gone") + "\\").Only);
     EXPECT_FALSE(AskedToFront());
 }
 

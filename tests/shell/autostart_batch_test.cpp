@@ -1,7 +1,10 @@
 // BATCH.LST in the tick: its lines, commands and lists, the graphic's limit, failures, what is kept of
 // it while it runs, and files that others write at the same time.
 #include <algorithm>
+#include <set>
 
+#include "platform/file_lock.h"
+#include "platform/files.h"
 #include "shell/unattended.h"
 
 namespace kv {
@@ -165,9 +168,54 @@ TEST_F(AutostartBatch, TheFirstFailedJobStopsIt)
     EXPECT_FALSE(Here.HasProgram("C"));
     EXPECT_EQ(TextOf("PROC.LST"), "A\r\nFRONT\r\n");
     EXPECT_FALSE(Stands("BATCH.RUN"));
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B^FRONT\r\nC\r\n");
+    EXPECT_EQ(Told("Unfinished batch: 2 lines kept in " + Shown("BATCH.OLD")), 1) << Here.ReportText();
     EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_EQ(Shell.JobsLeft, 2);
     EXPECT_EQ(Told("*** The Following files failed to process: ***"), 1);
     EXPECT_EQ(Here.Lines.back(), Shown("B.DXF"));
+}
+
+TEST_F(AutostartBatch, OneThatIsTriedAgainRunsWhatWasNotDoneAlone)
+{
+    std::vector<std::string> done;
+    const test::AtStage look("final",
+                             [&] { done.push_back(kv::Run.PartName.substr(kv::Run.PartName.size() - 1)); });
+    Put("C.DXF", FailingDrawing());
+    RunBatch("A\r\n!CNCOFF\r\nB\r\nC\r\n!CNCON\r\nD\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "!CNCOFF\r\nC\r\n!CNCON\r\nD\r\n");
+    Put("C.DXF", BoredPanel());
+    std::filesystem::rename(Source("BATCH.OLD"), Source("BATCH.LST"));
+    Tick();
+    EXPECT_EQ(done, (Names{"A", "B", "C", "D"})) << Here.ReportText();
+    EXPECT_EQ(TextOf("PROC.LST"), "C\r\nD\r\n");
+    EXPECT_FALSE(Here.HasProgram("C")); // the command before it holds again
+    EXPECT_TRUE(Here.HasProgram("D"));
+    EXPECT_FALSE(Stands("BATCH.OLD"));
+    EXPECT_FALSE(Stands("BATCH.RUN"));
+}
+
+TEST_F(AutostartBatch, OneThatFailsEachTimeItIsSentLeavesItsLinesOnce)
+{
+    for (int i = 0; i < 3; ++i)
+        RunBatch("A\r\nGONE\r\nB\r\nB\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "GONE\r\nB\r\nB\r\n");
+}
+
+TEST_F(AutostartBatch, ALineHasTheSameIdentityWhenItIsTriedAgain)
+{
+    std::vector<std::string> identities;
+    const test::AtStage look("entities", [&] { identities.push_back(Shell.JobIdentity); });
+    Put("B.DXF", FailingDrawing());
+    RunBatch("A q\r\n!CNCOFF\r\nB\r\n\r\n!CNCON\r\na Q\r\nA q\r\n");
+    Put("B.DXF", BoredPanel());
+    std::filesystem::rename(Source("BATCH.OLD"), Source("BATCH.LST"));
+    Tick();
+    ASSERT_EQ(identities.size(), 5U); // A, B | B, A, A
+    EXPECT_EQ(identities[1], identities[2]);
+    EXPECT_EQ(std::set<std::string>(identities.begin(), identities.end()).size(), 4U);
+    EXPECT_FALSE(identities[0].empty());
+    EXPECT_EQ(Shell.JobIdentity, "");
 }
 
 TEST_F(AutostartBatch, AMissingDrawingIsAFailedJob)
@@ -198,6 +246,51 @@ TEST_F(AutostartBatch, AbortEndsItAsAFailedJobDoes)
     EXPECT_FALSE(Here.HasProgram("C"));
     EXPECT_EQ(Told("USER ABORTED"), 1) << Here.ReportText();
     EXPECT_FALSE(Shell.BtnAbortShown);
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n");
+}
+
+TEST_F(AutostartBatch, AnAbortBetweenTwoJobsLeavesTheNextOneWaiting)
+{
+    int pauses = 0;
+    InThePause = [&](double seconds) {
+        if (seconds == 0.3 && ++pauses == 2)
+            kv::Run.RunState = 1;
+    };
+    RunBatch("A\r\nB\r\nC\r\nD\r\n");
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\nB\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "C\r\nD\r\n");
+    EXPECT_EQ(Shell.FailedJobs, 0);
+    EXPECT_EQ(Shell.JobsLeft, 2);
+}
+
+TEST_F(AutostartBatch, AnAbortWhileItIsTakenLeavesAllOfIt)
+{
+    InThePause = [&](double seconds) {
+        if (seconds == 0.5)
+            kv::Run.RunState = 1;
+    };
+    RunBatch("A\r\nB\r\n");
+    EXPECT_EQ(TextOf("PROC.LST"), "");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "A\r\nB\r\n");
+    EXPECT_FALSE(Here.HasProgram("A"));
+    InThePause = nullptr;
+    RunBatch("C\r\n"); // the abort is over
+    EXPECT_EQ(TextOf("PROC.LST"), "C\r\n");
+}
+
+TEST_F(AutostartBatch, ALineThatCannotBeTakenOffEndsIt)
+{
+    const test::AtStage look("final", [&] {
+        std::filesystem::remove(Source("BATCH.RUN"));
+        std::filesystem::create_directories(Source("BATCH.RUN/in the way"));
+    });
+    RunBatch("A\r\nB\r\nC\r\n");
+    EXPECT_TRUE(Here.HasProgram("A"));
+    EXPECT_FALSE(Here.HasProgram("B"));
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+    EXPECT_EQ(Told(Shown("BATCH.RUN") + " cannot be written"), 1) << Here.ReportText();
+    EXPECT_EQ(Told("Unfinished batch: the last 2 jobs of " + Shown("BATCH.RUN") + " are not done"), 1);
+    EXPECT_EQ(Shell.JobsLeft, 2);
 }
 
 TEST_F(AutostartBatch, NothingIsTakenOnceTheEndIsAskedFor)
@@ -399,7 +492,47 @@ TEST_F(AutostartBatch, ADrawingWithoutEndIsRunAsItIsAfterTwoSeconds)
     EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
 }
 
-#if !defined(_WIN32) // rights of a folder by the bits of its mode
+#if !defined(_WIN32) // rights of a folder by the bits of its mode, links that lead in a circle
+TEST_F(AutostartBatch, ALineWhoseFilesTheDiskRefusesIsNotDone)
+{
+    int jobs = 0;
+    const test::AtStage look("final", [&] {
+        if (++jobs != 2)
+            return;
+        // A file that moves with the job's, in a folder that nobody can open when it is to be flushed.
+        std::filesystem::create_directories(Here.Folder / "lost");
+        Here.Write("lost/a", "");
+        ASSERT_TRUE(RenameFile(FromHostPath((Here.Folder / "lost/a").string()),
+                               FromHostPath((Here.Folder / "lost/b").string()))
+                        .Ok());
+        std::filesystem::remove_all(Here.Folder / "lost");
+        std::filesystem::create_directory_symlink("lost", Here.Folder / "lost");
+    });
+    RunBatch("A\r\nB\r\nC\r\n");
+    EXPECT_EQ(jobs, 2);
+    EXPECT_EQ(Told("Not on the disk: "), 1) << Here.ReportText();
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\nB\r\n");
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n");
+    EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_EQ(Here.Lines.back(), Shown("B.DXF"));
+    std::filesystem::rename(Source("BATCH.OLD"), Source("BATCH.LST"));
+    Tick();
+    EXPECT_EQ(TextOf("PROC.LST"), "B\r\nC\r\n");
+    EXPECT_EQ(jobs, 4);
+}
+
+TEST_F(AutostartBatch, AFolderThatCannotBeLookedIntoIsToldOnce)
+{
+    std::filesystem::rename(Source(), Here.Folder / "away");
+    std::filesystem::create_directory_symlink("src", Here.Folder / "src"); // leads in a circle
+    Tick(3);
+    EXPECT_EQ(Told(Shown("BATCH.LST") + " cannot be looked for: "), 1) << Here.ReportText();
+    std::filesystem::remove(Here.Folder / "src");
+    std::filesystem::rename(Here.Folder / "away", Source());
+    RunBatch("A\r\n");
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+}
+
 TEST_F(AutostartBatch, InAReadOnlyFolderItIsToldOnceAndNotRun)
 {
     Batch("A\r\n");
@@ -434,6 +567,37 @@ TEST_F(AutostartBatch, AnUnfinishedOneIsSetAsideBeforeTheNextAndToldBehindIt)
     EXPECT_FALSE(Stands("BATCH.RUN"));
     EXPECT_EQ(Told("Unfinished batch: 2 lines kept in " + Shown("BATCH.OLD")), 1) << Here.ReportText();
     EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+}
+
+TEST_F(AutostartBatch, OneThatRunsInAnotherProcessIsNoUnfinishedOne)
+{
+    FileLock other;
+    ASSERT_EQ(other.TryLock(FromHostPath(Shown("BATCH.RUN"))).Is, LockState::Taken);
+    Put("BATCH.RUN", "D\r\nE\r\n");
+    Batch("A\r\n");
+    Tick(3);
+    EXPECT_EQ(TextOf("BATCH.RUN"), "D\r\nE\r\n");
+    EXPECT_EQ(TextOf("BATCH.LST"), "A\r\n");
+    EXPECT_FALSE(Stands("BATCH.OLD"));
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
+    std::filesystem::remove(Source("BATCH.RUN"));
+    other.Release();
+    Tick();
+    EXPECT_EQ(TextOf("PROC.LST"), "A\r\n");
+}
+
+TEST_F(AutostartBatch, OthersSeeItsLockWhileItRuns)
+{
+    bool held = false;
+    const test::AtStage look("final", [&] {
+        FileLock other;
+        const LockAnswer answer = other.TryLock(FromHostPath(Shown("BATCH.RUN")));
+        held = answer.Is == LockState::Held && answer.Holder.find("process") != std::string::npos;
+    });
+    RunBatch("A\r\n");
+    EXPECT_TRUE(held);
+    FileLock other;
+    EXPECT_EQ(other.TryLock(FromHostPath(Shown("BATCH.RUN"))).Is, LockState::Taken);
 }
 
 TEST_F(AutostartBatch, ItIsNotRunWhileAnUnfinishedOneCannotBeSetAside)
@@ -472,6 +636,7 @@ TEST_F(AutostartBatch, AFolderThatVanishesInTheMiddleKeepsWhatIsNotDone)
     EXPECT_FALSE(Here.HasProgram("B"));
     EXPECT_EQ(TextOf("BATCH.RUN"), "B\r\nC\r\n");
     EXPECT_EQ(Told(Shown("PROC.LST") + " cannot be written"), 1) << Here.ReportText();
+    EXPECT_EQ(Told("Unfinished batch: the last 2 jobs of " + Shown("BATCH.RUN") + " are not done"), 1);
     RunBatch("D\r\n");
     EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n");
     EXPECT_EQ(TextOf("PROC.LST"), "D\r\n");

@@ -2,6 +2,7 @@
 // program, and what happens when it ticks while jobs run.
 #include "shell/autostart.h"
 
+#include "platform/file_lock.h"
 #include "platform/paths.h"
 #include "shell/unattended.h"
 #include "writers/program_writers.h"
@@ -56,18 +57,74 @@ TEST_F(Autostart, JobsBeginOnTheFourthTick)
     EXPECT_EQ(Shell.TickCount, 3);
 }
 
-TEST_F(Autostart, StaleTriggersAreDeletedOnTheSecondTickAndTold)
+TEST_F(Autostart, StaleTriggersAreSetAsideOnTheSecondTickAndTold)
 {
     Put("Temp.DXF", BoredPanel());
-    Put("BATCH.LST", "A\r\n");
+    Put("BATCH.LST", "A\r\n!CNCOFF\r\nB\r\n");
     Tick();
     EXPECT_TRUE(Stands("Temp.DXF"));
     EXPECT_TRUE(Stands("BATCH.LST"));
     Tick();
     EXPECT_FALSE(Stands("Temp.DXF"));
     EXPECT_FALSE(Stands("BATCH.LST"));
-    EXPECT_EQ(Here.Lines, (Names{"Left from an earlier start, deleted: " + Source("Temp.DXF").string(),
-                                 "Left from an earlier start, deleted: " + Source("BATCH.LST").string()}));
+    EXPECT_FALSE(Stands("BATCH.RUN"));
+    EXPECT_EQ(TextOf("Temp.OLD"), BoredPanel());
+    EXPECT_EQ(TextOf("BATCH.OLD"), "A\r\n!CNCOFF\r\nB\r\n");
+    const std::string head = "Left from an earlier start and not run: ";
+    EXPECT_EQ(Here.Lines, (Names{head + "Temp.DXF, kept as " + Source("Temp.OLD").string(),
+                                 head + "BATCH.LST, 3 lines kept in " + Source("BATCH.OLD").string()}));
+    Config.AutoStartTemp = Config.AutoStartBatch = true;
+    Tick(6);
+    EXPECT_FALSE(Here.HasProgram("TEMP"));
+    EXPECT_FALSE(Here.HasProgram("A"));
+}
+
+TEST_F(Autostart, StaleTriggersNeverReplaceWhatWasSetAsideBefore)
+{
+    Put("Temp.OLD", "another drawing");
+    Put("Temp2.OLD", "one more");
+    Put("BATCH.OLD", "A\r\n");
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "B\r\n");
+    Tick(2);
+    EXPECT_EQ(TextOf("Temp.OLD"), "another drawing");
+    EXPECT_EQ(TextOf("Temp2.OLD"), "one more");
+    EXPECT_EQ(TextOf("Temp3.OLD"), BoredPanel());
+    EXPECT_EQ(TextOf("BATCH.OLD"), "A\r\nB\r\n");
+}
+
+TEST_F(Autostart, ADrawingThatIsSetAsideAgainStandsThereOnce)
+{
+    Put("Temp.OLD", BoredPanel());
+    Put("Temp.DXF", BoredPanel());
+    Tick(2);
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_FALSE(Stands("Temp2.OLD"));
+    EXPECT_EQ(
+        Told("Left from an earlier start and not run: Temp.DXF, kept as " + Source("Temp.OLD").string()), 1)
+        << Here.ReportText();
+}
+
+TEST_F(Autostart, TriggersOfAFolderThatAnotherProcessWorksInAreNotStale)
+{
+    FileLock batch, drawing;
+    ASSERT_EQ(batch.TryLock(DrawingPath("BATCH.RUN")).Is, LockState::Taken);
+    ASSERT_EQ(drawing.TryLock(DrawingPath("Temp.DXF.RUN")).Is, LockState::Taken);
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "A\r\n");
+    Tick(2);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Stands("BATCH.LST"));
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
+}
+
+TEST_F(Autostart, AStaleBatchWithoutJobsIsToldAndGone)
+{
+    Put("BATCH.LST", "\r\n!CNCOFF\r\n");
+    Tick(2);
+    EXPECT_FALSE(Stands("BATCH.LST"));
+    EXPECT_FALSE(Stands("BATCH.OLD"));
+    EXPECT_EQ(Told("Left from an earlier start and not run: BATCH.LST, which names no job"), 1);
 }
 
 TEST_F(Autostart, WithSwitchSStaleTriggersAreKept)
@@ -168,6 +225,42 @@ TEST_F(Autostart, ASharedFolderBelongsToTheSystemOfTheSettings)
     EXPECT_EQ(systems, (std::vector<Int>{1, 2, 1, 2, 1, 2}));
 }
 
+TEST_F(Autostart, AFolderSharedByOthersBelongsToTheLowestOfThem)
+{
+    OwnFolder(2, "evo");
+    Config.Winner90 = false;
+    Config.GenesisEV = true; // the selected one has a folder of its own
+    std::vector<Int> systems;
+    for (int i = 0; i < 6; ++i) {
+        Tick();
+        systems.push_back(kv::Run.ControlType);
+    }
+    EXPECT_EQ(systems, (std::vector<Int>{0, 2, 0, 2, 0, 2}));
+}
+
+TEST_F(Autostart, EveryFolderIsWatchedWhoeverSharesThem)
+{
+    const std::filesystem::path own = OwnFolder(1, "own");
+    const std::string shared = SourcePath(0), single = SourcePath(1);
+    for (int alone = 0; alone < ControlSystems; ++alone)
+        for (int selected = 0; selected < ControlSystems; ++selected) {
+            for (int system = 0; system < ControlSystems; ++system)
+                SourcePath(system) = system == alone ? single : shared;
+            Config.Winner90 = selected == 0;
+            Config.Genesis = selected == 1;
+            Config.GenesisEV = selected == 2;
+            ResetShell();
+            kv::Run.ControlType = 0;
+            int ofTheLone = 0, ofTheShared = 0;
+            for (int i = 0; i < 10; ++i) {
+                Tick();
+                ++(kv::Run.ControlType == alone ? ofTheLone : ofTheShared);
+            }
+            EXPECT_EQ(ofTheLone, 5) << alone << ' ' << selected;
+            EXPECT_EQ(ofTheShared, 5) << alone << ' ' << selected;
+        }
+}
+
 TEST_F(Autostart, ATriggerWaitsForTheTurnOfItsFolder)
 {
     Config.AutoStartTemp = true;
@@ -241,11 +334,14 @@ TEST_F(TempTrigger, TwoSecondsCountAcrossMidnight)
     EXPECT_FALSE(Stands("Temp.DXF"));
 }
 
-TEST_F(TempTrigger, AFailedOneIsDeletedAndCounted)
+TEST_F(TempTrigger, AFailedOneIsSetAsideAndCounted)
 {
     Put("Temp.DXF", FailingDrawing());
     Tick(3);
     EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_FALSE(Stands("Temp.DXF.RUN"));
+    EXPECT_EQ(TextOf("Temp.OLD"), FailingDrawing());
+    EXPECT_EQ(Told("Not done: Temp.DXF, kept as " + Source("Temp.OLD").string()), 1) << Here.ReportText();
     EXPECT_EQ(Shell.FailedJobs, 1);
     EXPECT_EQ(Told("CONVERSION PROCESS ABORTED."), 1) << Here.ReportText();
 }
@@ -279,7 +375,8 @@ TEST_F(TempTrigger, SwitchesStandAsToldWhileItRuns)
         EXPECT_TRUE(Shell.BtnAbortShown);
         EXPECT_FALSE(Shell.Frame2Enabled);
         EXPECT_FALSE(Shell.LoadDr);
-        EXPECT_TRUE(Stands("Temp.DXF"));
+        EXPECT_FALSE(Stands("Temp.DXF")); // no other process can run it too
+        EXPECT_TRUE(Stands("Temp.DXF.RUN"));
     });
     Shell.LoadDr = true;
     Tick();
@@ -333,10 +430,54 @@ TEST_F(TempTrigger, AbortEndsItsJob)
     EXPECT_EQ(Told("USER ABORTED"), 1) << Here.ReportText();
     EXPECT_FALSE(Shell.BtnAbortShown);
     EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_EQ(TextOf("Temp.OLD"), BoredPanel());
+}
+
+TEST_F(TempTrigger, OneThatIsWrittenOnWhileItsJobRunsIsTheNextJob)
+{
+    int jobs = 0;
+    const std::string more = BoredPanel(test::Circle("VBORE_Z12F3000", 200, 50, 4));
+    const test::AtStage look("final", [&] {
+        if (++jobs == 1)
+            Put("Temp.DXF.RUN", more); // by a writer that had opened it before
+    });
+    Put("Temp.DXF", BoredPanel());
+    Tick();
+    EXPECT_EQ(TextOf("Temp.DXF"), more);
+    Tick();
+    EXPECT_EQ(jobs, 2);
+    EXPECT_FALSE(Stands("Temp.DXF"));
+    EXPECT_EQ(Here.Program("TEMP")[0], "G71X600Y400Z18T00N5L2");
+}
+
+TEST_F(TempTrigger, OneThatWasCutOffIsSetAsideBeforeTheNextAndTold)
+{
+    Put("Temp.DXF.RUN", "half a job");
+    Put("Temp.DXF", BoredPanel());
+    Tick();
+    EXPECT_EQ(TextOf("Temp.OLD"), "half a job");
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
+    EXPECT_EQ(Told("Unfinished: Temp.DXF, kept as " + Source("Temp.OLD").string()), 1) << Here.ReportText();
+}
+
+TEST_F(TempTrigger, ItWaitsWhileAnotherProcessRunsOne)
+{
+    FileLock other;
+    ASSERT_EQ(other.TryLock(FromHostPath(Source("Temp.DXF.RUN").string())).Is, LockState::Taken);
+    Put("Temp.DXF.RUN", "of another process");
+    Put("Temp.DXF", BoredPanel());
+    Tick(4);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_EQ(TextOf("Temp.DXF.RUN"), "of another process");
+    EXPECT_TRUE(Here.Lines.empty()) << Here.ReportText();
+    std::filesystem::remove(Source("Temp.DXF.RUN"));
+    other.Release();
+    Tick();
+    EXPECT_TRUE(Here.HasProgram("TEMP")) << Here.ReportText();
 }
 
 #if !defined(_WIN32) // rights of a folder by the bits of its mode
-TEST_F(TempTrigger, OneThatCannotBeDeletedIsToldOnceAndNotRunAgain)
+TEST_F(TempTrigger, OneThatCannotBeTakenIsToldOnceAndNotRun)
 {
     Put("Temp.DXF", BoredPanel());
     int jobs = 0;
@@ -345,11 +486,12 @@ TEST_F(TempTrigger, OneThatCannotBeDeletedIsToldOnceAndNotRunAgain)
         const ReadOnlyFolder held(*this);
         Tick(5);
     }
+    EXPECT_EQ(jobs, 0); // whoever else looks into this folder would run it too
+    EXPECT_EQ(Told(Source("Temp.DXF").string() + " cannot be taken and is not run: Permission denied"), 1)
+        << Here.ReportText();
+    Tick(3); // the folder takes files again
     EXPECT_EQ(jobs, 1);
-    EXPECT_EQ(Told(Source("Temp.DXF").string() + " cannot be deleted"), 1) << Here.ReportText();
-    Put("Temp.DXF", BoredPanel()); // a new one is a new job
-    Tick();
-    EXPECT_EQ(jobs, 2);
+    EXPECT_FALSE(Stands("Temp.DXF"));
 }
 #endif
 
@@ -385,6 +527,22 @@ TEST_F(Autostart, ADrawingOnTheCommandLineIsRunOnTheFourthTickAndTheProgramEnds)
     EXPECT_FALSE(Shell.BtnAbortShown);
     EXPECT_FALSE(Shell.RunActive);
     EXPECT_EQ(MeterInterval(), 0);
+}
+
+TEST_F(Autostart, ADrawingOnTheCommandLineIsConvertedForTheSystemOfTheSettings)
+{
+    OwnFolder(1, "gen");
+    OwnFolder(2, "evo");
+    for (const int ticks : {0, 1, 2}) { // whichever folder the tick looks at
+        ResetShell();
+        kv::Run.ControlType = static_cast<Int>(ticks);
+        Put("A.DXF", BoredPanel());
+        Shell.CommandLine = DrawingPath("A.DXF");
+        Int system = -1;
+        const test::AtStage look("final", [&] { system = kv::Run.ControlType; });
+        Tick(4);
+        EXPECT_EQ(system, 0) << ticks;
+    }
 }
 
 TEST_F(Autostart, AFailedDrawingOnTheCommandLineCounts)

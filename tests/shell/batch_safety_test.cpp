@@ -94,6 +94,36 @@ TEST_F(BatchSafety, OlderUnfinishedLinesStay)
     EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
 }
 
+TEST_F(BatchSafety, ProcessesThatEndInTheMiddleAddNothingTwice)
+{
+    PutFile("BATCH.OLD", "A\r\n!CNCOFF\r\nB\r\nB\r\n"); // it had been joined, and BATCH.RUN still stood
+    PutFile("BATCH.RUN", "!CNCOFF\r\nB\r\nb\r\n");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n!CNCOFF\r\nB\r\nB\r\n");
+    EXPECT_EQ(Rows, (Texts{Told("3", "BATCH.OLD")}));
+    EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
+}
+
+TEST_F(BatchSafety, CommandsHoldForTheLinesOfTheirOwnBatchAlone)
+{
+    PutFile("BATCH.OLD", "!CNCOFF\r\nA\r\n");
+    PutFile("BATCH.RUN", "A\r\n!order 7\r\n!hbdoff\r\nB\r\n");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(FileText("BATCH.OLD"), "!CNCOFF\r\nA\r\n!CNCON\r\nA\r\n!order 7\r\n!HBDOFF\r\nB\r\n");
+}
+
+TEST_F(BatchSafety, ABatchWithoutJobsJustGoes)
+{
+    PutFile("BATCH.OLD", "A\r\n");
+    for (const char* const text : {"", "\r\n", "!CNCOFF\r\n"}) {
+        PutFile("BATCH.RUN", text);
+        TellUnfinishedBatch(At);
+        EXPECT_EQ(Rows, Texts{}) << text;
+        EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n");
+        EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
+    }
+}
+
 TEST_F(BatchSafety, WhatCannotBeSetAsideIsToldWhereItStands)
 {
     std::filesystem::create_directories(Folder / "BATCH.OLD");

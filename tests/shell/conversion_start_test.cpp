@@ -140,7 +140,7 @@ TEST_F(ConversionStart, AFailedFileDoesNotKeepTheNextFromBeingConverted)
 
 TEST_F(ConversionStart, AbortLeavesTheList)
 {
-    ListFiles({"A.DXF", "B.DXF"});
+    ListFiles({"A.DXF", "B.DXF", "A.DXF"});
     int jobs = 0;
     const test::AtStage look("final", [&] {
         if (++jobs == 1)
@@ -149,6 +149,7 @@ TEST_F(ConversionStart, AbortLeavesTheList)
     Start();
     EXPECT_EQ(jobs, 1);
     EXPECT_FALSE(Here.HasProgram("B"));
+    EXPECT_EQ(Told("Stopped before 2 more drawings of the list"), 1) << Here.ReportText();
     EXPECT_FALSE(Shell.BtnAbortShown);
     EXPECT_TRUE(Shell.StartEnabled);
 }

@@ -1,85 +1,91 @@
-// One window for each installation and person on the POSIX host. The first process holds a lock on a file
-// in the person's runtime folder, or in the configuration folder where there is none; the system frees it
-// when that process ends, however it ends. A later one leaves a request file beside it, which the first
-// takes away when it looks. The installation's own folder is not touched.
+// One process for each installation on the POSIX host, whoever started it: a lock file in the installation's
+// folder, which other machines see too. A person who may not write there locks the folder itself, which needs
+// no more than looking into it; so everybody does that besides. A later window leaves a request file, which
+// the first takes away when it looks.
 #include "platform/instance.h"
 
 #include <cerrno>
-#include <cstdlib>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
+#include "platform/file_lock.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace kv {
 
 namespace {
 
-constexpr mode_t OwnersAlone = 0600;
+constexpr mode_t AnybodysFile = 0666; // less what the person's umask takes away
 
-int HeldLock = -1;       // file handle
+FileLock HeldLock;
+int HeldFolder = -1;     // file handle
 std::string HeldRequest; // host path of the file by which others ask
-
-// Host path with a slash at the end.
-std::string RuntimeFolder()
-{
-    const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
-    if (runtime != nullptr && runtime[0] == '/' && ::access(runtime, W_OK | X_OK) == 0)
-        return std::string(runtime) + '/';
-    static_cast<void>(MakeFolders(UserConfigFolder())); // if it cannot be made, the lock cannot either
-    return ToHostPath(UserConfigFolder());
-}
-
-// However the folder is spelled, and by whatever links it is reached.
-std::string RealFolder(std::string_view folder)
-{
-    const std::string host = ToHostPath(folder);
-    char* const real = ::realpath(host.c_str(), nullptr);
-    if (real == nullptr)
-        return host;
-    std::string path = real;
-    std::free(real);
-    return path;
-}
 
 void LetGo()
 {
-    if (HeldLock >= 0)
-        ::close(HeldLock);
-    HeldLock = -1;
+    HeldLock.Release();
+    if (HeldFolder >= 0)
+        ::close(HeldFolder);
+    HeldFolder = -1;
     HeldRequest.clear();
 }
 
-void LeaveRequest(const std::string& request)
+std::string RequestFile(std::string_view folder)
 {
-    const int file = ::open(request.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, OwnersAlone);
-    if (file >= 0)
-        ::close(file);
+    return ToHostPath(WithBackslash(folder) + ".kv-KORVANTI.front");
+}
+
+// What stands in the lock file; one who may not write it may mostly read it.
+std::string HolderInFile(std::string_view folder)
+{
+    std::string text;
+    const std::string file = WithBackslash(folder) + LockFileName(FileNameOf(InstanceFile(folder)));
+    static_cast<void>(ReadWholeFile(file, text)); // else it is nobody known
+    return HolderOf(AnsiFromUtf8(text));
+}
+
+// False when another process has locked the folder; true also where folders cannot be locked.
+bool LockFolder(std::string_view folder)
+{
+    // Not for programs that are started: they would hold the lock beyond this process's end.
+    const int handle = ::open(ToHostPath(folder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return true;
+    if (::flock(handle, LOCK_EX | LOCK_NB) == 0) {
+        HeldFolder = handle;
+        return true;
+    }
+    const bool held = errno == EWOULDBLOCK;
+    ::close(handle);
+    return !held;
 }
 
 } // namespace
 
-bool BecomeOnlyInstance(std::string_view folder)
+InstanceAnswer BecomeOnlyInstance(std::string_view folder)
 {
     LetGo();
-    const std::string place = RuntimeFolder() + InstanceName(RealFolder(folder));
-    const std::string request = place + ".front";
-    // Not for programs that are started: they would hold the lock beyond this process's end.
-    const int file = ::open((place + ".lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, OwnersAlone);
-    if (file < 0)
-        return true; // without a place for the lock the work goes on, twice if need be
-    if (::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        ::close(file);
-        LeaveRequest(request);
-        return false;
+    const LockAnswer answer = HeldLock.TryLock(InstanceFile(folder));
+    if (answer.Is == LockState::Held)
+        return HeldBy(answer.Holder);
+    if (!LockFolder(folder)) {
+        LetGo();
+        return HeldBy(HolderInFile(folder));
     }
-    HeldLock = file;
-    HeldRequest = request;
-    ::unlink(request.c_str()); // meant for one that has ended
-    return true;
+    HeldRequest = RequestFile(folder);
+    ::unlink(HeldRequest.c_str()); // meant for one that has ended
+    return {true, {}, false};
+}
+
+void AskToFront(std::string_view folder)
+{
+    const int file = ::open(RequestFile(folder).c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, AnybodysFile);
+    if (file >= 0)
+        ::close(file);
 }
 
 bool AskedToFront()

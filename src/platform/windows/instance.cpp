@@ -1,10 +1,11 @@
-// One window for each installation and person on Windows. The first process holds a named mutex, which the
-// system takes away when that process ends, however it ends; a later one sets the named event beside it.
-// The installation's own folder is not touched.
+// One process for each installation on Windows: a lock file in the installation's folder, which other
+// machines see too, and a named mutex of the machine besides, for persons who may not write there. A later
+// window sets a named event. The system takes all of them away when the process ends, however it ends.
 #include "platform/instance.h"
 
 #include <windows.h>
 
+#include "platform/file_lock.h"
 #include "platform/text.h"
 #include "platform/windows/wide_text.h"
 
@@ -12,11 +13,13 @@ namespace kv {
 
 namespace {
 
+FileLock HeldLock;
 HANDLE HeldMutex = nullptr;
 HANDLE HeldEvent = nullptr; // set by others to ask
 
 void LetGo()
 {
+    HeldLock.Release();
     if (HeldMutex != nullptr)
         CloseHandle(HeldMutex);
     if (HeldEvent != nullptr)
@@ -30,27 +33,46 @@ std::wstring PlaceOf(std::string_view folder)
     std::wstring full = FullWidePath(WideFromAnsi(folder));
     while (!full.empty() && full.back() == L'\\')
         full.pop_back();
-    return L"Local\\" + WideFromAnsi(InstanceName(UpperCase(AnsiFromWide(full))));
+    return WideFromAnsi(InstanceName(UpperCase(AnsiFromWide(full))));
+}
+
+HANDLE FrontEvent(std::string_view folder)
+{
+    return CreateEventW(nullptr, FALSE, FALSE, (L"Local\\" + PlaceOf(folder) + L"-front").c_str());
+}
+
+// False when another process has it, of this person or, where it may not even be opened, of another one.
+bool TakeMutex(std::string_view folder)
+{
+    HeldMutex = CreateMutexW(nullptr, FALSE, (L"Global\\" + PlaceOf(folder)).c_str());
+    const DWORD error = GetLastError();
+    return HeldMutex == nullptr ? error != ERROR_ACCESS_DENIED : error != ERROR_ALREADY_EXISTS;
 }
 
 } // namespace
 
-bool BecomeOnlyInstance(std::string_view folder)
+InstanceAnswer BecomeOnlyInstance(std::string_view folder)
 {
     LetGo();
-    const std::wstring place = PlaceOf(folder);
-    const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, (place + L"-front").c_str());
-    const HANDLE mutex = CreateMutexW(nullptr, FALSE, place.c_str());
-    const bool first = mutex == nullptr || GetLastError() != ERROR_ALREADY_EXISTS;
-    HeldEvent = event;
-    HeldMutex = mutex;
-    if (first)
-        return true;
+    const LockAnswer answer = HeldLock.TryLock(InstanceFile(folder));
+    if (answer.Is == LockState::Held)
+        return HeldBy(answer.Holder);
+    if (!TakeMutex(folder)) {
+        LetGo();
+        return HeldBy(HolderOf({}));
+    }
+    HeldEvent = FrontEvent(folder);
+    return {true, {}, false};
+}
+
+void AskToFront(std::string_view folder)
+{
     AllowSetForegroundWindow(ASFW_ANY); // the right is this process's, which was started last
-    if (event != nullptr)
-        SetEvent(event);
-    LetGo();
-    return false;
+    const HANDLE event = FrontEvent(folder);
+    if (event == nullptr)
+        return;
+    SetEvent(event);
+    CloseHandle(event);
 }
 
 bool AskedToFront()

@@ -24,7 +24,7 @@ class WindowsInstance : public ScratchFolder {
     }
     void TearDown() override
     {
-        BecomeOnlyInstance(PathOf("left")); // lets the others go
+        static_cast<void>(BecomeOnlyInstance(PathOf("left"))); // lets the others go
         Processes = {};
         ScratchFolder::TearDown();
     }
@@ -48,26 +48,26 @@ class WindowsInstance : public ScratchFolder {
 TEST_F(WindowsInstance, ASecondStartAsksTheFirstToTheFront)
 {
     PutFile("home/KV90.INI", "[Configuration]\r\n");
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(AskedToFront());
     EXPECT_FALSE(SecondStartIsOnly(Home()));
     EXPECT_TRUE(AskedToFront());
     EXPECT_FALSE(AskedToFront()); // once for each time
     const std::filesystem::directory_iterator entries(Folder / "home");
-    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2); // and the lock
     EXPECT_EQ(FileText("home/KV90.INI"), "[Configuration]\r\n");
 }
 
 TEST_F(WindowsInstance, AnotherInstallationRunsBesideIt)
 {
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_TRUE(SecondStartIsOnly(PathOf("other") + "\\"));
     EXPECT_FALSE(AskedToFront());
 }
 
 TEST_F(WindowsInstance, AFolderIsTheSameHoweverItIsSpelled)
 {
-    ASSERT_TRUE(BecomeOnlyInstance(Home()));
+    ASSERT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(SecondStartIsOnly(PathOf("HOME")));
     EXPECT_FALSE(SecondStartIsOnly(PathOf("other\\..\\home\\")));
 }
@@ -85,13 +85,13 @@ TEST_F(WindowsInstance, AKilledInstanceDoesNotBlockTheNextStart)
     for (int i = 0; i < 1000 && FileText("sign").empty(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     EXPECT_EQ(FileText("sign"), "y");
-    EXPECT_FALSE(BecomeOnlyInstance(Home()));
+    EXPECT_FALSE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(AskedToFront()); // that was this process's own question
     TerminateProcess(first.hProcess, 1);
     WaitForSingleObject(first.hProcess, 10'000);
     CloseHandle(first.hProcess);
     CloseHandle(first.hThread);
-    EXPECT_TRUE(BecomeOnlyInstance(Home()));
+    EXPECT_TRUE(BecomeOnlyInstance(Home()).Only);
     EXPECT_FALSE(AskedToFront()); // what was asked of the killed one has gone with it
 }
 

@@ -38,11 +38,15 @@ TEST(SecondProcess, DISABLED_DoesItsTask)
     const std::string rest = task.substr(std::min(task.find(' '), task.size() - 1) + 1);
     if (word == "exit")
         ExitProcess(static_cast<UINT>(std::stoi(rest)));
-    if (word == "second")
-        ExitProcess(BecomeOnlyInstance(rest) ? 1 : 0);
+    if (word == "second") {
+        const InstanceAnswer answer = BecomeOnlyInstance(rest);
+        if (answer.SameHere)
+            AskToFront(rest);
+        ExitProcess(answer.Only ? 1 : 0);
+    }
     if (word == "hold") {
-        const bool only = BecomeOnlyInstance(rest);
-        ReplaceFile(Environment(test::SignVariable), only ? "y" : "n");
+        const bool only = BecomeOnlyInstance(rest).Only;
+        static_cast<void>(ReplaceFile(Environment(test::SignVariable), only ? "y" : "n"));
     }
     Sleep(60'000);
     ExitProcess(99);

@@ -1,0 +1,261 @@
+// Trigger files from the moment they are seen to the moment they are gone. A drawing is taken by one rename
+// to a name that is free: of two processes that see it one gets it. Relies on the source folder; leaves
+// Temp.OLD (Temp2.OLD, ...) for drawings that were not done, so that a person can look at them.
+#include "shell/trigger_files.h"
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/free_name.h"
+#include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/run_error.h"
+#include "platform/text.h"
+#include "shell/batch_file.h"
+#include "shell/batch_safety.h"
+#include "state/report.h"
+#include "state/run.h"
+
+namespace kv {
+
+namespace {
+
+constexpr double StillSeconds = 2;      // a file that does not change so long is written
+constexpr double LookSeconds = 0.1;     // between two looks at a drawing that is being written
+constexpr std::size_t TailLength = 512; // bytes that hold the last lines of a drawing
+constexpr double SecondsOfDay = 86400;
+constexpr int MostAsides = 10000; // names that are tried for a drawing that is set aside
+constexpr std::string_view LeftHead = "Left from an earlier start and not run: ";
+
+// Of a trigger file, by its path.
+struct TriggerMemory {
+    FileStamp Seen;    // the state that was looked at last
+    double Since = 0;  // seconds since midnight when it was first seen
+    FileStamp Refused; // the state that was told to be out of reach
+    FileStamp Done;    // the state that was run and could not be deleted
+};
+std::map<std::string, TriggerMemory> Triggers;
+
+bool HoldsEndLine(const std::string& path)
+{
+    std::string tail;
+    if (!ReadFileTail(path, tail, TailLength).Ok())
+        return false;
+    const std::vector<BatchLine> lines = BatchLines(tail); // any line end
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const BatchLine& line) { return Trim(line.Text) == "EOF"; });
+}
+
+std::string AsideName(int number)
+{
+    return number == 1 ? "Temp.OLD" : "Temp" + WholeText(number) + ".OLD";
+}
+
+bool SameContents(const std::string& path, const std::string& contents)
+{
+    std::string other;
+    return ReadWholeFile(path, other).Ok() && other == contents;
+}
+
+// Under the first free name, or given up for one of the same contents: a drawing that fails each time it is
+// sent stands there once. `place` is where it is then.
+FileOutcome SetDrawingAside(const std::string& folder, const std::string& path, std::string& place)
+{
+    std::string contents;
+    const bool known = ReadWholeFile(path, contents).Ok();
+    FileOutcome outcome;
+    for (int number = 1; number <= MostAsides; ++number) {
+        place = folder + AsideName(number);
+        outcome = RenameToFree(path, place);
+        if (outcome.Number != ErrorFileExists)
+            break;
+        if (known && SameContents(place, contents))
+            return DeleteFile(path);
+    }
+    if (!outcome.Ok())
+        place = path;
+    return outcome;
+}
+
+void TellDrawingAside(const std::string& folder, const std::string& path, std::string_view head)
+{
+    std::string place;
+    const FileOutcome outcome = SetDrawingAside(folder, path, place);
+    if (outcome.Number == ErrorFileNotFound)
+        return; // another process has taken it
+    const std::string line = std::string(head) + std::string(TempDrawing) + ", kept as " + ShownPath(place);
+    ReportMessage(1, outcome.Ok() ? line : MarkRed + line + ": " + outcome.Cause);
+}
+
+// The lines of BATCH.LST go the way of a batch that was cut off, by way of BATCH.RUN.
+void SetStaleBatchAside(const std::string& folder)
+{
+    const std::string path = folder + std::string(BatchList);
+    const FileOutcome outcome = RenameToFree(path, folder + std::string(BatchRunFile));
+    if (outcome.Number == ErrorFileNotFound || outcome.Number == ErrorPathNotFound)
+        return;
+    if (!outcome.Ok()) {
+        ReportMessage(1, MarkRed + (ShownPath(path) + " cannot be set aside: " + outcome.Cause));
+        return;
+    }
+    const std::string head = std::string(LeftHead) + std::string(BatchList) + ", ";
+    const std::string line = SetUnfinishedBatchAside(folder, head);
+    ReportMessage(1, line.empty() ? head + "which names no job" : line);
+}
+
+// Of an earlier process, or one that was done and could not be deleted.
+void TellUnfinishedDrawing(const std::string& folder)
+{
+    const std::string path = folder + std::string(TempRunFile);
+    if (AskFile(path).Is == Presence::NotThere)
+        return;
+    const FileStamp done = Triggers[path].Done;
+    if (done != FileStamp{} && done == StampOfTrigger(path))
+        static_cast<void>(DeleteFile(path)); // the rename over it says why it cannot be
+    else
+        TellDrawingAside(folder, path, "Unfinished: ");
+}
+
+} // namespace
+
+void RefuseTrigger(const std::string& path, const FileStamp& stamp, const std::string& cause)
+{
+    FileStamp& refused = Triggers[path].Refused;
+    if (refused == stamp)
+        return;
+    refused = stamp;
+    ReportMessage(1, MarkRed + (ShownPath(path) + " " + cause));
+    ReportMessage(2, "");
+}
+
+void ForgetTrigger(const std::string& path)
+{
+    Triggers.erase(path);
+}
+
+void ForgetTriggers()
+{
+    Triggers.clear();
+}
+
+bool TriggerIsThere(const std::string& path)
+{
+    constexpr FileStamp outOfReach{~std::uint64_t{0}, 0, 0}; // no file is so long
+    const FileAnswer answer = AskFile(path);
+    if (answer.Is == Presence::CannotTell)
+        RefuseTrigger(path, outOfReach, "cannot be looked for: " + answer.Why.Cause);
+    else if (const auto known = Triggers.find(path);
+             known != Triggers.end() && known->second.Refused == outOfReach)
+        known->second.Refused = {};
+    return answer.Is == Presence::There;
+}
+
+FileStamp StampOfTrigger(const std::string& path)
+{
+    FileStamp stamp;
+    static_cast<void>(AskStamp(path, stamp));
+    return stamp;
+}
+
+bool ReadyToRun(const std::string& path)
+{
+    if (!TriggerIsThere(path))
+        return false;
+    const FileStamp stamp = StampOfTrigger(path);
+    if (stamp.Size == 0)
+        return false;
+    TriggerMemory& memory = Triggers[path];
+    if (HoldsEndLine(path))
+        return true;
+    const double now = SecondsSinceMidnight();
+    if (memory.Seen != stamp) {
+        memory.Seen = stamp;
+        memory.Since = now;
+        return false;
+    }
+    const double still = now - memory.Since;
+    return (still < 0 ? still + SecondsOfDay : still) >= StillSeconds;
+}
+
+void WaitUntilWritten(const std::string& path)
+{
+    double still = 0;
+    FileStamp stamp = StampOfTrigger(path);
+    while (AskFile(path).Is != Presence::NotThere && !HoldsEndLine(path) && still < StillSeconds &&
+           !UserAborted()) {
+        PauseSeconds(LookSeconds);
+        const FileStamp now = StampOfTrigger(path);
+        still = now == stamp ? still + LookSeconds : 0;
+        stamp = now;
+    }
+}
+
+bool TakeRunLock(FileLock& lock, const std::string& folder, std::string_view runFile)
+{
+    return lock.TryLock(folder + std::string(runFile)).Is != LockState::Held;
+}
+
+std::string TakeTempDrawing(const std::string& folder, FileLock& lock)
+{
+    const std::string path = folder + std::string(TempDrawing);
+    const std::string place = folder + std::string(TempRunFile);
+    if (!ReadyToRun(path) || !TakeRunLock(lock, folder, TempRunFile))
+        return {};
+    TellUnfinishedDrawing(folder);
+    const FileStamp ready = StampOfTrigger(path);
+    const FileOutcome outcome = RenameToFree(path, place);
+    if (outcome.Number == ErrorFileNotFound)
+        return {}; // another process was faster
+    if (!outcome.Ok()) {
+        RefuseTrigger(path, ready, "cannot be taken and is not run: " + outcome.Cause);
+        return {};
+    }
+    ForgetTrigger(path);
+    if (StampOfTrigger(place) != ready) // another one than the one that was looked at
+        WaitUntilWritten(place);
+    return place;
+}
+
+void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done)
+{
+    const std::string path = folder + std::string(TempRunFile);
+    // Whoever wrote it has written more into it meanwhile: that is another job.
+    const bool changed = StampOfTrigger(path) != stamp;
+    if (changed && RenameToFree(path, folder + std::string(TempDrawing)).Ok())
+        return;
+    if (changed || !done) {
+        TellDrawingAside(folder, path, "Not done: ");
+        return;
+    }
+    const FileOutcome outcome = DeleteFile(path);
+    if (outcome.Ok())
+        return;
+    Triggers[path].Done = stamp;
+    ReportMessage(1, MarkRed + (ShownPath(path) + " is done and cannot be deleted: " + outcome.Cause));
+}
+
+void TellUnfinishedTriggers(const std::string& folder)
+{
+    FileLock batch, drawing;
+    if (TakeRunLock(batch, folder, BatchRunFile))
+        TellUnfinishedBatch(folder);
+    if (TakeRunLock(drawing, folder, TempRunFile))
+        TellUnfinishedDrawing(folder);
+    ReportMessage(2, "");
+}
+
+void SetStaleTriggersAside(const std::string& folder)
+{
+    const std::string temp = folder + std::string(TempDrawing);
+    FileLock batch, drawing;
+    if (AskFile(temp).Is != Presence::NotThere && TakeRunLock(drawing, folder, TempRunFile))
+        TellDrawingAside(folder, temp, LeftHead);
+    if (AskFile(folder + std::string(BatchList)).Is != Presence::NotThere &&
+        TakeRunLock(batch, folder, BatchRunFile))
+        SetStaleBatchAside(folder);
+    ReportMessage(2, "");
+}
+
+} // namespace kv
