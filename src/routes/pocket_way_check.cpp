@@ -18,7 +18,7 @@ constexpr double TurnedOver = 2e-4; // of the radius
 constexpr double LeastArc = 1e-4;   // of the radius, of what is left of an arc
 
 // Along the span at one of its ends.
-PlanePoint DirectionAt(const PathSpan& span, const PlanePoint& end)
+PlanePoint AlongAt(const PathSpan& span, const PlanePoint& end)
 {
     if (!span.IsArc)
         return {span.To.X - span.From.X, span.To.Y - span.From.Y};
@@ -29,7 +29,7 @@ PlanePoint DirectionAt(const PathSpan& span, const PlanePoint& end)
 // Radians, above 0 to the left.
 double TurnBetween(const PathSpan& span, const PathSpan& next)
 {
-    const PlanePoint a = DirectionAt(span, span.To), b = DirectionAt(next, next.From);
+    const PlanePoint a = AlongAt(span, span.To), b = AlongAt(next, next.From);
     return AngleOfVector(a.X * b.Y - a.Y * b.X, a.X * b.X + a.Y * b.Y);
 }
 
@@ -56,7 +56,7 @@ std::optional<PathSpan> CentreBeside(const PathSpan& span, double radius)
 {
     PathSpan centre = span;
     const auto beside = [&](const PlanePoint& point) {
-        const PlanePoint along = DirectionAt(span, point);
+        const PlanePoint along = AlongAt(span, point);
         const double length = std::sqrt(along.X * along.X + along.Y * along.Y);
         return PlanePoint{point.X - along.Y / length * radius, point.Y + along.X / length * radius};
     };
@@ -71,7 +71,7 @@ std::optional<PathSpan> CentreBeside(const PathSpan& span, double radius)
 // Signed length along the span, from its beginning to a point of its line or circle near it.
 double PlaceAlong(const PathSpan& span, const PlanePoint& point)
 {
-    const PlanePoint along = DirectionAt(span, span.From);
+    const PlanePoint along = AlongAt(span, span.From);
     if (!span.IsArc) {
         const double length = std::sqrt(along.X * along.X + along.Y * along.Y);
         return ((point.X - span.From.X) * along.X + (point.Y - span.From.Y) * along.Y) / length;

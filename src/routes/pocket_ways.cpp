@@ -31,7 +31,7 @@ constexpr std::size_t NoRing = static_cast<std::size_t>(-1);
 constexpr double WidestRoll = 2.9; // radians; from half a turn on a control takes the other side
 
 // Where a join reaches a ring.
-struct Joint {
+struct RingJoint {
     std::size_t RingNumber = 0, Piece = 0;
     PlanePoint At;
     double Angle = std::numeric_limits<double>::infinity(); // clockwise around the join's corner
@@ -79,7 +79,7 @@ class RingJoiner {
     }
     void BeginAlone(Ring& ring);
     void AddRamp(const Ring& ring);
-    Joint NextRing(const Ring& ring, const PlanePoint& corner) const;
+    RingJoint NextRing(const Ring& ring, const PlanePoint& corner) const;
     EndedWay WayFrom(std::size_t number);
     void AddInParts(const EndedWay& way, std::vector<PocketWay>& ways) const;
 
@@ -145,12 +145,12 @@ void RingJoiner::AddRamp(const Ring& ring)
         Builder.AddTurn(ring, static_cast<double>(turn) / turns, static_cast<double>(turn + 1) / turns);
 }
 
-Joint RingJoiner::NextRing(const Ring& ring, const PlanePoint& corner) const
+RingJoint RingJoiner::NextRing(const Ring& ring, const PlanePoint& corner) const
 {
     const double begin = AngleAround(corner, ring.Entry);
     const double open = OpenJoint * Reach.Radius;
     const PathSpan roll{ring.Entry, ring.Entry, true, false, corner, Reach.Aside()};
-    Joint nearest;
+    RingJoint nearest;
     for (std::size_t number = 0; number < Rings.size(); ++number) {
         const Ring& outer = Rings[number];
         if (outer.Level >= ring.Level || outer.Level + 2 < ring.Level)
@@ -184,7 +184,7 @@ RingJoiner::EndedWay RingJoiner::WayFrom(std::size_t number)
         if (ring.Level == 0 || IsFull())
             return EndAt(ring);
         const PlanePoint corner = WayBeside(ring.Pieces[ring.EntryPiece], ring.Entry, Reach.Aside());
-        const Joint joint = NextRing(ring, corner);
+        const RingJoint joint = NextRing(ring, corner);
         if (!(joint.Angle < WidestRoll) || Rings[joint.RingNumber].IsEntered)
             return EndAt(ring); // another way goes on from there
         number = joint.RingNumber;
