@@ -188,7 +188,7 @@ Findings JudgeKept(const Reference& reference, const Tree& now)
     return findings;
 }
 
-Findings JudgeDone(const Reference& reference, const Tree& now, int runs)
+Findings JudgeDone(const Reference& reference, const Tree& now, int runs, int rows)
 {
     const Tree& wanted = reference.Final != nullptr ? *reference.Final : reference.Once;
     Findings findings;
@@ -197,7 +197,7 @@ Findings JudgeDone(const Reference& reference, const Tree& now, int runs)
         if (found == now.end())
             findings.push_back(path + ": missing");
         else if (IsCutList(path))
-            JudgeCutList(reference, now, path, 1, runs, findings);
+            JudgeCutList(reference, now, path, 1, rows, findings);
         else if (found->second != bytes && !reference.Volatile.contains(path) &&
                  !(runs > 1 && IsNotes(path) && MayHold(reference, path, found->second)))
             findings.push_back(path + ": differs");

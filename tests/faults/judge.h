@@ -30,9 +30,9 @@ Findings StraysIn(const Reference& reference, const Tree& now);
 // record the new one; the operator's lines stand. Strays are passed over.
 Findings JudgeKept(const Reference& reference, const Tree& now);
 
-// Exactly the files of the undisturbed run. With `runs` of 2 a cut list may hold each new row twice, and the
-// notes be those of a second run: a repeated conversion adds its row and merges again.
-Findings JudgeDone(const Reference& reference, const Tree& now, int runs = 1);
+// Exactly the files of the undisturbed run. With `runs` of 2 the notes may be those of a second run, which
+// merges again, and a new row of the cut list may stand `rows` times.
+Findings JudgeDone(const Reference& reference, const Tree& now, int runs = 1, int rows = 1);
 
 // Whether a line names the file (for one that the shop does not know, its folder) and the system's words.
 bool TellsCause(const Reference& reference, const std::string& said, const std::string& path, int error,

@@ -137,14 +137,33 @@ Shop ShopOf(const std::string& name, const std::string& control, const fs::path&
 
 } // namespace
 
+Shop WithJobs(Shop shop, unsigned mask)
+{
+    Words jobs;
+    for (std::size_t i = 0; i < shop.Jobs.size(); ++i) {
+        if ((mask >> i & 1U) != 0)
+            jobs.push_back(shop.Jobs[i]);
+    }
+    if (shop.Watches) {
+        std::string& list = shop.Before["IN/BATCH.LST"];
+        list.clear();
+        for (const std::string& line : jobs)
+            list += line + "\r\n";
+    } else {
+        shop.Call.resize(shop.Call.size() - shop.Jobs.size());
+        shop.Call.insert(shop.Call.end(), jobs.begin(), jobs.end());
+    }
+    shop.Jobs = jobs;
+    return shop;
+}
+
 Shop ListOfDrawings(const std::string& control, const fs::path& root)
 {
     Shop shop = ShopOf(control, control, root);
-    Words words = {"convert"};
     for (const char* const drawing : {"drawer_front", "t_lines", "system_rows", "side2"})
-        words.push_back((root / "IN" / (std::string(drawing) + ".dxf")).string());
-    shop.Call = Call(root, words);
-    shop.Drawings = words.size() - 1;
+        shop.Jobs.push_back((root / "IN" / (std::string(drawing) + ".dxf")).string());
+    shop.Call = Call(root, {"convert"});
+    shop.Call.insert(shop.Call.end(), shop.Jobs.begin(), shop.Jobs.end());
     if (control == "cnc90")
         shop.Programs = {"CNC90/SORG/SRG/D/F597", "CNC90/SORG/SRG/T/_LINES", "CNC90/SORG/SRG/S/YSTEM_RO.WS",
                          "CNC90/SORG/SRG/S/IDE2"};
@@ -170,7 +189,9 @@ Shop WatchedBatch(const fs::path& root)
 {
     Shop shop = ShopOf("watch_batch", "cnc90", root);
     SetKey(shop.Before[SettingsPlace], "AutoStartBatch", "True");
-    shop.Before["IN/BATCH.LST"] = "DRAWER_FRONT.DXF\r\nT_LINES.DXF ^ TLINES\r\nSIDE2.DXF SIDE2\r\n";
+    shop.Jobs = {"DRAWER_FRONT.DXF", "T_LINES.DXF ^ TLINES", "SIDE2.DXF SIDE2"};
+    for (const std::string& line : shop.Jobs)
+        shop.Before["IN/BATCH.LST"] += line + "\r\n";
     shop.Call = Call(root, {"watch", "/S", "/K"});
     shop.Programs = {"CNC90/SORG/SRG/D/F597", "CNC90/SORG/SRG/T/LINES", "CNC90/SORG/SRG/S/IDE2"};
     shop.Watches = true;

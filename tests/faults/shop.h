@@ -19,9 +19,12 @@ struct Shop {
     Words Environment;
     Words OperatorLines; // of the notes, in their order
     Words Programs;      // paths of the programs that the call makes
-    std::size_t Drawings = 0; // words at the end of the call; 0 for a program that watches
+    Words Jobs;               // words at the end of the call, or lines of the batch
     bool Watches = false;
 };
+
+// The shop with the jobs of a mask alone.
+Shop WithJobs(Shop shop, unsigned mask);
 
 // Control: "cnc90", "genesis" or "evolution". `root` is where the shop will stand.
 Shop ListOfDrawings(const std::string& control, const fs::path& root);
