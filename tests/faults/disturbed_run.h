@@ -38,7 +38,8 @@ class Bench {
 
     fs::path Root() const { return Folder / "r"; } // the shop's
     // Clocks pass what the call sleeps. Calls are listed, and what they did recorded, where asked for.
-    Ran Run(const Shop& shop, const Words& call, const Disturbance& disturbance = {}, bool lists = false) const;
+    Ran Run(const Shop& shop, const Words& call, const Disturbance& disturbance = {},
+            bool lists = false) const;
 
   private:
     fs::path Folder;

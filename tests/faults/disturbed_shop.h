@@ -10,19 +10,40 @@
 
 namespace fault_test {
 
+// One folder for all tests of a process, since the settings of a shop name it.
+inline const Bench& SharedBench()
+{
+    static const Bench bench;
+    return bench;
+}
+
 class DisturbedShop : public testing::Test {
   protected:
-    void Open(Shop shop)
+    // Undisturbed runs are made once in a process.
+    void Open(const std::string& name)
     {
-        Present = std::move(shop);
+        static std::map<std::string, Reference> references;
+        static std::map<std::string, Ran> runs;
+        Present = name == "watch_temp"    ? WatchedDrawing(Table.Root())
+                  : name == "watch_batch" ? WatchedBatch(Table.Root())
+                                          : ListOfDrawings(name, Table.Root());
+        if (!runs.contains(name)) {
+            Learn();
+            references[name] = Known;
+            runs[name] = First;
+        }
+        Known = references[name];
+        First = runs[name];
+        CheckReference();
+    }
+
+    void Learn()
+    {
         Known.OperatorLines = Present.OperatorLines;
         Known.Before = Present.Before;
         PutDown(Known.Before, Table.Root());
         Known.Before = TakeUp(Table.Root()); // with the folders
-        const Ran first = Table.Run(Present, Present.Call, {}, true);
-        ASSERT_EQ(first.Status, 0) << first.Said;
-        Calls = first.Calls;
-        ASSERT_GT(Calls.size(), 50U) << "the library did not see the program's calls";
+        First = Table.Run(Present, Present.Call, {}, true);
         Known.Once = TakeUp(Table.Root());
         Known.Others.push_back(AfterRuns({Present.Call, Present.Call}));
         Known.Others.push_back(AfterRuns({Present.Call}));
@@ -40,7 +61,6 @@ class DisturbedShop : public testing::Test {
         Known.Others.push_back(AfterRuns({Present.ProbeCall}));
         Known.Others.push_back(AfterRuns({Present.Call, Present.ProbeCall}));
         Known.Others.push_back(AfterRuns({Present.ProbeCall, Present.Call}));
-        CheckReference();
     }
 
     Tree AfterRuns(const std::vector<Words>& calls)
@@ -65,9 +85,12 @@ class DisturbedShop : public testing::Test {
     // What the comparisons rest on: the undisturbed run makes what it should and nothing else moves.
     void CheckReference()
     {
+        ASSERT_EQ(First.Status, 0) << First.Said;
+        ASSERT_GT(First.Calls.size(), 50U) << "the library did not see the program's calls";
         for (const std::string& program : Present.Programs) {
             ASSERT_TRUE(Known.Once.contains(program)) << program;
-            EXPECT_TRUE(!Known.Before.contains(program) || Known.Once.at(program) != Known.Before.at(program));
+            EXPECT_TRUE(!Known.Before.contains(program) ||
+                        Known.Once.at(program) != Known.Before.at(program));
         }
         EXPECT_NE(Known.Once.at(CutListPlace), Known.Before.at(CutListPlace));
         EXPECT_EQ(Known.Once.at(SettingsPlace), Known.Before.at(SettingsPlace));
@@ -79,7 +102,7 @@ class DisturbedShop : public testing::Test {
     }
 
     static void FindAll(FaultCount& count, const std::string& kind, const std::string& disturbance,
-                 const Findings& findings)
+                        const Findings& findings)
     {
         for (const std::string& finding : findings)
             count.Found(kind, disturbance, finding);
@@ -108,7 +131,8 @@ class DisturbedShop : public testing::Test {
     // Names of temporary files differ from run to run.
     std::string Nameless(const std::string& place) const
     {
-        return Known.Before.contains(place) || Known.Once.contains(place) || Known.Before.contains(place + "/")
+        return Known.Before.contains(place) || Known.Once.contains(place) ||
+                       Known.Before.contains(place + "/")
                    ? place
                    : fs::path(place).parent_path().generic_string() + "/(own file)";
     }
@@ -121,7 +145,8 @@ class DisturbedShop : public testing::Test {
             count.Found("after", name, "the next start: status " + std::to_string(probe.Status));
         const Tree next = TakeUp(Table.Root());
         FindAll(count, "lost", name, JudgeKept(Known, next));
-        FindAll(count, "left", name, StraysIn(Known, next));
+        if (!Present.Watches) // what a watch leaves is for the next watch
+            FindAll(count, "left", name, StraysIn(Known, next));
         Reference both = Known;
         both.Final = &Known.Others.back();
         if (!Present.Watches) {
@@ -136,7 +161,8 @@ class DisturbedShop : public testing::Test {
         Table.Run(Present, Present.Call);
         // Lines of a batch are run again with the rows that they have made; a dropped drawing is run anew.
         Findings findings = JudgeDone(both, TakeUp(Table.Root()), 2, Present.Jobs.empty() ? 2 : 1);
-        std::erase_if(findings, [](const std::string& finding) { return finding.starts_with("IN/PROC.LST"); });
+        std::erase_if(findings,
+                      [](const std::string& finding) { return finding.starts_with("IN/PROC.LST"); });
         FindAll(count, "after", name, findings);
     }
 
@@ -146,10 +172,10 @@ class DisturbedShop : public testing::Test {
         EXPECT_EQ(count.FindingCount(), 0) << count.Summary() << "\n" << count.Details(40);
     }
 
-    Bench Table;
+    const Bench& Table = SharedBench();
     Shop Present;
     Reference Known;
-    std::vector<CountedCall> Calls;
+    Ran First; // undisturbed
 };
 
 } // namespace fault_test

@@ -3,10 +3,10 @@
 // opened with. All is asked for by variables:
 //   FAULT_ROOT    the folder, a full path without a slash at its end; without it nothing is done
 //   FAULT_AT      the number of the counted call that is disturbed, from 1 on; 0 or none: no call
-//   FAULT_ERROR   errno of that call (a number); a failing close still closes, a failing write has written half
-//   FAULT_LASTING set: every later call of the same kind (writing or asking) fails too, as on a full disk
-//   FAULT_KILL    set: in place of an error the process ends by SIGKILL just before the writing call FAULT_AT
-//   FAULT_HIT     a file outside of the folder: the call that was disturbed, as a line of FAULT_LOG
+//   FAULT_ERROR   errno of that call (a number); a failing close still closes, a failing write has written
+//   half FAULT_LASTING set: every later call of the same kind (writing or asking) fails too, as on a full
+//   disk FAULT_KILL    set: in place of an error the process ends by SIGKILL just before the writing call
+//   FAULT_AT FAULT_HIT     a file outside of the folder: the call that was disturbed, as a line of FAULT_LOG
 //   FAULT_LOG     a file outside of the folder: every counted call as a line "NUMBER NAME WRITING PATH"
 //   FAULT_RECORD  a file outside of the folder: what the writing calls did, for a disk that is built from it
 //   FAULT_FAST    set: nobody sleeps; the clocks go on by what would have been slept, and a program that has
@@ -38,7 +38,7 @@ static struct {
     size_t RootLength;
     long At;
     int Error;
-    int Lasting, LastingWriting;
+    int Lasting;
     int Kill;
     int Log, Hit, Record; // handles, -1 for none
     int Fast;
@@ -148,6 +148,16 @@ static void Remember(int handle, const char* path)
     Paths[handle] = path == NULL ? NULL : strdup(path);
 }
 
+static int NeedsRoom(const char* call)
+{
+    static const char* const calls[] = {"open", "openat", "creat", "write", "pwrite", "mkdir", "mkdirat"};
+    for (size_t i = 0; i < sizeof calls / sizeof *calls; ++i) {
+        if (strcmp(call, calls[i]) == 0)
+            return 1;
+    }
+    return 0;
+}
+
 // Counts a call about `path` (NULL: none of ours). 0 or the error that it fails with.
 static int Meet(const char* call, const char* path, int writing)
 {
@@ -169,11 +179,7 @@ static int Meet(const char* call, const char* path, int writing)
     errno = before;
     if (Plan.Kill || Plan.Error == 0 || Plan.At == 0 || Plan.Calls < Plan.At)
         return 0;
-    if (disturbed) {
-        Plan.LastingWriting = writing;
-        return Plan.Error;
-    }
-    return Plan.Lasting && writing == Plan.LastingWriting ? Plan.Error : 0;
+    return disturbed || (Plan.Lasting && writing && NeedsRoom(call)) ? Plan.Error : 0;
 }
 
 #define FAIL_IF(error, result)                                                                               \
@@ -191,7 +197,8 @@ static unsigned long long Inode(int handle)
     return syscall(SYS_fstat, handle, &status) == 0 ? status.st_ino : 0;
 }
 
-// One thing that was done: kind, number of the call, inode, place, length, and up to two paths; then the bytes.
+// One thing that was done: kind, number of the call, inode, place, length, and up to two paths; then the
+// bytes.
 static void Record(char kind, unsigned long long inode, long long at, const char* path, const char* path2,
                    const void* bytes, size_t length)
 {
@@ -199,8 +206,8 @@ static void Record(char kind, unsigned long long inode, long long at, const char
         return;
     const int before = errno;
     char line[LongestLine];
-    const int size = snprintf(line, sizeof line, "%c\t%ld\t%llu\t%lld\t%zu\t%s\t%s\n", kind, Plan.WritingCalls,
-                              inode, at, length, path, path2);
+    const int size = snprintf(line, sizeof line, "%c\t%ld\t%llu\t%lld\t%zu\t%s\t%s\n", kind,
+                              Plan.WritingCalls, inode, at, length, path, path2);
     WriteOutside(Plan.Record, line, (size_t)size);
     WriteOutside(Plan.Record, bytes, length);
     errno = before;
@@ -377,7 +384,8 @@ int fdatasync(int handle)
 
 // ---- names
 
-static int RenameAt(const char* call, int folder, const char* from, int folder2, const char* to, unsigned flags)
+static int RenameAt(const char* call, int folder, const char* from, int folder2, const char* to,
+                    unsigned flags)
 {
     char buffer[LongestPath], buffer2[LongestPath];
     const char* const full = Below(folder, from, buffer);
@@ -433,8 +441,8 @@ int rmdir(const char* path)
 int remove(const char* path)
 {
     struct stat status;
-    const int folder = syscall(SYS_newfstatat, AT_FDCWD, path, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                       S_ISDIR(status.st_mode);
+    const int folder =
+        syscall(SYS_newfstatat, AT_FDCWD, path, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
     return UnlinkAt("remove", AT_FDCWD, path, folder ? AT_REMOVEDIR : 0);
 }
 
@@ -695,8 +703,7 @@ int clock_nanosleep(clockid_t clock, int flags, const struct timespec* time, str
         return SleepFast(time);
     struct timespec now;
     clock_gettime(clock, &now);
-    const long long wait =
-        (time->tv_sec - now.tv_sec) * (long long)Second + (time->tv_nsec - now.tv_nsec);
+    const long long wait = (time->tv_sec - now.tv_sec) * (long long)Second + (time->tv_nsec - now.tv_nsec);
     PassTime(wait > 0 ? wait : 0);
     return 0;
 }

@@ -13,8 +13,8 @@ constexpr int UsualFaults = 12, UsualKills = 8; // of each shop
 
 const std::vector<int>& ErrorsOf(const CountedCall& call)
 {
-    static const std::vector<int> making = {ENOSPC, EACCES, EIO}, naming = {EACCES, EIO}, writing = {ENOSPC, EIO},
-                                  plain = {EIO}, locking = {ENOLCK};
+    static const std::vector<int> making = {ENOSPC, EACCES, EIO}, naming = {EACCES, EIO},
+                                  writing = {ENOSPC, EIO}, plain = {EIO}, locking = {ENOLCK};
     if (call.Name == "write" || call.Name == "pwrite" || call.Name == "fsync" || call.Name == "fdatasync" ||
         call.Name == "ftruncate")
         return writing;
@@ -35,12 +35,14 @@ std::string ErrorName(int error)
 // The same for each shop: three controls, and two ways to be started without a hand.
 class FailingCalls : public DisturbedShop, public testing::WithParamInterface<const char*> {
   protected:
-    void SetUp() override
+    void SetUp() override { Open(GetParam()); }
+
+    // A file that could not be taken away may wait for the next start, which is looked at too.
+    static Findings WithoutOwnFiles(Findings findings)
     {
-        const std::string name = GetParam();
-        Open(name == "watch_temp"    ? WatchedDrawing(Table.Root())
-             : name == "watch_batch" ? WatchedBatch(Table.Root())
-                                     : ListOfDrawings(name, Table.Root()));
+        std::erase_if(findings,
+                      [](const std::string& finding) { return finding.ends_with("(own file): left over"); });
+        return findings;
     }
 
     // One call that fails; `at` is the call as it was counted in the undisturbed run.
@@ -68,7 +70,7 @@ class FailingCalls : public DisturbedShop, public testing::WithParamInterface<co
         if (Present.Watches)
             FindAll(count, "lost", name, JudgeLedger(Present, Known, now, told ? 1 : 0));
         if (lost.empty() && succeeded)
-            FindAll(count, "silent", name, undone);
+            FindAll(count, "silent", name, WithoutOwnFiles(undone));
         if (!succeeded && !told)
             count.Found("cause", name, at.Name + " of " + Nameless(place) + " is not named with its cause");
         const Ran again = RunAgain();
@@ -85,7 +87,7 @@ class FailingCalls : public DisturbedShop, public testing::WithParamInterface<co
     {
         FaultCount count("failing calls, " + Present.Name);
         std::vector<std::pair<const CountedCall*, int>> faults;
-        for (const CountedCall& call : Calls) {
+        for (const CountedCall& call : First.Calls) {
             for (const int error : ErrorsOf(call))
                 faults.emplace_back(&call, error);
         }
@@ -99,7 +101,7 @@ class FailingCalls : public DisturbedShop, public testing::WithParamInterface<co
     {
         FaultCount count("disk full from a call on, " + Present.Name);
         std::vector<const CountedCall*> writing;
-        for (const CountedCall& call : Calls) {
+        for (const CountedCall& call : First.Calls) {
             if (call.Writing && call.Name != "close" && call.Name != "unlink")
                 writing.push_back(&call);
         }
@@ -129,7 +131,7 @@ class FailingCalls : public DisturbedShop, public testing::WithParamInterface<co
     {
         FaultCount count("kills, " + Present.Name);
         std::vector<const CountedCall*> writing;
-        for (const CountedCall& call : Calls) {
+        for (const CountedCall& call : First.Calls) {
             if (call.Writing)
                 writing.push_back(&call);
         }

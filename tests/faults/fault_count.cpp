@@ -45,8 +45,8 @@ int FaultCount::FindingCount() const
 std::string FaultCount::Summary() const
 {
     std::ostringstream text;
-    text << Title << ": " << Wholes + Reports + FindingCount() << " tried, " << Wholes << " whole, " << Reports
-         << " reported, " << FindingCount() << " findings";
+    text << Title << ": " << Wholes + Reports + FindingCount() << " tried, " << Wholes << " whole, "
+         << Reports << " reported, " << FindingCount() << " findings";
     for (const auto& [kind, count] : Kinds)
         text << ", " << count << ' ' << kind;
     return text.str();

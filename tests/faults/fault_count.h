@@ -21,8 +21,8 @@ class FaultCount {
     // Whether KORVANTI_FAULT asks for another one.
     static bool PassedOver(const std::string& disturbance);
 
-    void Whole() { ++Wholes; }       // done, as if nothing had been
-    void Reported() { ++Reports; }   // not done, said, nothing lost
+    void Whole() { ++Wholes; }     // done, as if nothing had been
+    void Reported() { ++Reports; } // not done, said, nothing lost
     // `kind` groups findings in the table: "silent", "lost", ...
     void Found(const std::string& kind, const std::string& disturbance, const std::string& what);
 
@@ -34,7 +34,7 @@ class FaultCount {
   private:
     std::string Title;
     int Wholes = 0, Reports = 0;
-    std::map<std::string, int> Kinds;               // disturbances by the worst kind
+    std::map<std::string, int> Kinds;                         // disturbances by the worst kind
     std::map<std::string, std::vector<std::string>> Findings; // by kind and what, the disturbances
     std::string Last;
 };

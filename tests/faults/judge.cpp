@@ -29,8 +29,8 @@ bool IsNotes(const std::string& path)
 // What a program that watches does with its trigger files is looked at elsewhere.
 bool IsTrigger(const std::string& path)
 {
-    for (const char* const name : {"IN/Temp.DXF", "IN/Temp.OLD", "IN/BATCH.LST", "IN/BATCH.RUN", "IN/BATCH.OLD",
-                                   "IN/PROC.LST"}) {
+    for (const char* const name :
+         {"IN/Temp.DXF", "IN/Temp.OLD", "IN/BATCH.LST", "IN/BATCH.RUN", "IN/BATCH.OLD", "IN/PROC.LST"}) {
         if (path == name)
             return true;
     }

@@ -14,8 +14,9 @@ using Findings = std::vector<std::string>;
 // Trees of undisturbed runs, with which disturbed ones are compared.
 struct Reference {
     Tree Before;
-    Tree Once;                // after the call
-    std::vector<Tree> Others; // after the call twice, after the probe, after both: what else may stand in a file
+    Tree Once; // after the call
+    std::vector<Tree>
+        Others; // after the call twice, after the probe, after both: what else may stand in a file
     std::set<std::string> Volatile; // differ from run to run: only their names are compared
     Words OperatorLines;
 

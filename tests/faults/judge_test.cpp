@@ -40,10 +40,7 @@ class Judges : public testing::Test {
         Now = Known.Once;
     }
 
-    void ExpectFound(const std::string& finding)
-    {
-        EXPECT_EQ(JudgeKept(Known, Now), Findings{finding});
-    }
+    void ExpectFound(const std::string& finding) { EXPECT_EQ(JudgeKept(Known, Now), Findings{finding}); }
 
     Reference Known;
     Tree Now;
@@ -172,8 +169,8 @@ TEST_F(Judges, FindALineOfABatchThatIsNowhere)
 TEST(MemoryDiskTest, ForgetsWhatWasNotFlushed)
 {
     const Tree before = {{"a", "old"}};
-    const DiskEvent make{'C', 7, 0, "t", "", ""}, write{'W', 7, 0, "t", "", "new!"}, move{'R', 0, 0, "t", "a", ""},
-        flush{'F', 7, 0, "t", "", ""}, folder{'F', 1, 0, "", "", ""};
+    const DiskEvent make{'C', 7, 0, "t", "", ""}, write{'W', 7, 0, "t", "", "new!"},
+        move{'R', 0, 0, "t", "a", ""}, flush{'F', 7, 0, "t", "", ""}, folder{'F', 1, 0, "", "", ""};
     MemoryDisk disk(before);
     disk.Do(make);
     disk.Do(write);

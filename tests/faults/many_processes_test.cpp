@@ -74,7 +74,8 @@ class ManyProcesses : public testing::Test {
             ::dup2(none, 1);
             ::dup2(none, 2);
             ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
-            std::vector<std::string> call = {KORVANTI_CONSOLE, "--home", (Folder / "home").string(), "convert"};
+            std::vector<std::string> call = {KORVANTI_CONSOLE, "--home", (Folder / "home").string(),
+                                             "convert"};
             call.insert(call.end(), words.begin(), words.end());
             std::vector<char*> arguments;
             for (std::string& word : call)
@@ -123,20 +124,21 @@ class ManyProcesses : public testing::Test {
                 noRecord += records[name] != 1;
                 noRow += rows["\"" + name + "\""] != 1;
                 noProgram += FileBytes(Folder / "prg" / PlaceOfProgram(name))
-                                 .find("X" + std::to_string(100 + drawing) + "Y" + std::to_string(50 + process) +
-                                       "Z12") == std::string::npos;
+                                 .find("X" + std::to_string(100 + drawing) + "Y" +
+                                       std::to_string(50 + process) + "Z12") == std::string::npos;
             }
         }
         const int all = processes * drawings;
-        FaultCount count(std::to_string(processes) + " processes, " + std::to_string(drawings) + " drawings each, " +
-                         (asList ? "as a list" : "one call each"));
+        FaultCount count(std::to_string(processes) + " processes, " + std::to_string(drawings) +
+                         " drawings each, " + (asList ? "as a list" : "one call each"));
         for (const auto& [what, missing] : {std::pair{"records missing or twice", noRecord},
                                             {"programs missing", noProgram},
                                             {"cut list rows missing or twice", noRow}}) {
             if (missing == 0)
                 count.Whole();
             else
-                count.Found("lost", what, std::to_string(missing) + " of " + std::to_string(all) + " " + what);
+                count.Found("lost", what,
+                            std::to_string(missing) + " of " + std::to_string(all) + " " + what);
         }
         count.Print();
         EXPECT_EQ(count.FindingCount(), 0) << count.Details(10);

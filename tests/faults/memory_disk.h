@@ -15,7 +15,8 @@
 namespace fault_test {
 
 struct DiskEvent {
-    char Kind = 0; // 'C' made, 'W' written, 'T' cut to a length, 'R' renamed, 'U' taken away, 'D' folder, 'F' flushed
+    char Kind =
+        0; // 'C' made, 'W' written, 'T' cut to a length, 'R' renamed, 'U' taken away, 'D' folder, 'F' flushed
     std::uint64_t Inode = 0;
     std::size_t At = 0;
     std::string Path, NewPath, Bytes; // paths below the shop, folders without a slash

@@ -52,7 +52,8 @@ std::string SettingsOf(const std::string& control, const fs::path& root)
     SetKey(text, "PrecisionMetric", "3");
     SetKey(text, "Optimizer", "1");
     SetKey(text, "Enabled0", "1");
-    SetKey(text, "Pockets", "told\r\nCarryOver=clean"); // a failed drawing must not show in the next one's program
+    SetKey(text, "Pockets",
+           "told\r\nCarryOver=clean"); // a failed drawing must not show in the next one's program
     return text;
 }
 
@@ -74,13 +75,14 @@ void PutOldPrograms(Tree& tree)
     tree[IndexPlace] = index;
 }
 
-const Words OperatorNotes = {"Blade 4 is blunt: take 5.", "Ask Anna before the second side.", "Stack face down."};
+const Words OperatorNotes = {"Blade 4 is blunt: take 5.", "Ask Anna before the second side.",
+                             "Stack face down."};
 
 void PutNotesAndLists(Tree& tree)
 {
     tree[NotesPlace] = OperatorNotes[0] + "\r\n" + OperatorNotes[1] +
-                       "\r\n--- Begin CAD Notes ---\r\nAN OLD NOTE\r\n--- End CAD Notes ---\r\n" + OperatorNotes[2] +
-                       "\r\n";
+                       "\r\n--- Begin CAD Notes ---\r\nAN OLD NOTE\r\n--- End CAD Notes ---\r\n" +
+                       OperatorNotes[2] + "\r\n";
     std::string list = "2.00, 20,M\r\n";
     for (int row = 1; row <= 20; ++row)
         list += "\"OLD PART " + std::to_string(row) + "\",300,500,1,\"BEECH 19\",\"KEPT ROW\",12\r\n";

@@ -19,7 +19,7 @@ struct Shop {
     Words Environment;
     Words OperatorLines; // of the notes, in their order
     Words Programs;      // paths of the programs that the call makes
-    Words Jobs;               // words at the end of the call, or lines of the batch
+    Words Jobs;          // words at the end of the call, or lines of the batch
     bool Watches = false;
 };
 
