@@ -44,7 +44,8 @@ Words VariablesOf(const Shop& shop, const fs::path& root, const Disturbance& dis
         ::unsetenv(name);
     for (const std::string& pair : variables)
         ::setenv(pair.substr(0, pair.find('=')).c_str(), pair.c_str() + pair.find('=') + 1, 1);
-    std::vector<char*> arguments = {const_cast<char*>(KORVANTI_CONSOLE)};
+    std::string program = ProgramUnderTest();
+    std::vector<char*> arguments = {program.data()};
     for (const std::string& word : call)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);

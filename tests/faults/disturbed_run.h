@@ -1,6 +1,7 @@
 // Runs the real program with one call disturbed, in a folder of its own.
 #pragma once
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -45,7 +46,11 @@ class Bench {
     fs::path Folder;
 };
 
-// The program's exit status when a limit of 60 seconds of real time ended it.
-inline constexpr int Hung = 128 + 14;
+// The program of this build, or another one that KORVANTI_FAULT_PROGRAM names.
+inline std::string ProgramUnderTest()
+{
+    const char* const named = std::getenv("KORVANTI_FAULT_PROGRAM");
+    return named != nullptr ? named : KORVANTI_CONSOLE;
+}
 
 } // namespace fault_test

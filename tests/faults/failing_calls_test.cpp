@@ -9,7 +9,7 @@
 namespace fault_test {
 namespace {
 
-constexpr int UsualFaults = 12, UsualKills = 8; // of each shop
+constexpr int UsualFaults = 8, UsualKills = 4; // of each shop
 
 const std::vector<int>& ErrorsOf(const CountedCall& call)
 {

@@ -6,19 +6,19 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <random>
 
+#include "faults/disturbed_run.h"
 #include "faults/fault_count.h"
 #include "faults/own_readers.h"
-#include "faults/shop_tree.h"
+#include "faults/shop.h"
 #include "support/dxf.h"
 #include "support/random_rounds.h"
 
 namespace fault_test {
 namespace {
-
-using Words = std::vector<std::string>;
 
 class ManyProcesses : public testing::Test {
   protected:
@@ -66,24 +66,27 @@ class ManyProcesses : public testing::Test {
         ::_exit(worst);
     }
 
+    [[noreturn]] void Become(const Words& words) const
+    {
+        const int none = ::open("/dev/null", O_RDWR);
+        ::dup2(none, 1);
+        ::dup2(none, 2);
+        ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+        Words call = {ProgramUnderTest(), "--home", (Folder / "home").string(), "convert"};
+        call.insert(call.end(), words.begin(), words.end());
+        std::vector<char*> arguments;
+        for (std::string& word : call)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        ::execv(arguments[0], arguments.data());
+        ::_exit(127);
+    }
+
     int RunProgram(const Words& words) const
     {
         const int child = ::fork();
-        if (child == 0) {
-            const int none = ::open("/dev/null", O_RDWR);
-            ::dup2(none, 1);
-            ::dup2(none, 2);
-            ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
-            std::vector<std::string> call = {KORVANTI_CONSOLE, "--home", (Folder / "home").string(),
-                                             "convert"};
-            call.insert(call.end(), words.begin(), words.end());
-            std::vector<char*> arguments;
-            for (std::string& word : call)
-                arguments.push_back(word.data());
-            arguments.push_back(nullptr);
-            ::execv(arguments[0], arguments.data());
-            ::_exit(127);
-        }
+        if (child == 0)
+            Become(words);
         int status = 0;
         ::waitpid(child, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128;
@@ -159,6 +162,87 @@ class ManyProcesses : public testing::Test {
 
     fs::path Folder;
 };
+
+// One of four is killed at any moment; the others miss nothing, and what it has left is no half.
+class KilledNeighbours : public ManyProcesses {
+  protected:
+    // Starts the program itself, not a child that starts it.
+    int StartAlone(int process, int drawings) const
+    {
+        Words words;
+        for (int drawing = 0; drawing < drawings; ++drawing)
+            words.push_back(PutDrawing(process, drawing));
+        const int child = ::fork();
+        if (child == 0)
+            Become(words);
+        return child;
+    }
+
+    void TryKill(FaultCount& count, int round, unsigned milliseconds)
+    {
+        constexpr int Drawings = 20;
+        const std::string name =
+            "round " + std::to_string(round) + ", " + std::to_string(milliseconds) + " ms";
+        std::vector<int> children;
+        for (int process = 1; process <= 4; ++process)
+            children.push_back(StartAlone(process, Drawings));
+        ::usleep(milliseconds * 1000);
+        ::kill(children.front(), SIGKILL);
+        int status = 0;
+        ::waitpid(children.front(), &status, 0);
+        const int before = count.FindingCount();
+        for (std::size_t i = 1; i < children.size(); ++i) {
+            ::waitpid(children[i], &status, 0);
+            if (status != 0)
+                count.Found("lost", name, "a neighbour failed");
+        }
+        if (RunProgram({PutDrawing(5, 0)}) != 0) // the next start
+            count.Found("after", name, "the next start failed");
+        JudgeAll(count, name, Drawings);
+        if (count.FindingCount() == before)
+            count.Whole();
+    }
+
+    void JudgeAll(FaultCount& count, const std::string& name, int drawings) const
+    {
+        const IndexFile index = ReadIndex(FileBytes(Folder / "prg/INDICE.PRG"));
+        const CutList list = ReadCutList(FileBytes(Folder / "cut/LIST.PTS"));
+        if (!index.Whole || !list.Whole)
+            count.Found("lost", name, "index or cut list is not whole");
+        std::map<std::string, int> records, rows;
+        for (const IndexRow& row : index.Rows) {
+            ++records[row.Name];
+            if (!fs::exists(Folder / "prg" / PlaceOfProgram(row.Name)))
+                count.Found("lost", name, "a record without its program");
+        }
+        for (const std::string& row : list.Rows)
+            ++rows[row.substr(0, row.find(','))];
+        for (int process = 2; process <= 4; ++process) {
+            for (int drawing = 0; drawing < drawings; ++drawing) {
+                if (records[NameOf(process, drawing)] != 1)
+                    count.Found("lost", name, "a record of a neighbour");
+                if (rows["\"" + NameOf(process, drawing) + "\""] != 1)
+                    count.Found("lost", name, "a row of a neighbour");
+            }
+        }
+        if (!Temporary().empty())
+            count.Found("left", name, "temporary files");
+    }
+};
+
+TEST_F(KilledNeighbours, TakeNothingWithThem)
+{
+    FaultCount count("4 processes, 20 drawings each, one is killed");
+    std::mt19937 random(kv::test::Seed(5));
+    const int rounds = std::min(kv::test::Rounds(2), 100);
+    for (int round = 0; round < rounds; ++round) {
+        TearDown();
+        SetUp();
+        TryKill(count, round, static_cast<unsigned>(random() % 60));
+    }
+    count.Print();
+    EXPECT_EQ(count.FindingCount(), 0) << count.Details(10);
+}
 
 constexpr int MostDrawings = 100;
 

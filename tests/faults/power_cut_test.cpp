@@ -7,7 +7,7 @@
 namespace fault_test {
 namespace {
 
-constexpr int UsualCuts = 6; // of each shop and way to forget
+constexpr int UsualCuts = 3; // of each shop and way to forget
 
 struct Way {
     Forgets What;
