@@ -68,9 +68,11 @@ class ManyProcesses : public testing::Test {
 
     [[noreturn]] void Become(const Words& words) const
     {
-        const int none = ::open("/dev/null", O_RDWR);
-        ::dup2(none, 1);
-        ::dup2(none, 2);
+        const fs::path said = Folder / ("said" + std::to_string(::getpid()));
+        const int output = ::open(said.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
+        ::dup2(::open("/dev/null", O_RDONLY), 0);
+        ::dup2(output, 1);
+        ::dup2(output, 2);
         ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
         Words call = {ProgramUnderTest(), "--home", (Folder / "home").string(), "convert"};
         call.insert(call.end(), words.begin(), words.end());
@@ -104,9 +106,26 @@ class ManyProcesses : public testing::Test {
         for (const int child : children) {
             int status = 0;
             ::waitpid(child, &status, 0);
-            EXPECT_EQ(status, 0) << "a process reported a failure";
+            EXPECT_EQ(status, 0) << "a process reported a failure:\n" << Failures();
         }
         CountAll(processes, drawings, asList);
+    }
+
+    // What processes said of drawings that failed, the first of it.
+    std::string Failures() const
+    {
+        constexpr std::size_t MostSaid = 2000;
+        std::string lines;
+        for (const auto& [path, bytes] : TakeUp(Folder)) {
+            if (!path.starts_with("said"))
+                continue;
+            for (const std::string& line : LinesOf(bytes, "\n")) {
+                const bool plain = line.find(": ") == std::string::npos || line.starts_with("Entry to PTS");
+                if (!plain && lines.size() < MostSaid)
+                    lines += line + "\n";
+            }
+        }
+        return lines;
     }
 
     void CountAll(int processes, int drawings, bool asList)

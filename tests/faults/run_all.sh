@@ -1,5 +1,6 @@
 #!/bin/sh
-# tests/faults/run_all.sh [FILTER]
+# tests/faults/run_all.sh [FILTER]   runs all, or what the filter takes out
+# tests/faults/run_all.sh --table    prints the counts of the last run as docs/reliability.md holds them
 # Every fault of every shop, where ./test tries a sample: each call that fails, each kill, each power cut,
 # many processes, large shops. Builds a program without sanitizers, which is some ten times as quick, into
 # build/faults. The tables are left in build/faults/report.txt; their first lines are printed.
@@ -10,6 +11,14 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 build=$root/build/faults
 report=$build/report.txt
 filter=${1-*}
+
+if [ "$filter" = --table ]; then
+    echo "| Fault | tried | whole | reported | findings |"
+    echo "|---|---|---|---|---|"
+    sed -nE 's/^(.*): ([0-9]+) tried, ([0-9]+) whole, ([0-9]+) reported, ([0-9]+) findings(.*)$/| \1 | \2 | \3 | \4 | \5\6 |/p' \
+        "$report" | LC_ALL=C sort
+    exit
+fi
 
 launcher=$(command -v ccache || true)
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O1 -DKORVANTI_BATCHES=ON \
