@@ -169,6 +169,7 @@ class DisturbedShop : public testing::Test {
     static void Conclude(const FaultCount& count)
     {
         count.Print();
+        EXPECT_LE(count.MissCount() * 20, count.Tried() + 20) << "the calls differ too much from run to run";
         EXPECT_EQ(count.FindingCount(), 0) << count.Summary() << "\n" << count.Details(40);
     }
 

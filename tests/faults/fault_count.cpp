@@ -45,10 +45,12 @@ int FaultCount::FindingCount() const
 std::string FaultCount::Summary() const
 {
     std::ostringstream text;
-    text << Title << ": " << Wholes + Reports + FindingCount() << " tried, " << Wholes << " whole, "
-         << Reports << " reported, " << FindingCount() << " findings";
+    text << Title << ": " << Tried() << " tried, " << Wholes << " whole, " << Reports << " reported, "
+         << FindingCount() << " findings";
     for (const auto& [kind, count] : Kinds)
         text << ", " << count << ' ' << kind;
+    if (Misses > 0)
+        text << "; " << Misses << " missed";
     return text.str();
 }
 

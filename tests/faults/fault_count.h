@@ -23,17 +23,20 @@ class FaultCount {
 
     void Whole() { ++Wholes; }     // done, as if nothing had been
     void Reported() { ++Reports; } // not done, said, nothing lost
+    void Missed() { ++Misses; }    // the call did not come
     // `kind` groups findings in the table: "silent", "lost", ...
     void Found(const std::string& kind, const std::string& disturbance, const std::string& what);
 
     int FindingCount() const;
+    int MissCount() const { return Misses; }
+    int Tried() const { return Wholes + Reports + FindingCount(); }
     std::string Summary() const; // one line
     std::string Details(std::size_t most) const;
     void Print() const; // to the streams and the report file
 
   private:
     std::string Title;
-    int Wholes = 0, Reports = 0;
+    int Wholes = 0, Reports = 0, Misses = 0;
     std::map<std::string, int> Kinds;                         // disturbances by the worst kind
     std::map<std::string, std::vector<std::string>> Findings; // by kind and what, the disturbances
     std::string Last;

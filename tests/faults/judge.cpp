@@ -20,6 +20,12 @@ bool IsCutList(const std::string& path)
     return path.ends_with(".PTS");
 }
 
+// A file that processes lock stays where it is for ever: one that were taken away could be locked twice.
+bool IsLock(const std::string& path)
+{
+    return LastName(path).starts_with(".") && path.ends_with(".lock");
+}
+
 // Each merge may move the blank lines of the notes.
 bool IsNotes(const std::string& path)
 {
@@ -160,7 +166,7 @@ Findings StraysIn(const Reference& reference, const Tree& now)
 {
     Findings strays;
     for (const auto& [path, bytes] : now) {
-        if (!IsKnown(reference, path) && !IsTrigger(path))
+        if (!IsKnown(reference, path) && !IsTrigger(path) && !IsLock(path))
             strays.push_back(NameOfStray(path) + ": left over");
     }
     return strays;
@@ -174,7 +180,7 @@ Findings JudgeKept(const Reference& reference, const Tree& now)
             findings.push_back(path + ": lost");
     }
     for (const auto& [path, bytes] : now) {
-        if (!IsKnown(reference, path) || IsTrigger(path) || reference.Volatile.contains(path))
+        if (!IsKnown(reference, path) || IsTrigger(path) || IsLock(path) || reference.Volatile.contains(path))
             continue;
         if (IsIndex(path))
             JudgeIndex(reference, now, path, findings);
@@ -194,6 +200,8 @@ Findings JudgeDone(const Reference& reference, const Tree& now, int runs, int ro
     Findings findings;
     for (const auto& [path, bytes] : wanted) {
         const auto found = now.find(path);
+        if (IsLock(path))
+            continue;
         if (found == now.end())
             findings.push_back(path + ": missing");
         else if (IsCutList(path))
@@ -203,7 +211,7 @@ Findings JudgeDone(const Reference& reference, const Tree& now, int runs, int ro
             findings.push_back(path + ": differs");
     }
     for (const auto& [path, bytes] : now) {
-        if (!wanted.contains(path))
+        if (!wanted.contains(path) && !IsLock(path))
             findings.push_back((IsTrigger(path) ? path : NameOfStray(path)) + ": left over");
     }
     return findings;
@@ -217,7 +225,7 @@ bool TellsCause(const Reference& reference, const std::string& said, const std::
     const auto known = [&](const std::string& name) {
         return reference.Before.contains(name) || reference.Once.contains(name);
     };
-    if (!known(place) && !known(place + "/"))
+    if (IsLock(place) || (!known(place) && !known(place + "/")))
         named = fs::path(path).parent_path().string();
     for (const std::string& line : LinesOf(said, "\n")) {
         if (Lowered(line).find(Lowered(named)) != std::string::npos &&

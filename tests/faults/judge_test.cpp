@@ -139,6 +139,13 @@ TEST_F(Judges, FindWhatIsLeftOver)
     EXPECT_EQ(JudgeDone(Known, Now), Findings{"CNC90/SORG/(own file): left over"});
 }
 
+TEST_F(Judges, LeaveLocksAlone)
+{
+    Now["CNC90/SORG/.INDICE.PRG.lock"] = "7";
+    EXPECT_EQ(StraysIn(Known, Now), Findings{});
+    EXPECT_EQ(JudgeDone(Known, Now), Findings{});
+}
+
 TEST_F(Judges, WantTheFileAndTheSystemsWordsOnOneLine)
 {
     const std::string index = "/r/" + IndexPlace;

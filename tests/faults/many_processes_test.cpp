@@ -214,7 +214,7 @@ class KilledNeighbours : public ManyProcesses {
         for (std::size_t i = 1; i < children.size(); ++i) {
             ::waitpid(children[i], &status, 0);
             if (status != 0)
-                count.Found("lost", name, "a neighbour failed");
+                count.Found("lost", name, "a neighbour failed: " + Failures());
         }
         if (RunProgram({PutDrawing(5, 0)}) != 0) // the next start
             count.Found("after", name, "the next start failed");
