@@ -11,6 +11,7 @@
 #include "platform/terminal.h"
 #include "shell/autostart.h"
 #include "shell/start_up.h"
+#include "state/settings.h"
 #include "state/shell_state.h"
 
 namespace kv {
@@ -38,6 +39,8 @@ int WatchFolders(const CommandLine& line)
     InstallWatchAbort();
     Shell.CommandLine = Joined(line.Switches);
     StartShell();
+    if (!SettingsFault.Ok())
+        return ExitSomeFailed; // which is told
     while (!Shell.Ended) {
         PauseSeconds(TickSeconds);
         AutostartTick();

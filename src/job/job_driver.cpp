@@ -105,6 +105,10 @@ std::string WhyNoDrawing()
 
 void ReadAndConvert()
 {
+    if (!SettingsFault.Ok()) { // what the settings would say of this drawing is not known
+        FailJob(ShownPath(IniPath) + ": " + SettingsFault.Cause);
+        return;
+    }
     const std::string why = WhyNoDrawing();
     if (!why.empty()) {
         FailJob(ShownPath(Run.SourceFile) + why);
