@@ -42,7 +42,7 @@ TEST(SecondProcess, DISABLED_DoesItsTask)
         ExitProcess(BecomeOnlyInstance(rest) ? 1 : 0);
     if (word == "hold") {
         const bool only = BecomeOnlyInstance(rest);
-        ReplaceFile(Environment(test::SignVariable), only ? "y" : "n");
+        static_cast<void>(ReplaceFile(Environment(test::SignVariable), only ? "y" : "n"));
     }
     Sleep(60'000);
     ExitProcess(99);
