@@ -19,6 +19,7 @@
 #include "platform/text.h"
 #include "shell/autostart.h"
 #include "shell/start_up.h"
+#include "state/settings.h"
 #include "state/shell_state.h"
 
 namespace kv {
@@ -83,6 +84,8 @@ int WatchFolders(const CommandLine& line)
     }
     Shell.CommandLine = Joined(line.Switches);
     StartShell();
+    if (!SettingsFault.Ok())
+        return ExitSomeFailed; // which is told
     TickUntilEnd();
     ReportMessage(2, "");
     return Shell.FailedJobs > 0 || Shell.JobsLeft > 0 ? ExitSomeFailed : ExitConverted;

@@ -123,6 +123,10 @@ void StartDrawing()
 
 void ReadAndConvert()
 {
+    if (!SettingsFault.Ok()) { // what the settings would say of this drawing is not known
+        FailJob(ShownPath(IniPath) + ": " + SettingsFault.Cause);
+        return;
+    }
     StartDrawing();
     const std::string why = WhyNoDrawing();
     if (!why.empty()) {

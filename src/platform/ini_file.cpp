@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "platform/files.h"
-#include "platform/run_error.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -198,44 +196,59 @@ std::string CutTo(std::size_t size, std::string_view value)
 
 } // namespace
 
-std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view missing,
-                              std::size_t size, std::string_view path)
+FileAnswer ReadProfileText(std::string_view path, std::string& text)
 {
-    std::string file;
-    static_cast<void>(ReadWholeFile(path, file, LongestIniFile)); // a file that cannot be read holds nothing
-    const IniPlace place = FindPlace(file, section, key);
-    return CutTo(size, place.HasKey ? ValueOf(place.Line.Text) : missing);
+    return ReadIfThere(path, text, LongestIniFile);
 }
 
-bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
-                        std::string_view path)
+void TakeProfileStrings(std::string_view text, std::string_view section, std::vector<ProfileEntry>& entries,
+                        std::string_view missing, std::size_t size)
 {
-    return WriteProfileStrings(section, {{std::string(key), std::string(value)}}, path);
-}
-
-void ReadProfileStrings(std::string_view section, std::vector<ProfileEntry>& entries,
-                        std::string_view missing, std::size_t size, std::string_view path)
-{
-    std::string file;
-    static_cast<void>(ReadWholeFile(path, file, LongestIniFile));
-    const SectionKeys keys = KeysOf(file, section);
+    const SectionKeys keys = KeysOf(text, section);
     for (ProfileEntry& entry : entries) {
         const auto key = keys.find(UpperCase(WithoutBlanks(entry.Key)));
         entry.Value = CutTo(size, key == keys.end() ? missing : key->second);
     }
 }
 
-bool WriteProfileStrings(std::string_view section, const std::vector<ProfileEntry>& entries,
-                         std::string_view path)
+FileAnswer ReadProfileString(std::string_view section, std::string_view key, std::string_view missing,
+                             std::size_t size, std::string_view path, std::string& value)
+{
+    std::vector<ProfileEntry> entries = {{std::string(key), value}};
+    const FileAnswer answer = ReadProfileStrings(section, entries, missing, size, path);
+    value = entries[0].Value;
+    return answer;
+}
+
+FileOutcome WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                               std::string_view path)
+{
+    return WriteProfileStrings(section, {{std::string(key), std::string(value)}}, path);
+}
+
+FileAnswer ReadProfileStrings(std::string_view section, std::vector<ProfileEntry>& entries,
+                              std::string_view missing, std::size_t size, std::string_view path)
+{
+    std::string text;
+    const FileAnswer answer = ReadProfileText(path, text);
+    if (answer.Is != Presence::CannotTell)
+        TakeProfileStrings(text, section, entries, missing, size);
+    return answer;
+}
+
+FileOutcome WriteProfileStrings(std::string_view section, const std::vector<ProfileEntry>& entries,
+                                std::string_view path)
 {
     std::string file;
-    const FileOutcome outcome = ReadWholeFile(path, file, LongestIniFile);
-    if (!outcome.Ok() && outcome.Number != ErrorFileNotFound)
-        return false; // it stands there, and what it holds must not be lost
+    const FileAnswer answer = ReadProfileText(path, file);
+    if (answer.Is == Presence::CannotTell)
+        return answer.Why;
     std::string changed = file;
     for (const ProfileEntry& entry : entries)
         changed = WithEntry(changed, section, entry);
-    return (outcome.Ok() && changed == file) || ReplaceFile(path, changed).Ok();
+    if (answer.Is == Presence::There && changed == file)
+        return {};
+    return ReplaceFile(path, changed);
 }
 
 } // namespace kv

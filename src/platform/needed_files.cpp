@@ -5,8 +5,6 @@
 
 namespace kv {
 
-namespace {
-
 bool IsThere(std::string_view path, const FileAnswer& answer)
 {
     switch (answer.Is) {
@@ -19,8 +17,6 @@ bool IsThere(std::string_view path, const FileAnswer& answer)
     }
     ThrowFault(path, answer.Why);
 }
-
-} // namespace
 
 void ThrowFault(std::string_view path, const FileOutcome& outcome)
 {

@@ -12,6 +12,7 @@ namespace kv {
 [[noreturn]] void ThrowFault(std::string_view path, const FileOutcome& outcome);
 void ThrowUnlessOk(std::string_view path, const FileOutcome& outcome);
 
+bool IsThere(std::string_view path, const FileAnswer& answer);
 bool FileIsThere(std::string_view path);   // AskFile
 bool FolderIsThere(std::string_view path); // AskFolder
 // False when the file is not there; then `contents` is empty.

@@ -8,7 +8,7 @@ namespace kv {
 
 std::string GetUserSetting(std::string_view application, std::string_view section, std::string_view key,
                            std::string_view missing);
-// False when the store cannot be written.
+// False when the store cannot be written, and once a value of it could not be read.
 bool SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
                      std::string_view value);
 

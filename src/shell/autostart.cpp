@@ -213,7 +213,9 @@ void AutostartTick()
     if (TickActive || Shell.RunActive || Shell.Ended)
         return;
     const ActiveTick active;
-    const std::string folder = PickFolder();
+    // Without the settings nobody knows which folders to watch, and no trigger file may be lost to a job
+    // that cannot run.
+    const std::string folder = SettingsFault.Ok() ? PickFolder() : std::string();
     if (folder.empty()) {
         RunWithoutFolder();
         return;

@@ -3,16 +3,14 @@
 // Cancel, and the autostart tick off while the dialog is open.
 #include "shell/setup_rules.h"
 
-#include <algorithm>
-
 #include "platform/events.h"
-#include "platform/ini_file.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/control_tables.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings_grids.h"
+#include "state/settings_ini.h"
 #include "state/shell_state.h"
 
 namespace kv {
@@ -27,22 +25,11 @@ void SwitchTimer1(bool on)
     ShellChanged();
 }
 
-// As the grid is designed: blank texts, flags off.
-bool IsEmptyRow(const std::vector<std::string>& row)
+// As they stand, the empty rows behind the last tool too: a tool on the last row of a table is found
+// only where the table is full.
+void SaveHbdTools(const GridCells& tools)
 {
-    return std::ranges::all_of(row, [](const std::string& cell) {
-        const std::string_view text = Trim(cell);
-        return text.empty() || text == "0";
-    });
-}
-
-// The empty rows behind the last tool are the grid's own; one between tools counts, since a tool is
-// known by its row.
-void SaveHbdTools(GridCells tools)
-{
-    while (!tools.empty() && IsEmptyRow(tools.back()))
-        tools.pop_back();
-    if (SaveGrid(HbdToolFile, tools))
+    if (SaveGrid(HbdToolFile, tools).Ok())
         return;
     ReportMessage(3,
                   MarkRed + std::string("Unable to save ") + ShownPath(ExeFolder + std::string(HbdToolFile)));
@@ -50,10 +37,9 @@ void SaveHbdTools(GridCells tools)
 
 void SaveCutListFields()
 {
-    WriteProfileStrings(
+    PutIniValues(
         "PTSDATA",
-        {{"Path", Config.PTSPath}, {"Name", Config.PTSName}, {"Unit", Config.PTSMetric ? "M" : "I"}},
-        IniPath); // nobody is told of a failure: see PutConfigValue
+        {{"Path", Config.PTSPath}, {"Name", Config.PTSName}, {"Unit", Config.PTSMetric ? "M" : "I"}});
 }
 
 } // namespace
@@ -77,7 +63,7 @@ void OpenSetup()
     Run.ControlType = SelectedSystem();
 }
 
-void AcceptSetup(const GridCells& hbdTools)
+void AcceptSetup(const GridCells* hbdTools)
 {
     ExchangeSettings(true);
     ApplySystemMode();
@@ -86,7 +72,11 @@ void AcceptSetup(const GridCells& hbdTools)
     GiveFocus(FocusPlace::List1);
     SaveCutListFields();
     PutConfigValue("UnitMode", Config.UnitMode);
-    SaveHbdTools(hbdTools);
+    if (hbdTools != nullptr)
+        SaveHbdTools(*hbdTools);
+    if (!SettingsFault.Ok())
+        ReportMessage(3,
+                      MarkRed + ("No setting is kept: " + ShownPath(IniPath) + ": " + SettingsFault.Cause));
 }
 
 void CancelSetup()

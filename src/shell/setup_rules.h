@@ -22,7 +22,8 @@ SetupView ViewOfSetup();
 // and give the focus away, so the dialog is hidden first. Behind Cancel the grid of the HBD tools is to be
 // read again (LoadHbdTools); the fields of the cut list keep their edits until the program ends.
 void OpenSetup();
-void AcceptSetup(const GridCells& hbdTools);
+// Without tools (null: the table could not be read) their file stays as it is.
+void AcceptSetup(const GridCells* hbdTools);
 void CancelSetup();
 
 void ClickAutoStart(int radio); // 0 AS0, 1 AS1, 2 AS2

@@ -16,6 +16,7 @@
 #include "platform/user_store.h"
 #include "shell/autostart.h"
 #include "shell/banner.h"
+#include "shell/control_tables.h"
 #include "shell/file_list.h"
 #include "shell/setup_rules.h"
 #include "shell/trigger_files.h"
@@ -31,6 +32,33 @@ namespace {
 constexpr std::string_view SequenceLetters = " VHGR"; // in the order of the boxes' lists
 constexpr std::string_view PositionApplication = "ZLT";
 constexpr std::string_view MissingPosition = "500"; // twips
+
+// What stands designed in the settings is no shop's.
+void TellSettingsFault()
+{
+    ReportMessage(3, MarkRed + ("Nothing is converted and no setting is kept: " + ShownPath(IniPath) + ": " +
+                                SettingsFault.Cause));
+}
+
+// All of one state of the file. The columns' widths, the boxes "D R Alternate" and "On" and the sequence
+// are keys beside the exchange.
+void LoadShellSettings()
+{
+    const SettingsReading reading;
+    ExchangeSettings(false);
+    LoadCutListSettings();
+    LoadOtherKeys();
+    LoadFileColumnWidths();
+    LoadToolSubstitutions();
+}
+
+// The folders that the settings name must be the shop's own.
+void TellWhatIsLeft()
+{
+    RecoverInstallations();
+    for (const std::string& folder : WatchedFolders())
+        TellUnfinishedTriggers(folder);
+}
 
 // A file that is there must take words, and its folder the copy that replaces it.
 FileOutcome CheckSettingsFile()
@@ -91,21 +119,18 @@ bool BinHidden()
 // keys beside it set it again; the editor learns of this program by the paths that were just loaded.
 void StartShell()
 {
-    ExchangeSettings(false);
-    LoadCutListSettings();
-    // All keys beside the exchange come in one reading: the columns' widths, the boxes "D R Alternate"
-    // and "On", the sequence.
-    LoadOtherKeys();
-    LoadFileColumnWidths();
+    LoadShellSettings();
+    InstallCursorTips(Config.TipsEnable != 0);
+    const bool whole = SettingsFault.Ok();
     Shell.LoadDr = true;
-    if (Shell.CommandLine.empty())
+    if (Shell.CommandLine.empty() && whole)
         RegisterWithEditor();
-    LoadToolSubstitutions();
     ShowBanner();
-    RecoverInstallations();
-    for (const std::string& folder : WatchedFolders())
-        TellUnfinishedTriggers(folder);
-    if (Shell.CommandLine.empty()) // else they are not stored
+    if (whole)
+        TellWhatIsLeft();
+    else
+        TellSettingsFault();
+    if (Shell.CommandLine.empty() && whole) // else they are not stored
         TellUnkeptSettings();
     Shell.Timer1 = true;
     ClearGraphicForEvolution(); // asks for the system itself
@@ -168,7 +193,7 @@ void SaveWindowPosition(std::string_view section, const WindowPosition& position
 
 void StartHelp(std::string_view key)
 {
-    const Long handle = StartProcess(key == "Help" ? Config.Help : Config.OLHelp);
+    const Long handle = StartLine(key == "Help" ? Config.Help : Config.OLHelp);
     if (handle != 0) {
         ForgetProcess(handle); // nobody waits for it
         return;

@@ -3,6 +3,9 @@
 // leaves the one Settings block that every pass reads.
 #include "state/settings.h"
 
+#include <optional>
+#include <utility>
+
 #include "platform/ini_file.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -11,6 +14,7 @@
 namespace kv {
 
 Settings Config;
+FileOutcome SettingsFault;
 std::string ExeFolder;
 std::string IniPath;
 constinit const std::string_view ProductVersion = KORVANTI_VERSION;
@@ -21,7 +25,31 @@ constexpr std::string_view IniName = "KV90.INI";
 constexpr std::string_view MissingMark = "END.-"; // no value can be this text
 constexpr std::size_t ValueBuffer = 80;           // so a value is cut at 79 characters
 
+// Of the reading that the loads share; none outside of one.
+std::optional<std::string> SharedText;
+
+bool ReadText(std::string& text)
+{
+    const FileAnswer answer = ReadProfileText(IniPath, text);
+    if (answer.Is == Presence::CannotTell)
+        SettingsFault = answer.Why;
+    return answer.Is != Presence::CannotTell;
+}
+
 } // namespace
+
+SettingsReading::SettingsReading()
+{
+    SettingsFault = {};
+    std::string text;
+    if (ReadText(text))
+        SharedText = std::move(text);
+}
+
+SettingsReading::~SettingsReading()
+{
+    SharedText.reset();
+}
 
 std::string VersionAndCommit()
 {
@@ -33,12 +61,13 @@ void SetExeFolder(std::string_view folder)
 {
     ExeFolder = WithBackslash(folder);
     IniPath = ExeFolder + std::string(IniName);
+    SettingsFault = {}; // of another file
 }
 
 // Written under another spelling than it is read; sections are matched without case, so it is one.
 void PutConfigValue(std::string_view key, std::string_view value)
 {
-    WriteProfileString("ConFiguration", key, value, IniPath); // nobody is told of a failure
+    PutIniValues("ConFiguration", {{std::string(key), std::string(value)}});
 }
 
 std::string GetConfigValue(std::string_view key)
@@ -49,17 +78,28 @@ std::string GetConfigValue(std::string_view key)
 std::string GetIniValue(std::string_view section, std::string_view key)
 {
     std::vector<ProfileEntry> entries = {{std::string(key), {}}};
-    GetIniValues(section, entries);
-    return entries[0].Value;
+    return GetIniValues(section, entries) ? entries[0].Value : std::string();
 }
 
-void GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries)
+// Within a shared reading that failed nothing is read again: one half of the settings from the file and
+// one by design would be worse than none.
+bool GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries)
 {
-    ReadProfileStrings(section, entries, MissingMark, ValueBuffer, IniPath);
+    std::string own;
+    if (!SharedText && (!SettingsFault.Ok() || !ReadText(own)))
+        return false;
+    TakeProfileStrings(SharedText ? *SharedText : own, section, entries, MissingMark, ValueBuffer);
     for (ProfileEntry& entry : entries) {
         if (entry.Value == MissingMark)
             entry.Value.clear();
     }
+    return true;
+}
+
+void PutIniValues(std::string_view section, const std::vector<ProfileEntry>& entries)
+{
+    if (SettingsFault.Ok())
+        static_cast<void>(WriteProfileStrings(section, entries, IniPath)); // nobody is told of a failure
 }
 
 bool IsTrueText(std::string_view text)

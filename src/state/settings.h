@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/numbers.h"
 
 namespace kv {
@@ -88,9 +89,22 @@ extern std::string ExeFolder;
 extern std::string IniPath;
 void SetExeFolder(std::string_view folder);
 
+// Why KV90.INI could not be read when it was asked for; Ok while it could, or is not there. As long as it
+// stands the settings are not whole: no drawing is converted by them, and none of them is stored.
+extern FileOutcome SettingsFault;
+// Reads the file once for all loads as long as it lives, so that they are of one state, and begins without
+// a fault. The loads of a program's start stand inside one.
+struct SettingsReading {
+    SettingsReading();
+    ~SettingsReading();
+    SettingsReading(const SettingsReading&) = delete;
+    SettingsReading& operator=(const SettingsReading&) = delete;
+};
+
 void PutConfigValue(std::string_view key, std::string_view value);
 std::string GetConfigValue(std::string_view key);
-// At most 79 characters; empty when the key is missing, blank or exactly "END.-".
+// At most 79 characters; empty when the key is missing, blank or exactly "END.-", and when the file cannot
+// be read (SettingsFault).
 std::string GetIniValue(std::string_view section, std::string_view key);
 bool IsTrueText(std::string_view text);
 
@@ -107,7 +121,7 @@ void SaveToolSubstitutions();
 void LoadOtherKeys();
 void SetHbdAvailable(bool flag);
 // Program start: all of the loads above in their order, from the folder that SetExeFolder was given,
-// else from the executable's own.
+// else from the executable's own. What could not be read stands in SettingsFault.
 void LoadAllSettings();
 
 // Sets one field by its key for this process alone, as if the file held that value, but of any
@@ -129,7 +143,8 @@ std::string VersionAndCommit();
 
 // Grids kept in plain files beside the executable: one line a row, cells separated by tabs.
 using GridCells = std::vector<std::vector<std::string>>;
-GridCells LoadGrid(std::string_view fileName); // no rows when there is no file
-bool SaveGrid(std::string_view fileName, const GridCells& cells);
+// No rows when there is no file, and when it cannot be read.
+FileAnswer LoadGrid(std::string_view fileName, GridCells& cells);
+FileOutcome SaveGrid(std::string_view fileName, const GridCells& cells);
 
 } // namespace kv

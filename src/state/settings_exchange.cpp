@@ -7,7 +7,6 @@
 #include <span>
 #include <variant>
 
-#include "platform/ini_file.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/settings.h"
@@ -216,7 +215,8 @@ void LoadRows(std::string_view section, std::span<const SettingRow> rows)
     std::vector<ProfileEntry> entries;
     for (const SettingRow& row : rows)
         entries.push_back({std::string(row.Key), {}});
-    GetIniValues(section, entries);
+    if (!GetIniValues(section, entries))
+        return;
     for (std::size_t i = 0; i < rows.size(); ++i)
         TakeValue(rows[i], entries[i].Value);
 }
@@ -232,7 +232,7 @@ void SaveRows(std::span<const SettingRow> rows)
             continue;
         entries.push_back({std::string(row.Key), text});
     }
-    WriteProfileStrings("ConFiguration", entries, IniPath);
+    PutIniValues("ConFiguration", entries);
 }
 
 const SettingRow* FindRow(std::span<const SettingRow> rows, std::string_view key)
@@ -396,7 +396,8 @@ void LoadCutListSettings()
     std::vector<ProfileEntry> fields;
     for (int slot = 0; slot < PtsSlots; ++slot)
         fields.push_back({"Field" + WholeText(slot), {}});
-    GetIniValues("PTSDATA", fields);
+    if (!GetIniValues("PTSDATA", fields))
+        return;
     for (std::size_t slot = 0; slot < PtsSlots; ++slot)
         TakePtsField(slot, fields[slot].Value);
     CountPtsFields();
@@ -406,9 +407,10 @@ void LoadCutListSettings()
 
 void LoadToolSubstitutions()
 {
-    Config.ToolSubData.assign(ToolSubstitutionRows, {});
+    Config.ToolSubData.resize(ToolSubstitutionRows, {"0", "0", "0"});
     std::vector<ProfileEntry> entries = ToolSubstitutionEntries();
-    GetIniValues("ToolSubData", entries);
+    if (!GetIniValues("ToolSubData", entries))
+        return;
     auto entry = entries.begin();
     for (ToolSubstitution& row : Config.ToolSubData) {
         for (const ToolColumn& column : ToolColumns)
@@ -418,13 +420,14 @@ void LoadToolSubstitutions()
 
 void SaveToolSubstitutions()
 {
-    WriteProfileStrings("ToolSubData", ToolSubstitutionEntries(), IniPath);
+    PutIniValues("ToolSubData", ToolSubstitutionEntries());
 }
 
 void LoadAllSettings()
 {
     if (ExeFolder.empty())
         SetExeFolder(FolderOf(ExeName()));
+    const SettingsReading reading;
     ExchangeSettings(false);
     LoadOtherKeys();
     LoadToolSubstitutions();

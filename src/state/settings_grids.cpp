@@ -88,23 +88,24 @@ std::span<const GridColumn> ToolSubstitutionColumns()
     return ToolSubstitutions;
 }
 
-GridCells LoadGrid(std::string_view fileName)
+FileAnswer LoadGrid(std::string_view fileName, GridCells& cells)
 {
+    cells.clear();
     std::string contents;
-    if (!ReadWholeFile(ExeFolder + std::string(fileName), contents).Ok() || contents.empty())
-        return {};
+    const FileAnswer answer = ReadIfThere(ExeFolder + std::string(fileName), contents);
+    if (contents.empty())
+        return answer;
     if (contents.back() == '\n')
         contents.pop_back(); // it ends the last row, it does not begin one
-    GridCells cells;
     for (std::string& line : SplitAt(contents, '\n')) {
         if (!line.empty() && line.back() == '\r')
             line.pop_back();
         cells.push_back(SplitAt(line, '\t'));
     }
-    return cells;
+    return answer;
 }
 
-bool SaveGrid(std::string_view fileName, const GridCells& cells)
+FileOutcome SaveGrid(std::string_view fileName, const GridCells& cells)
 {
     std::string contents;
     for (const std::vector<std::string>& row : cells) {
@@ -116,24 +117,24 @@ bool SaveGrid(std::string_view fileName, const GridCells& cells)
         }
         contents += "\r\n";
     }
-    return ReplaceFile(ExeFolder + std::string(fileName), contents).Ok();
+    return ReplaceFile(ExeFolder + std::string(fileName), contents);
 }
 
-GridCells LoadHbdTools()
+FileAnswer LoadHbdTools(GridCells& cells)
 {
-    GridCells cells = LoadGrid(HbdToolFile);
+    const FileAnswer answer = LoadGrid(HbdToolFile, cells);
     for (std::vector<std::string>& row : cells)
         FillRow(row, HbdTools);
-    return cells;
+    return answer;
 }
 
-GridCells LoadSortOptions()
+FileAnswer LoadSortOptions(GridCells& cells)
 {
-    GridCells cells = LoadGrid(SortOptionFile);
+    const FileAnswer answer = LoadGrid(SortOptionFile, cells);
     cells.resize(SortOptionRows);
     for (std::vector<std::string>& row : cells)
         FillRow(row, SortOptions);
-    return cells;
+    return answer;
 }
 
 std::string GridCell(const GridCells& cells, std::size_t row, std::size_t column)

@@ -32,10 +32,13 @@ std::span<const GridColumn> HbdToolColumns();          // one row for each tool
 std::span<const GridColumn> SortOptionColumns();       // SortOptionRows rows
 std::span<const GridColumn> ToolSubstitutionColumns(); // ToolSubstitutionRows rows, kept in KV90.INI
 
-// As many rows as the file has, each with all columns; no rows without a file.
-GridCells LoadHbdTools();
-// Always all rows and columns; what the file does not give stands at its default.
-GridCells LoadSortOptions();
+constexpr std::size_t HbdToolRows = 20; // of a full table
+
+// As many rows as the file has, each with all columns; no rows without a file, and when it cannot be read.
+FileAnswer LoadHbdTools(GridCells& cells);
+// Always all rows and columns; what the file does not give stands at its default, and all of it does when
+// the file cannot be read.
+FileAnswer LoadSortOptions(GridCells& cells);
 
 // The text of a cell, row and column from 1; empty outside the grid.
 std::string GridCell(const GridCells& cells, std::size_t row, std::size_t column);

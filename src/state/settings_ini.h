@@ -1,4 +1,4 @@
-// Many keys of KV90.INI by one reading of the file, for the loads of whole sections.
+// Many keys of KV90.INI by one reading of the file, for the loads and saves of whole sections.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,9 @@
 
 namespace kv {
 
-// GetIniValue for all entries' keys.
-void GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries);
+// GetIniValue for all entries' keys. False, and the entries as they were, when the file cannot be read.
+bool GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries);
+// Stores the entries, unless the settings are not whole. Nobody is told of a failure.
+void PutIniValues(std::string_view section, const std::vector<ProfileEntry>& entries);
 
 } // namespace kv

@@ -74,14 +74,16 @@ void MakeBinaries()
     if (!MayMakeBinaries() || !GoOnAfterFailedFiles())
         return;
     // The editor's settings are read and their number is used nowhere.
-    ReadProfileString("edigraf-edit", "PincoPalla", "END.-", 80, ExeFolder + "TPA.INI");
+    std::string unused;
+    static_cast<void>(
+        ReadProfileString("edigraf-edit", "PincoPalla", "END.-", 80, ExeFolder + "TPA.INI", unused));
     // Into the current folder, not the control's: no folder was ever given here.
-    WriteProfileString("edigraf-exec", "Exec", "0", FromHostPath("TPA.INI"));
+    static_cast<void>(WriteProfileString("edigraf-exec", "Exec", "0", FromHostPath("TPA.INI")));
     PauseSeconds(Val(Config.GraphicDelay));
 
     const std::vector<std::string> programs = ProgramList; // whatever the events do meanwhile
     for (std::size_t start = 0; start < programs.size();) {
-        const Long handle = LaunchProgram(ExeFolder + "Edigraf.exe");
+        const Long handle = LaunchProgram({ExeFolder + "Edigraf.exe"});
         const std::size_t stopped = TypePrograms(programs, start);
         if (stopped == programs.size()) {
             PauseSeconds(LastSaveSeconds);

@@ -1,7 +1,7 @@
 // Shows a written program in the control's own viewer: chooses the viewer by the folder of the
 // editors, tells it by its TPA.INI what to open, starts it and waits for its end. Relies on the last
-// written program and the settings; leaves keys in the control's files. Where the control's program
-// does not stand, the viewer of the settings takes its place.
+// written program and the settings; leaves keys in the control's files. Where the system cannot start the
+// control's program, the viewer of the settings takes its place.
 #include "toolchain/viewers.h"
 
 #include "platform/clock.h"
@@ -31,6 +31,7 @@ constexpr std::string_view ConverterSection = "edigraf-conv";
 constexpr std::string_view OpenOnFile = "2"; // values of key "Exec"
 constexpr std::string_view OpenAsByHand = "0";
 constexpr std::string_view WinnerWord = "WINNER90";
+constexpr std::string_view CncWord = "CNC90";
 
 constexpr double IniSettleSeconds = 0.1; // between the INI file and the viewer that reads it
 constexpr double FirstStartFactor = 3;   // the first viewer of a program run loads slowly
@@ -38,7 +39,6 @@ constexpr double WatchSeconds = 0.05;    // between two looks at a running viewe
 
 struct ViewerMemory {
     bool ViewerStarted = false;
-    bool MissingTold = false;
 };
 ViewerMemory Viewers;
 
@@ -53,6 +53,14 @@ std::string EditorFolder(std::string_view fallback)
     return Config.EditorPath.empty() ? std::string(fallback) : WithBackslash(Config.EditorPath);
 }
 
+// A box, when nothing started.
+void WaitForStart(const ProgramCall& command, Long handle)
+{
+    PauseSeconds(StartDelay());
+    if (handle == 0)
+        ShowBox(CommandText(command) + " Not Loaded", "Error", BoxIcon::Error);
+}
+
 // In the host's form, since a viewer of the settings is the host's program; CP1252 like any command line.
 std::string HostFormOf(const std::string& path)
 {
@@ -60,86 +68,82 @@ std::string HostFormOf(const std::string& path)
     return host == path ? path : AnsiFromUtf8(host);
 }
 
-// Every "%1" gives way to the path, quoted where blanks would tear it apart and the line has not
-// thought of that.
-std::string OwnViewerLine(const std::string& programPath)
+// Every "%1" gives way to the path, in the word where it stands: blanks and quotes in the path part
+// nothing.
+ProgramCall OwnViewer(const std::string& programPath)
 {
     constexpr std::string_view mark = "%1";
-    const bool blanks = Holds(programPath, " ");
-    const std::string_view line = Config.Viewer;
-    std::string filled;
-    bool quoted = false;
-    for (std::size_t at = 0; at < line.size();) {
-        if (line.substr(at, mark.size()) == mark) {
-            filled += blanks && !quoted ? '"' + programPath + '"' : programPath;
-            at += mark.size();
-            continue;
-        }
-        quoted = quoted != (line[at] == '"');
-        filled += line[at++];
+    ProgramCall command = SplitCommand(Config.Viewer);
+    for (std::string& word : command) {
+        for (std::size_t at = word.find(mark); at != std::string::npos;
+             at = word.find(mark, at + programPath.size()))
+            word.replace(at, mark.size(), programPath);
     }
-    return filled;
+    return command;
 }
 
-void TellMissingViewer(std::string_view program)
-{
-    if (Viewers.MissingTold)
-        return;
-    Viewers.MissingTold = true;
-    ReportMessage(1, "No viewer: " + ShownPath(program) +
-                         " is not there, and key \"Viewer\" in section \"System\" of KV90.INI is not set");
-    ReportMessage(2, "");
-}
+struct Launched {
+    Long Handle = 0;
+    bool Own = false; // the viewer of the settings
+};
 
-// In the place of the control's program `missing`, which does not stand.
-Long LaunchOwnViewer(std::string_view missing, std::string_view path)
+// The control's own program is tried whether or not its file can be seen: the system may know a way that
+// nobody else does. `path` names the program for a viewer of the settings before any was written.
+Launched LaunchViewer(const ProgramCall& command, std::string_view path)
 {
-    if (Trim(Config.Viewer).empty()) {
-        TellMissingViewer(missing);
-        return 0;
+    Launched launched;
+    launched.Handle = StartProcess(command);
+    if (launched.Handle == 0 && !Trim(Config.Viewer).empty()) {
+        const std::string program = LastProgram.Path.empty() ? std::string(path) : LastProgram.Path;
+        launched.Handle = StartProcess(OwnViewer(HostFormOf(program)));
+        launched.Own = launched.Handle != 0;
     }
-    const std::string program = LastProgram.Path.empty() ? std::string(path) : LastProgram.Path;
-    return LaunchProgram(OwnViewerLine(HostFormOf(program)));
+    WaitForStart(command, launched.Handle);
+    return launched;
 }
 
 Long ShowByBatchFile(const std::string& editors, std::string_view path)
 {
-    if (AskFile(editors + "SETCNC.BAT").Is != Presence::There) {
-        // The control's search path may find it; nobody can say so before it is tried.
-        constexpr std::string_view anywhere = "SETCNC.BAT S N";
-        return Trim(Config.Viewer).empty() ? LaunchProgram(anywhere) : LaunchOwnViewer(anywhere, path);
+    ProgramCall command = {"SETCNC.BAT", "S", "N"}; // by the control's search path
+    if (AskFile(editors + "SETCNC.BAT").Is != Presence::NotThere) {
+        command[0] = editors + "SETCNC.BAT";
+        if (AskFile(editors + "SETCNC.PIF").Is == Presence::There)
+            command = {editors + "SETCNC.PIF", "/e:1024", "/c", "setcnc.bat", "S", "N"};
     }
-    if (AskFile(editors + "SETCNC.PIF").Is == Presence::There)
-        return LaunchProgram(editors + "SETCNC.PIF /e:1024 /c setcnc.bat S N");
-    return LaunchProgram(editors + "SETCNC.BAT S N");
+    return LaunchViewer(command, path).Handle;
 }
 
 Long StartEdigraf(const std::string& editors, std::string_view path)
 {
-    const std::string program = editors + "Edigraf.exe";
     PauseSeconds(IniSettleSeconds);
-    if (AskFile(program).Is != Presence::There)
-        return LaunchOwnViewer(program, path);
-    const Long handle = LaunchProgram(program);
+    const Launched launched = LaunchViewer({editors + "Edigraf.exe"}, path);
+    if (launched.Own)
+        return launched.Handle;
     if (!Viewers.ViewerStarted) {
         PauseSeconds(FirstStartFactor * StartDelay());
         Viewers.ViewerStarted = true;
     }
     SendKeystrokes("\r", false);
-    return handle;
+    return launched.Handle;
+}
+
+// What the control's file does not take is not told: the viewer then opens as by hand.
+void WriteControlIni(std::string_view section, const std::vector<ProfileEntry>& entries,
+                     const std::string& ini)
+{
+    static_cast<void>(WriteProfileStrings(section, entries, ini));
 }
 
 void WriteFileNames(const std::string& ini)
 {
-    WriteProfileStrings(ExecSection, {{"FileIn", LastProgram.FileName}, {"FileOut", LastProgram.FileName}},
-                        ini);
+    WriteControlIni(ExecSection, {{"FileIn", LastProgram.FileName}, {"FileOut", LastProgram.FileName}}, ini);
 }
 
 void WriteOpening(const std::string& ini)
 {
-    WriteProfileStrings(ExecSection,
-                        {{"Exec", std::string(OpenOnFile)}, {"OutCom", '"' + LastProgram.Description + '"'}},
-                        ini);
+    WriteControlIni(ExecSection,
+                    {{"Exec", std::string(OpenOnFile)}, {"OutCom", '"' + LastProgram.Description + '"'}},
+                    ini);
 }
 
 Long ShowByWinner(const std::string& editors, std::string_view path)
@@ -160,7 +164,7 @@ Long ShowByGenesis(const std::string& editors, std::string_view path)
         ini = GetWindowsFolder() + std::string(ControlIni);
     WriteFileNames(ini);
     if (!programs.empty())
-        WriteProfileString("TPA", "DirProd", programs, ini);
+        WriteControlIni("TPA", {{"DirProd", programs}}, ini);
     WriteOpening(ini);
     return StartEdigraf(editors, path);
 }
@@ -183,12 +187,10 @@ std::string EvolutionProgramPath()
 
 } // namespace
 
-Long LaunchProgram(std::string_view commandLine)
+Long LaunchProgram(const ProgramCall& command)
 {
-    const Long handle = StartProcess(commandLine);
-    PauseSeconds(StartDelay());
-    if (handle == 0)
-        ShowBox(std::string(commandLine) + " Not Loaded", "Error", BoxIcon::Error);
+    const Long handle = StartProcess(command);
+    WaitForStart(command, handle);
     return handle;
 }
 
@@ -196,17 +198,19 @@ Long ShowEvolutionProgram(std::string_view path)
 {
     // The file by which an editor is found, and the spelling under which it is started.
     struct EditorRow {
-        std::string_view File, Command;
+        std::string_view File, Program;
     };
-    constexpr EditorRow rows[] = {
-        {"PanEdit.exe", "PanEdit "}, {"edibus32.exe", "EdiBus32 "}, {"Edipan32.exe", "Edipan32 "}};
+    constexpr EditorRow rows[] = {{"PanEdit.exe", "PanEdit"}, {"edibus32.exe", "EdiBus32"}};
 
     const std::string editors = EditorFolder("C:\\Evol\\Bin\\");
+    std::string_view program = "Edipan32";
     for (const EditorRow& row : rows) {
-        if (AskFile(editors + std::string(row.File)).Is == Presence::There)
-            return LaunchProgram(editors + std::string(row.Command) + EvolutionProgramPath());
+        if (AskFile(editors + std::string(row.File)).Is == Presence::There) {
+            program = row.Program;
+            break;
+        }
     }
-    return LaunchOwnViewer(editors + "Edipan32.exe", path);
+    return LaunchViewer({editors + std::string(program), EvolutionProgramPath()}, path).Handle;
 }
 
 Long ShowProgramGraphic(std::string_view path)
@@ -214,7 +218,7 @@ Long ShowProgramGraphic(std::string_view path)
     // The text of the folder decides, not the control.
     const std::string editors = EditorFolder(DefaultViewerFolder());
     const std::string upper = UpperCase(editors);
-    if (Holds(upper, "CNC90"))
+    if (Holds(upper, CncWord))
         return ShowByBatchFile(editors, path);
     if (Holds(upper, WinnerWord))
         return ShowByWinner(editors, path);
@@ -244,18 +248,20 @@ void WaitForExternalProgram(Long handle)
 std::string ControlFolderOf(std::string_view programPath)
 {
     constexpr std::size_t withoutWord = 8; // what the arithmetic gives; often no folder at all
-    const Long at = Find(1, UpperCase(programPath), WinnerWord);
+    const std::string upper = UpperCase(programPath);
+    const Long at = Find(1, upper, WinnerWord);
     if (at == 0)
-        return std::string(programPath.substr(0, withoutWord));
+        return Holds(upper, CncWord) ? std::string(programPath.substr(0, withoutWord)) : std::string();
     return std::string(programPath.substr(0, static_cast<std::size_t>(at) + WinnerWord.size()));
 }
 
-// Without a program folder there is no control folder either, and a TPA.INI in whatever folder is the
-// current one would surprise; so nothing is written then. Elsewhere a failure is not told.
+// A TPA.INI in whatever folder is the current one would surprise, so without a folder nothing is written.
+// Elsewhere a failure is not told.
 void ResetViewerMode(std::string_view controlFolder)
 {
     if (!controlFolder.empty())
-        WriteProfileString(ExecSection, "Exec", OpenAsByHand, std::string(controlFolder).append(ControlIni));
+        WriteControlIni(ExecSection, {{"Exec", std::string(OpenAsByHand)}},
+                        std::string(controlFolder).append(ControlIni));
 }
 
 void RegisterWithEditor()
@@ -265,8 +271,7 @@ void RegisterWithEditor()
         return;
     const std::string entry =
         "\"Select DXF File|*.dxf|" + folder + "KV90WIN.exe|/|" + Config.SourcePath90 + "|\"";
-    WriteProfileStrings(ConverterSection, {{"conv01", entry}, {"conv02", ""}},
-                        folder + std::string(ControlIni));
+    WriteControlIni(ConverterSection, {{"conv01", entry}, {"conv02", ""}}, folder + std::string(ControlIni));
 }
 
 void ResetViewers()

@@ -6,11 +6,12 @@
 #include <string_view>
 
 #include "platform/numbers.h"
+#include "platform/processes.h"
 
 namespace kv {
 
 // Starts a program and waits GraphicDelay seconds. 0, and a box, when it cannot start.
-Long LaunchProgram(std::string_view commandLine);
+Long LaunchProgram(const ProgramCall& command);
 // Handle of the editor of a Genesis Evolution program, 0 when none starts. `path` names the program
 // for a viewer of the settings alone.
 Long ShowEvolutionProgram(std::string_view path);
@@ -20,7 +21,8 @@ Long ShowProgramGraphic(std::string_view path);
 void WaitForExternalProgram(Long handle);
 
 // The folder of the control in a program path: up to and including "WINNER90" and the character behind
-// it; without that word the first eight characters.
+// it; with "CNC90" alone the first eight characters. A path without either has none: no file of a control
+// is to appear there.
 std::string ControlFolderOf(std::string_view programPath);
 // "Exec" = 0: the control's viewer opens as by hand again.
 void ResetViewerMode(std::string_view controlFolder);

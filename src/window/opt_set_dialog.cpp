@@ -38,7 +38,7 @@ OptSetDialog::OptSetDialog(QWidget& parent) : QDialog(&parent)
     }
     choices->addStretch();
     Sorting = new GridEditor("OptSet", "GSortOpt", SortOptionColumns(), static_cast<int>(SortOptionRows));
-    Sorting->ShowCells(LoadSortOptions());
+    ShowSorting();
     auto* const sorting = new QVBoxLayout;
     sorting->addWidget(Sorting);
     AddTab(*Tabs, "OptSet", 0, choices);
@@ -74,6 +74,18 @@ void OptSetDialog::ShowSortMode()
     Tabs->setTabVisible(SortingTab, GenericSortingAvailable());
 }
 
+// A grid that cannot be read is shown as designed and must not be stored so.
+void OptSetDialog::ShowSorting()
+{
+    GridCells cells;
+    const FileAnswer answer = LoadSortOptions(cells);
+    SortingRead = answer.Is != Presence::CannotTell;
+    if (!SortingRead)
+        ReportMessage(3, MarkRed + ShownPath(ExeFolder + std::string(SortOptionFile)) +
+                             " is left as it is: " + answer.Why.Cause);
+    Sorting->ShowCells(cells);
+}
+
 void OptSetDialog::Open()
 {
     ShowSortMode();
@@ -87,7 +99,7 @@ void OptSetDialog::accept()
 {
     const GridCells cells = Sorting->Cells();
     QDialog::accept();
-    if (SaveGrid(SortOptionFile, cells))
+    if (!SortingRead || SaveGrid(SortOptionFile, cells).Ok())
         return;
     const std::string file = ExeFolder + std::string(SortOptionFile);
     ReportMessage(3, MarkRed + std::string("Unable to save ") + ShownPath(file));

@@ -20,10 +20,12 @@ class OptSetDialog : public QDialog {
 
   private:
     void ShowSortMode();
+    void ShowSorting();
 
     QTabWidget* Tabs;
     QButtonGroup* Modes;
     GridEditor* Sorting;
+    bool SortingRead = false; // else what the grid shows is not the file's
 };
 
 } // namespace kv

@@ -10,8 +10,10 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "platform/paths.h"
 #include "shell/control_tables.h"
 #include "shell/setup_rules.h"
+#include "state/report.h"
 #include "state/run.h"
 #include "window/boxes.h"
 #include "window/dialog_layout.h"
@@ -72,7 +74,7 @@ SetupDialog::SetupDialog(QWidget& parent) : QDialog(&parent)
         field.Edit->installEventFilter(this);
     }
     SetTabOrder();
-    Tools->ShowCells(LoadHbdTools());
+    ShowTools();
 }
 
 QLayout* SetupDialog::PathsPage()
@@ -425,6 +427,18 @@ void SetupDialog::LeaveField(const PathField& field)
     field.Edit->setText(ShownAsPath(*field.Setting));
 }
 
+// A table that cannot be read is shown empty and must not be stored so.
+void SetupDialog::ShowTools()
+{
+    GridCells tools;
+    const FileAnswer answer = LoadHbdTools(tools);
+    ToolsRead = answer.Is != Presence::CannotTell;
+    if (!ToolsRead)
+        ReportMessage(3, MarkRed + ShownPath(ExeFolder + std::string(HbdToolFile)) +
+                             " is left as it is: " + answer.Why.Cause);
+    Tools->ShowCells(tools);
+}
+
 // By Enter the focus stays in its field, which is left all the same.
 void SetupDialog::accept()
 {
@@ -434,7 +448,7 @@ void SetupDialog::accept()
     SettlePaths();
     const GridCells tools = Tools->Cells();
     QDialog::accept();
-    AcceptSetup(tools);
+    AcceptSetup(ToolsRead ? &tools : nullptr);
 }
 
 // Also by Escape and the close box.
@@ -443,7 +457,7 @@ void SetupDialog::reject()
     SettlePaths();
     QDialog::reject();
     CancelSetup();
-    Tools->ShowCells(LoadHbdTools());
+    ShowTools();
     ShowSettings();
 }
 

@@ -51,6 +51,7 @@ class SetupDialog : public QDialog {
     void SetTabOrder();
 
     void ShowSettings(); // all controls but the grid
+    void ShowTools();    // the grid
     void ShowView();     // what is enabled and in sight
     void Browse(std::string_view button, QLineEdit* edit, std::string& setting);
     void SettleSoon();
@@ -71,6 +72,7 @@ class SetupDialog : public QDialog {
     QLineEdit* BatchLimit = nullptr;
     QLabel* BatchLimitLabel = nullptr;
     GridEditor* Tools = nullptr;
+    bool ToolsRead = false; // else what the grid shows is not the file's
     std::vector<PathField> PathFields;
     std::vector<QLineEdit*> LeftFields; // left, not yet looked after
 };

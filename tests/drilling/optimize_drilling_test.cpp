@@ -171,20 +171,29 @@ TEST_F(OptimizedDrawing, WithoutAHeadEachBoreIsAStopWithoutDrill)
     for (const std::string& line : report)
         EXPECT_EQ(line.find("DT.Par"), std::string::npos) << line;
 
-    const std::filesystem::path place = Home.Folder / "DT.Par";
-    std::filesystem::create_directory(place);
-    EXPECT_EQ(LinesOf(RowAlongX()), lone) << "a folder";
-    std::filesystem::remove(place);
-    if (test::MakePipe(place)) {
-        EXPECT_EQ(LinesOf(RowAlongX()), lone) << "a pipe";
-        std::filesystem::remove(place);
-    }
     Home.Write("DT.Par", std::string("\x7f"
                                      "ELF\0\1\n\xff\xfe\0\0",
                                      11));
     EXPECT_EQ(LinesOf(RowAlongX()), lone) << "no text";
     Home.Write("DT.Par", "VERTICAL DRILL\tone\ttwo\tthree\tfour\r\n");
     EXPECT_EQ(LinesOf(RowAlongX()), lone) << "words";
+}
+
+TEST_F(OptimizedDrawing, AHeadThatCannotBeReadFailsTheDrawing)
+{
+    const std::filesystem::path place = Home.Folder / "DT.Par";
+    const std::string drawing = test::Drawing(test::Rectangle("BORDERZ18", 10, 20, 600, 400) + Bore(100, 50));
+    Config.Optimizer = "1";
+    std::filesystem::create_directory(place);
+    EXPECT_FALSE(Home.Convert(drawing));
+    EXPECT_NE(Home.ReportText().find("DT.Par: is a folder"), std::string::npos) << Home.ReportText();
+    std::filesystem::remove(place);
+    if (test::MakePipe(place)) {
+        EXPECT_FALSE(Home.Convert(drawing));
+        EXPECT_NE(Home.ReportText().find("DT.Par: is no regular file"), std::string::npos)
+            << Home.ReportText();
+    }
+    EXPECT_FALSE(Home.HasProgram());
 }
 
 TEST_F(OptimizedDrawing, AHeadThatComesLaterIsUsedByTheNextDrawing)

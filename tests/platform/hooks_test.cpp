@@ -41,7 +41,7 @@ TEST_F(Hooks, WithoutAFrontEndNothingIsShownSentOrStarted)
     DoEvents();
     ForgetProcess(1);
     EXPECT_EQ(FocusedTitleLength(), 0);
-    EXPECT_EQ(StartProcess("anything"), 0);
+    EXPECT_EQ(StartLine("anything"), 0);
     EXPECT_NE(ProcessExitCode(1), StillActive); // else its caller would wait for ever
 }
 
@@ -57,15 +57,42 @@ TEST_F(Hooks, BoxesAndQuestionsReachTheFrontEnd)
     EXPECT_FALSE(AskYesNo("Other?", "title"));
 }
 
+// As the programs of that system take their line apart: backslashes count double in front of a quote.
+TEST(CommandLines, OnWindowsEachWordIsQuotedSoThatItArrives)
+{
+    EXPECT_EQ(WindowsCommandLine({"C:\\A.EXE", "X"}), "C:\\A.EXE X");
+    EXPECT_EQ(WindowsCommandLine({"C:\\My Tools\\A.EXE", "C:\\My Prg\\"}),
+              "\"C:\\My Tools\\A.EXE\" \"C:\\My Prg\\\\\"");
+    EXPECT_EQ(WindowsCommandLine({"A", "B\" C", "D\\\" E", ""}), "A \"B\\\" C\" \"D\\\\\\\" E\" \"\"");
+    EXPECT_EQ(WindowsCommandLine({}), "");
+}
+
+TEST(CommandLines, ABatchFileIsGivenNothingThatItsInterpreterWouldObey)
+{
+    EXPECT_EQ(WindowsCommandLine({"C:\\CNC90\\SETCNC.BAT", "S", "N"}), "C:\\CNC90\\SETCNC.BAT S N");
+    EXPECT_EQ(WindowsCommandLine({"show.cmd", "A&B"}), "show.cmd \"A&B\"");
+    EXPECT_EQ(WindowsCommandLine({"show.cmd", "A\"&del B"}), "");
+    EXPECT_EQ(WindowsCommandLine({"show.bat", "%PATH%"}), "");
+}
+
+TEST(CommandLines, WhatAPersonTypesIsPartedByBlanksAndGroupedByQuotes)
+{
+    EXPECT_EQ(SplitCommand(" view  \"a b\" c\"d e\"f \"\" "), (ProgramCall{"view", "a b", "cd ef", ""}));
+    EXPECT_EQ(CommandText({"view", "a b", ""}), "view \"a b\" \"\"");
+    EXPECT_TRUE(SplitCommand("  ").empty());
+}
+
 TEST_F(Hooks, ProcessesAndKeysReachTheFrontEnd)
 {
-    Processes.Start = [](std::string_view commandLine) -> Long { return commandLine == "edit" ? 7 : 0; };
+    Processes.Start = [](const ProgramCall& command) -> Long {
+        return command == ProgramCall{"edit"} ? 7 : 0;
+    };
     Processes.ExitCode = [](Long handle) -> Long { return handle == 7 ? StillActive : 3; };
     Processes.Forget = [](Long handle) { Seen += std::to_string(handle); };
     Keys.Send = [](std::string_view keys, bool wait) { Seen += wait ? keys : ""; };
     Keys.FocusedTitleLength = []() -> Long { return 12; };
     Events.Pump = [] { Seen += "pump"; };
-    EXPECT_EQ(StartProcess("edit"), 7);
+    EXPECT_EQ(StartLine("edit"), 7);
     EXPECT_EQ(ProcessExitCode(7), StillActive);
     EXPECT_EQ(ProcessExitCode(8), 3);
     EXPECT_EQ(FocusedTitleLength(), 12);

@@ -13,11 +13,14 @@ class IniFile : public ScratchFolder {
     std::string Read(std::string_view section, std::string_view key, std::string_view missing = "END.-",
                      std::size_t size = ProfileSize) const
     {
-        return ReadProfileString(section, key, missing, size, PathOf("shop.ini"));
+        std::string value;
+        EXPECT_TRUE(ReadProfileString(section, key, missing, size, PathOf("shop.ini"), value).Is !=
+                    Presence::CannotTell);
+        return value;
     }
     bool Write(std::string_view section, std::string_view key, std::string_view value) const
     {
-        return WriteProfileString(section, key, value, PathOf("shop.ini"));
+        return WriteProfileString(section, key, value, PathOf("shop.ini")).Ok();
     }
     void Put(const std::string& contents) const { PutFile("shop.ini", contents); }
     std::string Text() const { return FileText("shop.ini"); }
@@ -187,7 +190,7 @@ TEST_F(IniFile, AValueIsOneLine)
 
 TEST_F(IniFile, AFileThatCannotBeMadeIsTold)
 {
-    EXPECT_FALSE(WriteProfileString("A", "k", "1", PathOf("none\\shop.ini")));
+    EXPECT_FALSE(WriteProfileString("A", "k", "1", PathOf("none\\shop.ini")).Ok());
     std::filesystem::create_directory(Folder / "shop.ini");
     EXPECT_FALSE(Write("A", "k", "1"));
     EXPECT_EQ(Names(), std::vector<std::string>{"shop.ini"});

@@ -42,7 +42,7 @@ class RealProcesses : public ScratchFolder {
     // Runs the command and forgets it.
     static Long Ended(const std::string& commandLine)
     {
-        const Long handle = StartProcess(commandLine);
+        const Long handle = StartLine(commandLine);
         EXPECT_GT(handle, 0) << commandLine;
         const Long code = EndOf(handle);
         ForgetProcess(handle);
@@ -52,7 +52,7 @@ class RealProcesses : public ScratchFolder {
 
 TEST_F(RealProcesses, TheExitCodeIsToldAsOftenAsAsked)
 {
-    const Long handle = StartProcess("sh -c \"exit 3\"");
+    const Long handle = StartLine("sh -c \"exit 3\"");
     ASSERT_GT(handle, 0);
     EXPECT_EQ(EndOf(handle), 3);
     EXPECT_EQ(ProcessExitCode(handle), 3);
@@ -63,7 +63,7 @@ TEST_F(RealProcesses, TheExitCodeIsToldAsOftenAsAsked)
 TEST_F(RealProcesses, AProcessIsStillActiveWhileItRuns)
 {
     const std::string go = (Folder / "go").string();
-    const Long waiting = StartProcess("sh -c \"until [ -e '" + go + "' ]; do sleep 0.02; done; exit 4\"");
+    const Long waiting = StartLine("sh -c \"until [ -e '" + go + "' ]; do sleep 0.02; done; exit 4\"");
     ASSERT_GT(waiting, 0);
     EXPECT_EQ(ProcessExitCode(waiting), StillActive);
     EXPECT_EQ(ProcessExitCode(waiting), StillActive);
@@ -74,19 +74,19 @@ TEST_F(RealProcesses, AProcessIsStillActiveWhileItRuns)
 
 TEST_F(RealProcesses, AProgramThatIsNotThereDoesNotStart)
 {
-    EXPECT_EQ(StartProcess("no-such-program-of-this-name S N"), 0);
-    EXPECT_EQ(StartProcess(PathOf("PanEdit.exe")), 0);
-    EXPECT_EQ(StartProcess("/no/such/program"), 0);
-    EXPECT_EQ(StartProcess(""), 0);
-    EXPECT_EQ(StartProcess("   "), 0);
-    EXPECT_EQ(StartProcess("\"\""), 0);
+    EXPECT_EQ(StartLine("no-such-program-of-this-name S N"), 0);
+    EXPECT_EQ(StartLine(PathOf("PanEdit.exe")), 0);
+    EXPECT_EQ(StartLine("/no/such/program"), 0);
+    EXPECT_EQ(StartLine(""), 0);
+    EXPECT_EQ(StartLine("   "), 0);
+    EXPECT_EQ(StartLine("\"\""), 0);
 }
 
 TEST_F(RealProcesses, WhatMayNotBeRunDoesNotStart)
 {
     PutFile("notes.txt", "text");
-    EXPECT_EQ(StartProcess(PathOf("notes.txt")), 0);
-    EXPECT_EQ(StartProcess(PathOf("")), 0); // a folder
+    EXPECT_EQ(StartLine(PathOf("notes.txt")), 0);
+    EXPECT_EQ(StartLine(PathOf("")), 0); // a folder
 }
 
 TEST_F(RealProcesses, DoubleQuotesGroupTheWordsOfTheCommandLine)
@@ -95,6 +95,17 @@ TEST_F(RealProcesses, DoubleQuotesGroupTheWordsOfTheCommandLine)
               "for word in \"$@\"; do echo \"<$word>\"; done > '" + (Folder / "words").string() + "'\n");
     EXPECT_EQ(Ended("\"" + PathOf("show") + "\"  one \"two words\" a\"b c\"d \"\" $HOME * \ttab"), 0);
     EXPECT_EQ(FileText("words"), "<one>\n<two words>\n<ab cd>\n<>\n<$HOME>\n<*>\n<tab>\n");
+}
+
+TEST_F(RealProcesses, AWordOfACommandArrivesAsItStands)
+{
+    PutScript("show",
+              "for word in \"$@\"; do echo \"<$word>\"; done > '" + (Folder / "words").string() + "'\n");
+    const Long handle = StartProcess({PathOf("show"), "a \" b", "", "$(c) 'd'", "\\"});
+    ASSERT_GT(handle, 0);
+    EXPECT_EQ(EndOf(handle), 0);
+    ForgetProcess(handle);
+    EXPECT_EQ(FileText("words"), "<a \" b>\n<>\n<$(c) 'd'>\n<\\>\n");
 }
 
 TEST_F(RealProcesses, AnOpenQuoteReachesToTheEnd)
@@ -116,10 +127,10 @@ TEST_F(RealProcesses, AProgramOfADriveIsFoundThere)
 {
     std::filesystem::create_directories(Folder / "c" / "CNC90");
     PutScript("c/CNC90/SETCNC.BAT", "exit 5\n");
-    EXPECT_EQ(StartProcess("C:\\CNC90\\SETCNC.BAT S N"), 0);
+    EXPECT_EQ(StartLine("C:\\CNC90\\SETCNC.BAT S N"), 0);
     SetVariable("KORVANTI_DRIVES", Folder.string());
     EXPECT_EQ(Ended("C:\\CNC90\\SETCNC.BAT S N"), 5);
-    EXPECT_EQ(StartProcess("D:\\CNC90\\SETCNC.BAT S N"), 0);
+    EXPECT_EQ(StartLine("D:\\CNC90\\SETCNC.BAT S N"), 0);
 }
 
 TEST_F(RealProcesses, WordsReachTheProgramInTheHostsEncoding)
@@ -142,8 +153,8 @@ TEST_F(RealProcesses, AProcessThatASignalEndedHasEnded)
 
 TEST_F(RealProcesses, HandlesAreNotUsedTwice)
 {
-    const Long first = StartProcess("true");
-    const Long second = StartProcess("sh -c \"exit 2\"");
+    const Long first = StartLine("true");
+    const Long second = StartLine("sh -c \"exit 2\"");
     ASSERT_GT(first, 0);
     ASSERT_GT(second, 0);
     EXPECT_NE(first, second);
@@ -151,7 +162,7 @@ TEST_F(RealProcesses, HandlesAreNotUsedTwice)
     EXPECT_EQ(EndOf(second), 2);
     ForgetProcess(first);
     ForgetProcess(second);
-    const Long third = StartProcess("true");
+    const Long third = StartLine("true");
     EXPECT_NE(third, first);
     EndOf(third);
     ForgetProcess(third);
@@ -161,7 +172,7 @@ TEST_F(RealProcesses, AForgottenProcessRunsOnAndLeavesNoZombie)
 {
     const std::string go = (Folder / "go").string(), id = (Folder / "id").string();
     const Long handle =
-        StartProcess("sh -c \"echo $$ > '" + id + "'; until [ -e '" + go + "' ]; do sleep 0.02; done\"");
+        StartLine("sh -c \"echo $$ > '" + id + "'; until [ -e '" + go + "' ]; do sleep 0.02; done\"");
     ASSERT_GT(handle, 0);
     for (int i = 0; i < 500 && FileText("id").find('\n') == std::string::npos; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));

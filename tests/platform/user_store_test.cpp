@@ -32,5 +32,15 @@ TEST_F(UserStore, AStoreThatCannotBeWrittenIsTold)
     EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
 }
 
+TEST_F(UserStore, AfterAValueThatCouldNotBeReadNothingIsStored)
+{
+    std::filesystem::create_directories(Folder / "config" / "korvanti");
+    std::filesystem::create_symlink("user.ini", Folder / "config" / "korvanti" / "user.ini");
+    EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
+    std::filesystem::remove(Folder / "config" / "korvanti" / "user.ini"); // it can be read from now on
+    EXPECT_FALSE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "500"));
+    EXPECT_FALSE(std::filesystem::exists(Folder / "config" / "korvanti" / "user.ini"));
+}
+
 } // namespace
 } // namespace kv

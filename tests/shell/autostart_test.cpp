@@ -41,6 +41,20 @@ class GraphicAfterJob : public Unattended {
     }
 };
 
+// --- Without settings ---
+
+TEST_F(Autostart, WithoutTheSettingsNoTriggerIsTakenNorDeleted)
+{
+    Config.AutoStartTemp = Config.AutoStartBatch = true;
+    Put("Temp.DXF", BoredPanel());
+    Put("BATCH.LST", "A.DXF\r\n");
+    SettingsFault = {57, "Input/output error"};
+    Tick(6);
+    EXPECT_TRUE(Stands("Temp.DXF"));
+    EXPECT_TRUE(Stands("BATCH.LST"));
+    SettingsFault = {};
+}
+
 // --- Warm-up ---
 
 TEST_F(Autostart, JobsBeginOnTheFourthTick)

@@ -82,7 +82,8 @@ TEST_F(EvolutionSorting, SelectedRadioIsStoredWithTheOtherSettings)
 TEST_F(EvolutionSorting, MissingSortFileShowsTheDefaults)
 {
     ASSERT_FALSE(FileStands("OptSettings.Dat"));
-    const GridCells cells = LoadSortOptions();
+    GridCells cells;
+    ASSERT_TRUE(LoadSortOptions(cells).Is != Presence::CannotTell);
     ASSERT_EQ(cells.size(), 6U);
     const std::vector<std::string> row = {"0", "0", "0", "0", "0", "0",    "-",
                                           "-", "-", "-", "-", "0", "X -->"};

@@ -90,7 +90,7 @@ TEST_F(SetupRules, CancelBringsBackThePathOfAnEmptiedField)
     Config.SourcePath90 = "C:\\IN\\";
     OpenSetup();
     Config.SourcePath90 = "";
-    AcceptSetup({}); // a blank field does not erase the stored path
+    AcceptSetup(nullptr); // a blank field does not erase the stored path
     OpenSetup();
     CancelSetup();
     EXPECT_EQ(Config.SourcePath90, "C:\\IN\\");
@@ -120,7 +120,7 @@ TEST_F(SetupRules, CancelLeavesTheCutListFieldsAsEdited)
     Config.PTSPath = "C:\\PTS\\";
     Config.PTSName = "CUTS";
     OpenSetup();
-    AcceptSetup({});
+    AcceptSetup(nullptr);
     OpenSetup();
     Config.PTSPath = "C:\\NEW\\";
     Config.PTSName = "OTHER";
@@ -139,14 +139,14 @@ TEST_F(SetupRules, OkStoresTheSettingsAndTheCutListFields)
     Config.UnitMode = "1";
     Config.PTSPath = "C:\\PTS\\";
     Config.PTSName = "CUTS";
-    AcceptSetup({});
+    AcceptSetup(nullptr);
     EXPECT_EQ(GetConfigValue("SawKerf"), "9");
     EXPECT_EQ(GetConfigValue("UnitMode"), "1");
     EXPECT_EQ(GetIniValue("PTSDATA", "Path"), "C:\\PTS\\");
     EXPECT_EQ(GetIniValue("PTSDATA", "Name"), "CUTS");
     EXPECT_EQ(GetIniValue("PTSDATA", "Unit"), "M");
     Config.PTSMetric = false;
-    AcceptSetup({});
+    AcceptSetup(nullptr);
     EXPECT_EQ(GetIniValue("PTSDATA", "Unit"), "I");
 }
 
@@ -154,7 +154,7 @@ TEST_F(SetupRules, OkStartsTheTickLetsEventsRunAndGivesTheListTheFocus)
 {
     OpenSetup();
     Steps.clear();
-    AcceptSetup({});
+    AcceptSetup(nullptr);
     EXPECT_TRUE(Shell.Timer1);
     EXPECT_EQ(Steps, (std::vector<std::string>{"tick on", "events", "focus List1"}));
 }
@@ -165,20 +165,22 @@ TEST_F(SetupRules, OkWithTheEvolutionClearsTheOptimizerBoxOfTheMainWindow)
     Config.Optimizer = "1";
     OpenSetup();
     ClickSystem(2);
-    AcceptSetup({});
+    AcceptSetup(nullptr);
     EXPECT_FALSE(Config.OptimizerBox);
     EXPECT_EQ(GetConfigValue("Optimizer"), "0");
 }
 
-TEST_F(SetupRules, EmptyRowsAreDroppedAtTheEndOfTheToolTableOnly)
+TEST_F(SetupRules, TheToolTableIsStoredAsItStandsWithItsEmptyRows)
 {
+    const GridCells tools = {{"Horizontal", "8", "1", "1"},
+                             {"", "", "0", "0"},
+                             {"Vertical", "5", "0", "0"},
+                             {"", "", "0", "0"},
+                             {"", "", "", ""}};
     OpenSetup();
-    AcceptSetup({{"Horizontal", "8", "1", "1"},
-                 {"", "", "0", "0"},
-                 {"Vertical", "5", "0", "0"},
-                 {"", "", "0", "0"},
-                 {"", "", "", ""}});
-    EXPECT_EQ(FileText("KVHBD.cfg"), "Horizontal\t8\t1\t1\r\n\t\t0\t0\r\nVertical\t5\t0\t0\r\n");
+    AcceptSetup(&tools);
+    EXPECT_EQ(FileText("KVHBD.cfg"),
+              "Horizontal\t8\t1\t1\r\n\t\t0\t0\r\nVertical\t5\t0\t0\r\n\t\t0\t0\r\n\t\t\t\r\n");
     EXPECT_TRUE(ReportLines.empty());
 }
 
@@ -186,9 +188,18 @@ TEST_F(SetupRules, ToolTableThatCannotBeSavedIsReported)
 {
     std::filesystem::create_directory(Folder / "KVHBD.cfg");
     OpenSetup();
-    AcceptSetup({{"Vertical", "5", "0", "0"}});
+    const GridCells tools = {{"Vertical", "5", "0", "0"}};
+    AcceptSetup(&tools);
     ASSERT_EQ(ReportLines.size(), 1U);
     EXPECT_EQ(ReportLines[0], "Unable to save " + (Folder / "KVHBD.cfg").string());
+}
+
+TEST_F(SetupRules, AToolTableThatCouldNotBeReadIsNotStored)
+{
+    PutFile("KVHBD.cfg", "Vertical\t5\t0\t0\r\n");
+    OpenSetup();
+    AcceptSetup(nullptr);
+    EXPECT_EQ(FileText("KVHBD.cfg"), "Vertical\t5\t0\t0\r\n");
 }
 
 TEST_F(SetupRules, CancelKeepsTheStoredToolTable)

@@ -1,7 +1,12 @@
 // The start of the program in its order, its end, and what is stored when a box of the window changes.
 #include "shell/start_up.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include "shell/batch_safety.h"
+#include "shell/control_tables.h"
 #include "shell/file_list.h"
 #include "shell/setup_rules.h"
 #include "toolchain/outside_programs.h"
@@ -150,6 +155,41 @@ TEST_F(StartUp, TheOptimizersKeyIsReadBehindTheExchangeSoItCountsForTheEvolution
     EXPECT_FALSE(Config.OptimizerBox);
 }
 
+TEST_F(StartUp, TheCursorTipsAreSetOrClearedByTheLoadedSetting)
+{
+    static std::string tips;
+    tips.clear();
+    Tips.Install = [](bool on) { tips += on ? "on " : "off "; };
+    PutSettings("TipsEnable= 1\r\n");
+    StartShell();
+    PutSettings("TipsEnable= 0\r\n");
+    StartShell();
+    Tips = {};
+    EXPECT_EQ(tips, "on off ");
+}
+
+TEST_F(StartUp, SettingsThatCannotBeReadAreToldAndNothingIsStored)
+{
+    MakeFolder("Winner90");
+    std::filesystem::create_symlink("KV90.INI", Folder / "c" / "KV90" / "KV90.INI");
+    StartShell();
+    const std::string fault = ": Too many levels of symbolic links";
+    EXPECT_EQ(Outside.Report.back(), "Nothing is converted and no setting is kept: " +
+                                         (Folder / "C" / "KV90" / "KV90.INI").string() + fault);
+    // From now on it could be read, and overwritten with what stands designed.
+    std::filesystem::remove(Folder / "c" / "KV90" / "KV90.INI");
+    const std::string settings = "SawKerf=7\r\nDestinationPath90=C:\\Winner90\\PRG\\\r\n";
+    PutSettings(settings);
+    OpenSetup();
+    AcceptSetup(nullptr);
+    EXPECT_EQ(Outside.Report.back(),
+              "No setting is kept: " + (Folder / "C" / "KV90" / "KV90.INI").string() + fault);
+    StoreOptimizerBox(true);
+    StopShell();
+    EXPECT_EQ(Get("KV90/KV90.INI"), "[Configuration]\r\n" + settings);
+    EXPECT_FALSE(Stands("Winner90/TPA.INI"));
+}
+
 TEST_F(StartUp, WithoutACommandLineTheEditorLearnsOfTheConverter)
 {
     MakeFolder("Winner90");
@@ -209,19 +249,34 @@ TEST_F(StartUp, AnUnfinishedBatchThatCannotBeSetAsideIsToldOnceForAFolderOfTwoSy
 
 TEST_F(StartUp, SettingsThatCannotBeKeptAreToldOnce)
 {
-    MakeFolder("KV90/KV90.INI"); // in the way
+    const std::filesystem::path ini = Folder / "c" / "KV90" / "KV90.INI";
+    PutSettings("SawKerf=7\r\n");
+    const int held = ::open(ini.c_str(), O_RDWR);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0); // by another program
     StartShell();
     ASSERT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows + 1));
     EXPECT_TRUE(BannerLine(BannerRows).starts_with("No setting is kept: "));
-    EXPECT_TRUE(BannerLine(BannerRows).ends_with("KV90.INI: is a folder"));
-}
+    EXPECT_TRUE(BannerLine(BannerRows).ends_with("KV90.INI: in use by another program"));
+    EXPECT_EQ(Config.SawKerf, "7");
 
-TEST_F(StartUp, ADrawingOfTheCommandLineStoresNothingAndIsNotHeldUp)
-{
-    MakeFolder("KV90/KV90.INI");
-    Shell.CommandLine = "C:\\DXF\\DOOR.DXF";
+    Shell.CommandLine = "C:\\DXF\\DOOR.DXF"; // stores nothing and is not held up
+    Outside.Report.clear();
     StartShell();
     EXPECT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows));
+    ::close(held);
+}
+
+TEST_F(StartUp, AFolderInPlaceOfTheSettingsIsToldWhateverTheCommandLine)
+{
+    MakeFolder("KV90/KV90.INI"); // in the way
+    for (const char* const line : {"", "C:\\DXF\\DOOR.DXF"}) {
+        Shell.CommandLine = line;
+        Outside.Report.clear();
+        StartShell();
+        ASSERT_EQ(Outside.Report.size(), static_cast<std::size_t>(BannerRows + 1));
+        EXPECT_TRUE(BannerLine(BannerRows).starts_with("Nothing is converted and no setting is kept: "));
+        EXPECT_TRUE(BannerLine(BannerRows).ends_with("KV90.INI: is a folder"));
+    }
 }
 
 TEST_F(StartUp, LookingWhetherSettingsAreKeptLeavesNothingBehind)

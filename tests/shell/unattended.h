@@ -68,8 +68,11 @@ class Unattended : public testing::Test {
             if (Now->InTheEvents)
                 Now->InTheEvents();
         };
-        Processes.Start = [](std::string_view commandLine) {
-            Now->Started.emplace_back(commandLine);
+        // Only the viewer of the settings is there.
+        Processes.Start = [](const ProgramCall& command) {
+            if (command.empty() || command[0] != "view")
+                return Long{0};
+            Now->Started.push_back(CommandText(command));
             return Long{7};
         };
         Processes.ExitCode = [](Long) { return Now->ExitCode; };

@@ -56,6 +56,16 @@ std::filesystem::path ProgramPlace(std::string name)
     return std::filesystem::path("SRG") / name.substr(0, 1) / file;
 }
 
+bool RunJobLine(Scene& scene, std::string job)
+{
+    scene.Lines.clear();
+    scene.Boxes.clear();
+    Run.RunFailed = False;
+    ProcessDrawingFile(job);
+    ReportMessage(2, "");
+    return Run.RunFailed == False;
+}
+
 } // namespace
 
 void ResetProcess()
@@ -119,15 +129,15 @@ std::string Scene::Read(const std::filesystem::path& place) const
 
 bool Scene::Convert(std::string_view drawing, std::string_view name, std::string_view output)
 {
-    Lines.clear();
-    Boxes.clear();
-    Run.RunFailed = False;
     std::string job = FromHostPath(Write(name, drawing).string());
     if (!output.empty())
         job += '\xFF' + std::string(output);
-    ProcessDrawingFile(job);
-    ReportMessage(2, "");
-    return Run.RunFailed == False;
+    return RunJobLine(*this, job);
+}
+
+bool Scene::ConvertFile(const std::filesystem::path& drawing)
+{
+    return RunJobLine(*this, FromHostPath(drawing.string()));
 }
 
 std::vector<std::string> Scene::Program(std::string_view name) const

@@ -30,6 +30,7 @@ struct Scene {
     std::string Read(const std::filesystem::path& file) const; // fails the test when it is not there
     // Converts a drawing's text; returns whether the job went well. The part name is the file's.
     bool Convert(std::string_view drawing, std::string_view name = "DOOR.DXF", std::string_view output = "");
+    bool ConvertFile(const std::filesystem::path& drawing); // one that stands already, or not
     // The lines of a program (CR LF cut) by its output name, "" folder: Programs.
     std::vector<std::string> Program(std::string_view name = "DOOR") const;
     bool HasProgram(std::string_view name = "DOOR") const;

@@ -31,6 +31,8 @@ using LogLines = std::vector<std::string>;
 struct OutsideWorld {
     LogLines Log, Report;
     Long NextHandle = 7;               // 0: nothing can be started
+    std::string Starts;                // what alone can be started; empty: everything
+    ProgramCall Words;                 // of the last start
     int PollsUntilEnd = 0;             // how often a started program is still active
     std::deque<Long> TitleLengths;     // answers of the focus test; 0 when empty
     std::deque<bool> Answers;          // of questions; No when empty
@@ -98,9 +100,12 @@ class OutsidePrograms : public ScratchFolder {
   private:
     static void SetHooks()
     {
-        Processes.Start = [](std::string_view line) {
-            Outside.Log.push_back("start " + std::string(line));
-            return Outside.NextHandle;
+        Processes.Start = [](const ProgramCall& command) {
+            const std::string line = CommandText(command);
+            Outside.Log.push_back("start " + line);
+            Outside.Words = command;
+            const bool starts = Outside.Starts.empty() || line.starts_with(Outside.Starts);
+            return starts ? Outside.NextHandle : Long{0};
         };
         Processes.ExitCode = [](Long handle) {
             Outside.Log.push_back("poll " + WholeText(handle));

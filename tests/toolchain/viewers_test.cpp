@@ -16,14 +16,14 @@ constexpr const char* WinnerIni =
 TEST_F(Viewers, AStartedProgramIsGivenTheGraphicDelay)
 {
     Config.GraphicDelay = ".5";
-    EXPECT_EQ(LaunchProgram("C:\\A.EXE X"), 7);
+    EXPECT_EQ(LaunchProgram({"C:\\A.EXE", "X"}), 7);
     EXPECT_EQ(Outside.Log, (LogLines{"start C:\\A.EXE X", "pause .5"}));
 }
 
 TEST_F(Viewers, AProgramThatDoesNotStartIsToldInABoxBehindTheDelay)
 {
     Outside.NextHandle = 0;
-    EXPECT_EQ(LaunchProgram("C:\\A.EXE X"), 0);
+    EXPECT_EQ(LaunchProgram({"C:\\A.EXE", "X"}), 0);
     EXPECT_EQ(Outside.Log, (LogLines{"start C:\\A.EXE X", "pause 2", "box Error: C:\\A.EXE X Not Loaded"}));
 }
 
@@ -143,22 +143,37 @@ TEST_F(EvolutionEditors, AnOutputNameThatIsAFolderTakesTheDrawingsName)
     EXPECT_EQ(Outside.Log.at(0), "start C:\\Evol\\Bin\\PanEdit C:\\EvPrg\\Side.CNC");
 }
 
-TEST_F(EvolutionEditors, WhereNoneStandsTheViewerOfTheSettingsIsStarted)
+TEST_F(EvolutionEditors, WhereNoneCanBeStartedTheViewerOfTheSettingsIs)
 {
     Config.Viewer = "view %1";
+    Outside.Starts = "view";
     EXPECT_EQ(ShowEvolutionProgram("C:\\OTHER.CNC"), 7);
     EXPECT_EQ(Outside.Log,
-              (LogLines{"start view " + (Folder / "c" / "EvPrg/Panel.CNC").string(), "pause 2"}));
+              (LogLines{"start C:\\Evol\\Bin\\Edipan32 C:\\EvPrg\\Panel.CNC",
+                        "start view " + (Folder / "c" / "EvPrg/Panel.CNC").string(), "pause 2"}));
 }
 
-TEST_F(EvolutionEditors, WithoutAnyViewerTheReportNamesTheEditorOnce)
+TEST_F(EvolutionEditors, OneThatNobodyCanSeeIsTriedAllTheSame)
 {
+    Config.Viewer = "view %1";
+    EXPECT_EQ(ShowEvolutionProgram(""), 7);
+    EXPECT_EQ(Outside.Log, (LogLines{"start C:\\Evol\\Bin\\Edipan32 C:\\EvPrg\\Panel.CNC", "pause 2"}));
+}
+
+TEST_F(EvolutionEditors, WithoutAnyViewerABoxNamesTheEditor)
+{
+    Outside.NextHandle = 0;
     EXPECT_EQ(ShowEvolutionProgram(""), 0);
-    EXPECT_EQ(ShowEvolutionProgram(""), 0);
-    EXPECT_EQ(Outside.Log, LogLines{});
-    EXPECT_EQ(Outside.Report,
-              (LogLines{"No viewer: " + (Folder / "C/Evol/Bin/Edipan32.exe").string() +
-                        " is not there, and key \"Viewer\" in section \"System\" of KV90.INI is not set"}));
+    EXPECT_EQ(Outside.Log, (LogLines{"start C:\\Evol\\Bin\\Edipan32 C:\\EvPrg\\Panel.CNC", "pause 2",
+                                     "box Error: C:\\Evol\\Bin\\Edipan32 C:\\EvPrg\\Panel.CNC Not Loaded"}));
+}
+
+TEST_F(EvolutionEditors, ANameWithBlanksAndQuotesIsOneArgument)
+{
+    Put("Evol/Bin/PanEdit.exe");
+    kv::Run.PartName = "MY \"DOOR\" /X";
+    ShowEvolutionProgram("");
+    EXPECT_EQ(Outside.Words, (ProgramCall{"C:\\Evol\\Bin\\PanEdit", "C:\\EvPrg\\MY \"DOOR\" /X.CNC"}));
 }
 
 // CNC90.
@@ -180,17 +195,18 @@ TEST_F(Viewers, APifFileIsStartedInPlaceOfTheBatchFile)
     EXPECT_EQ(Outside.Log, (LogLines{"start C:\\CNC90\\SETCNC.PIF /e:1024 /c setcnc.bat S N", "pause 2"}));
 }
 
-TEST_F(Viewers, ABatchFileThatOnlyTheSearchPathKnowsGivesWayToTheViewerOfTheSettings)
+TEST_F(Viewers, ABatchFileThatOnlyTheSearchPathMayKnowIsTriedFirst)
 {
     Put("CNC90/CNC90.CFG");
     Put("CNC90/SETCNC.PIF"); // alone it is nothing
     Config.Viewer = "view %1";
     EXPECT_EQ(ShowProgramGraphic(""), 7);
-    EXPECT_EQ(Outside.Log, (LogLines{"start view " + (Folder / "c" / "PRG/SRG/D/OOR").string(), "pause 2"}));
-    Outside.Log.clear();
-    Config.Viewer = "";
-    EXPECT_EQ(ShowProgramGraphic(""), 7);
     EXPECT_EQ(Outside.Log, (LogLines{"start SETCNC.BAT S N", "pause 2"}));
+    Outside.Log.clear();
+    Outside.Starts = "view";
+    EXPECT_EQ(ShowProgramGraphic(""), 7);
+    EXPECT_EQ(Outside.Log, (LogLines{"start SETCNC.BAT S N",
+                                     "start view " + (Folder / "c" / "PRG/SRG/D/OOR").string(), "pause 2"}));
 }
 
 TEST_F(Viewers, ABatchFileIsGivenNoKeysAndNoIniFile)
@@ -280,35 +296,33 @@ TEST_F(Viewers, AnEdigrafThatDoesNotStartIsToldAndTheReturnIsSentAllTheSame)
                                      "keys <13> without waiting"}));
 }
 
-TEST_F(Viewers, AMissingEdigrafLeavesTheKeysOfTheIniAndStartsTheViewerOfTheSettingsWithoutKeystroke)
+TEST_F(Viewers, AnEdigrafThatCannotBeStartedLeavesTheKeysOfTheIniAndNoKeystrokeIsSentToTheOther)
 {
     MakeFolder("Winner90");
     Config.Viewer = "view %1";
+    Outside.Starts = "view";
     EXPECT_EQ(ShowProgramGraphic(""), 7);
     EXPECT_EQ(Get("Winner90/TPA.INI"), WinnerIni);
-    EXPECT_EQ(Outside.Log,
-              (LogLines{"pause .1", "start view " + (Folder / "c" / "PRG/SRG/D/OOR").string(), "pause 2"}));
+    EXPECT_EQ(Outside.Log, (LogLines{"pause .1", "start C:\\Winner90\\Edigraf.exe",
+                                     "start view " + (Folder / "c" / "PRG/SRG/D/OOR").string(), "pause 2"}));
     // The control's own viewer has not been started yet.
-    Put("Winner90/Edigraf.exe");
+    Outside.Starts.clear();
     Outside.Log.clear();
     ShowProgramGraphic("");
     EXPECT_EQ(Outside.Log, (LogLines{"pause .1", "start C:\\Winner90\\Edigraf.exe", "pause 2", "pause 6",
                                      "keys <13> without waiting"}));
 }
 
-TEST_F(Viewers, WithoutAnyViewerOneLineAProgramRunSaysWhatToSet)
+TEST_F(Viewers, WhereNeitherCanBeStartedTheBoxNamesTheControlsOwn)
 {
-    Config.Viewer = "  ";
+    Config.Viewer = "view %1";
+    Outside.NextHandle = 0;
     EXPECT_EQ(ShowProgramGraphic(""), 0);
-    EXPECT_EQ(ShowProgramGraphic(""), 0);
-    EXPECT_EQ(Outside.Log, (LogLines{"pause .1", "pause .1"}));
     EXPECT_FALSE(Stands("Winner90/TPA.INI")); // no folder is made for it
-    const LogLines once = {"No viewer: " + (Folder / "C/Winner90/Edigraf.exe").string() +
-                           " is not there, and key \"Viewer\" in section \"System\" of KV90.INI is not set"};
-    EXPECT_EQ(Outside.Report, once);
-    ResetViewers();
-    ShowProgramGraphic("");
-    EXPECT_EQ(Outside.Report.size(), 2U);
+    EXPECT_EQ(Outside.Log, (LogLines{"pause .1", "start C:\\Winner90\\Edigraf.exe",
+                                     "start view " + (Folder / "c" / "PRG/SRG/D/OOR").string(), "pause 2",
+                                     "box Error: C:\\Winner90\\Edigraf.exe Not Loaded", "pause 6",
+                                     "keys <13> without waiting"}));
 }
 
 // GENESIS.
@@ -393,9 +407,12 @@ class OwnViewer : public Viewers {
     {
         Config.Viewer = viewer;
         LastProgram.Path = program;
+        Outside.Starts = "view";
+        if (viewer.starts_with('"'))
+            Outside.Starts = "\"C:\\The viewer\"";
         Outside.Log.clear();
         ShowProgramGraphic("C:\\ASKED FOR");
-        return Outside.Log.at(1);
+        return Outside.Log.at(2);
     }
     std::string Host(const std::string& name) const { return (Folder / "c" / name).string(); }
 };
@@ -411,8 +428,17 @@ TEST_F(OwnViewer, APathThatTheLineQuotesIsNotQuotedTwice)
     EXPECT_EQ(Started("view \"%1\"", "C:\\My Prg\\DOOR"), "start view \"" + Host("My Prg/DOOR") + "\"");
     EXPECT_EQ(Started("view \"file=%1\" %1", "C:\\My Prg\\DOOR"),
               "start view \"file=" + Host("My Prg/DOOR") + "\" \"" + Host("My Prg/DOOR") + "\"");
+    EXPECT_EQ(Outside.Words, (ProgramCall{"view", "file=" + Host("My Prg/DOOR"), Host("My Prg/DOOR")}));
     EXPECT_EQ(Started("\"C:\\The viewer\" %1", "C:\\My Prg\\DOOR"),
               "start \"C:\\The viewer\" \"" + Host("My Prg/DOOR") + "\"");
+}
+
+TEST_F(OwnViewer, AQuoteInTheNameAddsNoArgument)
+{
+    Started("view %1 -y", "C:\\Prg\\A\" --delete \"B");
+    EXPECT_EQ(Outside.Words, (ProgramCall{"view", Host("Prg/A\" --delete \"B"), "-y"}));
+    Started("view \"%1\"", "C:\\Prg\\A\" --delete \"B");
+    EXPECT_EQ(Outside.Words, (ProgramCall{"view", Host("Prg/A\" --delete \"B")}));
 }
 
 TEST_F(OwnViewer, ThePathHasTheSpellingOfTheDisk)
@@ -441,10 +467,17 @@ TEST(ControlFolder, EndsOneCharacterBehindTheFirstWinner90)
     EXPECT_EQ(ControlFolderOf("C:\\WINNER90"), "C:\\WINNER90");
 }
 
-TEST(ControlFolder, WithoutTheWordTheFirstEightCharactersStandForIt)
+TEST(ControlFolder, WithCnc90AloneTheFirstEightCharactersStandForIt)
 {
-    EXPECT_EQ(ControlFolderOf("C:\\PROGS\\CNC\\"), "C:\\PROGS");
-    EXPECT_EQ(ControlFolderOf("C:\\PRG\\"), "C:\\PRG\\");
+    EXPECT_EQ(ControlFolderOf("C:\\CNC90\\PRG\\"), "C:\\CNC90");
+    EXPECT_EQ(ControlFolderOf("D:\\A\\cnc90\\"), "D:\\A\\cnc");
+    EXPECT_EQ(ControlFolderOf("CNC90"), "CNC90");
+}
+
+TEST(ControlFolder, APathWithoutEitherWordHasNone)
+{
+    EXPECT_EQ(ControlFolderOf("C:\\PROGS\\CNC\\"), "");
+    EXPECT_EQ(ControlFolderOf("C:\\PRG\\"), "");
     EXPECT_EQ(ControlFolderOf(""), "");
 }
 
@@ -466,15 +499,25 @@ TEST_F(Viewers, TheConverterIsEnteredInTheFolderOfTheControl)
                                        "KV90WIN.exe|/|C:\\DXF\\|\"\r\nconv02=\r\n");
 }
 
-TEST_F(Viewers, TheConverterIsEnteredByTheFirstEightCharactersOfAnyOtherFolder)
+TEST_F(Viewers, TheConverterIsEnteredByTheFirstEightCharactersOfACnc90Folder)
+{
+    MakeFolder("CNC90");
+    Config.DestinationPath90 = "C:\\CNC90\\CNC\\";
+    Config.SourcePath90 = "";
+    RegisterWithEditor();
+    // Eight characters are C:\CNC90 without its backslash, so the file's name grows.
+    EXPECT_EQ(Get("CNC90TPA.INI"),
+              "[edigraf-conv]\r\nconv01=\"Select DXF File|*.dxf|C:\\CNC90KV90WIN.exe|/||\"\r\nconv02=\r\n");
+    EXPECT_FALSE(Stands("CNC90/TPA.INI"));
+}
+
+TEST_F(Viewers, InNoOtherFolderAFileOfTheControlAppears)
 {
     MakeFolder("PRG90");
     Config.DestinationPath90 = "C:\\PRG90\\CNC\\";
-    Config.SourcePath90 = "";
     RegisterWithEditor();
-    // Eight characters are C:\PRG90 without its backslash, so the file's name grows.
-    EXPECT_EQ(Get("PRG90TPA.INI"),
-              "[edigraf-conv]\r\nconv01=\"Select DXF File|*.dxf|C:\\PRG90KV90WIN.exe|/||\"\r\nconv02=\r\n");
+    ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
+    EXPECT_FALSE(Stands("PRG90TPA.INI"));
     EXPECT_FALSE(Stands("PRG90/TPA.INI"));
 }
 

@@ -531,8 +531,8 @@ TEST_F(MainWindowTest, TheHelpMenuStartsItsCommandLines)
     Open();
     Config.Help = "viewer help.txt";
     Config.OLHelp = "browser manual";
-    Processes.Start = [](std::string_view line) {
-        StartedLine = line;
+    Processes.Start = [](const ProgramCall& command) {
+        StartedLine = CommandText(command);
         return Long{1};
     };
     Window->findChild<QAction*>(QStringLiteral("MnuHelpFile"))->trigger();

@@ -10,6 +10,15 @@ namespace {
 
 using SetupDialogForm = DialogTest;
 
+// Rows of the grid that nobody filled.
+std::string EmptyTools(int rows)
+{
+    std::string text;
+    for (int i = 0; i < rows; ++i)
+        text += "\t\t0\t0\r\n";
+    return text;
+}
+
 TEST_F(SetupDialogForm, EveryControlOfTheTableStandsAsDesigned)
 {
     LoadDialogs(Main);
@@ -93,7 +102,7 @@ TEST_F(SetupDialogForm, OkWritesEveryTabToTheFiles)
     EXPECT_EQ(GetIniValue("PTSDATA", "Unit"), "I");
     EXPECT_EQ(GetIniValue("PTSDATA", "Path"), "C:\\CUT\\");
     EXPECT_EQ(GetIniValue("PTSDATA", "Name"), "JOB");
-    EXPECT_EQ(FileText("KVHBD.cfg"), "\t\t0\t0\r\n\t8.5\t1\t0\r\n");
+    EXPECT_EQ(FileText("KVHBD.cfg"), "\t\t0\t0\r\n\t8.5\t1\t0\r\n" + EmptyTools(18));
 }
 
 TEST_F(SetupDialogForm, CancelBringsEverythingBackButThePtsFields)
@@ -389,7 +398,7 @@ TEST_F(SetupDialogForm, GridShowsDesignedEmptyRowsNumberedAsTools)
         EXPECT_EQ(grid.CellText(2, 0), "");
         Click(dialog, "PrefOK");
     });
-    EXPECT_EQ(FileText("KVHBD.cfg"), "Horizontal\t8\t1\t0\r\nGroove\t120\t0\t1\r\n");
+    EXPECT_EQ(FileText("KVHBD.cfg"), "Horizontal\t8\t1\t0\r\nGroove\t120\t0\t1\r\n" + EmptyTools(18));
 }
 
 TEST_F(SetupDialogForm, NothingIsCutOnAnyTabAtAnyFont)

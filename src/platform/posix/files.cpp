@@ -222,8 +222,8 @@ int MakeAside(const std::string& folder, std::string& name)
     }
 }
 
-// Host folders of moves that the disk may not hold yet; the folder of an index that a list of drawings
-// replaces a thousand times stands here once.
+// Host folders of moves and new folders that the disk may not hold yet; the folder of an index that a list of
+// drawings replaces a thousand times stands here once.
 std::set<std::string> UnflushedFolders;
 
 void NoteStep(std::string_view step, const std::string& host)
@@ -322,6 +322,15 @@ bool IsLeft(DIR* folder, const char* name)
     struct stat status {};
     return ::fstatat(::dirfd(folder), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
            status.st_mtim.tv_sec + LongestAsideSeconds < ::time(nullptr);
+}
+
+// A new folder is on the disk with its entry in the one above it. 0 or the system's error.
+int MakeOne(const std::string& folder)
+{
+    if (::mkdir(folder.c_str(), NewFolderMode) != 0)
+        return errno;
+    UnflushedFolders.insert(HostFolder(folder));
+    return 0;
 }
 
 // What another program wrote is brought to the disk before it gets a new name, where it can be opened.
@@ -597,9 +606,9 @@ FileOutcome MakeFolder(std::string_view path)
     if (host.empty())
         return LeadsNowhere(path, place);
     // One that may be there in another spelling is not made twice.
-    if (place.Error == 0 && ::mkdir(host.c_str(), NewFolderMode) == 0)
+    const int error = place.Error != 0 ? place.Error : MakeOne(host);
+    if (error == 0)
         return {};
-    const int error = place.Error != 0 ? place.Error : errno;
     struct stat status {};
     if (StatusOf(host, status)) // what stands there already wins over the reason of the refusal
         return S_ISDIR(status.st_mode) ? FileOutcome{} : FileOutcome{ErrorFileAccess, "is no folder"};
@@ -619,8 +628,9 @@ FileOutcome MakeFolders(std::string_view path)
         return OutcomeOf(place.Error, ErrorPathNotFound);
     for (std::size_t end = host.find('/', 1); end != std::string::npos; end = host.find('/', end + 1)) {
         const std::string above = host.substr(0, end);
-        if (!StatusOf(above, status) && ::mkdir(above.c_str(), NewFolderMode) != 0 && errno != EEXIST)
-            return OutcomeOf(errno, ErrorPathNotFound);
+        const int error = StatusOf(above, status) ? 0 : MakeOne(above);
+        if (error != 0 && error != EEXIST)
+            return OutcomeOf(error, ErrorPathNotFound);
     }
     return MakeFolder(path);
 }

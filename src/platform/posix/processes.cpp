@@ -1,5 +1,5 @@
-// Programs of outside parties on the POSIX host. A command line is split into words here, no shell sees
-// it: double quotes group, nothing else has a meaning. Relies on no signal: a process is asked for when
+// Programs of outside parties on the POSIX host. They get the words of a command as they stand, no shell
+// sees them. Relies on no signal: a process is asked for when
 // its exit code is, and one that was forgotten while it ran is reaped by whichever call comes later.
 #include "platform/processes.h"
 
@@ -28,26 +28,6 @@ struct Child {
 std::map<Long, Child> Children; // by handle
 std::vector<pid_t> Forgotten;   // still running
 Long LastHandle = 0;
-
-std::vector<std::string> SplitWords(std::string_view commandLine)
-{
-    std::vector<std::string> words;
-    bool inWord = false, quoted = false;
-    for (const char c : commandLine) {
-        if (!quoted && (c == ' ' || c == '\t')) {
-            inWord = false;
-            continue;
-        }
-        if (!inWord)
-            words.emplace_back(); // two quotes alone are a word too, an empty one
-        inWord = true;
-        if (c == '"')
-            quoted = !quoted;
-        else
-            words.back() += c;
-    }
-    return words;
-}
 
 // A plain name is left for the system to look up in PATH. Empty when the path leads nowhere.
 std::string ProgramOf(std::string_view word)
@@ -78,10 +58,10 @@ void ReapForgotten()
     std::erase_if(Forgotten, [&code](pid_t process) { return HasEnded(process, code); });
 }
 
-Long Start(std::string_view commandLine)
+Long Start(const ProgramCall& command)
 {
     ReapForgotten();
-    std::vector<std::string> words = SplitWords(commandLine);
+    ProgramCall words = command;
     if (words.empty())
         return 0;
     const std::string program = ProgramOf(words[0]);

@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::size_t LongestValue = 4096;
 
+// Of which a value could not be read: what this process holds in its place is not the person's.
+std::string UnreadStore;
+
 std::string StorePath()
 {
     return UserConfigFolder() + "user.ini";
@@ -27,14 +30,19 @@ std::string StoreSection(std::string_view application, std::string_view section)
 std::string GetUserSetting(std::string_view application, std::string_view section, std::string_view key,
                            std::string_view missing)
 {
-    return ReadProfileString(StoreSection(application, section), key, missing, LongestValue, StorePath());
+    std::string value(missing);
+    const FileAnswer answer =
+        ReadProfileString(StoreSection(application, section), key, missing, LongestValue, StorePath(), value);
+    if (answer.Is == Presence::CannotTell)
+        UnreadStore = StorePath();
+    return value;
 }
 
 bool SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
                      std::string_view value)
 {
-    return MakeFolders(UserConfigFolder()).Ok() &&
-           WriteProfileString(StoreSection(application, section), key, value, StorePath());
+    return UnreadStore != StorePath() && MakeFolders(UserConfigFolder()).Ok() &&
+           WriteProfileString(StoreSection(application, section), key, value, StorePath()).Ok();
 }
 
 } // namespace kv

@@ -11,8 +11,9 @@
 #include <functional>
 
 #include <windows.h>
-// That header renames the function of ours.
+// That header renames functions of ours.
 #undef DeleteFile
+#undef ReplaceFile
 
 #include <fcntl.h>
 #include <io.h>

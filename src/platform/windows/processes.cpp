@@ -16,9 +16,11 @@ namespace {
 std::map<Long, HANDLE> Children; // by handle
 Long LastHandle = 0;
 
-Long Start(std::string_view commandLine)
+Long Start(const ProgramCall& command)
 {
-    std::wstring line = WideFromAnsi(commandLine); // the call may write into it
+    std::wstring line = WideFromAnsi(WindowsCommandLine(command)); // the call may write into it
+    if (line.empty())
+        return 0;
     STARTUPINFOW look{};
     look.cb = sizeof look;
     look.dwFlags = STARTF_USESHOWWINDOW;

@@ -16,6 +16,8 @@ std::wstring StoreKey(std::string_view application, std::string_view section)
            WideFromAnsi(section);
 }
 
+bool Unread = false; // a value could not be read: what this process holds in its place is not the person's
+
 } // namespace
 
 std::string GetUserSetting(std::string_view application, std::string_view section, std::string_view key,
@@ -24,8 +26,12 @@ std::string GetUserSetting(std::string_view application, std::string_view sectio
     constexpr std::size_t LongestValue = 4096;
     std::wstring value(LongestValue, L'\0');
     DWORD bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
-    if (RegGetValueW(HKEY_CURRENT_USER, StoreKey(application, section).c_str(), WideFromAnsi(key).c_str(),
-                     RRF_RT_REG_SZ, nullptr, value.data(), &bytes) != ERROR_SUCCESS)
+    const LSTATUS status =
+        RegGetValueW(HKEY_CURRENT_USER, StoreKey(application, section).c_str(), WideFromAnsi(key).c_str(),
+                     RRF_RT_REG_SZ, nullptr, value.data(), &bytes);
+    const bool noText = status == ERROR_FILE_NOT_FOUND || status == ERROR_UNSUPPORTED_TYPE; // known
+    Unread = Unread || (status != ERROR_SUCCESS && !noText);
+    if (status != ERROR_SUCCESS)
         return std::string(missing);
     return AnsiFromWide(value.c_str()); // up to the zero that the registry keeps at the end
 }
@@ -33,6 +39,8 @@ std::string GetUserSetting(std::string_view application, std::string_view sectio
 bool SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
                      std::string_view value)
 {
+    if (Unread)
+        return false;
     const std::wstring wide = WideFromAnsi(value);
     const DWORD bytes = static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t));
     return RegSetKeyValueW(HKEY_CURRENT_USER, StoreKey(application, section).c_str(),

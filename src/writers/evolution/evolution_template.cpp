@@ -5,6 +5,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/carry_over.h"
@@ -132,7 +133,8 @@ std::string WorkingRow(const GridCells& grid, std::size_t n)
 
 std::vector<std::string> BuildOptimizerRows(Int sorting)
 {
-    const GridCells grid = LoadSortOptions();
+    GridCells grid;
+    IsThere(ExeFolder + std::string(SortOptionFile), LoadSortOptions(grid)); // else all as designed
     std::vector<std::string> rows = {"::" + WholeText(sorting)};
     for (std::size_t n = 1; n <= SortOptionRows; ++n)
         rows.push_back(FaceRow(grid, n));

@@ -8,6 +8,7 @@
 #include <optional>
 #include <tuple>
 
+#include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/given_names.h"
@@ -53,15 +54,15 @@ std::string SizeLine(const std::string& length, const std::string& height, const
     return "::LF=" + length + " HF=" + height + " SF=" + depth + "CR";
 }
 
-// Row of the first tool of a type whose diameter fits; 0 for none. A hit on the table's last row counts
-// as none.
+// Row of the first tool of a type whose diameter fits; 0 for none. A hit on the last row counts as none,
+// unless the table is full: a shorter one ends with the empty row behind its tools.
 template <typename Fits> Long FindTool(const GridCells& tools, std::string_view type, const Fits& fits)
 {
     for (std::size_t row = 1; row <= tools.size(); ++row) {
         if (GridCell(tools, row, TypeColumn) != type ||
             !fits(ToSingle(Val(GridCell(tools, row, DiameterColumn)))))
             continue;
-        return row < tools.size() ? static_cast<Long>(row) : 0;
+        return row < tools.size() || row >= HbdToolRows ? static_cast<Long>(row) : 0;
     }
     return 0;
 }
@@ -304,7 +305,7 @@ void WriteHbdProgram()
     SetMeter(Meter::PgmCode, 40);
     TemplateFields fields = FieldsOfDrawing();
     HbdProgram program;
-    program.Tools = LoadHbdTools();
+    IsThere(ExeFolder + std::string(HbdToolFile), LoadHbdTools(program.Tools)); // else without tools
     WriteEdgeBores(program);
     WriteFaceBores(program);
     WriteFields(program, fields);

@@ -104,6 +104,14 @@ TEST_F(FileDurability, ARenamedFileIsInItsFolderWithTheNextFlush)
     EXPECT_EQ(Steps, (Lines{"move " + Host("b"), "flush folder " + Host("")}));
 }
 
+TEST_F(FileDurability, ANewFolderIsOnTheDiskWithItsEntryInTheOneAbove)
+{
+    ASSERT_TRUE(MakeFolders(PathOf("a\\b")).Ok());
+    ASSERT_TRUE(MakeFolders(PathOf("a\\b")).Ok()); // nothing is new
+    EXPECT_TRUE(FlushFiles().Ok());
+    EXPECT_EQ(Steps, (Lines{"flush folder " + Host(""), "flush folder " + Host("a/")}));
+}
+
 TEST_F(FileDurability, CopiesOfEndedProcessesAreSweptAndNoOtherFile)
 {
     const std::string ended = std::to_string(EndedProcess()), living = std::to_string(getpid());

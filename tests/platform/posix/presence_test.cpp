@@ -16,7 +16,7 @@ namespace kv {
 namespace {
 
 constexpr uid_t NoRoot = 65534;
-const std::string LoopWords = "Too many levels of symbolic links";
+const std::string LoopOfLinks = "Too many levels of symbolic links";
 
 class ThreeAnswers : public ScratchFolder {
   protected:
@@ -90,12 +90,12 @@ TEST_F(ThreeAnswers, FilesAndFoldersAreThereOrNot)
 
 TEST_F(ThreeAnswers, ALoopOfLinksCannotBeTold)
 {
-    ExpectCannotTell(AskFile(PathOf("loop")), LoopWords);
-    ExpectCannotTell(AskFile(PathOf("loop\\file")), LoopWords);
-    ExpectCannotTell(AskFile(PathOf("LOOP\\FILE")), LoopWords);
-    ExpectCannotTell(AskFolder(PathOf("loop")), LoopWords);
+    ExpectCannotTell(AskFile(PathOf("loop")), LoopOfLinks);
+    ExpectCannotTell(AskFile(PathOf("loop\\file")), LoopOfLinks);
+    ExpectCannotTell(AskFile(PathOf("LOOP\\FILE")), LoopOfLinks);
+    ExpectCannotTell(AskFolder(PathOf("loop")), LoopOfLinks);
     FileStamp stamp{1, 1, 1};
-    ExpectCannotTell(AskStamp(PathOf("loop"), stamp), LoopWords);
+    ExpectCannotTell(AskStamp(PathOf("loop"), stamp), LoopOfLinks);
     EXPECT_EQ(stamp, FileStamp{});
 }
 
@@ -115,7 +115,7 @@ TEST_F(ThreeAnswers, AFileThatMayBeMissingIsReadOrMissingOrAtFault)
     EXPECT_EQ(contents, "");
     ExpectIs(ReadIfThere(PathOf("none\\file"), contents), Presence::NotThere);
     ExpectCannotTell(ReadIfThere(PathOf("sub"), contents), "is a folder");
-    ExpectCannotTell(ReadIfThere(PathOf("loop"), contents), LoopWords);
+    ExpectCannotTell(ReadIfThere(PathOf("loop"), contents), LoopOfLinks);
     ExpectCannotTell(ReadIfThere(PathOf("file"), contents, 3), "is longer than 3 bytes");
     EXPECT_EQ(contents, "");
 }
@@ -172,12 +172,12 @@ TEST_F(ThreeAnswers, AnotherSpellingInAFolderThatCannotBeListedCannotBeTold)
 TEST_F(ThreeAnswers, AFolderOnALoopIsNoEmptyFolder)
 {
     Long count = 7;
-    ExpectCannotTell(FCount(PathOf("loop\\*.DXF"), count), LoopWords);
+    ExpectCannotTell(FCount(PathOf("loop\\*.DXF"), count), LoopOfLinks);
     EXPECT_EQ(count, 0);
     std::vector<DirectoryEntry> entries(1);
-    ExpectCannotTell(ReadFileX(PathOf("loop\\*.DXF"), 9, entries), LoopWords);
+    ExpectCannotTell(ReadFileX(PathOf("loop\\*.DXF"), 9, entries), LoopOfLinks);
     EXPECT_TRUE(entries.empty());
-    ExpectCannotTell(AskPattern(PathOf("loop\\*.DXF")), LoopWords);
+    ExpectCannotTell(AskPattern(PathOf("loop\\*.DXF")), LoopOfLinks);
     ExpectIs(FCount(PathOf("none\\*.DXF"), count), Presence::NotThere);
 }
 

@@ -20,14 +20,21 @@ class SystemProfile : public ScratchFolder {
         GetPrivateProfileStringA(section, key, "END.-", value, sizeof value, Place().c_str());
         return value;
     }
+    std::string ReadHere(const char* section, const char* key, const char* missing, std::size_t size) const
+    {
+        std::string value;
+        EXPECT_TRUE(ReadProfileString(section, key, missing, size, PathOf("TPA.INI"), value).Is !=
+                    Presence::CannotTell);
+        return value;
+    }
 };
 
 TEST_F(SystemProfile, ReadsWhatTheProgramWrites)
 {
     PutFile("TPA.INI", "; control 4\r\n[edigraf-exec]\r\nExec=1\r\n\r\n[TPA]\r\nPath=C:\\TPA\r\n");
-    EXPECT_TRUE(WriteProfileString("edigraf-exec", "Exec", "0", PathOf("TPA.INI")));
-    EXPECT_TRUE(WriteProfileString("edigraf-conv", "Name", "DOOR 7", PathOf("TPA.INI")));
-    EXPECT_TRUE(WriteProfileString("ConFiguration", "HBDGlue", " 1", PathOf("TPA.INI")));
+    EXPECT_TRUE(WriteProfileString("edigraf-exec", "Exec", "0", PathOf("TPA.INI")).Ok());
+    EXPECT_TRUE(WriteProfileString("edigraf-conv", "Name", "DOOR 7", PathOf("TPA.INI")).Ok());
+    EXPECT_TRUE(WriteProfileString("ConFiguration", "HBDGlue", " 1", PathOf("TPA.INI")).Ok());
     EXPECT_EQ(SystemRead("EDIGRAF-EXEC", "exec"), "0");
     EXPECT_EQ(SystemRead("edigraf-conv", "Name"), "DOOR 7");
     EXPECT_EQ(SystemRead("Configuration", "HBDGlue"), "1");
@@ -42,7 +49,7 @@ TEST_F(SystemProfile, WritesWhatTheProgramReads)
     ASSERT_NE(WritePrivateProfileStringA("Configuration", "MakeHBD", " 1", Place().c_str()), 0);
     ASSERT_NE(WritePrivateProfileStringA("PTSDATA", "Field1", "~Name", Place().c_str()), 0);
     const auto read = [&](const char* section, const char* key) {
-        return ReadProfileString(section, key, "END.-", 80, PathOf("TPA.INI"));
+        return ReadHere(section, key, "END.-", 80);
     };
     EXPECT_EQ(read("ConFiguration", "leadlength"), "25.00");
     EXPECT_EQ(read("ConFiguration", "MakeHBD"), "1");
@@ -54,7 +61,7 @@ TEST_F(SystemProfile, BothCutAt79Characters)
 {
     PutFile("TPA.INI", "[A]\r\nlong=" + std::string(100, 'x') + "\r\n");
     EXPECT_EQ(SystemRead("A", "long"), std::string(79, 'x'));
-    EXPECT_EQ(ReadProfileString("A", "long", "", 80, PathOf("TPA.INI")), std::string(79, 'x'));
+    EXPECT_EQ(ReadHere("A", "long", "", 80), std::string(79, 'x'));
 }
 
 TEST_F(SystemProfile, AFileThatAnotherProgramHoldsForEverIsNotWritten)
@@ -63,7 +70,7 @@ TEST_F(SystemProfile, AFileThatAnotherProgramHoldsForEverIsNotWritten)
     const HANDLE held = CreateFileW((Folder / "TPA.INI").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    EXPECT_FALSE(WriteProfileString("A", "k", "2", PathOf("TPA.INI")));
+    EXPECT_FALSE(WriteProfileString("A", "k", "2", PathOf("TPA.INI")).Ok());
     CloseHandle(held);
     EXPECT_EQ(FileText("TPA.INI"), "[A]\r\nk=1\r\n");
     EXPECT_EQ(Names(), std::vector<std::string>{"TPA.INI"});
@@ -73,8 +80,8 @@ TEST_F(SystemProfile, AReadOnlyFileIsNotWritten)
 {
     PutFile("TPA.INI", "[A]\r\nk=1\r\n");
     SetFileAttributesW((Folder / "TPA.INI").c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_FALSE(WriteProfileString("A", "k", "2", PathOf("TPA.INI")));
-    EXPECT_EQ(ReadProfileString("A", "k", "", 80, PathOf("TPA.INI")), "1");
+    EXPECT_FALSE(WriteProfileString("A", "k", "2", PathOf("TPA.INI")).Ok());
+    EXPECT_EQ(ReadHere("A", "k", "", 80), "1");
     SetFileAttributesW((Folder / "TPA.INI").c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(Names(), std::vector<std::string>{"TPA.INI"});
 }

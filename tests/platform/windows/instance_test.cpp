@@ -34,7 +34,7 @@ class WindowsInstance : public ScratchFolder {
     bool SecondStartIsOnly(const std::string& folder)
     {
         SetVariable(test::TaskVariable, "second " + folder);
-        const Long handle = StartProcess(test::SecondProcess());
+        const Long handle = StartLine(test::SecondProcess());
         EXPECT_GT(handle, 0);
         while (ProcessExitCode(handle) == StillActive)
             std::this_thread::sleep_for(std::chrono::milliseconds(10));

@@ -73,7 +73,7 @@ class WindowsProcesses : public ScratchFolder {
     Long StartTask(const std::string& task)
     {
         SetVariable(test::TaskVariable, task);
-        return StartProcess(test::SecondProcess());
+        return StartLine(test::SecondProcess());
     }
 };
 
@@ -103,18 +103,18 @@ TEST_F(WindowsProcesses, AProcessIsStillActiveWhileItRuns)
 TEST_F(WindowsProcesses, AProgramThatIsNotThereDoesNotStart)
 {
     PutFile("notes.txt", "text");
-    EXPECT_EQ(StartProcess("no-such-program-of-this-name S N"), 0);
-    EXPECT_EQ(StartProcess(PathOf("PanEdit.exe")), 0);
-    EXPECT_EQ(StartProcess(PathOf("notes.txt")), 0);
-    EXPECT_EQ(StartProcess("Y:\\CNC90\\CNC90.EXE"), 0);
-    EXPECT_EQ(StartProcess(""), 0);
-    EXPECT_EQ(StartProcess("   "), 0);
+    EXPECT_EQ(StartLine("no-such-program-of-this-name S N"), 0);
+    EXPECT_EQ(StartLine(PathOf("PanEdit.exe")), 0);
+    EXPECT_EQ(StartLine(PathOf("notes.txt")), 0);
+    EXPECT_EQ(StartLine("Y:\\CNC90\\CNC90.EXE"), 0);
+    EXPECT_EQ(StartLine(""), 0);
+    EXPECT_EQ(StartLine("   "), 0);
 }
 
 TEST_F(WindowsProcesses, ABatchFileIsStartedWithItsArguments)
 {
     PutFile("SETCNC.BAT", "@exit %2\r\n");
-    const Long handle = StartProcess(PathOf("SETCNC.BAT") + " S 7");
+    const Long handle = StartLine(PathOf("SETCNC.BAT") + " S 7");
     ASSERT_GT(handle, 0);
     EXPECT_EQ(EndOf(handle), 7);
     ForgetProcess(handle);

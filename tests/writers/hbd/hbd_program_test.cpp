@@ -222,6 +222,16 @@ TEST_F(HbdEdgeBores, TheToolInTheTablesLastRowIsNotFoundByItsDiameter)
     EXPECT_EQ(WordOf(EdgeLines(), "#8530="), "#8530=2");
 }
 
+TEST_F(HbdEdgeBores, TheToolInTheLastRowOfAFullTableIsFound)
+{
+    std::string table;
+    for (int row = 1; row < 20; ++row)
+        table += "\t\t0\t0\r\n";
+    Put("KVHBD.cfg", table + "Horizontal\t8\t0\t0\r\n");
+    HBores.Append(EdgeBore(1, 100, 30));
+    EXPECT_EQ(WordOf(EdgeLines(), "#8530="), "#8530=20");
+}
+
 TEST_F(HbdEdgeBores, TheFirstHitEndsTheSearch)
 {
     Put("KVHBD.cfg",
