@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "job/job_rows.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "shell/unattended.h"
@@ -205,7 +206,7 @@ TEST_F(AutostartBatch, OneThatFailsEachTimeItIsSentLeavesItsLinesOnce)
 TEST_F(AutostartBatch, ALineHasTheSameIdentityWhenItIsTriedAgain)
 {
     std::vector<std::string> identities;
-    const test::AtStage look("entities", [&] { identities.push_back(Shell.JobIdentity); });
+    const test::AtStage look("entities", [&] { identities.push_back(JobIdentity()); });
     Put("B.DXF", FailingDrawing());
     RunBatch("A q\r\n!CNCOFF\r\nB\r\n\r\n!CNCON\r\na Q\r\nA q\r\n");
     Put("B.DXF", BoredPanel());
@@ -215,7 +216,7 @@ TEST_F(AutostartBatch, ALineHasTheSameIdentityWhenItIsTriedAgain)
     EXPECT_EQ(identities[1], identities[2]);
     EXPECT_EQ(std::set<std::string>(identities.begin(), identities.end()).size(), 4U);
     EXPECT_FALSE(identities[0].empty());
-    EXPECT_EQ(Shell.JobIdentity, "");
+    EXPECT_EQ(JobIdentity(), "");
 }
 
 TEST_F(AutostartBatch, AMissingDrawingIsAFailedJob)
