@@ -140,7 +140,8 @@ std::optional<PlanePoint> LoopPieces::UprightJoint(const CellPiece& piece, const
     return PlanePoint{other.From.X - tangent.Y * share, other.From.Y + tangent.X * share};
 }
 
-// A smooth point's own tiny arc goes.
+// A smooth point's own tiny arc goes. What it leaves open beside another wall is closed where the pieces' own
+// lines and circles cross: a line must not be moved off its own place.
 void LoopPieces::SmoothenJoints(std::vector<CellPiece>& pieces) const
 {
     std::vector<CellPiece> kept;
@@ -154,8 +155,8 @@ void LoopPieces::SmoothenJoints(std::vector<CellPiece>& pieces) const
         return;
     for (std::size_t i = 0; i < kept.size(); ++i) {
         CellPiece& next = kept[(i + 1) % kept.size()];
-        const PlanePoint joint = UprightJoint(kept[i], next).value_or(PointAlong(kept[i].To, next.From, 0.5));
-        kept[i].To = next.From = joint;
+        if (const std::optional<PlanePoint> joint = UprightJoint(kept[i], next))
+            kept[i].To = next.From = *joint;
     }
     pieces = std::move(kept);
 }

@@ -201,14 +201,23 @@ TEST_F(ShapedPockets, PlacesThatRandomOnesSeldomHave)
                                  {287.531, 218.683, 0.1362},
                                  {291.523, 219.563, 0}},
                                 {{284.9392352, 200.1812322, 1}, {315.2838542, 200.1812322, 1}}}};
+    const RandomRegion seamBesideNeck{
+        {{367.255, 230.156, 0},
+         {309.424, 236.044, 0},
+         {233.545, 222.908, 0},
+         {277.841, 170.099, 0},
+         {324.882, 150.036, 0}},
+        {{{326.753, 203.338, 0}, {321.627, 215.307, 0.0556}, {303.96, 212.685, 0}, {325.414, 189.21, 0}},
+         {{287.1238375, 222.5520936, 1}, {296.0933729, 222.5520936, 1}}}};
     int cleared = 0;
     for (const bool inPieces : {false, true}) {
         ExpectClearedAsDrawn(passedEnds, {4, 7.1, 'L'}, inPieces, cleared);
         ExpectClearedAsDrawn(neck, {3, 3.7, 'R'}, inPieces, cleared);
         ExpectClearedAsDrawn(tip, {8, 15.8, 'R'}, inPieces, cleared);
         ExpectClearedAsDrawn(flatArc, {4, 6.9, 'L'}, inPieces, cleared);
+        ExpectClearedAsDrawn(seamBesideNeck, {8, 15.7, 'L'}, inPieces, cleared);
     }
-    EXPECT_EQ(cleared, 8);
+    EXPECT_EQ(cleared, 10);
 }
 
 } // namespace
