@@ -192,7 +192,8 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     Words words;
     CLI::App app(MainText, "korvanti");
     app.footer(MainFooter);
-    app.set_version_flag("--version", "korvanti " + VersionAndCommit(), "Prints version and commit of the source");
+    app.set_version_flag("--version", "korvanti " + VersionAndCommit(),
+                         "Prints version and commit of the source");
     app.add_option("--home", line.Home, "The program's folder")->type_name("DIR");
     app.require_subcommand(0, 1);
     app.allow_windows_style_options(false);

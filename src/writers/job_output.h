@@ -32,7 +32,13 @@ struct ProgramOutput {
 };
 
 // A file that is read, changed and replaced. What it becomes is settled when nobody else can change it.
-enum class ChangeKind { Notes, Index, HandOver, CutList, JobRows }; // in the order in which they reach the disk
+enum class ChangeKind {
+    Notes,
+    Index,
+    HandOver,
+    CutList,
+    JobRows
+}; // in the order in which they reach the disk
 struct FileChange;
 // The file's text with the changes, all of them of one file and in their order. `old` is empty where there
 // is no file. Nothing: the file is left as it is.
@@ -41,7 +47,7 @@ using ChangedText = std::optional<std::string>(std::optional<std::string> old,
 struct FileChange {
     ChangeKind Kind = ChangeKind::Index;
     ChangedText* Changed = nullptr;
-    std::string Installation;       // the program folder; of a cut list, the list
+    std::string Installation; // the program folder; of a cut list, the list
     std::string Path;
     std::string Text;               // the index record, the hand-over's program name, the list's row
     std::string Root;               // of the hand-over; the identity of the job whose row it is
@@ -57,22 +63,23 @@ struct JobOutput {
     long Number = 0; // of the job in this process
     std::vector<ProgramOutput> Programs;
     std::vector<FileChange> Changes;
-    std::vector<std::string> Made; // entries of ProgramList
+    std::vector<std::string> Made;  // entries of ProgramList
     std::vector<std::string> Files; // host paths, in the order of the hand-over
     std::uint64_t Bytes = 0;        // written aside
     bool Empty() const { return Programs.empty() && Changes.empty(); }
 };
 
 struct OutputQueue {
-    JobOutput Current;              // the drawing that runs
-    std::vector<JobOutput> Waiting; // drawings of a list, in order
-    bool Together = false;          // a list runs
+    JobOutput Current;                                               // the drawing that runs
+    std::vector<JobOutput> Waiting;                                  // drawings of a list, in order
+    bool Together = false;                                           // a list runs
     FileOutcome (*Enter)(const std::string& installation) = nullptr; // before anything is written aside
 };
 extern OutputQueue Outputs;
 
 // Writes a program aside. It replaces a program that waits for the same place.
-FileOutcome HandOverProgram(const std::string& installation, const std::string& path, std::string_view contents);
+FileOutcome HandOverProgram(const std::string& installation, const std::string& path,
+                            std::string_view contents);
 // The file must be fit to be replaced; the first change of a file is tried at once.
 FileOutcome HandOverChange(FileChange change);
 // A name for ProgramList.

@@ -65,7 +65,7 @@ std::string DiameterWord(Single diameter)
 
 bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, const SideTexts& sides)
 {
-    const FileOutcome outcome = 
+    const FileOutcome outcome =
         HandOverProgram(FolderOf(path), path, JoinedFields(fields) + sides.SideText[0] + "\r\n");
     if (outcome.Ok())
         return true;

@@ -174,7 +174,8 @@ class AllExampleDrawings : public Console {
 
     std::string Version() const
     {
-        const std::string told = RunCall({KORVANTI_CONSOLE, "--version"}).Output; // "korvanti 1.2.3 (6080af0)"
+        const std::string told =
+            RunCall({KORVANTI_CONSOLE, "--version"}).Output; // "korvanti 1.2.3 (6080af0)"
         return told.substr(9, told.find_first_of(" \n", 9) - 9);
     }
 };
