@@ -8,6 +8,7 @@
 
 #include "support/leaving_drawings.h"
 #include "support/random_rounds.h"
+#include "support/scene.h"
 
 namespace console_test {
 namespace {
@@ -49,7 +50,8 @@ class CarryOverProcesses : public Console {
         std::map<std::string, std::string> made;
         const fs::path programs = installation / "programs";
         for (const auto& entry : fs::recursive_directory_iterator(programs))
-            if (entry.is_regular_file() && entry.path().filename() != "INDICE.PRG")
+            if (entry.is_regular_file() && entry.path().filename() != "INDICE.PRG" &&
+                !kv::test::IsAgreement(entry.path()))
                 made[fs::relative(entry.path(), programs).string()] = Contents(entry.path());
         constexpr std::size_t RecordSize = 82, DateAt = 38, DateWidth = 8;
         const std::string index = Contents(programs / "INDICE.PRG");

@@ -93,7 +93,7 @@ class FreshInstall {
         MadeByJob made;
         made.Converted = Home.Convert(job.Drawing, job.Name + ".DXF");
         for (const std::string& path : std::set<std::string>(Written.begin(), Written.end()))
-            if (fs::path(path).filename() != "INDICE.PRG")
+            if (fs::path(path).filename() != "INDICE.PRG" && !IsAgreement(path))
                 made.Files[fs::relative(path, Home.Folder).generic_string()] = Home.Read(path);
         const std::string index = Home.Read(Home.Programs / "INDICE.PRG");
         constexpr std::size_t RecordSize = 82;

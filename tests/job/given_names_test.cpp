@@ -37,7 +37,7 @@ class GivenNames : public testing::Test {
     {
         std::set<std::string> names;
         for (const auto& entry : fs::recursive_directory_iterator(Home.Folder))
-            if (entry.is_regular_file())
+            if (entry.is_regular_file() && !IsAgreement(entry.path()))
                 names.insert(fs::relative(entry.path(), Home.Folder).generic_string());
         return names;
     }
@@ -204,7 +204,8 @@ class GivenLists : public GivenNames {
     {
         std::set<std::string> names;
         for (const auto& entry : fs::directory_iterator(Home.Folder / "LISTS"))
-            names.insert(entry.path().filename().string());
+            if (!IsAgreement(entry.path()))
+                names.insert(entry.path().filename().string());
         return names;
     }
 };

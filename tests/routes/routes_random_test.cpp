@@ -64,7 +64,7 @@ Made Make(unsigned seed, bool tame)
     made.Went = place.Convert(drawing);
     made.Report = RowsOf(place);
     for (const auto& entry : fs::recursive_directory_iterator(place.Programs))
-        if (entry.is_regular_file() && entry.path().extension() != ".PRG")
+        if (entry.is_regular_file() && entry.path().extension() != ".PRG" && !IsAgreement(entry.path()))
             made.Programs[fs::relative(entry.path(), place.Programs).string()] = LinesOf(entry.path());
     if (place.HasProgram())
         made.OffThePath = PathFaults(place.Program(), made.Final);

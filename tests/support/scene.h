@@ -38,6 +38,12 @@ struct Scene {
     std::string ReportText() const;             // all rows, one a line, for messages
 };
 
+// A file by which processes agree about the files beside it; no part of what a job makes.
+inline bool IsAgreement(const std::filesystem::path& file)
+{
+    return file.filename().string().starts_with(".kv-");
+}
+
 // Calls `look` when the stage of a conversion is done, while the guard lives.
 struct AtStage {
     AtStage(std::string stage, std::function<void()> look);
