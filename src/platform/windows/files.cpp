@@ -364,6 +364,10 @@ FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFi
     const std::wstring place = WidePath(path);
     if (place.empty())
         return LeadsNowhere(path);
+    // Else only the move would find it out.
+    constexpr std::size_t longestName = 255; // of what a volume takes
+    if (FileNameOf(path).size() > longestName)
+        return OutcomeOf(ERROR_FILENAME_EXCED_RANGE, ErrorPathNotFound);
     const DWORD old = AttributesOf(place);
     if (IsFolder(old))
         return {ErrorFileAccess, "is a folder"};
