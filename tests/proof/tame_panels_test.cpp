@@ -54,7 +54,7 @@ class TamePanels : public testing::Test {
     {
         const std::string what = std::string(": ") + ShownFault(deviation.What);
         const Doubt reason = ReasonOf(deviation);
-        if (reason != Doubt::None && !IsSilent(deviation, report)) {
+        if (reason != Doubt::None && (!IsSilent(deviation, report) || IsHarmless(deviation))) {
             ++Counts[ShownDoubt(reason) + what];
         } else if (IsTold(deviation, report, cuts)) {
             ++Counts["told" + what];
@@ -64,6 +64,16 @@ class TamePanels : public testing::Test {
                 ADD_FAILURE() << name << ": " << deviation.Text;
         }
     }
+    static bool IsHarmless(const Deviation& deviation)
+    {
+        constexpr double floor = 0.1; // mm
+        return deviation.What == Fault::Left && !IsWiderThan(deviation.Place, floor);
+    }
+    // A rest is told from 0.05 mm on, and may have less than the area that counts here.
+    static bool IsOfASliver(const std::string& line)
+    {
+        return line.ends_with("leaves wood where its turns begin");
+    }
     // A way that can be cut as drawn has no line of its own.
     void ExpectNoIdleLine(const AskedCut& asked, const std::vector<std::string>& report,
                           const std::string& name)
@@ -72,7 +82,7 @@ class TamePanels : public testing::Test {
             return;
         for (const std::string& line : report)
             if (IsLineOf(asked.Name, "the ", line) &&
-                line.find("narrower than its tool") == std::string::npos) {
+                line.find("narrower than its tool") == std::string::npos && !IsOfASliver(line)) {
                 ++Wrong;
                 ADD_FAILURE() << name << ": " << line;
             }
