@@ -16,7 +16,9 @@ namespace {
 constexpr double ShortestSpan = 0.006; // of the tool's radius
 constexpr double EntryAtAnEnd = 1e-6;  // of the way's distance from the tool's centre
 constexpr double ShortestRoll = 0.012; // radians; a shorter one is hardly more than its digits
-constexpr double SharpestCorner = 2.6; // radians; a sharper one is rounded
+// Radians. Beside a sharp corner the compensated tool would go beyond the loop's tip, and there may be a
+// wall: by half a hair in a right angle, by a whole one in 60 degrees. So sharper corners are rounded.
+constexpr double SharpestCorner = 1.6;
 
 struct Direction {
     double X = 0, Y = 0;
