@@ -67,11 +67,4 @@ PlanePoint Polar(const PlanePoint& from, double distance, double angle)
     return {from.X + distance * Cosine(radians), from.Y + distance * Sine(radians)};
 }
 
-double Distance(const PlanePoint& a, const PlanePoint& b)
-{
-    const double dx = b.X - a.X;
-    const double dy = b.Y - a.Y;
-    return std::sqrt(dx * dx + dy * dy);
-}
-
 } // namespace kv

@@ -2,6 +2,8 @@
 // with the run's own Pi and DegToRad, which differ from pi in the last bits of a Single.
 #pragma once
 
+#include <cmath>
+
 #include "platform/numbers.h"
 
 namespace kv {
@@ -22,6 +24,11 @@ double Turn360(double angle);
 double AngleBetween(double a, double b);
 // The point at a distance on a bearing; exact on the four axis bearings.
 PlanePoint Polar(const PlanePoint& from, double distance, double angle);
-double Distance(const PlanePoint& a, const PlanePoint& b);
+inline double Distance(const PlanePoint& a, const PlanePoint& b)
+{
+    const double dx = b.X - a.X;
+    const double dy = b.Y - a.Y;
+    return std::sqrt(dx * dx + dy * dy);
+}
 
 } // namespace kv

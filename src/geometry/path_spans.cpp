@@ -53,6 +53,66 @@ std::vector<PlanePoint> CrossingsOfCircles(const PathSpan& a, const PathSpan& b)
     return {{foot.X - half * to.Y, foot.Y + half * to.X}, {foot.X + half * to.Y, foot.Y - half * to.X}};
 }
 
+// Whether the ray from the centre to the point meets the arc. One whose ends meet has no length.
+bool FacesArc(const PathSpan& arc, const PlanePoint& point)
+{
+    const auto fromCentre = [&arc](const PlanePoint& place) {
+        return PlanePoint{place.X - arc.Centre.X, place.Y - arc.Centre.Y};
+    };
+    const auto turn = [](const PlanePoint& a, const PlanePoint& b) { return a.X * b.Y - a.Y * b.X; };
+    const auto along = [](const PlanePoint& a, const PlanePoint& b) { return a.X * b.X + a.Y * b.Y; };
+    const PlanePoint from = fromCentre(arc.CounterClockwise ? arc.From : arc.To);
+    const PlanePoint to = fromCentre(arc.CounterClockwise ? arc.To : arc.From);
+    const PlanePoint ray = fromCentre(point);
+    const double whole = turn(from, to);
+    if (whole < 0) // more than a half turn
+        return !(turn(to, ray) > 0 && turn(ray, from) > 0);
+    if (whole == 0 && along(from, to) > 0)
+        return turn(from, ray) == 0 && along(from, ray) > 0;
+    return turn(from, ray) >= 0 && turn(ray, to) >= 0;
+}
+
+double FromSpan(const PathSpan& span, const PlanePoint& point)
+{
+    return Distance(NearestOnSpan(span, point), point);
+}
+
+// Of two lines: proper crossings alone, ends that touch are found from the ends.
+bool LinesCross(const PathSpan& a, const PathSpan& b)
+{
+    const auto side = [](const PathSpan& line, const PlanePoint& point) {
+        return (line.To.X - line.From.X) * (point.Y - line.From.Y) -
+               (line.To.Y - line.From.Y) * (point.X - line.From.X);
+    };
+    return side(a, b.From) * side(a, b.To) < 0 && side(b, a.From) * side(b, a.To) < 0;
+}
+
+bool ArcCrosses(const PathSpan& a, const PathSpan& b)
+{
+    constexpr double onSpan = 1e-9; // drawing units
+    for (const PlanePoint& place : CrossingsOfWholes(a, b))
+        if (FromSpan(a, place) <= onSpan && FromSpan(b, place) <= onSpan)
+            return true;
+    return false;
+}
+
+// Of the places of an arc that lie nearest to a whole line or circle, or furthest from it, the nearest one
+// to the span itself.
+double FromTurnsOfArc(const PathSpan& arc, const PathSpan& span)
+{
+    const PlanePoint toward = span.IsArc ? span.Centre : NearestOnSpan(span, arc.Centre);
+    const double apart = Distance(arc.Centre, toward);
+    if (!(apart > 0))
+        return FromSpan(span, arc.From);
+    double nearest = FromSpan(span, arc.From);
+    for (const double radius : {arc.Radius, -arc.Radius}) {
+        const PlanePoint place{arc.Centre.X + radius * (toward.X - arc.Centre.X) / apart,
+                               arc.Centre.Y + radius * (toward.Y - arc.Centre.Y) / apart};
+        nearest = std::min(nearest, FromSpan(span, NearestOnSpan(arc, place)));
+    }
+    return nearest;
+}
+
 } // namespace
 
 PathSpan SpanBetween(const PathVertex& from, const PlanePoint& to)
@@ -108,9 +168,7 @@ PlanePoint NearestOnSpan(const PathSpan& span, const PlanePoint& point)
     const double share = span.Radius / apart;
     const PlanePoint onCircle{span.Centre.X + share * (point.X - span.Centre.X),
                               span.Centre.Y + share * (point.Y - span.Centre.Y)};
-    PathSpan part = span;
-    part.To = onCircle;
-    if (SweepOfArc(part) <= SweepOfArc(span))
+    if (FacesArc(span, point))
         return onCircle;
     return Distance(point, span.From) < Distance(point, span.To) ? span.From : span.To;
 }
@@ -122,6 +180,19 @@ std::vector<PlanePoint> CrossingsOfWholes(const PathSpan& a, const PathSpan& b)
     if (a.IsArc)
         return CrossingsOnLine(b, a);
     return b.IsArc ? CrossingsOnLine(a, b) : CrossingsOfLines(a, b);
+}
+
+double DistanceBetween(const PathSpan& a, const PathSpan& b)
+{
+    if (a.IsArc || b.IsArc ? ArcCrosses(a, b) : LinesCross(a, b))
+        return 0;
+    double nearest =
+        std::min({FromSpan(a, b.From), FromSpan(a, b.To), FromSpan(b, a.From), FromSpan(b, a.To)});
+    if (a.IsArc)
+        nearest = std::min(nearest, FromTurnsOfArc(a, b));
+    if (b.IsArc)
+        nearest = std::min(nearest, FromTurnsOfArc(b, a));
+    return nearest;
 }
 
 } // namespace kv

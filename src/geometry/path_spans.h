@@ -29,5 +29,7 @@ double SweepOfArc(const PathSpan& arc);
 PlanePoint NearestOnSpan(const PathSpan& span, const PlanePoint& point);
 // Where the whole lines, or the circles of arcs, cross: none, one or two points.
 std::vector<PlanePoint> CrossingsOfWholes(const PathSpan& a, const PathSpan& b);
+// The least distance of any two of their points, 0 where they cross.
+double DistanceBetween(const PathSpan& a, const PathSpan& b);
 
 } // namespace kv

@@ -105,7 +105,7 @@ bool NearsALimit(const PlanePoint& point, const SideLimits& limits)
            IsNear(point.Y, limits.MaxY);
 }
 
-RouteLeads BorderLeads(const std::vector<RouteSegment>& route, double length)
+RouteLeads BorderLeads(std::span<const RouteSegment> route, double length)
 {
     if (length == 0)
         return {};

@@ -2,6 +2,7 @@
 // quarter arc out of the part where it runs along it. Compensation and ramps play no part here.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "routes/lead_records.h"
@@ -17,6 +18,6 @@ SideLimits LimitsOf(Int side);
 bool NearsALimit(const PlanePoint& point, const SideLimits& limits);
 
 // A lead for each end of the route that lies on the border.
-RouteLeads BorderLeads(const std::vector<RouteSegment>& route, double length);
+RouteLeads BorderLeads(std::span<const RouteSegment> route, double length);
 
 } // namespace kv

@@ -108,7 +108,7 @@ LeadPlan PlainLeadIn(const Seam& seam)
 
 } // namespace
 
-std::optional<RouteLeads> ContourLeads(const std::vector<RouteSegment>& route, const LeadValues& values)
+std::optional<RouteLeads> ContourLeads(std::span<const RouteSegment> route, const LeadValues& values)
 {
     const std::optional<ContourSeam> contour = SeamOf(route);
     if (values.Length == 0 || !contour)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "routes/lead_records.h"
@@ -12,6 +13,6 @@
 namespace kv {
 
 // Nothing for a route that is open, without lead or compensation, or has its seam at the border.
-std::optional<RouteLeads> ContourLeads(const std::vector<RouteSegment>& route, const LeadValues& values);
+std::optional<RouteLeads> ContourLeads(std::span<const RouteSegment> route, const LeadValues& values);
 
 } // namespace kv

@@ -37,7 +37,7 @@ int TurningSense(double in, double out)
 
 } // namespace
 
-std::optional<ContourSeam> SeamOf(const std::vector<RouteSegment>& route)
+std::optional<ContourSeam> SeamOf(std::span<const RouteSegment> route)
 {
     const RouteSegment& start = route.front();
     const RouteSegment& end = route.back();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "routes/route_elements.h"
@@ -17,6 +18,6 @@ struct ContourSeam {
 };
 
 // Nothing for a route that is open or has no compensation. It has two records or more.
-std::optional<ContourSeam> SeamOf(const std::vector<RouteSegment>& route);
+std::optional<ContourSeam> SeamOf(std::span<const RouteSegment> route);
 
 } // namespace kv

@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "geometry/path_spans.h"
 #include "platform/text.h"
@@ -37,7 +36,7 @@ namespace {
 constexpr double HarmlessCut = 0.01;  // mm, of a lead
 constexpr double AngleShare = 5e-7;   // of a radius: DegToRad is a Single
 constexpr double SameSpot = 1e-3;     // drawing units
-constexpr double StepOfRadius = 0.25; // from look to look along a lead; the deepest is then found exactly
+constexpr double StepOfRadius = 0.25; // from look to look along a lead that comes from a wall
 constexpr int FewestSteps = 8, MostSteps = 400;
 
 // The line or the circle of an element as a wall, and the tool that shall stay on its own side of it.
@@ -108,37 +107,36 @@ PathSpan ArcSpan(const PlanePoint& from, const PlanePoint& to, const PlanePoint&
     return {from, to, true, counterClockwise, centre, Distance(centre, from)};
 }
 
-void AddArcPieces(std::vector<PathSpan>& pieces, const RouteSegment& start, const RouteSegment& end)
+// A whole circle is two arcs: one whose ends meet has no length.
+void TakeArcPieces(const RouteSegment& start, const RouteSegment& end, const auto& take)
 {
     const PlanePoint from = PointOf(start), to = PointOf(end), centre = CentreOf(start);
     const bool counterClockwise = end.Dir != 0;
     if (Distance(from, to) > SameSpot) {
-        pieces.push_back(ArcSpan(from, to, centre, counterClockwise));
+        take(ArcSpan(from, to, centre, counterClockwise));
         return;
     }
-    const PlanePoint across{2 * centre.X - from.X, 2 * centre.Y - from.Y}; // a whole circle
-    pieces.push_back(ArcSpan(from, across, centre, counterClockwise));
-    pieces.push_back(ArcSpan(across, from, centre, counterClockwise));
+    const PlanePoint across{2 * centre.X - from.X, 2 * centre.Y - from.Y};
+    take(ArcSpan(from, across, centre, counterClockwise));
+    take(ArcSpan(across, from, centre, counterClockwise));
 }
 
-// As they are drawn. Points that a curve is laid through have no pieces between them.
-std::vector<PathSpan> PiecesOf(const std::vector<RouteSegment>& route)
+// The pieces of a route as they are drawn. Points that a curve is laid through have none between them.
+void TakePieces(std::span<const RouteSegment> route, const auto& take)
 {
     constexpr Int fitPoint = 2, bulged = 5;
-    std::vector<PathSpan> pieces;
     for (std::size_t i = 1; i < route.size(); ++i) {
         const RouteSegment& from = route[i - 1];
         const RouteSegment& to = route[i];
         if (to.Kind < 0 || KindOf(to) == fitPoint)
             continue;
         if (from.Kind == ArcOpens && to.Kind == ArcEnds)
-            AddArcPieces(pieces, from, to);
+            TakeArcPieces(from, to, take);
         else if (KindOf(from) == bulged && Distance(PointOf(from), PointOf(to)) > 0)
-            pieces.push_back(SpanBetween({PointOf(from), from.Aux2}, PointOf(to)));
+            take(SpanBetween({PointOf(from), from.Aux2}, PointOf(to)));
         else
-            pieces.push_back(SpanBetween({PointOf(from), 0}, PointOf(to)));
+            take(SpanBetween({PointOf(from), 0}, PointOf(to)));
     }
-    return pieces;
 }
 
 // The tool's centre along a lead, 0 at the contour and 1 at the far end.
@@ -196,33 +194,12 @@ ToolBesideLead BesideLead(const ContourSeam& seam, const Tool& tool, const LeadP
     return beside;
 }
 
-// How far the tool reaches over the nearest of the pieces; below 0 it stays off.
-double DepthInto(const std::vector<PathSpan>& pieces, const Tool& tool, const PlanePoint& centre)
-{
-    const auto nearer = [&centre](double nearest, const PathSpan& piece) {
-        return std::min(nearest, Distance(centre, NearestOnSpan(piece, centre)));
-    };
-    return tool.Radius - std::accumulate(pieces.begin(), pieces.end(), 2 * tool.Radius + HarmlessCut, nearer);
-}
-
-// Between two looks the greatest depth lies where the middle of three is no less than both others.
-template <typename Depth> double GreatestWithin(double low, double high, const Depth& depth)
-{
-    const double ratio = (std::sqrt(5.0) - 1) / 2;
-    for (int step = 0; step < 40; ++step) {
-        const double left = high - ratio * (high - low), right = low + ratio * (high - low);
-        if (depth(left) > depth(right))
-            high = right;
-        else
-            low = left;
-    }
-    return depth((low + high) / 2);
-}
-
 // Where the tool, coming from the wall that the lead meets at its corner, is clear of it; 1 where it never
 // is.
-double ShareClearOf(const Wall& wall, const Tool& tool, const ToolBesideLead& lead, int steps)
+double ShareClearOf(const Wall& wall, const Tool& tool, const ToolBesideLead& lead)
 {
+    const int steps = static_cast<int>(
+        std::clamp<double>(lead.Length() / (StepOfRadius * tool.Radius), FewestSteps, MostSteps));
     const auto clear = [&](double share) { return DepthInto(wall, tool, lead.At(share)) <= Harmless() / 2; };
     if (clear(0))
         return 0;
@@ -237,35 +214,44 @@ double ShareClearOf(const Wall& wall, const Tool& tool, const ToolBesideLead& le
     return high;
 }
 
-std::vector<PathSpan> Near(const std::vector<PathSpan>& pieces, const ToolBesideLead& lead, double toolRadius)
+// The way of the tool's centre from the share onward.
+PathSpan SpanFrom(double share, const ToolBesideLead& lead)
 {
-    const PlanePoint start = lead.At(0);
-    const double reach = lead.Length() + toolRadius;
-    std::vector<PathSpan> near;
-    std::copy_if(pieces.begin(), pieces.end(), std::back_inserter(near),
-                 [&](const PathSpan& piece) { return Distance(start, NearestOnSpan(piece, start)) < reach; });
-    return near;
+    return {lead.At(share), lead.At(1), lead.IsArc, lead.Turn > 0, lead.Centre, std::fabs(lead.Radius)};
 }
 
-double DepthAlong(const ToolBesideLead& lead, const ContourSeam& seam, bool leadsIn, const Tool& tool,
-                  const std::vector<PathSpan>& contour)
+struct Box {
+    double MinX, MaxX, MinY, MaxY;
+};
+
+Box BoxOfSpan(const PathSpan& span)
 {
-    const int steps = static_cast<int>(
-        std::clamp<double>(lead.Length() / (StepOfRadius * tool.Radius), FewestSteps, MostSteps));
-    const std::vector<PathSpan> pieces = Near(contour, lead, tool.Radius);
+    if (span.IsArc)
+        return {span.Centre.X - span.Radius, span.Centre.X + span.Radius, span.Centre.Y - span.Radius,
+                span.Centre.Y + span.Radius};
+    return {std::min(span.From.X, span.To.X), std::max(span.From.X, span.To.X),
+            std::min(span.From.Y, span.To.Y), std::max(span.From.Y, span.To.Y)};
+}
+
+bool AreApart(const Box& a, const Box& b, double distance)
+{
+    return a.MinX - b.MaxX >= distance || b.MinX - a.MaxX >= distance || a.MinY - b.MaxY >= distance ||
+           b.MinY - a.MaxY >= distance;
+}
+
+// How far the tool reaches over the nearest of the route's pieces; below 0 it stays off.
+double DepthAlong(const ToolBesideLead& lead, const ContourSeam& seam, bool leadsIn, const Tool& tool,
+                  std::span<const RouteSegment> route)
+{
     const Wall wall = leadsIn ? Wall{seam.First, seam.Start} : Wall{seam.Last, seam.End};
-    const double clear = seam.Closed ? 0 : ShareClearOf(wall, tool, lead, steps);
-    const auto depth = [&](double share) { return DepthInto(pieces, tool, lead.At(share)); };
-    const double step = (1 - clear) / steps;
-    double deepest = depth(1), at = 1;
-    for (int i = 0; i < steps && clear < 1; ++i) {
-        const double here = depth(clear + i * step);
-        if (here > deepest) {
-            deepest = here;
-            at = clear + i * step;
-        }
-    }
-    return std::max(deepest, GreatestWithin(std::max(clear, at - step), std::min(1.0, at + step), depth));
+    const PathSpan way = SpanFrom(seam.Closed ? 0 : ShareClearOf(wall, tool, lead), lead);
+    const Box box = BoxOfSpan(way);
+    double nearest = tool.Radius + HarmlessCut;
+    TakePieces(route, [&](const PathSpan& piece) {
+        if (!AreApart(box, BoxOfSpan(piece), nearest))
+            nearest = std::min(nearest, DistanceBetween(way, piece));
+    });
+    return tool.Radius - nearest;
 }
 
 // A contour that ends beside its start is off by the distance, and a way along a wide circle by its angles.
@@ -275,17 +261,16 @@ double HarmlessAlong(const ContourSeam& seam, const ToolBesideLead& lead)
            (lead.IsArc ? AngleShare * std::fabs(lead.Radius) : 0);
 }
 
-bool CutsContour(const std::vector<RouteSegment>& route, const ContourSeam& seam, const Tool& tool,
+bool CutsContour(std::span<const RouteSegment> route, const ContourSeam& seam, const Tool& tool,
                  const RouteLeads& leads)
 {
     if (NearsALimit(seam.Start, LimitsOf(route.front().Side)))
         return false; // it leads out of the panel
-    const std::vector<PathSpan> contour = PiecesOf(route);
     const auto cuts = [&](const LeadPlan& lead, bool leadsIn) {
         if (lead.Form == LeadForm::None)
             return false;
         const ToolBesideLead beside = BesideLead(seam, tool, lead, leadsIn);
-        return DepthAlong(beside, seam, leadsIn, tool, contour) > HarmlessAlong(seam, beside);
+        return DepthAlong(beside, seam, leadsIn, tool, route) > HarmlessAlong(seam, beside);
     };
     return cuts(leads.In, true) || cuts(leads.Out, false);
 }
@@ -305,7 +290,7 @@ std::string Line(const RouteSegment& start, const char* subject, const char* dou
 
 } // namespace
 
-std::string LeadDoubt(const std::vector<RouteSegment>& route, const RouteLeads& leads)
+std::string LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& leads)
 {
     const RouteSegment& start = route.front();
     const std::optional<ContourSeam> seam = SeamOf(route);

@@ -2,6 +2,7 @@
 // as it is, and the report says so with layer and place.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,6 @@ namespace kv {
 
 // Of a route and its leads; empty where there is nothing to say, or the tool's radius is not known. Both
 // are measured as the pass for the sides has left them; the line has the place of the drawing.
-std::string LeadDoubt(const std::vector<RouteSegment>& route, const RouteLeads& leads);
+std::string LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& leads);
 
 } // namespace kv

@@ -106,12 +106,14 @@ LeadPlan ArcLead(const PlanePoint& far, const PlanePoint& centre, double startAn
     return lead;
 }
 
-void AppendWithLeads(std::vector<RouteSegment>& records, std::vector<RouteSegment> route,
+void AppendWithLeads(std::vector<RouteSegment>& records, std::span<const RouteSegment> route,
                      const RouteLeads& leads)
 {
     const bool bulgedEnd = LastElement(route[route.size() - 2], route.back()).Shape == ElementShape::Bulge;
-    AppendLeadIn(records, route.front(), leads.In);
-    records.insert(records.end(), route.begin(), route.end());
+    RouteSegment start = route.front();
+    AppendLeadIn(records, start, leads.In);
+    records.push_back(start);
+    records.insert(records.end(), route.begin() + 1, route.end());
     if (leads.Out.Form == LeadForm::Line)
         AppendLineOut(records, leads.Out, bulgedEnd);
     if (leads.Out.Form == LeadForm::Arc)

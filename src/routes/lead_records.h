@@ -2,6 +2,7 @@
 // front of it, or of its last record behind it, so that tool, feeds and depth go on.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "geometry/angles.h"
@@ -31,7 +32,7 @@ LeadPlan ArcLead(const PlanePoint& far, const PlanePoint& centre, double startAn
 
 // Puts a route with its leads behind `records`. The route's first and last record change only as far as
 // their place in the path does.
-void AppendWithLeads(std::vector<RouteSegment>& records, std::vector<RouteSegment> route,
+void AppendWithLeads(std::vector<RouteSegment>& records, std::span<const RouteSegment> route,
                      const RouteLeads& leads);
 
 } // namespace kv

@@ -3,8 +3,10 @@
 // Routes do not influence each other, so each is planned from the records as they were.
 #include "routes/leads.h"
 
+#include <algorithm>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 
 #include "routes/border_leads.h"
@@ -30,6 +32,7 @@ bool OpensAStartMark(const RouteSegment& record, const RouteSegment& next)
 Records WithoutStartMarks()
 {
     Records kept;
+    kept.reserve(static_cast<std::size_t>(RouteSegments.Last()));
     bool opensRoute = false;
     for (Long i = 1; i <= RouteSegments.Last(); ++i) {
         RouteSegment record = RouteSegments[i];
@@ -44,53 +47,59 @@ Records WithoutStartMarks()
     return kept;
 }
 
-Records WithoutDeadRecords(const Records& records)
+Records WithoutDeadRecords(Records records)
 {
+    const auto isDead = [](const RouteSegment& record) { return record.Kind == 0; };
+    if (std::none_of(records.begin(), records.end(), isDead))
+        return records;
     Records kept;
     bool opensRoute = false;
     for (RouteSegment record : records) {
         if (opensRoute)
             record.Dir = RouteStart;
-        opensRoute = record.Kind == 0 && StartsRoute(record);
-        if (record.Kind != 0)
+        opensRoute = isDead(record) && StartsRoute(record);
+        if (!isDead(record))
             kept.push_back(record);
     }
     return kept;
 }
 
 struct LedRoute {
-    Records Route;
-    Records Lying; // the same with the bulges and angles of its view
+    std::span<const RouteSegment> Route;
+    Records Turned; // the same with the bulges and angles of its view, where they differ
     LeadValues Values;
     std::optional<RouteLeads> Leads;
+
+    std::span<const RouteSegment> Lying() const { return Turned.empty() ? Route : Turned; }
 };
 
 // The records cut at each route's first one; those in front of the first route stand as a piece too.
 std::vector<LedRoute> RoutesOf(const Records& records)
 {
     std::vector<LedRoute> routes;
-    for (const RouteSegment& record : records) {
-        if (routes.empty() || StartsRoute(record))
-            routes.emplace_back();
-        routes.back().Route.push_back(record);
-    }
-    for (LedRoute& led : routes) {
+    for (std::size_t first = 0, last = 0; first < records.size(); first = last) {
+        for (last = first + 1; last < records.size() && !StartsRoute(records[last]);)
+            ++last;
+        LedRoute& led = routes.emplace_back();
+        led.Route = std::span(records).subspan(first, last - first);
         const RouteSegment& start = led.Route.front();
         led.Values = LeadValuesOf(start.LeadIn, start.RampOut, start.RampIn);
-        led.Lying = AsInItsView(led.Route);
+        led.Turned = AsInItsView(led.Route);
     }
     return routes;
 }
 
 // A route that ends in a start mark is what a pocket leaves behind: it is entered in the waste.
-bool TakesLeads(const Records& route)
+bool TakesLeads(std::span<const RouteSegment> route)
 {
     return StartsRoute(route.front()) && route.size() >= 2 && KindOf(route.back()) != 4;
 }
 
 void StoreRoutes(std::vector<LedRoute>& routes)
 {
+    constexpr std::size_t mostOfLeads = 6; // records
     Records records;
+    records.reserve(static_cast<std::size_t>(RouteSegments.Last()) + mostOfLeads * routes.size());
     for (LedRoute& led : routes) {
         if (led.Leads) {
             if (HasTurnedBulges(led.Route.front()))
@@ -110,7 +119,7 @@ void TellLeadDoubts(const std::vector<LedRoute>& routes)
     for (const LedRoute& led : routes) {
         if (!TakesLeads(led.Route))
             continue;
-        const std::string doubt = LeadDoubt(led.Lying, led.Leads.value_or(RouteLeads()));
+        const std::string doubt = LeadDoubt(led.Lying(), led.Leads.value_or(RouteLeads()));
         if (!doubt.empty() && told.insert(doubt).second)
             ReportMessage(1, doubt);
     }
@@ -120,7 +129,8 @@ void TellLeadDoubts(const std::vector<LedRoute>& routes)
 
 void SynthesizeLeads()
 {
-    std::vector<LedRoute> routes = RoutesOf(WithoutDeadRecords(WithoutStartMarks()));
+    const Records records = WithoutDeadRecords(WithoutStartMarks());
+    std::vector<LedRoute> routes = RoutesOf(records);
     if (!LeadsWanted()) {
         TellLeadDoubts(routes);
         return;
@@ -129,11 +139,11 @@ void SynthesizeLeads()
     SetMeter(Meter::SynLeads, 60);
     for (LedRoute& led : routes)
         if (TakesLeads(led.Route))
-            led.Leads = ContourLeads(led.Lying, led.Values);
+            led.Leads = ContourLeads(led.Lying(), led.Values);
     SetMeter(Meter::SynLeads, 100);
     for (LedRoute& led : routes)
         if (!led.Leads && TakesLeads(led.Route))
-            led.Leads = BorderLeads(led.Lying, led.Values.Length);
+            led.Leads = BorderLeads(led.Lying(), led.Values.Length);
     TellLeadDoubts(routes);
     StoreRoutes(routes);
 }

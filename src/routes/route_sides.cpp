@@ -3,6 +3,7 @@
 // and coordinates as the control system reads them.
 #include "routes/route_sides.h"
 
+#include <algorithm>
 #include <array>
 
 #include "routes/route_runs.h"
@@ -186,11 +187,11 @@ void AssignRouteSides()
     }
 }
 
-std::vector<RouteSegment> AsInItsView(const std::vector<RouteSegment>& route)
+std::vector<RouteSegment> AsInItsView(std::span<const RouteSegment> route)
 {
-    std::vector<RouteSegment> lying = route;
-    if (Run.ControlType != Evolution)
-        return lying;
+    if (Run.ControlType != Evolution || std::none_of(route.begin(), route.end(), IsInEdgeView))
+        return {};
+    std::vector<RouteSegment> lying(route.begin(), route.end());
     for (std::size_t i = 0; i < lying.size(); ++i) {
         RouteSegment& record = lying[i];
         if (KindOf(record) == 5 && HasTurnedBulges(record))

@@ -1,6 +1,7 @@
 // Routes may be drawn in the edge views around the face.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "geometry/angles.h"
@@ -13,8 +14,8 @@ namespace kv {
 void AssignRouteSides();
 
 // A route with the bulges and angles that it has in its view. Those of its records stay as drawn where the
-// view is turned or mirrored, and the writer turns the bulges.
-std::vector<RouteSegment> AsInItsView(const std::vector<RouteSegment>& route);
+// view is turned or mirrored, and the writer turns the bulges. Empty for a route on the face.
+std::vector<RouteSegment> AsInItsView(std::span<const RouteSegment> route);
 // Whether that turns the bulges round.
 bool HasTurnedBulges(const RouteSegment& record);
 
