@@ -126,7 +126,8 @@ bool MayReach(const PathSpan& piece, double distance, const PlanePoint& place)
            place.Y <= std::max(piece.From.Y, piece.To.Y) + distance;
 }
 
-double SquareAround(const LoopsOfPocket& loops)
+// Half the side of the square around a beginning that is looked at.
+double ReachAround(const LoopsOfPocket& loops)
 {
     return 3 * loops.ToolRadius + loops.Pitch;
 }
@@ -134,7 +135,7 @@ double SquareAround(const LoopsOfPocket& loops)
 // From the beginning of a loop to the ways that have to do with the square around it.
 double FurthestWay(const LoopsOfPocket& loops)
 {
-    return 1.5 * SquareAround(loops) + 3 * loops.ToolRadius;
+    return 1.5 * ReachAround(loops) + 3 * loops.ToolRadius;
 }
 
 // The part of a pocket around the beginning of a loop.
@@ -150,7 +151,7 @@ struct Surroundings {
 
     bool IsSeen(const PlanePoint& middle, double half) const
     {
-        const double reach = SquareAround(Loops) - half;
+        const double reach = ReachAround(Loops) - half;
         return Before && std::fabs(middle.X - Before->X) <= reach && std::fabs(middle.Y - Before->Y) <= reach;
     }
 
@@ -221,7 +222,7 @@ bool LeavesRestAround(const LoopsOfPocket& loops, const std::vector<PathSpan>& w
     for (const PathSpan& piece : way)
         if (MayReach(piece, furthest, middle) && Distance(middle, NearestOnSpan(piece, middle)) < furthest)
             here.Way.push_back(&piece);
-    return LeavesRestIn(here, middle, SquareAround(loops));
+    return LeavesRestIn(here, middle, ReachAround(loops));
 }
 
 // Loops with sharp corners leave nothing up to 1.53 radii, as 60,000 random ones have shown.
