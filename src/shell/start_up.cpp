@@ -22,6 +22,7 @@
 #include "shell/trigger_files.h"
 #include "state/report.h"
 #include "state/settings.h"
+#include "state/settings_ini.h"
 #include "state/shell_state.h"
 #include "toolchain/viewers.h"
 
@@ -72,12 +73,12 @@ FileOutcome CheckSettingsFile()
     return outcome;
 }
 
-// A write that fails is told nowhere, so it is said before anybody sets anything.
+// Said before anybody sets anything, and not only when it is to be stored.
 void TellUnkeptSettings()
 {
     const FileOutcome outcome = CheckSettingsFile();
     if (!outcome.Ok())
-        ReportMessage(3, MarkRed + ("No setting is kept: " + ShownPath(IniPath) + ": " + outcome.Cause));
+        TellUnkept(outcome);
 }
 
 // What no window can have as its place is no place.
@@ -142,6 +143,8 @@ void StopShell()
 {
     ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
     ExchangeSettings(true);
+    if (!StoringFault.Ok())
+        NoteLeft(UnkeptLine(StoringFault));
     DoEvents();
 }
 
