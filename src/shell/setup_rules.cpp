@@ -44,6 +44,13 @@ void SaveCutListFields()
 
 } // namespace
 
+// A file that could not be read again leaves what was edited in the settings, which are not stored then.
+void TellIfNotWhole()
+{
+    if (!SettingsFault.Ok())
+        ReportMessage(3, MarkRed + UnkeptLine(SettingsFault));
+}
+
 SetupView ViewOfSetup()
 {
     SetupView view;
@@ -74,14 +81,13 @@ void AcceptSetup(const GridCells* hbdTools)
     PutConfigValue("UnitMode", Config.UnitMode);
     if (hbdTools != nullptr)
         SaveHbdTools(*hbdTools);
-    if (!SettingsFault.Ok())
-        ReportMessage(3,
-                      MarkRed + ("No setting is kept: " + ShownPath(IniPath) + ": " + SettingsFault.Cause));
+    TellIfNotWhole();
 }
 
 void CancelSetup()
 {
     ExchangeSettings(false);
+    TellIfNotWhole();
     InstallCursorTips(Config.TipsEnable != 0);
     Run.ControlType = SelectedSystem();
     SwitchTimer1(true);

@@ -53,9 +53,18 @@ void LoadShellSettings()
     LoadToolSubstitutions();
 }
 
+// Copies of settings that an ended process did not come to move.
+void SweepOwnFolders()
+{
+    int swept = 0;
+    for (const std::string& folder : {ExeFolder, UserConfigFolder()})
+        static_cast<void>(SweepAsides(folder, swept)); // the next start tries again
+}
+
 // The folders that the settings name must be the shop's own.
 void TellWhatIsLeft()
 {
+    SweepOwnFolders();
     RecoverInstallations();
     for (const std::string& folder : WatchedFolders())
         TellUnfinishedTriggers(folder);
