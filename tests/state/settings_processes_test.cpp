@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "platform/file_lock.h"
+#include "platform/paths.h"
 #include "state/report.h"
 #include "state/settings.h"
 #include "support/scene.h"
@@ -34,14 +35,14 @@ class SettingsProcesses : public testing::Test {
     void SetUp() override
     {
         Place.Write("KV90.INI", "; of the shop\r\n[Configuration]\r\nLeadS= 1\r\n");
-        SetExeFolder(Place.Folder.string() + "/");
+        SetExeFolder(Place.Folder.string());
         Told.clear();
         Report.ShowRow = [](const ReportRow& row) { Told += row.Text + "\n"; };
     }
     void TearDown() override
     {
         Report = {};
-        SetExeFolder(Place.Folder.string() + "/"); // and no fault of this test
+        SetExeFolder(Place.Folder.string()); // and no fault of this test
     }
     std::string Ini() const { return Place.Read(Place.Folder / "KV90.INI"); }
 
@@ -76,8 +77,7 @@ TEST_F(SettingsProcesses, AFileThatAnotherOneHoldsForLongIsLeftAndTold)
     ASSERT_EQ(other.TryLock(IniPath).Is, LockState::Taken);
     PutConfigValue("LeadS", " 0");
     EXPECT_EQ(Ini(), before);
-    EXPECT_NE(Told.find("No setting is kept: " + (Place.Folder / "KV90.INI").string() + ": in use by "),
-              std::string::npos)
+    EXPECT_NE(Told.find("No setting is kept: " + ShownPath(IniPath) + ": in use by "), std::string::npos)
         << Told;
     other.Release();
     PutConfigValue("LeadS", " 0");
