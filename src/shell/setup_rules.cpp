@@ -29,10 +29,11 @@ void SwitchTimer1(bool on)
 // only where the table is full.
 void SaveHbdTools(const GridCells& tools)
 {
-    if (SaveGrid(HbdToolFile, tools).Ok())
+    const FileOutcome outcome = SaveGrid(HbdToolFile, tools);
+    if (outcome.Ok())
         return;
-    ReportMessage(3,
-                  MarkRed + std::string("Unable to save ") + ShownPath(ExeFolder + std::string(HbdToolFile)));
+    const std::string file = ShownPath(ExeFolder + std::string(HbdToolFile));
+    ReportMessage(3, MarkRed + ("Unable to save " + file + ": " + outcome.Cause));
 }
 
 void SaveCutListFields()

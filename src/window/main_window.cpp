@@ -14,6 +14,7 @@
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/folder_events.h"
+#include "platform/paths.h"
 #include "platform/stop_requests.h"
 #include "shell/autostart.h"
 #include "shell/control_tables.h"
@@ -347,6 +348,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     if (!RanAtClose)
         Shell.LeftUndone.clear(); // of a run that was seen to end
+    if (CommandLineWaits())
+        NoteLeft(ShownPath(Shell.CommandLine) + " was not run");
     Closing = Closed = true;
     LoadDr.stop();
     Timer1.stop();

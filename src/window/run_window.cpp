@@ -18,6 +18,7 @@
 #include "platform/stop_requests.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
+#include "shell/autostart.h"
 #include "shell/start_up.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
@@ -201,7 +202,7 @@ int RunOnScreen(QApplication& application)
     StartUp(window);
     QCoreApplication::exec();
     TellLeftOutside();
-    const bool undone = Shell.FailedJobs > 0 || Shell.JobsLeft > 0;
+    const bool undone = Shell.FailedJobs > 0 || Shell.JobsLeft > 0 || CommandLineWaits();
     return driven && undone ? ExitSomeFailed : ExitDone;
 }
 
