@@ -16,7 +16,7 @@
 namespace kv {
 namespace {
 
-constexpr int LongestGap = 500; // ms between two looks at the events
+constexpr int LongestGap = 1000; // ms between two looks at the events, on a machine that is busy
 
 // Another process with the lock of a file, until it is ended.
 class Holder {
