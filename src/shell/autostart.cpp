@@ -235,6 +235,11 @@ void AutostartTick()
         RunCommandLine();
 }
 
+bool CommandLineWaits()
+{
+    return !Shell.CommandLine.empty() && !HoldsSwitchesAlone(Shell.CommandLine);
+}
+
 bool WaitsForTriggers()
 {
     return Shell.TickCount >= JobTick && Shell.CommandLine.empty() && !Shell.Ended;

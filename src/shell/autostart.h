@@ -14,6 +14,8 @@ void AutostartTick();
 bool WaitsForTriggers();
 std::vector<std::string> WatchedFolders();
 void TickAllFolders();
+// Whether the command line names a job that has not been run.
+bool CommandLineWaits();
 // The inner steps of the tick: before the first job, and after each one.
 void PrepareRun();
 void FinishJob(std::string_view outputFolder, std::string_view outputName);

@@ -215,6 +215,7 @@ void KeepRest(const BatchWork& work, int jobs)
         told = MarkRed + ("Unfinished batch: the last " + WholeText(jobs) + " jobs of " +
                           ShownPath(work.Folder + std::string(BatchRunFile)) + " are not done");
     ReportMessage(1, told);
+    NoteLeft(told);
 }
 
 bool WriteProcessedList(const BatchWork& work)

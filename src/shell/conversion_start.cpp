@@ -69,9 +69,12 @@ void RunJobs(const std::vector<std::string>& paths)
             break;
     }
     FlushJobFiles();
-    if (left > 0)
-        ReportMessage(1, "Stopped before " + WholeText(static_cast<long long>(left)) +
-                             " more drawings of the list");
+    if (left == 0)
+        return;
+    const std::string told =
+        "Stopped before " + WholeText(static_cast<long long>(left)) + " more drawings of the list";
+    ReportMessage(1, told);
+    NoteLeft(told);
 }
 
 void RunList(const std::vector<std::string>& paths)
@@ -130,6 +133,7 @@ void PrepareList()
     ReportMessage(0, "");
     ProgramList.clear();
     Run.FailedFiles.clear();
+    Shell.LeftUndone.clear();
     Shell.BtnAbortShown = true;
     Shell.LoadDr = false;
     ShellChanged();

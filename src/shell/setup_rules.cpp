@@ -29,10 +29,11 @@ void SwitchTimer1(bool on)
 // only where the table is full.
 void SaveHbdTools(const GridCells& tools)
 {
-    if (SaveGrid(HbdToolFile, tools).Ok())
+    const FileOutcome outcome = SaveGrid(HbdToolFile, tools);
+    if (outcome.Ok())
         return;
-    ReportMessage(3,
-                  MarkRed + std::string("Unable to save ") + ShownPath(ExeFolder + std::string(HbdToolFile)));
+    const std::string file = ShownPath(ExeFolder + std::string(HbdToolFile));
+    ReportMessage(3, MarkRed + ("Unable to save " + file + ": " + outcome.Cause));
 }
 
 void SaveCutListFields()
@@ -43,6 +44,13 @@ void SaveCutListFields()
 }
 
 } // namespace
+
+// A file that could not be read again leaves what was edited in the settings, which are not stored then.
+void TellIfNotWhole()
+{
+    if (!SettingsFault.Ok())
+        ReportMessage(3, MarkRed + UnkeptLine(SettingsFault));
+}
 
 SetupView ViewOfSetup()
 {
@@ -74,14 +82,13 @@ void AcceptSetup(const GridCells* hbdTools)
     PutConfigValue("UnitMode", Config.UnitMode);
     if (hbdTools != nullptr)
         SaveHbdTools(*hbdTools);
-    if (!SettingsFault.Ok())
-        ReportMessage(3,
-                      MarkRed + ("No setting is kept: " + ShownPath(IniPath) + ": " + SettingsFault.Cause));
+    TellIfNotWhole();
 }
 
 void CancelSetup()
 {
     ExchangeSettings(false);
+    TellIfNotWhole();
     InstallCursorTips(Config.TipsEnable != 0);
     Run.ControlType = SelectedSystem();
     SwitchTimer1(true);

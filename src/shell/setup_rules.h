@@ -25,6 +25,7 @@ void OpenSetup();
 // Without tools (null: the table could not be read) their file stays as it is.
 void AcceptSetup(const GridCells* hbdTools);
 void CancelSetup();
+void TellIfNotWhole(); // of dialogs that load again or store
 
 void ClickAutoStart(int radio); // 0 AS0, 1 AS1, 2 AS2
 int AutoStartRadio();

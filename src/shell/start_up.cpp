@@ -22,6 +22,7 @@
 #include "shell/trigger_files.h"
 #include "state/report.h"
 #include "state/settings.h"
+#include "state/settings_ini.h"
 #include "state/shell_state.h"
 #include "toolchain/viewers.h"
 
@@ -52,9 +53,18 @@ void LoadShellSettings()
     LoadToolSubstitutions();
 }
 
+// Copies of settings that an ended process did not come to move.
+void SweepOwnFolders()
+{
+    int swept = 0;
+    for (const std::string& folder : {ExeFolder, UserConfigFolder()})
+        static_cast<void>(SweepAsides(folder, swept)); // the next start tries again
+}
+
 // The folders that the settings name must be the shop's own.
 void TellWhatIsLeft()
 {
+    SweepOwnFolders();
     RecoverInstallations();
     for (const std::string& folder : WatchedFolders())
         TellUnfinishedTriggers(folder);
@@ -72,12 +82,12 @@ FileOutcome CheckSettingsFile()
     return outcome;
 }
 
-// A write that fails is told nowhere, so it is said before anybody sets anything.
+// Said before anybody sets anything, and not only when it is to be stored.
 void TellUnkeptSettings()
 {
     const FileOutcome outcome = CheckSettingsFile();
     if (!outcome.Ok())
-        ReportMessage(3, MarkRed + ("No setting is kept: " + ShownPath(IniPath) + ": " + outcome.Cause));
+        TellUnkept(outcome);
 }
 
 // What no window can have as its place is no place.
@@ -142,6 +152,8 @@ void StopShell()
 {
     ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
     ExchangeSettings(true);
+    if (!StoringFault.Ok())
+        NoteLeft(UnkeptLine(StoringFault));
     DoEvents();
 }
 

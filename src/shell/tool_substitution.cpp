@@ -29,6 +29,7 @@ void OpenToolSub()
 void AcceptToolSub()
 {
     SaveToolSubstitutions();
+    TellIfNotWhole();
 }
 
 // At once and not at the next opening: a cancelled edit must reach no program.

@@ -17,6 +17,7 @@
 #include "shell/batch_safety.h"
 #include "state/report.h"
 #include "state/run.h"
+#include "state/shell_state.h"
 
 namespace kv {
 
@@ -79,14 +80,18 @@ FileOutcome SetDrawingAside(const std::string& folder, const std::string& path, 
     return outcome;
 }
 
-void TellDrawingAside(const std::string& folder, const std::string& path, std::string_view head)
+// Gives the line that was told, if any.
+std::string TellDrawingAside(const std::string& folder, const std::string& path, std::string_view head)
 {
     std::string place;
     const FileOutcome outcome = SetDrawingAside(folder, path, place);
     if (outcome.Number == ErrorFileNotFound)
-        return; // another process has taken it
-    const std::string line = std::string(head) + std::string(TempDrawing) + ", kept as " + ShownPath(place);
-    ReportMessage(1, outcome.Ok() ? line : MarkRed + line + ": " + outcome.Cause);
+        return {}; // another process has taken it
+    std::string line = std::string(head) + std::string(TempDrawing) + ", kept as " + ShownPath(place);
+    if (!outcome.Ok())
+        line = MarkRed + line + ": " + outcome.Cause;
+    ReportMessage(1, line);
+    return line;
 }
 
 // The lines of BATCH.LST go the way of a batch that was cut off, by way of BATCH.RUN.
@@ -226,7 +231,9 @@ void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done
     if (changed && RenameToFree(path, folder + std::string(TempDrawing)).Ok())
         return;
     if (changed || !done) {
-        TellDrawingAside(folder, path, "Not done: ");
+        const std::string told = TellDrawingAside(folder, path, "Not done: ");
+        if (!told.empty())
+            NoteLeft(told);
         return;
     }
     const FileOutcome outcome = DeleteFile(path);

@@ -3,18 +3,23 @@
 // leaves the one Settings block that every pass reads.
 #include "state/settings.h"
 
+#include <chrono>
 #include <optional>
+#include <thread>
 #include <utility>
 
+#include "platform/file_lock.h"
 #include "platform/ini_file.h"
 #include "platform/paths.h"
+#include "platform/run_error.h"
 #include "platform/text.h"
+#include "state/report.h"
 #include "state/settings_ini.h"
 
 namespace kv {
 
 Settings Config;
-FileOutcome SettingsFault;
+FileOutcome SettingsFault, StoringFault;
 std::string ExeFolder;
 std::string IniPath;
 constinit const std::string_view ProductVersion = KORVANTI_VERSION;
@@ -25,8 +30,11 @@ constexpr std::string_view IniName = "KV90.INI";
 constexpr std::string_view MissingMark = "END.-"; // no value can be this text
 constexpr std::size_t ValueBuffer = 80;           // so a value is cut at 79 characters
 
+constexpr std::chrono::milliseconds LongestHold{2000}, BetweenTries{10}; // another process stores some ms
+
 // Of the reading that the loads share; none outside of one.
 std::optional<std::string> SharedText;
+std::string ToldUnkept; // the last line about settings that are not kept
 
 bool ReadText(std::string& text)
 {
@@ -34,6 +42,28 @@ bool ReadText(std::string& text)
     if (answer.Is == Presence::CannotTell)
         SettingsFault = answer.Why;
     return answer.Is != Presence::CannotTell;
+}
+
+// No events meanwhile: a setting that is changed by one of them would be stored first and written over.
+LockAnswer WaitForLock(FileLock& lock)
+{
+    const auto end = std::chrono::steady_clock::now() + LongestHold;
+    LockAnswer answer = lock.TryLock(IniPath);
+    while (answer.Is == LockState::Held && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(BetweenTries);
+        answer = lock.TryLock(IniPath);
+    }
+    return answer;
+}
+
+// Where nobody can lock, nobody else stores by this rule either.
+FileOutcome StoreEntries(std::string_view section, const std::vector<ProfileEntry>& entries)
+{
+    FileLock lock;
+    const LockAnswer answer = WaitForLock(lock);
+    if (answer.Is == LockState::Held)
+        return {ErrorPermission, "in use by " + answer.Holder};
+    return WriteProfileStrings(section, entries, IniPath);
 }
 
 } // namespace
@@ -62,6 +92,8 @@ void SetExeFolder(std::string_view folder)
     ExeFolder = WithBackslash(folder);
     IniPath = ExeFolder + std::string(IniName);
     SettingsFault = {}; // of another file
+    StoringFault = {};
+    ToldUnkept.clear();
 }
 
 // Written under another spelling than it is read; sections are matched without case, so it is one.
@@ -98,8 +130,27 @@ bool GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries)
 
 void PutIniValues(std::string_view section, const std::vector<ProfileEntry>& entries)
 {
-    if (SettingsFault.Ok())
-        static_cast<void>(WriteProfileStrings(section, entries, IniPath)); // nobody is told of a failure
+    if (!SettingsFault.Ok())
+        return;
+    StoringFault = StoreEntries(section, entries);
+    if (StoringFault.Ok())
+        ToldUnkept.clear();
+    else
+        TellUnkept(StoringFault);
+}
+
+std::string UnkeptLine(const FileOutcome& outcome)
+{
+    return "No setting is kept: " + ShownPath(IniPath) + ": " + outcome.Cause;
+}
+
+void TellUnkept(const FileOutcome& outcome)
+{
+    const std::string line = UnkeptLine(outcome);
+    if (line == ToldUnkept)
+        return;
+    ToldUnkept = line;
+    ReportMessage(3, MarkRed + line);
 }
 
 bool IsTrueText(std::string_view text)

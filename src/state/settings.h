@@ -92,6 +92,8 @@ void SetExeFolder(std::string_view folder);
 // Why KV90.INI could not be read when it was asked for; Ok while it could, or is not there. As long as it
 // stands the settings are not whole: no drawing is converted by them, and none of them is stored.
 extern FileOutcome SettingsFault;
+// Why the last storing failed; Ok when it did not.
+extern FileOutcome StoringFault;
 // Reads the file once for all loads as long as it lives, so that they are of one state, and begins without
 // a fault. The loads of a program's start stand inside one.
 struct SettingsReading {

@@ -2,6 +2,7 @@
 #include "state/shell_state.h"
 
 #include "platform/text.h"
+#include "state/report.h"
 
 namespace kv {
 
@@ -12,6 +13,13 @@ void ShellChanged()
 {
     if (ShellWindow.Changed != nullptr)
         ShellWindow.Changed();
+}
+
+void NoteLeft(std::string_view line)
+{
+    if (!line.empty() && line.front() == MarkRed)
+        line.remove_prefix(1);
+    Shell.LeftUndone.emplace_back(line);
 }
 
 void GiveFocus(FocusPlace place)

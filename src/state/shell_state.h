@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/numbers.h"
 
@@ -25,7 +26,8 @@ struct ShellState {
     bool RunActive = false; // jobs run: no second list may begin inside their yields
     // By a trigger file or the command line: perhaps nobody is there to answer.
     bool Unattended = false;
-    bool Ended = false; // the program ends by itself when it is back in its loop
+    bool Ended = false;   // the program ends by itself when it is back in its loop
+    bool Stopped = false; // a signal or the session's end ends it: nobody answers a box
 
     std::string CommandLine;          // as typed, in the program's form; cleared when it has been run
     Int TickCount = 0;                // of the warm-up: 0 to 3
@@ -35,6 +37,9 @@ struct ShellState {
     Long ExitCode = 0;                // last polled
     Long FailedJobs = 0;              // since program start, for the exit status
     Long JobsLeft = 0;                // of batches that were stopped, likewise
+    // What the present run has left undone, and what its end could not keep: lines of the report that are
+    // told again when nobody may see the report any more.
+    std::vector<std::string> LeftUndone;
 };
 extern ShellState Shell;
 
@@ -45,6 +50,7 @@ struct ShellHooks {
 extern ShellHooks ShellWindow;
 
 void ShellChanged();
+void NoteLeft(std::string_view line); // with or without its mark
 void GiveFocus(FocusPlace place);
 // Whether the command line holds the switch ("/S", "/K", "/V"), anywhere and in any case.
 bool HasSwitch(std::string_view name);

@@ -73,7 +73,7 @@ void LeaveBox(const QString& text, const QString& title, BoxIcon icon)
 
 void TellInBox(const QString& text, const QString& title, BoxIcon icon)
 {
-    if (Shell.Unattended) {
+    if (Shell.Unattended || Shell.Stopped) {
         LeaveBox(text, title, icon);
         return;
     }
@@ -84,6 +84,8 @@ void TellInBox(const QString& text, const QString& title, BoxIcon icon)
 
 bool AskInBox(const QString& text, const QString& title)
 {
+    if (Shell.Stopped)
+        return false;
     QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, WindowInFront());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);

@@ -1,6 +1,7 @@
 // Message boxes, questions and the folder browser in front of the window. Each is shown through a
 // pointer, so that a test can answer in a person's place. Where perhaps nobody is there (Shell.Unattended)
-// a box is also lines of the report and holds up nothing, and a question without an answer is answered No.
+// a box is also lines of the report and holds up nothing, and a question without an answer is answered No; at
+// once when the program is stopped.
 #pragma once
 
 #include <QString>

@@ -7,11 +7,15 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QMenuBar>
 #include <QShortcut>
 
 #include "platform/dialogs.h"
 #include "platform/events.h"
+#include "platform/folder_events.h"
+#include "platform/paths.h"
+#include "platform/stop_requests.h"
 #include "shell/autostart.h"
 #include "shell/control_tables.h"
 #include "shell/conversion_start.h"
@@ -29,7 +33,9 @@ namespace kv {
 
 namespace {
 
-constexpr int FastMeterTick = 25; // ms
+constexpr int FastMeterTick = 25;  // ms
+constexpr int FolderLookTick = 20; // ms; a look costs one call of the system
+constexpr int MostInFront = 20;    // boxes, dialogs and menus one in front of the other
 
 MainWindow* TheWindow = nullptr;
 
@@ -103,7 +109,12 @@ void MainWindow::InstallHooks()
     Report.ShowRow = [](const ReportRow& row) { TheWindow->List2->Add(row); };
     Report.ClearRows = [] { TheWindow->List2->Clear(); };
     Report.MeterMoved = [](Meter meter, int percent) { TheWindow->Status.Move(meter, percent); };
-    Events.Pump = [] { PumpEvents([] { TheWindow->List2->ShowWaiting(); }); };
+    Events.Pump = [] {
+        PumpEvents([] {
+            TheWindow->List2->ShowWaiting();
+            TheWindow->AbortIfAsked();
+        });
+    };
     FileListWindow.RowsChanged = [] {
         TheWindow->List1->ShowRows();
         TheWindow->ShowListedFolder();
@@ -167,12 +178,49 @@ void MainWindow::StartTimers()
     connect(&Timer1, &QTimer::timeout, this, [this] { Tick(); });
     PBTimer.setInterval(FastMeterTick);
     connect(&PBTimer, &QTimer::timeout, this, [] { TickMetersInTime(); });
+    FolderLook.setInterval(FolderLookTick);
+    connect(&FolderLook, &QTimer::timeout, this, [this] { LookOutside(); });
+    FolderLook.start();
 }
 
 void MainWindow::Tick()
 {
+    ListenToFolders(WatchedFolders());
     AutostartTick();
-    if (!Shell.Ended || Closed)
+    EndByItself();
+}
+
+// Also a run that has begun since: each begins without an abort.
+void MainWindow::AbortIfAsked()
+{
+    if (!Closing && !StopRequested())
+        return;
+    AskToAbort();
+    RanAtClose = RanAtClose || Shell.RunActive;
+}
+
+void MainWindow::LookOutside()
+{
+    if (!Loaded || Closed)
+        return;
+    if (StopRequested() && !Shell.Stopped)
+        AskToStop();
+    else
+        LookIntoFolders();
+}
+
+// A file that has come is run at once and not at the timer's next tick. During a run changes wait.
+void MainWindow::LookIntoFolders()
+{
+    if (!Timer1.isActive() || Shell.RunActive || !WaitsForTriggers() || !WaitForFolderChange(0))
+        return;
+    TickAllFolders();
+    EndByItself();
+}
+
+void MainWindow::EndByItself()
+{
+    if (!Shell.Ended || Closing || Closed)
         return;
     // The program ends by itself: nothing of the settings is saved.
     Closed = true;
@@ -187,6 +235,7 @@ void MainWindow::ShowLoaded()
     Defaults.ShowSequence();
     ShowSettings();
     Arrange(4);
+    Loaded = true;
 }
 
 void MainWindow::ShowSettings()
@@ -237,23 +286,76 @@ void MainWindow::AskToClose()
     close();
 }
 
+// A box or dialog in front belongs to nobody now: it is cancelled, so that the settings are the stored ones.
+void MainWindow::AskToStop()
+{
+    Shell.Stopped = Shell.Ended = true;
+    Closing = true;
+    for (int i = 0; i < MostInFront; ++i) {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (QWidget* const popup = QApplication::activePopupWidget())
+            popup->close();
+        else if (dialog != nullptr)
+            dialog->reject();
+    }
+    close();
+}
+
+void MainWindow::SessionEnds()
+{
+    if (!Loaded || Closed)
+        return;
+    if (Shell.RunActive) {
+        AskToStop();
+        return;
+    }
+    const auto* const setup = findChild<QDialog*>(QStringLiteral("SetUp"));
+    if (setup == nullptr || !setup->isVisible()) // else they were stored when it was opened
+        StoreAll();
+}
+
+void MainWindow::StoreAll()
+{
+    SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
+    StopShell();
+}
+
+// The report goes with the window.
+void MainWindow::TellLeftUndone()
+{
+    std::string text;
+    for (const std::string& line : Shell.LeftUndone)
+        text += (text.empty() ? "" : "\r\n") + line;
+    if (!text.empty() && !Shell.Stopped)
+        ShowBox(text, ProductName, BoxIcon::Warning);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    if (Closed)
+        return;
+    if (!Loaded) {
+        event->ignore(); // what is designed into the settings would be stored
+        return;
+    }
+    Shell.Ended = true; // nothing new begins
     if (Shell.RunActive) {
         // The run is on the stack below: it ends first.
         AskToAbort();
-        CloseBehindRun = true;
+        Closing = CloseBehindRun = RanAtClose = true;
         event->ignore();
         return;
     }
-    event->accept();
-    if (Closed)
-        return;
-    Closed = true;
+    if (!RanAtClose)
+        Shell.LeftUndone.clear(); // of a run that was seen to end
+    if (CommandLineWaits())
+        NoteLeft(ShownPath(Shell.CommandLine) + " was not run");
+    Closing = Closed = true;
     LoadDr.stop();
     Timer1.stop();
-    SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
-    StopShell();
+    FolderLook.stop();
+    StoreAll();
+    TellLeftUndone();
     if (Ended)
         Ended();
 }

@@ -34,6 +34,11 @@ class MainWindow : public QMainWindow {
     void ComeToFront();
     // Like the close box; during a run the run is aborted first.
     void AskToClose();
+    // The same by a signal or the end of the session, when perhaps nobody is there: open dialogs are
+    // cancelled and no box is shown.
+    void AskToStop();
+    // The session may end without another word: all that can be stored is stored. What runs is ended.
+    void SessionEnds();
 
     // The window is gone, or the program ends by itself: what the program does then.
     std::function<void()> Ended;
@@ -44,7 +49,7 @@ class MainWindow : public QMainWindow {
     Meters Status;
     QPushButton *Start, *BtnAbort, *CmdDF, *EX1;
     DefaultSettings Defaults;
-    QTimer LoadDr, Timer1, PBTimer;
+    QTimer LoadDr, Timer1, PBTimer, FolderLook;
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -61,11 +66,20 @@ class MainWindow : public QMainWindow {
     void Arrange(int code);
     void ShowListedFolder();
     void Tick();
+    void AbortIfAsked();
+    void LookOutside();
+    void LookIntoFolders();
+    void EndByItself();
+    void StoreAll();
+    void TellLeftUndone();
     int Pixels(double twips) const;
     int Twips(int pixels) const;
 
     QGroupBox* Frame1;
+    bool Loaded = false; // the settings are; before, nothing is stored
     bool CloseBehindRun = false;
+    bool RanAtClose = false; // the run that was ended may have left something
+    bool Closing = false;    // behind a run, or at once
     bool Closed = false;
 };
 

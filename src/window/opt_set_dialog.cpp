@@ -99,10 +99,11 @@ void OptSetDialog::accept()
 {
     const GridCells cells = Sorting->Cells();
     QDialog::accept();
-    if (!SortingRead || SaveGrid(SortOptionFile, cells).Ok())
+    const FileOutcome outcome = SortingRead ? SaveGrid(SortOptionFile, cells) : FileOutcome{};
+    if (outcome.Ok())
         return;
-    const std::string file = ExeFolder + std::string(SortOptionFile);
-    ReportMessage(3, MarkRed + std::string("Unable to save ") + ShownPath(file));
+    const std::string file = ShownPath(ExeFolder + std::string(SortOptionFile));
+    ReportMessage(3, MarkRed + ("Unable to save " + file + ": " + outcome.Cause));
 }
 
 } // namespace kv

@@ -1,7 +1,6 @@
 // The life of the window program: the words it was called with, the installation, one instance, the
 // start-up in its order, and the end. What a shell asks for in words is answered without a screen.
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -16,8 +15,10 @@
 #include "platform/keys.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/stop_requests.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
+#include "shell/autostart.h"
 #include "shell/start_up.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
@@ -144,22 +145,29 @@ std::string CommandLineOf(const std::vector<std::string>& words)
     return line;
 }
 
-volatile std::sig_atomic_t SignalCame = 0;
-
-void OnSignal(int)
+// A window that a signal or the session has ended cannot show its report to anybody.
+void TellLeftOutside()
 {
-    SignalCame = 1;
+    if (!Shell.Stopped || Shell.LeftUndone.empty() || !ReachesCaller(StandardStream::Error))
+        return;
+    PrepareStreams();
+    for (const std::string& line : Shell.LeftUndone)
+        std::fputs(("KV90WIN: " + Utf8FromAnsi(line) + "\n").c_str(), stderr);
+    std::fflush(stderr);
+    RestoreStreams();
 }
 
-// Once for each signal: a second one during a long abort is not lost on the way.
-void ObeyOutside(MainWindow& window)
+// Asked before the session ends, and for a copy of its state in between. Some systems end the process as soon
+// as this comes back.
+void ListenToSession(QApplication& application, MainWindow& window)
 {
-    if (AskedToFront())
-        window.ComeToFront();
-    if (SignalCame == 0)
-        return;
-    SignalCame = 0;
-    window.AskToClose();
+#if QT_CONFIG(sessionmanager)
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
+                     [&window] { window.SessionEnds(); });
+#else
+    static_cast<void>(application);
+    static_cast<void>(window);
+#endif
 }
 
 MainWindow* Starting = nullptr;
@@ -177,7 +185,7 @@ void StartUp(MainWindow& window)
     window.show();
 }
 
-int RunOnScreen()
+int RunOnScreen(QApplication& application)
 {
     Processes = SystemProcesses();
     Keys = SystemKeys();
@@ -185,13 +193,16 @@ int RunOnScreen()
     MainWindow window;
     window.Ended = [] { QCoreApplication::quit(); };
     QTimer outside;
-    QObject::connect(&outside, &QTimer::timeout, &window, [&window] { ObeyOutside(window); });
+    QObject::connect(&outside, &QTimer::timeout, &window, [&window] {
+        if (AskedToFront())
+            window.ComeToFront();
+    });
     outside.start(Timer1Interval);
-    std::signal(SIGINT, OnSignal);
-    std::signal(SIGTERM, OnSignal);
+    ListenToSession(application, window);
     StartUp(window);
     QCoreApplication::exec();
-    const bool undone = Shell.FailedJobs > 0 || Shell.JobsLeft > 0;
+    TellLeftOutside();
+    const bool undone = Shell.FailedJobs > 0 || Shell.JobsLeft > 0 || CommandLineWaits();
     return driven && undone ? ExitSomeFailed : ExitDone;
 }
 
@@ -211,11 +222,12 @@ int RunWindow(int argc, char** argv)
     if (folder.empty())
         return TellUsage("the folder named by --home or KORVANTI_HOME is not there");
     SetExeFolder(folder);
+    ListenForStopRequests(); // one that comes during the start is obeyed when the settings are loaded
     const InstanceAnswer instance = BecomeOnlyInstance(ExeFolder);
     if (!instance.Only)
         return HandOver(call, instance);
     Shell.CommandLine = CommandLineOf(call.Words);
-    return RunOnScreen();
+    return RunOnScreen(application);
 }
 
 } // namespace kv

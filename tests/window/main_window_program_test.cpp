@@ -104,5 +104,21 @@ TEST_F(WindowProgramTest, TermEndsItLikeTheCloseBox)
     EXPECT_NE(Ini().find("LineLimit=600\r\n"), std::string::npos) << "all settings are saved";
 }
 
+TEST_F(WindowProgramTest, ADrawingThatAStopKeepsFromRunningIsNotTakenForConverted)
+{
+    PutDrawing("door.dxf");
+    const std::string drawing = (Drawings / "door.dxf").string();
+    QProcess program;
+    Start(program, Home() << QString::fromStdString(drawing));
+    const std::filesystem::path lock = Place.Folder / ".kv-KORVANTI.lock";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(lock); }, 10000));
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(10000));
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_FALSE(HasProgram("D", "OOR"));
+    const std::string errors = program.readAllStandardError().toStdString();
+    EXPECT_NE(errors.find("KV90WIN: " + drawing + " was not run\n"), std::string::npos) << errors;
+}
+
 } // namespace
 } // namespace kv
