@@ -123,6 +123,8 @@ ContentsMark MarkOf(std::string_view contents)
 FileOutcome HandOverProgram(const std::string& installation, const std::string& path,
                             std::string_view contents)
 {
+    if (IsRecorded({StepKind::Program, installation, path, std::string(contents), {}}))
+        return {};
     FileOutcome outcome = MayHoldPrograms(FolderOf(path));
     if (outcome.Ok())
         outcome = MayBeWritten(path);
@@ -167,13 +169,15 @@ FileOutcome HandOverChange(FileChange change)
 
 void HandOverName(std::string name)
 {
-    Outputs.Current.Made.push_back(std::move(name));
+    if (!IsRecorded({StepKind::Name, {}, {}, name, {}}))
+        Outputs.Current.Made.push_back(std::move(name));
 }
 
 OutputMark MarkOutput()
 {
     const JobOutput& output = Outputs.Current;
-    return {output.Programs.size(), output.Changes.size(), output.Made.size(), output.Files.size()};
+    return {output.Programs.size(), output.Changes.size(), output.Made.size(), output.Files.size(),
+            Outputs.Steps.size()};
 }
 
 void DropOutputSince(const OutputMark& mark)
@@ -187,6 +191,7 @@ void DropOutputSince(const OutputMark& mark)
     CutTo(output.Changes, mark.Changes);
     CutTo(output.Made, mark.Made);
     CutTo(output.Files, mark.Files);
+    CutTo(Outputs.Steps, mark.Steps);
     RememberAgain();
 }
 
@@ -197,6 +202,8 @@ void DropOutput(JobOutput& output)
     for (FileChange& change : output.Changes)
         DropStaged(change.Staged);
     output = {};
+    if (&output == &Outputs.Current)
+        Outputs.Steps.clear();
     RememberAgain();
 }
 

@@ -9,6 +9,7 @@
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/genesis_names.h"
 #include "writers/cnc/program_index.h"
+#include "writers/installation_files.h"
 #include "writers/job_output.h"
 #include "writers/output_names.h"
 #include "writers/program_file.h"
@@ -19,34 +20,48 @@ namespace {
 
 constexpr std::size_t HeadLines = 10;
 
-// The old program under an index; empty where none can be found. A name of one character and a folder
-// without index lead nowhere, and the folder is always that of the settings.
-std::string OldIndexedProgram()
+struct OldProgramPlace {
+    std::string Index; // empty: needs none
+    std::string Path;  // empty: nowhere
+};
+
+// The old program under an index. A name of one character and a folder without index lead nowhere, and the
+// folder is always that of the settings.
+OldProgramPlace OldIndexedProgram()
 {
     const bool folderOnly = Run.PartName.ends_with('\\');
     const std::string name = OutputFileName();
     const std::string folder = folderOnly ? Run.PartName : ProgramFolder(Run.ControlType);
-    if (name.size() < 2 || folder.empty() || !FileIsThere(folder + std::string(IndexFileName)))
+    if (name.size() < 2 || folder.empty())
         return {};
-    return folder + PlaceUnderIndex(name);
+    return {folder + std::string(IndexFileName), folder + PlaceUnderIndex(name)};
 }
 
-std::string OldProgram()
+OldProgramPlace OldProgram()
 {
     if (!IsGenesisInstallation())
         return OldIndexedProgram();
     const std::string folder = ProgramFolder(Run.ControlType);
     const std::string name = GenesisFileName(OutputName(), OutputName());
-    return folder.empty() || name.empty() ? std::string() : folder + name;
+    return {{}, folder.empty() || name.empty() ? std::string() : folder + name};
+}
+
+// What is there now; what cannot be told is for the drawing's turn in the installation.
+std::vector<std::string> LikelyComments(const OldProgramPlace& place)
+{
+    try {
+        return CommentsOfProgramAt(place.Index, place.Path);
+    } catch (const RunError&) {
+        return {};
+    }
 }
 
 } // namespace
 
-std::vector<std::string> CommentsOfOldProgram()
+std::vector<std::string> CommentsOfProgramAt(const std::string& index, const std::string& path)
 {
     std::vector<std::string> comments;
-    const std::string path = OldProgram();
-    if (path.empty())
+    if (!index.empty() && !FileIsThere(index))
         return comments;
     std::string head;
     const FileAnswer answer = HeadOfProgram(path, head);
@@ -63,6 +78,18 @@ std::vector<std::string> CommentsOfOldProgram()
         if (BeginsWith(comment, "*") || BeginsWith(comment, "-"))
             comments.push_back(comment);
     }
+    return comments;
+}
+
+std::vector<std::string> CommentsOfOldProgram()
+{
+    const OldProgramPlace place = OldProgram();
+    if (place.Path.empty())
+        return {};
+    if (!Outputs.Recording)
+        return CommentsOfProgramAt(place.Index, place.Path);
+    std::vector<std::string> comments = LikelyComments(place);
+    (void)IsRecorded({StepKind::Comments, place.Index, place.Path, {}, comments});
     return comments;
 }
 

@@ -20,7 +20,6 @@ namespace kv {
 
 namespace {
 
-constexpr std::string_view TemplateFile = "EvHeader.dat";
 constexpr Long DescriptionPlace = 2, PanelPlace = 4; // fields
 constexpr Long LastSideListPlace = 9;
 
@@ -145,7 +144,7 @@ std::vector<std::string> BuildOptimizerRows(Int sorting)
 
 bool LoadEvolutionTemplate(TemplateFields& fields)
 {
-    const std::string path = ExeFolder + std::string(TemplateFile);
+    const std::string path = ExeFolder + std::string(EvolutionTemplateName);
     std::string text;
     const FileAnswer answer = ReadIfThere(path, text, LargestTemplate);
     switch (answer.Is) {
