@@ -27,10 +27,10 @@ struct GivenStage {
     long long Placed = 0; // by an earlier call
 };
 
-void TellStage(const std::string& typed, const std::string& cause)
+void TellStage(const std::string& typed, const std::string& cause) // UTF-8
 {
     EraseProgress();
-    WriteAtOnce("korvanti: " + typed + ": " + Utf8FromAnsi(cause) + "\n", stderr);
+    WriteAtOnce("korvanti: " + typed + ": " + cause + "\n", stderr);
 }
 
 // Empty when the stage may be placed.
@@ -94,7 +94,7 @@ std::optional<std::vector<GivenStage>> LookAtStages(const CommandLine& line)
         const std::string cause = LookAt(stage, marks);
         if (!cause.empty()) {
             well = false;
-            TellStage(typed, cause);
+            TellStage(typed, Utf8FromAnsi(cause));
         }
         stages.push_back(std::move(stage));
     }
@@ -128,7 +128,8 @@ class PlacedNotes {
             if (outcomes[i].Ok())
                 continue;
             Shown->Fail();
-            TellStage(Typed[i], "was placed, which cannot be noted in it: " + outcomes[i].Cause);
+            TellStage(Typed[i],
+                      "was placed, which cannot be noted in it: " + Utf8FromAnsi(outcomes[i].Cause));
         }
         Pending.clear();
         Typed.clear();
@@ -168,7 +169,7 @@ bool PlaceStage(const GivenStage& stage, ListReport& report, PlacedNotes& notes,
     }
     if (cause.empty())
         return true;
-    TellStage(stage.Typed, cause + "; its other drawings are not placed");
+    TellStage(stage.Typed, Utf8FromAnsi(cause) + "; its other drawings are not placed");
     report.Fail();
     return true;
 }

@@ -15,6 +15,7 @@
 #include "state/settings_grids.h"
 #include "writers/evolution/evolution_writer.h"
 #include "writers/program_families.h"
+#include "writers/program_writers.h"
 
 namespace kv {
 
