@@ -8,6 +8,7 @@
 
 #include "platform/aside_names.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace kv {
 
@@ -67,6 +68,16 @@ bool WriteOwnFile(const fs::path& file, std::string_view contents)
     stream.write(contents.data(), static_cast<std::streamsize>(contents.size()));
     stream.close();
     return stream.good();
+}
+
+bool ReadHeadAsSpelled(std::string_view path, std::string& head, std::size_t length)
+{
+    const std::string host = Utf8FromAnsi(ShownPath(path));
+    std::ifstream stream(fs::path(std::u8string(host.begin(), host.end())), std::ios::binary);
+    head.resize(length);
+    stream.read(head.data(), static_cast<std::streamsize>(length));
+    head.resize(static_cast<std::size_t>(stream.gcount()));
+    return stream.is_open();
 }
 
 bool ReadOwnFile(const fs::path& file, std::string& contents)

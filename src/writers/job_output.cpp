@@ -22,8 +22,6 @@ OutputQueue Outputs;
 
 namespace {
 
-constexpr std::size_t HeadBytes = 1000;
-
 // Programs that wait, by their paths in upper case: the next one of that name in any spelling takes the
 // same place, as it would if the file were there.
 struct WaitingProgram {
@@ -135,7 +133,7 @@ FileOutcome HandOverProgram(const std::string& installation, const std::string& 
     const FileAnswer answer = AskFile(path);
     if (answer.Is == Presence::CannotTell)
         return answer.Why;
-    ProgramOutput program{installation, path, std::string(contents.substr(0, HeadBytes)), {}, {}};
+    ProgramOutput program{installation, path, std::string(contents.substr(0, HeadBytesOfPrograms)), {}, {}};
     outcome = StageFile(path, contents, program.Staged);
     if (!outcome.Ok())
         return outcome;
@@ -224,7 +222,7 @@ FileAnswer HeadOfProgram(const std::string& path, std::string& head)
     }
     if (answer.Is == Presence::NotThere)
         return answer;
-    const FileOutcome outcome = ReadFileHead(path, head, HeadBytes);
+    const FileOutcome outcome = ReadFileHead(path, head, HeadBytesOfPrograms);
     return outcome.Ok() ? answer : FileAnswer{Presence::CannotTell, outcome};
 }
 

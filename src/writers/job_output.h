@@ -96,6 +96,7 @@ OutputMark MarkOutput();
 void DropOutputSince(const OutputMark& mark);
 void DropOutput(JobOutput& output);
 
+constexpr std::size_t HeadBytesOfPrograms = 1000;
 // The first bytes of a program as the drawing finds it: of one that waits for the place, else the file's.
 FileAnswer HeadOfProgram(const std::string& path, std::string& head);
 // After what waited has been placed or dropped.

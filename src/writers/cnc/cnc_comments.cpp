@@ -1,6 +1,7 @@
 // Keeps the comment head that an operator wrote into a program when the program is made again.
 // Relies on the old file's place, which is found by rules of its own; leaves nothing behind.
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/needed_files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
@@ -46,29 +47,9 @@ OldProgramPlace OldProgram()
     return {{}, folder.empty() || name.empty() ? std::string() : folder + name};
 }
 
-// What is there now; what cannot be told is for the drawing's turn in the installation.
-std::vector<std::string> LikelyComments(const OldProgramPlace& place)
-{
-    try {
-        return CommentsOfProgramAt(place.Index, place.Path);
-    } catch (const RunError&) {
-        return {};
-    }
-}
-
-} // namespace
-
-std::vector<std::string> CommentsOfProgramAt(const std::string& index, const std::string& path)
+std::vector<std::string> CommentsInHead(const std::string& head)
 {
     std::vector<std::string> comments;
-    if (!index.empty() && !FileIsThere(index))
-        return comments;
-    std::string head;
-    const FileAnswer answer = HeadOfProgram(path, head);
-    ThrowUnlessOk(path, answer.Why);
-    if (answer.Is != Presence::There)
-        return comments;
-
     Long position = 1;
     for (std::size_t i = 0; i < HeadLines && position > 0; ++i) {
         std::string_view line = ParseString(position, head, "\r");
@@ -81,6 +62,29 @@ std::vector<std::string> CommentsOfProgramAt(const std::string& index, const std
     return comments;
 }
 
+// What is likely to be there at the drawing's turn. Looked for as it is spelled alone: the folder changes all
+// the time while others place programs in it, and would be listed anew for each drawing.
+std::vector<std::string> LikelyComments(const std::string& path)
+{
+    std::string head;
+    return ReadHeadAsSpelled(path, head, HeadBytesOfPrograms) ? CommentsInHead(head)
+                                                              : std::vector<std::string>{};
+}
+
+} // namespace
+
+std::vector<std::string> CommentsOfProgramAt(const std::string& index, const std::string& path)
+{
+    if (!index.empty() && !FileIsThere(index))
+        return {};
+    std::string head;
+    const FileAnswer answer = HeadOfProgram(path, head);
+    ThrowUnlessOk(path, answer.Why);
+    if (answer.Is != Presence::There)
+        return {};
+    return CommentsInHead(head);
+}
+
 std::vector<std::string> CommentsOfOldProgram()
 {
     const OldProgramPlace place = OldProgram();
@@ -88,7 +92,7 @@ std::vector<std::string> CommentsOfOldProgram()
         return {};
     if (!Outputs.Recording)
         return CommentsOfProgramAt(place.Index, place.Path);
-    std::vector<std::string> comments = LikelyComments(place);
+    std::vector<std::string> comments = LikelyComments(place.Path);
     (void)IsRecorded({StepKind::Comments, place.Index, place.Path, {}, comments});
     return comments;
 }
