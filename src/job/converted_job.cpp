@@ -95,7 +95,8 @@ std::string_view FieldsReader::Take()
     const std::from_chars_result read = std::from_chars(Rest.data(), Rest.data() + Rest.size(), length);
     const auto digits = static_cast<std::size_t>(read.ptr - Rest.data());
     // Behind the digits a blank, the field and its end.
-    Ok = Ok && read.ec == std::errc() && digits < Rest.size() && Rest[digits] == ' ' &&
+    const bool plain = digits < 2 || Rest[0] != '0';
+    Ok = Ok && read.ec == std::errc() && plain && digits < Rest.size() && Rest[digits] == ' ' &&
          length < Rest.size() - digits - 1 && Rest[digits + 1 + length] == FieldEnd;
     if (!Ok) {
         Rest = {};
@@ -117,8 +118,9 @@ long long FieldsReader::TakeNumber()
 
 std::size_t FieldsReader::TakeCount()
 {
+    constexpr std::size_t shortest = 3; // bytes of a field
     const long long count = TakeNumber();
-    Ok = Ok && count >= 0 && static_cast<unsigned long long>(count) <= Rest.size();
+    Ok = Ok && count >= 0 && static_cast<unsigned long long>(count) <= Rest.size() / shortest;
     return Ok ? static_cast<std::size_t>(count) : 0;
 }
 

@@ -91,16 +91,21 @@ class SpreadList : public Console {
                                       Note("INFO", "PTS NAME=N" + std::to_string(number)));
         return text;
     }
+    // By a name in UTF-8, whatever the host's own code is.
+    fs::path At(const std::string& name) const
+    {
+        return Folder / fs::path(std::u8string(name.begin(), name.end()));
+    }
     // The second folder's drawings write programs of the first one's.
     Words MakeDrawings(int count) const
     {
         Words names;
-        fs::create_directories(Folder / "more \xC3\xBC");
+        fs::create_directories(At("more \xC3\xBC"));
         for (int i = 0; i < count; ++i) {
             const bool again = i % 11 == 5;
             const std::string name =
                 again ? "more \xC3\xBC/Q" + Digits(i - 1) + ".dxf" : "Q" + Digits(i) + ".dxf";
-            Put(Folder / name, DrawingOf(i));
+            Put(At(name), DrawingOf(i));
             names.push_back(name);
         }
         names.push_back("missing.dxf");
@@ -141,7 +146,7 @@ class SpreadList : public Console {
     {
         fs::create_directories(Folder / "temporary");
         return {"DIRTMP=" + (Folder / "CNC90/tmp").string(), "TMPDIR=" + (Folder / "temporary").string(),
-                "ASAN_OPTIONS=detect_leaks=0"};
+                "ASAN_OPTIONS=detect_leaks=0", "TMP=" + (Folder / "temporary").string()};
     }
     static Words Joined(Words words, const Words& more)
     {

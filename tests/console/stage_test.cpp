@@ -20,7 +20,7 @@ class Stages : public SpreadList {
                         names.begin() + static_cast<std::ptrdiff_t>(end));
             const Ended ended = Run(call, Environment());
             EXPECT_NE(ended.Status, 2) << ended.Errors;
-            EXPECT_TRUE(fs::exists(Folder / stage / "manifest")) << ended.Errors;
+            EXPECT_TRUE(fs::exists(At(stage) / "manifest")) << ended.Errors;
             stages.push_back(stage);
         }
         return stages;
@@ -150,9 +150,9 @@ TEST_F(Stages, WithGapsOrTheSameNumberAreRefused)
     ExpectRefused({stages[0], stages[0]}, ": has number 1 in the list, as " + stages[0] + " has");
     const CallResult placed = Place({stages[2], stages[0]}, {"--allow-gaps"});
     EXPECT_LT(placed.Output.find("Q000"), placed.Output.find("Q002")) << placed.Output;
-    EXPECT_TRUE(fs::exists(Folder / stages[0] / "placed"));
-    EXPECT_TRUE(fs::exists(Folder / stages[2] / "placed"));
-    EXPECT_FALSE(fs::exists(Folder / stages[1] / "placed"));
+    EXPECT_TRUE(fs::exists(At(stages[0]) / "placed"));
+    EXPECT_TRUE(fs::exists(At(stages[2]) / "placed"));
+    EXPECT_FALSE(fs::exists(At(stages[1]) / "placed"));
 }
 
 TEST_F(Stages, OfOtherSettingsAreRefused)
