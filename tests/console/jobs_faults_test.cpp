@@ -291,6 +291,18 @@ TEST_F(JobsFaults, AStageThatIsCutOffIsNotThere)
     EXPECT_EQ(left, 1U);
 }
 
+TEST_F(JobsFaults, AStageWhoseFolderIsTakenAwayIsNotMade)
+{
+    const int call = Start(Joined({"convert", "--stage", "stages/s"}, Panels(600)));
+    ASSERT_TRUE(WaitFor([&] { return fs::exists(Folder / "stages") && !fs::is_empty(Folder / "stages"); }));
+    fs::remove_all(Folder / "stages");
+    const Ended ended = EndOf(call);
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_TRUE(Holds(ended.Errors, "korvanti: stages/s: ")) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Errors, "; no stage was made\n")) << ended.Errors;
+    EXPECT_FALSE(fs::exists(Folder / "stages/s"));
+}
+
 TEST_F(JobsFaults, APlacingThatIsStoppedIsContinued)
 {
     const Words names = Panels(300, Note("INFO", "POST INSTRUCTIONS") + Note("INFO", "PTS NAME=ROW"));
