@@ -73,8 +73,10 @@ _korvanti() {
 
     if [[ " ${COMP_WORDS[*]:0:COMP_CWORD} " == *" -- "* ]]; then
         _korvanti_drawings
-    elif [[ $option == --home ]]; then
+    elif [[ $option == --home || $option == --stage ]]; then
         _korvanti_paths -d
+    elif [[ $option == --jobs || $option == --number ]]; then
+        COMPREPLY=()
     elif [[ $option == -o || $option == --output || $option == KEY ]]; then
         _korvanti_paths -f
     elif [[ $option == --set ]]; then
@@ -90,6 +92,8 @@ _korvanti() {
         _korvanti_of $calls
     elif [[ $help == *SWITCH* ]]; then
         _korvanti_of $(_korvanti_choices SWITCH)
+    elif [[ $call == place ]]; then
+        _korvanti_paths -d
     else
         _korvanti_drawings
     fi

@@ -29,7 +29,18 @@ constexpr const char* ConvertFooter =
     "program gets the drawing's name. With several drawings it must be a folder. Without it programs\n"
     "go to the folder that the settings name.\n"
     "KEY is a key of KV90.INI, such as SawKerf or DestinationPath90; the file stays as it is.\n"
-    "Behind -- every word is a drawing, also one that begins with a dash.";
+    "With --jobs N processes convert the drawings; this one places them in the order of the list. With\n"
+    "--stage nothing is placed: DIR, which is made, holds what `korvanti place` brings to its places. Both\n"
+    "set CarryOver=clean: each drawing is converted as in a fresh process.\n"
+    "After -- every word is a drawing, also one that begins with a dash.";
+
+constexpr const char* PlaceText = "Brings drawings that convert --stage has converted to their places.";
+constexpr const char* PlaceFooter =
+    "\nThe drawings are placed in the order of the list: by the numbers of the stages (--number), within a\n"
+    "stage as they were named. Programs, index, notes and cut lists become what one `korvanti convert` of\n"
+    "the whole list would make of them. Nothing is placed when a stage was made by another version of the\n"
+    "program or with other settings, is not whole, was placed before, or when numbers are missing between\n"
+    "the stages. A stage whose placing was stopped is continued by the next call.";
 
 constexpr const char* TraceText = "Prints the records of a conversion as they stand after its stages.";
 constexpr const char* TraceFooter =
@@ -59,6 +70,21 @@ struct Words {
 
 const std::map<std::string, int> SystemNames = {{"cnc90", 0}, {"genesis", 1}, {"evolution", 2}};
 
+void AddSpreading(CLI::App& convert, CommandLine& line)
+{
+    constexpr int MostJobs = 256;
+    convert.add_option("--jobs", line.Jobs, "Processes that convert at the same time")
+        ->type_name("N")
+        ->check(CLI::Range(1, MostJobs));
+    CLI::Option* const stage =
+        convert.add_option("--stage", line.Stage, "Folder to make instead of placing anything")
+            ->type_name("DIR");
+    convert.add_option("--number", line.Number, "Place of this call in a list of stages; 1 when not given")
+        ->type_name("K")
+        ->check(CLI::NonNegativeNumber)
+        ->needs(stage);
+}
+
 void AddConvert(CLI::App& app, CommandLine& line, Words& words)
 {
     CLI::App* const convert = app.add_subcommand("convert", ConvertText);
@@ -74,6 +100,29 @@ void AddConvert(CLI::App& app, CommandLine& line, Words& words)
     convert->add_option("--report", words.Report, "Form of the process report")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
+    AddSpreading(*convert, line);
+}
+
+void AddPlace(CLI::App& app, CommandLine& line, Words& words)
+{
+    CLI::App* const place = app.add_subcommand("place", PlaceText);
+    place->footer(PlaceFooter);
+    place->add_option("DIR", line.Stages, "Folders that convert --stage has made, in any order")->required();
+    place->add_flag("--allow-gaps", line.AllowGaps,
+                    "Places stages although numbers between theirs are missing");
+    place->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    place->add_option("--report", words.Report, "Form of the process report")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+}
+
+// Not for people: without a line of help.
+void AddWork(CLI::App& app, CommandLine& line)
+{
+    CLI::App* const work = app.add_subcommand("work", "")->group("");
+    work->add_option("WORDS", line.Work)->required();
 }
 
 void AddTrace(CLI::App& app, CommandLine& line)
@@ -138,6 +187,10 @@ Call CallOf(const CLI::App& app)
         return Call::Convert;
     if (app.got_subcommand("watch"))
         return Call::Watch;
+    if (app.got_subcommand("place"))
+        return Call::Place;
+    if (app.got_subcommand("work"))
+        return Call::Work;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
 }
 
@@ -175,8 +228,10 @@ void TellUsage(std::string_view cause, Call call)
         Call Asked;
         const char* Name;
     };
-    constexpr NameRow names[] = {
-        {Call::Convert, " convert"}, {Call::Trace, " trace"}, {Call::Watch, " watch"}};
+    constexpr NameRow names[] = {{Call::Convert, " convert"},
+                                 {Call::Place, " place"},
+                                 {Call::Trace, " trace"},
+                                 {Call::Watch, " watch"}};
     std::string text = "korvanti: ";
     text += cause;
     text += "\nkorvanti";
@@ -198,6 +253,8 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     app.require_subcommand(0, 1);
     app.allow_windows_style_options(false);
     AddConvert(app, line, words);
+    AddPlace(app, line, words);
+    AddWork(app, line);
     AddTrace(app, line);
     AddWatch(app, line);
     try {

@@ -8,7 +8,14 @@
 
 namespace kv {
 
-enum class Call { None, Convert, Trace, Watch }; // None: help or version was shown, or the usage was wrong
+enum class Call {
+    None,
+    Convert,
+    Place,
+    Trace,
+    Watch,
+    Work
+}; // None: help or version was shown, or the usage was wrong
 
 constexpr int ExitConverted = 0;
 constexpr int ExitSomeFailed = 1;
@@ -24,6 +31,12 @@ struct CommandLine {
     int System = SystemOfSettings;
     std::vector<std::pair<std::string, std::string>> Overrides; // setting key and value
     bool ReportJson = false;
+    int Jobs = 0;                      // processes of a list; 0: this one alone
+    std::string Stage;                 // folder to be made, as typed
+    long long Number = 1;              // of that stage in the list
+    std::vector<std::string> Stages;   // to be placed, as typed
+    bool AllowGaps = false;            // between their numbers
+    std::vector<std::string> Work;     // words of a process of --jobs
     std::vector<std::string> After;    // stages of a trace; empty: all
     std::vector<std::string> Switches; // of the unattended mode, as typed
 };

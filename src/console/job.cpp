@@ -20,12 +20,28 @@ constexpr const char* NotNameable = "; its name holds a letter that Windows-1252
 
 } // namespace
 
+Int SystemOfJob(int system)
+{
+    return system == SystemOfSettings ? SelectedSystem() : static_cast<Int>(system);
+}
+
 std::string RunJob(const std::string& drawing, std::string_view outputName, int system)
+{
+    return RunJobLine(FromHostPath(drawing), outputName, SystemOfJob(system));
+}
+
+std::string OutcomeOfJob()
+{
+    if (Run.RunFailed == False)
+        return "converted";
+    return AbortAsked() ? "aborted" : "failed";
+}
+
+std::string RunJobLine(std::string jobLine, std::string_view outputName, Int system)
 {
     Run.RunState = 0;
     Run.RunFailed = False;
-    Run.ControlType = system == SystemOfSettings ? SelectedSystem() : static_cast<Int>(system);
-    std::string jobLine = FromHostPath(drawing);
+    Run.ControlType = system;
     if (!outputName.empty()) {
         jobLine += NameSeparator;
         jobLine += outputName;
@@ -34,9 +50,7 @@ std::string RunJob(const std::string& drawing, std::string_view outputName, int 
     ProcessDrawingFile(jobLine);
     ZeroMeters();
     SetMeterInterval(0);
-    if (Run.RunFailed == False)
-        return "converted";
-    return AbortAsked() ? "aborted" : "failed";
+    return OutcomeOfJob();
 }
 
 void TellFailure(const std::string& drawing, std::string_view outcome)
@@ -56,6 +70,18 @@ int TellUnconverted(std::size_t count)
     const std::string text = "korvanti: stopped before " + std::to_string(count) + " more\n";
     WriteAtOnce(text, stderr);
     return ExitSomeFailed;
+}
+
+bool TakeOverrides(const CommandLine& line)
+{
+    for (const auto& [key, value] : line.Overrides) {
+        const bool folder = IsPathSetting(key) && !value.empty();
+        if (OverrideSetting(AnsiFromUtf8(key), folder ? FromHostPath(value) : AnsiFromUtf8(value)))
+            continue;
+        TellUsage("there is no setting \"" + key + "\"", line.Asked);
+        return false;
+    }
+    return true;
 }
 
 std::string OutputName(const std::string& typed)

@@ -17,20 +17,10 @@ namespace {
 
 using namespace kv;
 
-bool TakeOverrides(const CommandLine& line)
-{
-    for (const auto& [key, value] : line.Overrides) {
-        const bool folder = IsPathSetting(key) && !value.empty();
-        if (OverrideSetting(AnsiFromUtf8(key), folder ? FromHostPath(value) : AnsiFromUtf8(value)))
-            continue;
-        TellUsage("there is no setting \"" + key + "\"", line.Asked);
-        return false;
-    }
-    return true;
-}
-
 int MakeCall(const CommandLine& line)
 {
+    if (line.Asked == Call::Work)
+        return WorkForPool(line);
     const std::string folder = InstallationFolder(line.Home);
     if (folder.empty()) {
         TellUsage("the folder named by --home or KORVANTI_HOME is not there", Call::None);
@@ -43,6 +33,8 @@ int MakeCall(const CommandLine& line)
     if (!TakeOverrides(line))
         return ExitUsage;
     InstallAbort();
+    if (line.Asked == Call::Place)
+        return PlaceStages(line);
     return line.Asked == Call::Trace ? TraceDrawings(line) : ConvertDrawings(line);
 }
 

@@ -124,8 +124,13 @@ std::vector<ReportRow> TakeRows()
 
 void WriteRows(std::FILE* stream)
 {
+    WriteRows(TakeRows(), stream);
+}
+
+void WriteRows(const std::vector<ReportRow>& rows, std::FILE* stream)
+{
     std::string text;
-    for (const ReportRow& row : TakeRows()) {
+    for (const ReportRow& row : rows) {
         text += RowLine(row, Colours);
         text += '\n';
     }
@@ -167,6 +172,16 @@ void ShowProgress()
         return;
     LastShown = now;
     DrawMeters();
+}
+
+void ShowListProgress(std::size_t done, std::size_t total)
+{
+    const Clock::time_point now = Clock::now();
+    if (!ProgressWanted || now - LastShown < ProgressStep)
+        return;
+    LastShown = now;
+    WriteAtOnce(WipeLine + std::to_string(done) + " of " + std::to_string(total) + " drawings", stderr);
+    ProgressShown = true;
 }
 
 void EraseProgress()

@@ -25,6 +25,7 @@ void BeginDrawing(); // starts the clock of the progress line
 std::vector<ReportRow> TakeRows();
 // Writes the rows since the last call, with what the drawing left in the buffer of the report.
 void WriteRows(std::FILE* stream);
+void WriteRows(const std::vector<ReportRow>& rows, std::FILE* stream);
 // Behind it nothing of the text waits in a buffer.
 void WriteAtOnce(std::string_view text, std::FILE* stream);
 
@@ -33,6 +34,8 @@ std::string ColourName(const ReportRow& row);                  // "black", "red"
 
 // Called from the event pump: lets the meters creep, and shows them when the drawing takes long.
 void ShowProgress();
+// How far a list has come, while its drawings are converted by others.
+void ShowListProgress(std::size_t done, std::size_t total);
 void EraseProgress();
 
 } // namespace kv

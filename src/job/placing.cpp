@@ -560,6 +560,12 @@ void BeginJobOutput()
     Outputs.Enter = EnterBeforeWriting;
 }
 
+void TakeBackJobOutput()
+{
+    DropOutput(Outputs.Current);
+    --LastNumber;
+}
+
 void FinishJobOutput(bool keep)
 {
     JobOutput& job = Outputs.Current;

@@ -40,6 +40,8 @@ bool PlaceJobs();
 // Of the driver: around each job. A job that ended by an error gives nothing.
 void BeginJobOutput();
 void FinishJobOutput(bool keep);
+// The job begins once more, in another way: what it has handed over is dropped.
+void TakeBackJobOutput();
 
 long JobNumber();                           // of the job that runs or ran last; counts from 1
 const std::vector<std::string>& JobFiles(); // host paths of what that job replaces or makes

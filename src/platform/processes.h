@@ -26,6 +26,7 @@ struct ProcessHooks {
     Long (*Start)(const ProgramCall& command) = nullptr; // a handle above 0; 0 when it cannot start
     Long (*ExitCode)(Long handle) = nullptr;             // StillActive until it has ended
     void (*Forget)(Long handle) = nullptr;
+    void (*Kill)(Long handle) = nullptr; // ends it at once; its exit code is still to be asked for
 };
 extern ProcessHooks Processes;
 

@@ -129,6 +129,14 @@ void LoadAllSettings();
 // Sets one field by its key for this process alone, as if the file held that value, but of any
 // length; false when no setting has that key. Keys of section "PTSDATA" are "PTSDATA.Path" and so on.
 bool OverrideSetting(std::string_view key, std::string_view value);
+// A setting by its key, or a file beside the settings.
+struct SettingText {
+    std::string Key, Value;
+    bool operator==(const SettingText&) const = default;
+};
+// The settings that programs, names and lists depend on, as they hold now, always in one order. Those of
+// the window, of triggers and of viewers are not among them.
+std::vector<SettingText> SettingsOfPrograms();
 // Whether the key's value is a folder, so that a front end can bring a typed path into the program's
 // form first.
 bool IsPathSetting(std::string_view key);

@@ -2,6 +2,7 @@
 // loop for the load and one for the save; fix-ups stand in a table of their own, since they follow
 // when all is read. Missing keys empty their field: what is designed into Settings lasts only until
 // the first load. No value raises a message; what is no number, or none that fits, is 0.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <span>
@@ -317,6 +318,32 @@ int NumberBehind(std::string_view key, std::string_view head, int limit)
     return -1;
 }
 
+// Of the window, of triggers and viewers: no program depends on them.
+constexpr std::string_view KeysBesidePrograms[] = {
+    "FormState",        "SourcePath90",     "SourcePathGen",    "SourcePathEV",     "AutoStartTemp",
+    "AutoStartBatch",   "GraphicAfterAuto", "GraphicAfterMan",  "PauseForMessages", "TipsEnable",
+    "MakeBinaries",     "BatchLimit",       "RadiusLimit",      "GraphicDelay",     "ListColumnWidth3",
+    "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6", "EditorPath"};
+
+void AddTexts(std::vector<SettingText>& texts, std::string_view head, std::span<const SettingRow> rows)
+{
+    for (const SettingRow& row : rows) {
+        const auto* const end = std::end(KeysBesidePrograms);
+        if (std::find(std::begin(KeysBesidePrograms), end, row.Key) == end)
+            texts.push_back({std::string(head) + std::string(row.Key), StoredText(row)});
+    }
+}
+
+void AddCutListTexts(std::vector<SettingText>& texts)
+{
+    AddTexts(texts, CutListHead, CutListRows);
+    texts.push_back({std::string(CutListHead) + "Unit", Config.PTSMetric ? "M" : ""});
+    for (std::size_t slot = 0; slot < PtsSlots; ++slot)
+        if (!Config.PtsNamedByDrawing[slot])
+            texts.push_back({std::string(CutListHead) + "Field" + WholeText(static_cast<long long>(slot)),
+                             Config.PtsQuotes[slot] + Config.PtsFields[slot]});
+}
+
 bool OverrideCutList(std::string_view key, std::string_view value)
 {
     if (const SettingRow* const row = FindRow(CutListRows, key)) {
@@ -456,6 +483,20 @@ bool OverrideSetting(std::string_view key, std::string_view value)
     if (row->How == Form::Word && SelectedSystem() == 2) // it may have been chosen here
         Config.OptimizerBox = false;                     // for this process alone: no key is stored
     return true;
+}
+
+std::vector<SettingText> SettingsOfPrograms()
+{
+    std::vector<SettingText> texts;
+    AddTexts(texts, {}, ExchangeRows);
+    AddTexts(texts, {}, OtherRows);
+    AddCutListTexts(texts);
+    for (std::size_t row = 0; row < Config.ToolSubData.size(); ++row) {
+        const ToolSubstitution& tool = Config.ToolSubData[row];
+        texts.push_back({"ToolSub" + WholeText(static_cast<long long>(row)),
+                         tool.Enabled + " " + tool.Tool + " " + tool.ToolSub});
+    }
+    return texts;
 }
 
 bool IsPathSetting(std::string_view key)

@@ -109,19 +109,28 @@ void AddRow(const PtsTexts& values)
     const std::string path = ListPath(values[0]);
     if (FolderOf(path).empty())
         throw RunError{ErrorPathNotFound, "No folder is set for the cut list " + path};
-    ThrowUnlessOk(path, MayBeWritten(path));
+    std::string row = Row(values);
+    if (!IsRecorded({StepKind::CutList, {}, path, row, {}, Config.PTSMetric}))
+        ThrowUnlessOk(path, HandOverRow(path, std::move(row), Config.PTSMetric));
+    ReportMessage(1, "Entry to PTS: " + ShownPath(path));
+}
+
+} // namespace
+
+FileOutcome HandOverRow(const std::string& path, std::string row, bool metric)
+{
+    FileOutcome outcome = MayBeWritten(path);
+    if (!outcome.Ok())
+        return outcome;
     FileChange change;
     change.Kind = ChangeKind::CutList;
     change.Changed = ListWithRows;
     change.Installation = path;
     change.Path = path;
-    change.Text = Row(values);
-    change.Metric = Config.PTSMetric;
-    ThrowUnlessOk(path, HandOverChange(std::move(change)));
-    ReportMessage(1, "Entry to PTS: " + ShownPath(path));
+    change.Text = std::move(row);
+    change.Metric = metric;
+    return HandOverChange(std::move(change));
 }
-
-} // namespace
 
 void WriteCutListEntry()
 {

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "platform/files.h"
 
 namespace kv {
 
@@ -16,5 +19,16 @@ void ReportBrokenIndex(const std::string& path, std::uint64_t size);
 std::string NotesRoot(std::string_view programFolder);
 // Where the control looks for Navetta.cmd.
 std::string NavettaFolder();
+
+// What drawings ask and hand over when their turn in the installation has come.
+// Comment lines at the head of a program that is about to be replaced; none where `index` is named and not
+// there, or where there is no program. What cannot be told is a RunError.
+std::vector<std::string> CommentsOfProgramAt(const std::string& index, const std::string& path);
+// The record; an index of a broken length is a failure.
+FileOutcome HandOverRecordOf(const std::string& folder, const std::string& path, std::string record);
+// The last program's name for the control, where it has a hand-over file.
+void HandOverProgramName(const std::string& folder, std::string_view programName);
+FileOutcome HandOverNoteLines(const std::string& folder, const std::string& path,
+                              std::vector<std::string> lines);
 
 } // namespace kv

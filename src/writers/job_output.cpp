@@ -22,8 +22,6 @@ OutputQueue Outputs;
 
 namespace {
 
-constexpr std::size_t HeadBytes = 1000;
-
 // Programs that wait, by their paths in upper case: the next one of that name in any spelling takes the
 // same place, as it would if the file were there.
 struct WaitingProgram {
@@ -123,6 +121,8 @@ ContentsMark MarkOf(std::string_view contents)
 FileOutcome HandOverProgram(const std::string& installation, const std::string& path,
                             std::string_view contents)
 {
+    if (IsRecorded({StepKind::Program, installation, path, std::string(contents), {}}))
+        return {};
     FileOutcome outcome = MayHoldPrograms(FolderOf(path));
     if (outcome.Ok())
         outcome = MayBeWritten(path);
@@ -133,7 +133,7 @@ FileOutcome HandOverProgram(const std::string& installation, const std::string& 
     const FileAnswer answer = AskFile(path);
     if (answer.Is == Presence::CannotTell)
         return answer.Why;
-    ProgramOutput program{installation, path, std::string(contents.substr(0, HeadBytes)), {}, {}};
+    ProgramOutput program{installation, path, std::string(contents.substr(0, HeadBytesOfPrograms)), {}, {}};
     outcome = StageFile(path, contents, program.Staged);
     if (!outcome.Ok())
         return outcome;
@@ -167,13 +167,15 @@ FileOutcome HandOverChange(FileChange change)
 
 void HandOverName(std::string name)
 {
-    Outputs.Current.Made.push_back(std::move(name));
+    if (!IsRecorded({StepKind::Name, {}, {}, name, {}}))
+        Outputs.Current.Made.push_back(std::move(name));
 }
 
 OutputMark MarkOutput()
 {
     const JobOutput& output = Outputs.Current;
-    return {output.Programs.size(), output.Changes.size(), output.Made.size(), output.Files.size()};
+    return {output.Programs.size(), output.Changes.size(), output.Made.size(), output.Files.size(),
+            Outputs.Steps.size()};
 }
 
 void DropOutputSince(const OutputMark& mark)
@@ -187,6 +189,7 @@ void DropOutputSince(const OutputMark& mark)
     CutTo(output.Changes, mark.Changes);
     CutTo(output.Made, mark.Made);
     CutTo(output.Files, mark.Files);
+    CutTo(Outputs.Steps, mark.Steps);
     RememberAgain();
 }
 
@@ -197,6 +200,8 @@ void DropOutput(JobOutput& output)
     for (FileChange& change : output.Changes)
         DropStaged(change.Staged);
     output = {};
+    if (&output == &Outputs.Current)
+        Outputs.Steps.clear();
     RememberAgain();
 }
 
@@ -217,7 +222,7 @@ FileAnswer HeadOfProgram(const std::string& path, std::string& head)
     }
     if (answer.Is == Presence::NotThere)
         return answer;
-    const FileOutcome outcome = ReadFileHead(path, head, HeadBytes);
+    const FileOutcome outcome = ReadFileHead(path, head, HeadBytesOfPrograms);
     return outcome.Ok() ? answer : FileAnswer{Presence::CannotTell, outcome};
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "writers/output_steps.h"
 
 namespace kv {
 
@@ -74,6 +75,8 @@ struct OutputQueue {
     std::vector<JobOutput> Waiting;                                  // drawings of a list, in order
     bool Together = false;                                           // a list runs
     FileOutcome (*Enter)(const std::string& installation) = nullptr; // before anything is written aside
+    bool Recording = false;                                          // steps are kept instead of being done
+    std::vector<OutputStep> Steps;                                   // of the drawing that runs
 };
 extern OutputQueue Outputs;
 
@@ -87,12 +90,13 @@ void HandOverName(std::string name);
 
 // Drops what the drawing has handed over since the mark.
 struct OutputMark {
-    std::size_t Programs = 0, Changes = 0, Made = 0, Files = 0;
+    std::size_t Programs = 0, Changes = 0, Made = 0, Files = 0, Steps = 0;
 };
 OutputMark MarkOutput();
 void DropOutputSince(const OutputMark& mark);
 void DropOutput(JobOutput& output);
 
+constexpr std::size_t HeadBytesOfPrograms = 1000;
 // The first bytes of a program as the drawing finds it: of one that waits for the place, else the file's.
 FileAnswer HeadOfProgram(const std::string& path, std::string& head);
 // After what waited has been placed or dropped.

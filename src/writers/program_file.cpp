@@ -54,7 +54,8 @@ bool HandOverReported(const std::string& folder, const std::string& path, std::s
 
 void MakeFoldersOrThrow(const std::string& folder)
 {
-    ThrowUnlessOk(folder, MakeFolders(folder));
+    if (!IsRecorded({StepKind::Folders, {}, folder, {}, {}}))
+        ThrowUnlessOk(folder, MakeFolders(folder));
 }
 
 } // namespace kv

@@ -7,6 +7,9 @@
 
 namespace kv {
 
+// Beside the settings: what programs of the Genesis Evolution are filled into.
+constexpr std::string_view EvolutionTemplateName = "EvHeader.dat";
+
 // Names of the programs written under an index, in order, from element 0. The shell empties it when a
 // list of drawings starts.
 extern std::vector<std::string> ProgramList;

@@ -3,6 +3,7 @@
 // its exit code is, and one that was forgotten while it ran is reaped by whichever call comes later.
 #include "platform/processes.h"
 
+#include <csignal>
 #include <map>
 #include <string>
 #include <vector>
@@ -103,11 +104,18 @@ void Forget(Long handle)
     ReapForgotten();
 }
 
+void Kill(Long handle)
+{
+    const auto found = Children.find(handle);
+    if (found != Children.end() && found->second.ExitCode == StillActive)
+        ::kill(found->second.Process, SIGKILL); // not reaped, so the number is still its own
+}
+
 } // namespace
 
 ProcessHooks SystemProcesses()
 {
-    return {Start, ExitCode, Forget};
+    return {Start, ExitCode, Forget, Kill};
 }
 
 } // namespace kv

@@ -52,11 +52,19 @@ void Forget(Long handle)
     Children.erase(found);
 }
 
+void Kill(Long handle)
+{
+    constexpr UINT killed = 137; // as of a process that is killed on other hosts
+    const auto found = Children.find(handle);
+    if (found != Children.end())
+        TerminateProcess(found->second, killed);
+}
+
 } // namespace
 
 ProcessHooks SystemProcesses()
 {
-    return {Start, ExitCode, Forget};
+    return {Start, ExitCode, Forget, Kill};
 }
 
 } // namespace kv

@@ -63,6 +63,12 @@ void HandOverNavetta(const std::string& folder, std::string_view programName)
 {
     if (!Holds(UpperCase(DestinationPath(Run.ControlType)), "CNC90"))
         return;
+    if (!IsRecorded({StepKind::HandOver, folder, {}, std::string(programName), {}}))
+        HandOverProgramName(folder, programName);
+}
+
+void HandOverProgramName(const std::string& folder, std::string_view programName)
+{
     FileChange change;
     change.Path = NavettaFolder() + "Navetta.cmd";
     const std::string path = change.Path;

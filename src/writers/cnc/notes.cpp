@@ -112,16 +112,23 @@ void HandOverNotes(const std::string& folder, const std::string& place)
         ReportMessage(1, "CNC NOTES NOT SAVED");
         return;
     }
+    const std::string path = root + "NOC\\" + place;
+    MakeFoldersOrThrow(root + "SPC\\");
+    MakeFoldersOrThrow(FolderOf(path));
+    if (!IsRecorded({StepKind::Notes, folder, path, {}, Run.CncNotes}))
+        ThrowUnlessOk(path, HandOverNoteLines(folder, path, Run.CncNotes));
+}
+
+FileOutcome HandOverNoteLines(const std::string& folder, const std::string& path,
+                              std::vector<std::string> lines)
+{
     FileChange change;
     change.Kind = ChangeKind::Notes;
     change.Changed = NotesWith;
     change.Installation = folder;
-    change.Path = root + "NOC\\" + place;
-    change.Lines = Run.CncNotes;
-    MakeFoldersOrThrow(root + "SPC\\");
-    MakeFoldersOrThrow(FolderOf(change.Path));
-    const std::string path = change.Path;
-    ThrowUnlessOk(path, HandOverChange(std::move(change)));
+    change.Path = path;
+    change.Lines = std::move(lines);
+    return HandOverChange(std::move(change));
 }
 
 } // namespace kv

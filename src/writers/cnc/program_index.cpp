@@ -12,6 +12,7 @@
 #include "platform/dialogs.h"
 #include "platform/needed_files.h"
 #include "platform/paths.h"
+#include "platform/run_error.h"
 #include "platform/text.h"
 #include "state/report.h"
 #include "state/settings.h"
@@ -86,24 +87,30 @@ std::optional<std::string> IndexWithRecords(std::optional<std::string> index,
     return file.Text();
 }
 
+FileChange RecordChange(const std::string& folder, const std::string& path, std::string record)
+{
+    FileChange change;
+    change.Kind = ChangeKind::Index;
+    change.Changed = IndexWithRecords;
+    change.Installation = folder;
+    change.Path = path;
+    change.Text = std::move(record);
+    return change;
+}
+
 // False when the index cannot be written. One of a broken length is told and left as it is.
 bool HandOverRecord(const std::string& folder, const std::string& path, std::string record)
 {
+    if (IsRecorded({StepKind::Record, folder, path, record, {}}))
+        return true;
     FileStamp stamp;
     FileOutcome outcome = AskStamp(path, stamp).Why;
     if (outcome.Ok() && stamp.Size % IndexRecordSize != 0) {
         ReportBrokenIndex(path, stamp.Size);
         return true;
     }
-    if (outcome.Ok()) {
-        FileChange change;
-        change.Kind = ChangeKind::Index;
-        change.Changed = IndexWithRecords;
-        change.Installation = folder;
-        change.Path = path;
-        change.Text = std::move(record);
-        outcome = HandOverChange(std::move(change));
-    }
+    if (outcome.Ok())
+        outcome = HandOverChange(RecordChange(folder, path, std::move(record)));
     if (outcome.Ok())
         return true;
     WarnOfIndex(path);
@@ -119,7 +126,21 @@ std::string IndexFolder(std::string_view output)
     return folder.empty() ? ProgramFolder(Run.ControlType) : folder;
 }
 
+bool IndexIsThere(const std::string& path)
+{
+    return IsRecorded({StepKind::Index, {}, path, {}, {}}) || FileIsThere(path);
+}
+
 } // namespace
+
+FileOutcome HandOverRecordOf(const std::string& folder, const std::string& path, std::string record)
+{
+    FileStamp stamp;
+    FileOutcome outcome = AskStamp(path, stamp).Why;
+    if (outcome.Ok() && stamp.Size % IndexRecordSize != 0)
+        return {ErrorFileAccess, "no whole records"};
+    return outcome.Ok() ? HandOverChange(RecordChange(folder, path, std::move(record))) : outcome;
+}
 
 std::string IndexPathIn(const std::string& programFolder)
 {
@@ -188,7 +209,7 @@ bool PlaceIndexedProgram(const ProgramPart& part)
 {
     const std::string folder = IndexFolder(part.Output);
     const std::string indexPath = IndexPathIn(folder);
-    if (folder.empty() || !FileIsThere(indexPath)) {
+    if (folder.empty() || !IndexIsThere(indexPath)) {
         FailWithoutIndex(folder);
         return false;
     }

@@ -15,12 +15,12 @@
 #include "state/settings_grids.h"
 #include "writers/evolution/evolution_writer.h"
 #include "writers/program_families.h"
+#include "writers/program_writers.h"
 
 namespace kv {
 
 namespace {
 
-constexpr std::string_view TemplateFile = "EvHeader.dat";
 constexpr Long DescriptionPlace = 2, PanelPlace = 4; // fields
 constexpr Long LastSideListPlace = 9;
 
@@ -145,7 +145,7 @@ std::vector<std::string> BuildOptimizerRows(Int sorting)
 
 bool LoadEvolutionTemplate(TemplateFields& fields)
 {
-    const std::string path = ExeFolder + std::string(TemplateFile);
+    const std::string path = ExeFolder + std::string(EvolutionTemplateName);
     std::string text;
     const FileAnswer answer = ReadIfThere(path, text, LargestTemplate);
     switch (answer.Is) {

@@ -1,0 +1,133 @@
+// The report of a list. The drawings of a list are placed some at a time; one whose files cannot be placed
+// then has failed, and what was shown of it is put right.
+#include "console/list_report.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "console/calls.h"
+#include "console/report_output.h"
+#include "job/placing.h"
+#include "platform/paths.h"
+#include "platform/terminal.h"
+#include "platform/text.h"
+#include "state/run.h"
+#include "state/settings.h"
+
+namespace kv {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::vector<UnplacedJob> Unplaced; // since the last look
+
+Json ShownLine(const ReportRow& row)
+{
+    return {{"text", Utf8FromAnsi(row.Text)}, {"colour", ColourName(row)}};
+}
+
+Json ShownLines(const std::vector<ReportRow>& rows)
+{
+    Json lines = Json::array();
+    for (const ReportRow& row : rows)
+        lines.push_back(ShownLine(row));
+    return lines;
+}
+
+Json ShownDrawing(const DoneDrawing& done)
+{
+    Json shown;
+    shown["drawing"] = done.Drawing;
+    shown["outcome"] = done.Outcome;
+    shown["lines"] = ShownLines(done.Rows);
+    shown["files"] = done.Files;
+    shown["operations"] = {{"bores", done.Counts.Bores},
+                           {"grooves", done.Counts.Grooves},
+                           {"horizontalBores", done.Counts.HorizontalBores},
+                           {"routes", done.Counts.Routes},
+                           {"headPositions", done.Counts.HeadPositions}};
+    shown["seconds"] = done.Seconds;
+    return shown;
+}
+
+// File names may hold bytes that are no UTF-8.
+void PrintDocument(const Json& document)
+{
+    const std::string text = document.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void KeepUnplaced(const UnplacedJob& job)
+{
+    Unplaced.push_back(job);
+}
+
+void TellWaitAtOnce(const std::string& line)
+{
+    EraseProgress();
+    WriteAtOnce("korvanti: " + Utf8FromAnsi(line) + "\n", stderr);
+}
+
+} // namespace
+
+ListReport::ListReport(bool json) : AsJson(json), First(JobNumber() + 1)
+{
+    OpenReport(!json && IsTerminal(StandardStream::Output), IsTerminal(StandardStream::Error));
+    Placing = {KeepUnplaced, TellWaitAtOnce};
+}
+
+void ListReport::ShowUnplaced()
+{
+    for (const UnplacedJob& job : Unplaced) {
+        const auto place = static_cast<std::size_t>(job.Number - First);
+        Fail();
+        TellFailure(Names[place], "failed");
+        const ReportRow row = {job.Cause, 155, 0, 0, false};
+        if (!AsJson) {
+            WriteAtOnce(RowLine(row, RowColours::None) + "\n", stdout);
+            continue;
+        }
+        Json& shown = Drawings[place];
+        shown["outcome"] = "failed";
+        shown["files"] = Json::array();
+        shown["lines"].push_back(ShownLine(row));
+    }
+    Unplaced.clear();
+}
+
+void ListReport::Show(const DoneDrawing& done)
+{
+    Names.push_back(done.Drawing);
+    if (AsJson)
+        Drawings.push_back(ShownDrawing(done));
+    else
+        WriteRows(done.Rows, stdout);
+    if (done.Outcome != "converted") {
+        Fail();
+        TellFailure(done.Drawing, done.Outcome);
+    }
+    ShowUnplaced();
+}
+
+void ListReport::ShowStop(std::size_t left)
+{
+    Status = std::max(Status, TellUnconverted(left));
+}
+
+int ListReport::Finish()
+{
+    ShowUnplaced();
+    if (AsJson) {
+        PrintDocument({{"version", ProductVersion}, {"drawings", std::move(Drawings)}});
+        return Status;
+    }
+    for (std::string& path : Run.FailedFiles)
+        path = ShownPath(path);
+    ReportFailedFiles(Run.FailedFiles);
+    WriteRows(TakeRows(), stdout);
+    return Status;
+}
+
+} // namespace kv
