@@ -29,10 +29,10 @@ void SwitchTimer1(bool on)
 // only where the table is full.
 void SaveHbdTools(const GridCells& tools)
 {
-    if (SaveGrid(HbdToolFile, tools).Ok())
-        return;
-    ReportMessage(3,
-                  MarkRed + std::string("Unable to save ") + ShownPath(ExeFolder + std::string(HbdToolFile)));
+    const FileOutcome outcome = SaveGrid(HbdToolFile, tools);
+    if (!outcome.Ok())
+        ReportMessage(3, MarkRed + ("Unable to save " + ShownPath(ExeFolder + std::string(HbdToolFile)) +
+                                    ": " + outcome.Cause));
 }
 
 void SaveCutListFields()

@@ -52,10 +52,25 @@ void LoadShellSettings()
     LoadToolSubstitutions();
 }
 
+// Folders in which a file is replaced now and then, outside of any drawing. The installations are another
+// matter: some hold many thousand files.
+void SweepSmallFolders()
+{
+    std::vector<std::string> folders = WatchedFolders();
+    folders.push_back(UserConfigFolder());
+    folders.push_back(ControlFolderOf(Config.DestinationPath90));
+    int swept = 0;
+    for (const std::string& folder : folders) {
+        if (!folder.empty())
+            static_cast<void>(SweepAsides(folder, swept)); // what stays does no harm
+    }
+}
+
 // The folders that the settings name must be the shop's own.
 void TellWhatIsLeft()
 {
     RecoverInstallations();
+    SweepSmallFolders();
     for (const std::string& folder : WatchedFolders())
         TellUnfinishedTriggers(folder);
 }

@@ -191,7 +191,7 @@ TEST_F(SetupRules, ToolTableThatCannotBeSavedIsReported)
     const GridCells tools = {{"Vertical", "5", "0", "0"}};
     AcceptSetup(&tools);
     ASSERT_EQ(ReportLines.size(), 1U);
-    EXPECT_EQ(ReportLines[0], "Unable to save " + (Folder / "KVHBD.cfg").string());
+    EXPECT_EQ(ReportLines[0], "Unable to save " + (Folder / "KVHBD.cfg").string() + ": is a folder");
 }
 
 TEST_F(SetupRules, AToolTableThatCouldNotBeReadIsNotStored)
