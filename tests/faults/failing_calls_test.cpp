@@ -4,13 +4,14 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <set>
 
 #include "faults/disturbed_shop.h"
 
 namespace fault_test {
 namespace {
 
-constexpr int UsualFaults = 8, UsualKills = 4; // of each shop
+constexpr int UsualFaults = 6, UsualKills = 3; // of each shop
 
 const std::vector<int>& ErrorsOf(const CountedCall& call)
 {
@@ -165,6 +166,37 @@ TEST_P(FailingCalls, AKillLeavesEveryFileWhole)
 {
     TryAllKills();
 }
+
+// Files that stand before a run and that it reads, each with every way in which it is looked at first.
+class ReadingFaults : public FailingCalls {};
+
+TEST_P(ReadingFaults, NeverTakeAFileForEmpty)
+{
+    FaultCount count("reading faults, " + Present.Name);
+    std::set<std::string> files, tried;
+    std::vector<const CountedCall*> looks;
+    for (const CountedCall& call : First.Calls) {
+        const std::string place = Place(call);
+        const bool reads = call.Name == "stat" || call.Name == "open" || call.Name == "read";
+        if (call.Writing || !reads || !Known.Before.contains(place) ||
+            !tried.insert(call.Name + place).second)
+            continue;
+        files.insert(place);
+        looks.push_back(&call);
+    }
+    for (const std::size_t i : Picked(looks.size(), UsualFaults))
+        TryFault(count, *looks[i], looks[i]->Name == "read" ? EIO : EACCES, false);
+    for (const std::string& file :
+         {SettingsPlace, std::string("HOME/KVHBD.cfg"),
+          std::string(Present.Name == "evolution" ? "HOME/OptSettings.Dat" : "HOME/DT.Par"), CutListPlace})
+        EXPECT_TRUE(files.contains(file)) << file;
+    EXPECT_TRUE(Present.Name == "evolution" || files.contains(NotesPlace));
+    EXPECT_EQ(count.MissCount(), 0);
+    Conclude(count);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shops, ReadingFaults, testing::Values("cnc90", "evolution"),
+                         [](const auto& shop) { return std::string(shop.param); });
 
 INSTANTIATE_TEST_SUITE_P(Shops, FailingCalls,
                          testing::Values("cnc90", "genesis", "evolution", "watch_temp", "watch_batch"),
