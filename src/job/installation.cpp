@@ -1,14 +1,14 @@
 // The journal of an installation and what it is for. It is on the disk before the first file is moved and
 // goes when the last move is; so whoever finds one, with the lock in hand, finds moves that an ended
 // process has left. A file whose contents are others than the journal says is not one of them. Relies on
-// the lock being held; leaves no file aside of a process that has ended.
+// the lock being held; leaves no copy that a journal named.
 #include "job/installation.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include "platform/aside_names.h"
-#include "platform/directory.h"
+#include "platform/file_lock.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -98,42 +98,85 @@ std::string HostFolderOfAnchor(const std::string& anchor)
     return std::string(HostFolderOf(ToHostPath(anchor)));
 }
 
-FileOutcome FinishMove(PlannedMove& move)
+enum class MoveIs {
+    Done,
+    Failed,
+    Lost, // neither the copy is there nor what it should have become
+};
+
+struct FinishedMove {
+    MoveIs Is = MoveIs::Done;
+    FileOutcome Why; // of Failed
+};
+
+FinishedMove FailedMove(const std::string& place, const FileOutcome& outcome)
+{
+    return {MoveIs::Failed, {outcome.Number, ShownPath(place) + ": " + outcome.Cause}};
+}
+
+// Whether the file holds what the journal says.
+FileAnswer AskContents(const std::string& path, const ContentsMark& mark)
 {
     std::string contents;
-    const FileAnswer answer = ReadIfThere(FromHostPath(move.File.Aside), contents);
-    if (answer.Is == Presence::CannotTell)
-        return answer.Why;
-    if (answer.Is == Presence::NotThere || MarkOf(contents) != move.Mark)
-        return {}; // moved already, or another process's by now
-    const std::string shown = ShownPath(FromHostPath(move.File.Place));
-    const std::string aside = FromHostPath(move.File.Aside);
-    FileOutcome outcome = MoveStaged(move.File);
-    if (!outcome.Ok() && AskFile(aside).Is == Presence::NotThere)
-        return {}; // somebody with the lock of another installation of the set was quicker
-    if (!outcome.Ok())
-        outcome.Cause = shown + ": " + outcome.Cause;
-    return outcome;
+    const FileAnswer answer = ReadIfThere(path, contents);
+    return answer.Is == Presence::There && MarkOf(contents) != mark ? FileAnswer{Presence::NotThere, {}}
+                                                                    : answer;
 }
 
-bool HoldsCopyOfEnded(const std::string& folder)
+FinishedMove FinishMove(PlannedMove& move)
 {
-    constexpr Long most = 1000;
-    std::vector<DirectoryEntry> entries;
-    (void)ReadFileX(folder + ".kv-*.tmp", most, entries);
-    return std::ranges::any_of(entries, [](const DirectoryEntry& entry) {
-        return OwnerOfAside(entry.LongName) == AsideOwner::Ended;
-    });
+    const std::string aside = FromHostPath(move.File.Aside), place = FromHostPath(move.File.Place);
+    const FileAnswer copy = AskContents(aside, move.Mark);
+    if (copy.Is == Presence::CannotTell)
+        return FailedMove(aside, copy.Why);
+    if (copy.Is == Presence::There) {
+        const FileOutcome outcome = MoveOrKeepStaged(move.File);
+        if (outcome.Ok())
+            return {};
+        if (AskFile(aside).Is != Presence::NotThere)
+            return FailedMove(place, outcome);
+        // Somebody with the lock of another installation of the set was quicker.
+    }
+    const FileAnswer moved = AskContents(place, move.Mark);
+    if (moved.Is == Presence::CannotTell)
+        return FailedMove(place, moved.Why);
+    return {moved.Is == Presence::There ? MoveIs::Done : MoveIs::Lost, {}};
 }
 
-// The folders of programs or notes by their first letters.
-void SweepLetters(const std::string& folder)
+// A later drawing of the set has a program of the same name, and its move is looked at by itself.
+bool IsReplacedLater(const std::vector<PlannedMove>& moves, std::size_t at)
 {
-    int swept = 0;
-    (void)SweepAsides(folder + "00\\", swept);
-    for (int letter = '!'; letter <= 0xFF; ++letter) {
-        if (std::string_view("\"*/:<>?\\|").find(static_cast<char>(letter)) == std::string_view::npos)
-            (void)SweepAsides(folder + static_cast<char>(letter) + "\\", swept);
+    return std::any_of(moves.begin() + static_cast<std::ptrdiff_t>(at) + 1, moves.end(),
+                       [&](const PlannedMove& later) { return later.File.Place == moves[at].File.Place; });
+}
+
+// An index is moved when the programs before it are on the disk, so each folder is flushed before the next.
+FileOutcome FinishAll(std::vector<PlannedMove>& moves)
+{
+    std::string folder;
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        const std::string next(HostFolderOf(moves[i].File.Place)); // the move clears it
+        FileOutcome flushed = next == folder ? FileOutcome{} : FlushFiles();
+        if (!flushed.Ok())
+            return flushed;
+        const bool replaced = IsReplacedLater(moves, i);
+        FinishedMove finished = FinishMove(moves[i]);
+        if (finished.Is == MoveIs::Failed)
+            return finished.Why;
+        if (finished.Is == MoveIs::Lost && !replaced)
+            break;
+        folder = next;
+    }
+    return FlushFiles();
+}
+
+// Copies of moves that are not made any more.
+void DropCopies(std::vector<PlannedMove>& moves)
+{
+    for (PlannedMove& move : moves) {
+        const std::string_view aside = move.File.Aside;
+        if (OwnerOfAside(aside.substr(HostFolderOf(aside).size())) == AsideOwner::Ended)
+            DropStaged(move.File);
     }
 }
 
@@ -202,36 +245,23 @@ FileOutcome FinishMoves(const std::string& anchor)
         return {answer.Why.Number, ShownPath(JournalOf(anchor)) + ": " + answer.Why.Cause};
     std::optional<std::vector<PlannedMove>> moves = MovesOfJournal(text, HostFolderOfAnchor(anchor));
     if (moves) {
-        for (PlannedMove& move : *moves) {
-            FileOutcome outcome = FinishMove(move);
-            if (!outcome.Ok())
-                return outcome;
-        }
-        FileOutcome outcome = FlushFiles();
+        FileOutcome outcome = FinishAll(*moves);
         if (!outcome.Ok())
             return outcome;
+        DropCopies(*moves);
     }
     return DropJournal(anchor); // one that is not whole was never begun
 }
 
-void SweepInstallation(const std::string& installation)
+FileOutcome FinishIfLeft(const std::string& installation)
 {
-    int swept = 0;
-    if (!installation.ends_with('\\')) {
-        (void)SweepAsides(FolderOf(installation), swept);
-        return;
-    }
-    // A process that writes programs aside leaves a mark of it in the program folder itself, so that the
-    // many folders of the letters are not gone through each time.
-    if (HoldsCopyOfEnded(installation)) {
-        SweepLetters(installation + "SRG\\");
-        const std::string notes = NotesRoot(installation);
-        if (!notes.empty())
-            SweepLetters(notes + "NOC\\");
-    }
-    if (Holds(UpperCase(installation), "CNC90"))
-        (void)SweepAsides(NavettaFolder(), swept);
-    (void)SweepAsides(installation, swept);
+    const std::string anchor = AnchorOf(installation);
+    if (AskFile(JournalOf(anchor)).Is == Presence::NotThere)
+        return {};
+    FileLock lock;
+    if (lock.TryLock(anchor).Is != LockState::Taken)
+        return {}; // who holds it is alive; what cannot be locked is told when files are to be moved
+    return FinishMoves(anchor);
 }
 
 } // namespace kv

@@ -23,13 +23,15 @@ struct PlannedMove {
 std::string AnchorOf(const std::string& installation);
 std::string JournalOf(const std::string& anchor);
 
+// What an ended process has left half moved; a drawing may read it. Takes the lock where it is free.
+FileOutcome FinishIfLeft(const std::string& installation);
+
 // All of these want the lock of the anchor.
 FileOutcome WriteJournal(const std::string& anchor, std::span<const PlannedMove> moves);
 FileOutcome DropJournal(const std::string& anchor);
-// Does what is left of the moves of a process that has ended. A failure leaves the journal.
+// Does what is left of the moves of a process that has ended. A failure leaves the journal and the copies.
+// Where a copy is lost before it was moved, what comes after it is not moved either.
 FileOutcome FinishMoves(const std::string& anchor);
-// Deletes what ended processes have written aside.
-void SweepInstallation(const std::string& installation);
 
 // A journal's text. Places in or below `folder`, a host path, are named from there, since a shared folder
 // has other names on other machines.

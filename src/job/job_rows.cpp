@@ -3,13 +3,20 @@
 #include "job/job_rows.h"
 
 #include <charconv>
+#include <functional>
 #include <optional>
 #include <span>
 #include <utility>
+#include <vector>
 
+#include "job/left_asides.h"
+#include "platform/aside_names.h"
 #include "platform/clock.h"
+#include "platform/directory.h"
 #include "platform/file_lock.h"
 #include "platform/paths.h"
+#include "platform/text.h"
+#include "state/settings.h"
 
 namespace kv {
 
@@ -42,6 +49,32 @@ std::optional<std::string> TakeField(std::string_view& text)
     return field;
 }
 
+std::string JobRowsName(const std::string& listName)
+{
+    return std::string(OwnNameHead) + listName + ".rows";
+}
+
+// Under the list's lock; without it the rows stay on file.
+void ForgetRows(const std::string& list, const std::function<bool(const std::string&)>& isDone)
+{
+    FileLock lock;
+    for (int tries = 0; lock.TryLock(list).Is == LockState::Held && tries < MostRowsTries; ++tries)
+        PauseSeconds(RowsTrySeconds);
+    std::string text;
+    const std::string path = JobRowsPath(list);
+    if (!lock.IsTaken() || ReadIfThere(path, text).Is != Presence::There)
+        return;
+    RowsByJob rows = RowsOf(text);
+    if (std::erase_if(rows, [&](const auto& row) { return isDone(row.first); }) == 0)
+        return;
+    if (rows.empty()) {
+        (void)DeleteFile(path);
+        return;
+    }
+    const AsideMark mark(list);
+    (void)ReplaceFile(path, JobRowsText(rows));
+}
+
 std::optional<std::string> RowsWith(std::optional<std::string> text,
                                     std::span<const FileChange* const> changes)
 {
@@ -55,7 +88,7 @@ std::optional<std::string> RowsWith(std::optional<std::string> text,
 
 std::string JobRowsPath(const std::string& list)
 {
-    return FolderOf(list) + ".kv-" + FileNameOf(list) + ".rows";
+    return FolderOf(list) + JobRowsName(FileNameOf(list));
 }
 
 RowsByJob RowsOf(std::string_view text)
@@ -111,18 +144,23 @@ void ForgetJobIdentity(const std::string& identity)
         return;
     const std::string list = found->second;
     ListOfJob.erase(found);
-    FileLock lock;
-    for (int tries = 0; lock.TryLock(list).Is == LockState::Held && tries < MostRowsTries; ++tries)
-        PauseSeconds(RowsTrySeconds);
-    if (!lock.IsTaken())
-        return; // the row stays on file; it does no harm before the same job comes again
-    std::string text;
-    const std::string path = JobRowsPath(list);
-    if (ReadIfThere(path, text).Is != Presence::There)
-        return;
-    RowsByJob rows = RowsOf(text);
-    rows.erase(identity);
-    (void)(rows.empty() ? DeleteFile(path) : ReplaceFile(path, JobRowsText(rows)));
+    ForgetRows(list, [&](const std::string& other) { return other == identity; });
+}
+
+void KeepOpenIdentities(std::string_view head, const std::set<std::string>& open)
+{
+    const std::string folder = WithBackslash(Trim(Config.PTSPath));
+    constexpr Long most = 1000;
+    std::vector<DirectoryEntry> files;
+    (void)ReadFileX(folder + JobRowsName("*"), most, files); // what cannot be listed does no harm yet
+    const std::size_t around = JobRowsName("").size();
+    const std::size_t before = OwnNameHead.size();
+    for (const DirectoryEntry& file : files) {
+        const std::string list = file.LongName.substr(before, file.LongName.size() - around);
+        ForgetRows(folder + list, [&](const std::string& identity) {
+            return identity.starts_with(head) && !open.contains(identity);
+        });
+    }
 }
 
 } // namespace kv

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -24,5 +25,8 @@ void SetJobIdentity(std::string identity);
 const std::string& JobIdentity();
 // The job is done for good: a later one of that identity adds its row.
 void ForgetJobIdentity(const std::string& identity);
+// After an interruption: of all identities that begin with `head` those alone are still to be repeated. One
+// whose job was done when the process ended must not give its row to the next job of that name.
+void KeepOpenIdentities(std::string_view head, const std::set<std::string>& open);
 
 } // namespace kv

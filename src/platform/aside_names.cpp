@@ -11,7 +11,6 @@ namespace kv {
 
 namespace {
 
-constexpr std::string_view Head = ".kv-";
 constexpr std::string_view Tail = ".tmp";
 constexpr std::size_t TagDigits = 8;
 constexpr std::string_view HexDigits = "0123456789abcdef";
@@ -54,15 +53,16 @@ long long NumberOf(std::string_view digits)
 
 std::string AsideName(unsigned counter)
 {
-    return std::string(Head) + WholeText(ProcessNumber()) + '-' + MachineTag() + '-' + WholeText(counter) +
-           std::string(Tail);
+    return std::string(OwnNameHead) + WholeText(ProcessNumber()) + '-' + MachineTag() + '-' +
+           WholeText(counter) + std::string(Tail);
 }
 
 AsideOwner OwnerOfAside(std::string_view name)
 {
-    if (!name.starts_with(Head) || !name.ends_with(Tail) || name.size() < Head.size() + Tail.size())
+    if (!name.starts_with(OwnNameHead) || !name.ends_with(Tail) ||
+        name.size() < OwnNameHead.size() + Tail.size())
         return AsideOwner::None;
-    name = name.substr(Head.size(), name.size() - Head.size() - Tail.size());
+    name = name.substr(OwnNameHead.size(), name.size() - OwnNameHead.size() - Tail.size());
     const std::string_view process = name.substr(0, name.find('-'));
     const std::string_view count = name.substr(name.rfind('-') + 1); // all of it without a "-"
     if (!IsWholeNumber(process) || !IsWholeNumber(count) || process.size() + count.size() >= name.size())

@@ -8,6 +8,10 @@
 
 namespace kv {
 
+// So begin the names of all files that programs agree on among themselves: copies, locks, journals. They are
+// spelled in one way alone.
+constexpr std::string_view OwnNameHead = ".kv-";
+
 std::string AsideName(unsigned counter); // of this process
 
 enum class AsideOwner {

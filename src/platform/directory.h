@@ -27,6 +27,8 @@ struct DirectoryEntry {
 FileAnswer FCount(std::string_view pattern, Long& count);
 // At most `count` entries, in the order of their names.
 FileAnswer ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries);
+// The folders in a folder, by their names; of one that cannot be read to its end, none.
+FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names);
 // Whether any file has a name of that pattern, or that very name where it has no "*" and no "?".
 FileAnswer AskPattern(std::string_view pattern);
 

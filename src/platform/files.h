@@ -80,13 +80,20 @@ FileOutcome FlushStaged(StagedFile& staged);
 // Nothing is moved that is not on the disk: a copy that was not flushed is flushed first. What cannot be
 // moved is dropped.
 FileOutcome MoveStaged(StagedFile& staged);
+FileOutcome MoveOrKeepStaged(StagedFile& staged); // what cannot be moved stays staged
 void DropStaged(StagedFile& staged);
+// A copy could not be dropped and stays. Whoever keeps account of copies sets it back.
+extern bool CopyStays;
+// Brings the name of the copy to the disk; its contents are FlushStaged's.
+FileOutcome FlushNameOfStaged(const StagedFile& staged);
 // Waits until all moves and renames since the last call are on the disk. Front ends call it at the end of
 // a job or a list, and at least every two seconds in between.
 FileOutcome FlushFiles();
 
-// Deletes the copies that programs left in the folder which have ended on this machine without moving
-// or dropping them; no other file. `swept` counts them. A folder that is not there has none.
+// The copies that programs left in the folder which have ended on this machine without moving or dropping
+// them, by their paths. A folder that is not there has none.
+FileOutcome ListLeftAsides(std::string_view folder, std::vector<std::string>& paths);
+// Deletes those; no other file. `swept` counts them.
 FileOutcome SweepAsides(std::string_view folder, int& swept);
 
 // Host paths of the files that were replaced or made, in order; null: nobody asks.

@@ -95,7 +95,7 @@ void RunTempDrawing(const std::string& folder, const std::string& path, Int syst
     const ActiveRun active(StartedBy::Trigger);
     PrepareRun();
     DoEvents();
-    const FileStamp stamp = StampOfTrigger(path);
+    const FileStamp stamp = StampOrTell(path);
     RunJobLine(path, system);
     EndTempDrawing(folder, stamp, BringJobToDisk());
     FinishJob(DestinationPath(Run.ControlType), FileNameOf(Run.PartName));

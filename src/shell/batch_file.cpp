@@ -136,10 +136,15 @@ std::string DrawingOf(const BatchJob& job)
     return Holds(UpperCase(job.Input), ".DXF") ? job.Input : job.Input + ".DXF";
 }
 
+std::string BatchIdentityHead(std::string_view folder)
+{
+    return UpperCase(folder) + '|';
+}
+
 std::string BatchLineIdentity(std::string_view folder, const BatchLine& line, const BatchSwitches& switches,
                               int equalOnesAfterIt)
 {
-    return UpperCase(folder) + '|' + BatchLineKey(line, switches) + '|' + WholeText(equalOnesAfterIt);
+    return BatchIdentityHead(folder) + BatchLineKey(line, switches) + '|' + WholeText(equalOnesAfterIt);
 }
 
 std::string JobLine(const BatchJob& job)

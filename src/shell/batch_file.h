@@ -48,6 +48,7 @@ BatchJob ReadBatchJob(std::string_view line, std::string_view sourceFolder, std:
 std::string DrawingOf(const BatchJob& job);
 // Tells the line from all others of its folder, and is the same when what is left of a batch is tried again:
 // lines go off a batch at its head, so equal ones are numbered from its end.
+std::string BatchIdentityHead(std::string_view folder); // what they all begin with
 std::string BatchLineIdentity(std::string_view folder, const BatchLine& line, const BatchSwitches& switches,
                               int equalOnesAfterIt);
 // The job line of the conversion: input, the byte 0xFF, output folder and name.

@@ -154,10 +154,11 @@ BatchWork PlanBatch(const std::string& folder, Int system, const std::vector<Bat
 bool TakeLineOff(BatchWork& work)
 {
     work.Rest.erase(work.Rest.begin() + static_cast<std::ptrdiff_t>(work.Place));
-    if (KeepBatchLines(work.Folder, work.Rest))
+    const FileOutcome outcome = KeepBatchLines(work.Folder, work.Rest);
+    if (outcome.Ok())
         return true;
     const std::string path = work.Folder + std::string(BatchRunFile);
-    ReportMessage(1, MarkRed + (ShownPath(path) + " cannot be written"));
+    ReportMessage(1, MarkRed + (ShownPath(path) + " cannot be written: " + outcome.Cause));
     return false;
 }
 
@@ -208,12 +209,14 @@ int JobsOf(const std::vector<std::string>& lines)
 void KeepRest(const BatchWork& work, int jobs)
 {
     Shell.JobsLeft += jobs;
+    const FileOutcome kept = KeepBatchLines(work.Folder, work.Rest);
     std::string told;
-    if (KeepBatchLines(work.Folder, work.Rest))
+    if (kept.Ok())
         told = SetUnfinishedBatchAside(work.Folder);
     if (told.empty())
         told = MarkRed + ("Unfinished batch: the last " + WholeText(jobs) + " jobs of " +
-                          ShownPath(work.Folder + std::string(BatchRunFile)) + " are not done");
+                          ShownPath(work.Folder + std::string(BatchRunFile)) + " are not done" +
+                          (kept.Ok() ? "" : ": " + kept.Cause));
     ReportMessage(1, told);
     NoteLeft(told);
 }
@@ -233,8 +236,12 @@ void EndBatch(const BatchWork& work)
     const int jobs = JobsOf(work.Rest);
     if (jobs > 0)
         KeepRest(work, jobs);
-    if (WriteProcessedList(work) && jobs == 0)
-        DropBatchLines(work.Folder);
+    if (!WriteProcessedList(work) || jobs > 0)
+        return;
+    const FileOutcome dropped = DropBatchLines(work.Folder);
+    if (!dropped.Ok())
+        ReportMessage(1, MarkRed + (ShownPath(work.Folder + std::string(BatchRunFile)) +
+                                    " is done and cannot be deleted: " + dropped.Cause));
 }
 
 } // namespace

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
+#include "job/job_rows.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
@@ -57,22 +59,20 @@ std::string JoinedBatches(const std::string& old, const std::string& added)
     return text;
 }
 
-// False: the lines are where they were.
-bool MoveLines(const std::string& path, const std::string& lines, const std::string& place)
+// When it fails the lines are where they were.
+FileOutcome MoveLines(const std::string& path, const std::string& lines, const std::string& place)
 {
     std::string old;
-    switch (ReadIfThere(place, old).Is) {
-    case Presence::There:
-        break;
-    case Presence::NotThere:
-        return RenameFile(path, place).Ok() && FlushFiles().Ok();
-    case Presence::CannotTell:
-        return false;
-    }
-    if (!ReplaceFile(place, JoinedBatches(old, lines)).Ok() || !FlushFiles().Ok())
-        return false;
-    static_cast<void>(DeleteFile(path)); // one that stays adds nothing when it is set aside again
-    return true;
+    const FileAnswer answer = ReadIfThere(place, old);
+    if (answer.Is == Presence::CannotTell)
+        return answer.Why;
+    const bool isFree = answer.Is == Presence::NotThere;
+    FileOutcome outcome = isFree ? RenameFile(path, place) : ReplaceFile(place, JoinedBatches(old, lines));
+    if (outcome.Ok())
+        outcome = FlushFiles();
+    if (outcome.Ok() && !isFree)
+        static_cast<void>(DeleteFile(path)); // one that stays adds nothing when it is set aside again
+    return outcome;
 }
 
 bool HoldsJob(const std::vector<BatchLine>& lines)
@@ -81,9 +81,35 @@ bool HoldsJob(const std::vector<BatchLine>& lines)
                        [](const BatchLine& line) { return line.Kind == BatchLineKind::Job; });
 }
 
+void AddIdentities(std::string_view folder, const std::string& text, std::set<std::string>& identities)
+{
+    std::map<std::string, int> equal;
+    CountJobs(text, equal);
+    BatchSwitches switches;
+    for (const BatchLine& line : BatchLines(text)) {
+        if (line.Kind == BatchLineKind::Command)
+            FollowBatchCommand(line.Text, switches);
+        else if (line.Kind == BatchLineKind::Job)
+            identities.insert(
+                BatchLineIdentity(folder, line, switches, --equal[BatchLineKey(line, switches)]));
+    }
+}
+
+// Lines that are in none of the two files any more are done, whatever the program did last.
+void ForgetDoneLines(std::string_view folder, const std::string& unfinished)
+{
+    std::string old;
+    if (ReadIfThere(PathIn(folder, BatchOldFile), old).Is == Presence::CannotTell)
+        return;
+    std::set<std::string> open;
+    AddIdentities(folder, unfinished, open);
+    AddIdentities(folder, old, open);
+    KeepOpenIdentities(BatchIdentityHead(folder), open);
+}
+
 } // namespace
 
-bool KeepBatchLines(std::string_view folder, const std::vector<std::string>& lines)
+FileOutcome KeepBatchLines(std::string_view folder, const std::vector<std::string>& lines)
 {
     std::string text;
     for (const std::string& line : lines) {
@@ -93,15 +119,17 @@ bool KeepBatchLines(std::string_view folder, const std::vector<std::string>& lin
     // The file that stands may belong to whoever wrote the batch and be closed to this program; so it
     // gives way to a new one, and is not asked whether it may be written.
     StagedFile staged;
-    if (!StageFile(PathIn(folder, "BATCH.NEW"), text, staged).Ok())
-        return false;
+    FileOutcome outcome = StageFile(PathIn(folder, "BATCH.NEW"), text, staged);
+    if (!outcome.Ok())
+        return outcome;
     staged.Place = ToHostPath(PathIn(folder, BatchRunFile));
-    return MoveStaged(staged).Ok() && FlushFiles().Ok();
+    outcome = MoveStaged(staged);
+    return outcome.Ok() ? FlushFiles() : outcome;
 }
 
-void DropBatchLines(std::string_view folder)
+FileOutcome DropBatchLines(std::string_view folder)
 {
-    static_cast<void>(DeleteFile(PathIn(folder, BatchRunFile))); // one that stays holds no job
+    return DeleteFile(PathIn(folder, BatchRunFile));
 }
 
 std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head)
@@ -116,14 +144,17 @@ std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view he
         return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
     const std::vector<BatchLine> lines = BatchLines(contents);
     if (!HoldsJob(lines)) {
-        DropBatchLines(folder);
+        ForgetDoneLines(folder, contents);
+        static_cast<void>(DropBatchLines(folder)); // one that stays holds no job
         return {};
     }
     const auto count = std::count_if(lines.begin(), lines.end(),
                                      [](const BatchLine& line) { return line.Kind != BatchLineKind::Blank; });
-    const bool moved = MoveLines(path, contents, place);
+    const FileOutcome moved = MoveLines(path, contents, place);
+    ForgetDoneLines(folder, contents);
     return std::string(head) + WholeText(static_cast<long long>(count)) + " lines kept in " +
-           ShownPath(moved ? place : path);
+           (moved.Ok() ? ShownPath(place)
+                       : ShownPath(path) + ", " + ShownPath(place) + " cannot be written: " + moved.Cause);
 }
 
 void TellUnfinishedBatch(std::string_view folder)

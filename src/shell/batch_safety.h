@@ -5,18 +5,20 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/files.h"
+
 namespace kv {
 
 constexpr std::string_view BatchRunFile = "BATCH.RUN";
 constexpr std::string_view BatchOldFile = "BATCH.OLD";
 
-// Lines of BATCH.LST in `folder` (with its backslash), as they stood in the file. False: not on the disk.
-bool KeepBatchLines(std::string_view folder, const std::vector<std::string>& lines);
-void DropBatchLines(std::string_view folder);
+// Lines of BATCH.LST in `folder` (with its backslash), as they stood in the file. They are on the disk then.
+FileOutcome KeepBatchLines(std::string_view folder, const std::vector<std::string>& lines);
+FileOutcome DropBatchLines(std::string_view folder);
 
 // A BATCH.RUN that stands goes to BATCH.OLD, after the lines that one already holds; what BATCH.OLD holds
 // already is not added again, and a BATCH.RUN without a job just goes. Gives `head` and how many lines are
-// kept where; empty when there was no job.
+// kept where, with the cause where that is still BATCH.RUN; empty when there was no job.
 constexpr std::string_view UnfinishedBatchHead = "Unfinished batch: ";
 std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head = UnfinishedBatchHead);
 // At program start: a BATCH.RUN of an earlier process becomes BATCH.OLD and is told in the report.

@@ -53,19 +53,26 @@ void LoadShellSettings()
     LoadToolSubstitutions();
 }
 
-// Copies of settings that an ended process did not come to move.
-void SweepOwnFolders()
+// Folders in which a file is replaced now and then, outside of any drawing. The installations are another
+// matter: some hold many thousand files.
+void SweepSmallFolders()
 {
+    std::vector<std::string> folders = WatchedFolders();
+    folders.push_back(ExeFolder);
+    folders.push_back(UserConfigFolder());
+    folders.push_back(ControlFolderOf(Config.DestinationPath90));
     int swept = 0;
-    for (const std::string& folder : {ExeFolder, UserConfigFolder()})
-        static_cast<void>(SweepAsides(folder, swept)); // the next start tries again
+    for (const std::string& folder : folders) {
+        if (!folder.empty())
+            static_cast<void>(SweepAsides(folder, swept)); // what stays does no harm
+    }
 }
 
 // The folders that the settings name must be the shop's own.
 void TellWhatIsLeft()
 {
-    SweepOwnFolders();
     RecoverInstallations();
+    SweepSmallFolders();
     for (const std::string& folder : WatchedFolders())
         TellUnfinishedTriggers(folder);
 }

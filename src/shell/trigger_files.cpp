@@ -28,6 +28,8 @@ constexpr double LookSeconds = 0.1;     // between two looks at a drawing that i
 constexpr std::size_t TailLength = 512; // bytes that hold the last lines of a drawing
 constexpr double SecondsOfDay = 86400;
 constexpr int MostAsides = 10000; // names that are tried for a drawing that is set aside
+constexpr FileStamp OutOfReach{~std::uint64_t{0}, 0,
+                               0}; // of a file that cannot be asked for; none is so long
 constexpr std::string_view LeftHead = "Left from an earlier start and not run: ";
 
 // Of a trigger file, by its path.
@@ -39,10 +41,12 @@ struct TriggerMemory {
 };
 std::map<std::string, TriggerMemory> Triggers;
 
-bool HoldsEndLine(const std::string& path)
+// `outcome`: of the reading.
+bool HoldsEndLine(const std::string& path, FileOutcome& outcome)
 {
     std::string tail;
-    if (!ReadFileTail(path, tail, TailLength).Ok())
+    outcome = ReadFileTail(path, tail, TailLength);
+    if (!outcome.Ok())
         return false;
     const std::vector<BatchLine> lines = BatchLines(tail); // any line end
     return std::any_of(lines.begin(), lines.end(),
@@ -147,12 +151,11 @@ void ForgetTriggers()
 
 bool TriggerIsThere(const std::string& path)
 {
-    constexpr FileStamp outOfReach{~std::uint64_t{0}, 0, 0}; // no file is so long
     const FileAnswer answer = AskFile(path);
     if (answer.Is == Presence::CannotTell)
-        RefuseTrigger(path, outOfReach, "cannot be looked for: " + answer.Why.Cause);
+        RefuseTrigger(path, OutOfReach, "cannot be looked for: " + answer.Why.Cause);
     else if (const auto known = Triggers.find(path);
-             known != Triggers.end() && known->second.Refused == outOfReach)
+             known != Triggers.end() && known->second.Refused == OutOfReach)
         known->second.Refused = {};
     return answer.Is == Presence::There;
 }
@@ -164,16 +167,29 @@ FileStamp StampOfTrigger(const std::string& path)
     return stamp;
 }
 
+FileStamp StampOrTell(const std::string& path)
+{
+    FileStamp stamp;
+    const FileAnswer answer = AskStamp(path, stamp);
+    if (answer.Is == Presence::CannotTell)
+        RefuseTrigger(path, OutOfReach, "cannot be asked for: " + answer.Why.Cause);
+    return stamp;
+}
+
 bool ReadyToRun(const std::string& path)
 {
     if (!TriggerIsThere(path))
         return false;
-    const FileStamp stamp = StampOfTrigger(path);
-    if (stamp.Size == 0)
-        return false;
+    FileStamp stamp;
+    const FileAnswer answer = AskStamp(path, stamp);
+    FileOutcome outcome = answer.Why;
+    const bool ended = stamp.Size > 0 && HoldsEndLine(path, outcome);
+    if (!outcome.Ok() && !outcome.Missing)
+        RefuseTrigger(path, answer.Is == Presence::There ? stamp : OutOfReach,
+                      "cannot be read: " + outcome.Cause);
+    if (ended || stamp.Size == 0)
+        return ended;
     TriggerMemory& memory = Triggers[path];
-    if (HoldsEndLine(path))
-        return true;
     const double now = SecondsSinceMidnight();
     if (memory.Seen != stamp) {
         memory.Seen = stamp;
@@ -187,8 +203,9 @@ bool ReadyToRun(const std::string& path)
 void WaitUntilWritten(const std::string& path)
 {
     double still = 0;
+    FileOutcome read; // a fault is the job's to report
     FileStamp stamp = StampOfTrigger(path);
-    while (AskFile(path).Is != Presence::NotThere && !HoldsEndLine(path) && still < StillSeconds &&
+    while (AskFile(path).Is != Presence::NotThere && !HoldsEndLine(path, read) && still < StillSeconds &&
            !UserAborted()) {
         PauseSeconds(LookSeconds);
         const FileStamp now = StampOfTrigger(path);
@@ -226,8 +243,13 @@ std::string TakeTempDrawing(const std::string& folder, FileLock& lock)
 void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done)
 {
     const std::string path = folder + std::string(TempRunFile);
+    const FileStamp now = StampOrTell(path);
+    if (stamp == FileStamp{} || now == FileStamp{}) {
+        TellDrawingAside(folder, path, "Nobody knows whether it has changed meanwhile: ");
+        return;
+    }
     // Whoever wrote it has written more into it meanwhile: that is another job.
-    const bool changed = StampOfTrigger(path) != stamp;
+    const bool changed = now != stamp;
     if (changed && RenameToFree(path, folder + std::string(TempDrawing)).Ok())
         return;
     if (changed || !done) {

@@ -24,6 +24,7 @@ void ForgetTriggers();
 bool TriggerIsThere(const std::string& path);
 // All 0 when it is not there, and when that cannot be told: such a file is not run.
 FileStamp StampOfTrigger(const std::string& path);
+FileStamp StampOrTell(const std::string& path); // reports why it cannot be told
 // Whether a drawing is there and is written to its end.
 bool ReadyToRun(const std::string& path);
 // Until a drawing is written to its end, as far as can be seen.

@@ -67,7 +67,7 @@ class DisturbedShop : public testing::Test {
     {
         PutDown(Known.Before, Table.Root());
         for (const Words& call : calls) {
-            if (Present.Watches && &call != &calls.front())
+            if (Present.Watches && &call != &calls.front() && call == Present.Call)
                 PutTriggers();
             Table.Run(Present, call);
         }
@@ -88,7 +88,7 @@ class DisturbedShop : public testing::Test {
         ASSERT_EQ(First.Status, 0) << First.Said;
         ASSERT_GT(First.Calls.size(), 50U) << "the library did not see the program's calls";
         for (const std::string& program : Present.Programs) {
-            ASSERT_TRUE(Known.Once.contains(program)) << program;
+            ASSERT_TRUE(Known.Once.contains(program)) << program << ": " << First.Said;
             EXPECT_TRUE(!Known.Before.contains(program) ||
                         Known.Once.at(program) != Known.Before.at(program));
         }
@@ -148,7 +148,10 @@ class DisturbedShop : public testing::Test {
         if (!Present.Watches) // what a watch leaves is for the next watch
             FindAll(count, "left", name, StraysIn(Known, next));
         Reference both = Known;
-        both.Final = &Known.Others.back();
+        // A job that was done before the disturbance is not run again: the last one is then the probe's,
+        // which the hand-over file names.
+        const bool probeIsLast = Present.Watches && !AnyJobWaits(Present, next);
+        both.Final = probeIsLast ? &*std::prev(Known.Others.end(), 2) : &Known.Others.back();
         if (!Present.Watches) {
             Table.Run(Present, Present.Call);
             FindAll(count, "after", name, JudgeDone(both, TakeUp(Table.Root()), 2, 2));

@@ -62,6 +62,52 @@ TEST_F(LargeShop, KeepsEveryRecordAndSortsTheNewOnesIn)
     std::cout << "[ FAULTS   ] " << records << " records: " << now.Rows.size() << " after 4 drawings\n";
 }
 
+// What a list asks of the disk for all its drawings, and not for each of them. Counted, since times say
+// little on a machine that is busy.
+TEST_F(LargeShop, AListReadsIndexFolderAndCutListForManyDrawingsTogether)
+{
+    constexpr long Drawings = 200;
+    Grow(1000);
+    const std::string panel = Present.Before["IN/side2.dxf"];
+    Present.Call.resize(Present.Call.size() - Present.Jobs.size());
+    for (int i = 0; i < Drawings; ++i) {
+        const std::string name = "P" + std::to_string(1000 + i);
+        std::string drawing = panel;
+        const std::size_t at = drawing.find("NAME=SIDE2");
+        ASSERT_NE(at, std::string::npos);
+        drawing.replace(at, 10, "NAME=" + name);
+        Present.Before["IN/" + name + ".dxf"] = drawing;
+        Present.Call.push_back((Table.Root() / "IN" / (name + ".dxf")).string());
+    }
+    PutDown(Present.Before, Table.Root());
+    const Ran ran = Table.Run(Present, Present.Call, {}, true);
+    ASSERT_EQ(ran.Status, 0) << ran.Said;
+    EXPECT_EQ(ReadIndex(IndexNow()).Rows.size(), 1000U + Drawings);
+    const auto count = [&](const std::string& call, const std::string& place) {
+        const std::string path = (Table.Root() / place).string();
+        return std::count_if(ran.Calls.begin(), ran.Calls.end(), [&](const CountedCall& counted) {
+            return counted.Name == call && counted.Path == path;
+        });
+    };
+    // Every two seconds all that waits is placed: one journal each time.
+    const auto placings = std::count_if(ran.Calls.begin(), ran.Calls.end(), [](const CountedCall& counted) {
+        return counted.Name == "unlink" && counted.Path.ends_with("/.kv-INDICE.PRG.moves");
+    });
+    EXPECT_GE(placings, 1);
+    EXPECT_LE(placings, Drawings / 10);
+    for (const std::string& file : {IndexPlace, CutListPlace}) {
+        EXPECT_GE(count("open", file), 1) << file;
+        EXPECT_LE(count("open", file), 6 * placings + 2) << file;
+        EXPECT_LE(count("read", file), 12 * placings + 4) << file;
+    }
+    EXPECT_GE(count("opendir", "CNC90/SORG/SRG/P"), 1);
+    EXPECT_LE(count("opendir", "CNC90/SORG/SRG/P"), Drawings / 2);
+    EXPECT_LE(count("opendir", "CNC90/SORG"), Drawings / 2);
+    std::cout << "[ FAULTS   ] " << Drawings << " drawings: placed " << placings << " times, index opened "
+              << count("open", IndexPlace) << " times, read " << count("read", IndexPlace)
+              << " times, folder read " << count("opendir", "CNC90/SORG/SRG/P") << " times\n";
+}
+
 // Whole records of NUL bytes: no name of a record is above a new one, so the new ones come behind them.
 TEST_F(LargeShop, AnIndexOfNulBytesKeepsItsLengthAndTakesTheNewRecords)
 {

@@ -46,6 +46,8 @@ std::string SettingsOf(const std::string& control, const fs::path& root)
     SetKey(text, "Winner90", control == "cnc90" ? "True" : "False");
     SetKey(text, "Genesis", control == "genesis" ? "True" : "False");
     SetKey(text, "GenesisEV", control == "evolution" ? "True" : "False");
+    SetKey(text, "EvOptOff", "False");
+    SetKey(text, "EvOptGS", "True"); // reads OptSettings.Dat
     SetKey(text, "MakeHBD", " 1");
     SetKey(text, "OffsetX", "7");
     SetKey(text, "LeadLength", "31");
@@ -172,7 +174,8 @@ Shop ListOfDrawings(const std::string& control, const fs::path& root)
     if (control == "genesis")
         shop.Programs = {"GEN/DF597", "GEN/t_lines", "GEN/SYSTEM_R.OWS", "GEN/side2"};
     if (control == "evolution")
-        shop.Programs = {"EVO/DF597.CNC", "EVO/t_lines.CNC", "EVO/system_rows.CNC", "EVO/side2.CNC"};
+        shop.Programs = {"EVO/DF597.CNC", "EVO/t_lines.CNC", "EVO/system_rows.CNC",
+                         "HBD/side2"}; // the horizontal machine drills its one bore
     return shop;
 }
 

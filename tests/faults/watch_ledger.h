@@ -2,6 +2,8 @@
 // done, or still waiting in a file, or was reported as failed.
 #pragma once
 
+#include <algorithm>
+
 #include "faults/judge.h"
 #include "faults/own_readers.h"
 
@@ -20,16 +22,38 @@ inline bool IsDone(const Shop& shop, const Reference& reference, const Tree& now
     return found != now.end() && found->second == reference.Once.at(shop.Programs[job]);
 }
 
-// `failed`: how many jobs were reported as failed.
-inline Findings JudgeLedger(const Shop& shop, const Reference& reference, const Tree& now, int failed)
+// What is still to be done, in lower case.
+inline std::string WaitingText(const Tree& now)
 {
     std::string waiting;
     for (const auto& [path, bytes] : now) {
         if (KeepsJobs(path))
             waiting += Lowered(bytes);
     }
+    return waiting;
+}
+
+// A dropped drawing is one job.
+inline Words LinesOfJobs(const Shop& shop)
+{
+    return shop.Jobs.empty() ? Words{"entities"} : shop.Jobs;
+}
+
+inline bool AnyJobWaits(const Shop& shop, const Tree& now)
+{
+    const std::string waiting = WaitingText(now);
+    const Words jobs = LinesOfJobs(shop);
+    return std::any_of(jobs.begin(), jobs.end(), [&](const std::string& job) {
+        return waiting.find(Lowered(job)) != std::string::npos;
+    });
+}
+
+// `failed`: how many jobs were reported as failed.
+inline Findings JudgeLedger(const Shop& shop, const Reference& reference, const Tree& now, int failed)
+{
+    const std::string waiting = WaitingText(now);
     Findings findings;
-    const Words jobs = shop.Jobs.empty() ? Words{"entities"} : shop.Jobs; // a dropped drawing is one job
+    const Words jobs = LinesOfJobs(shop);
     for (std::size_t job = 0; job < jobs.size(); ++job) {
         if (!IsDone(shop, reference, now, job) && waiting.find(Lowered(jobs[job])) == std::string::npos)
             findings.push_back("job " + std::to_string(job + 1) + " is neither done nor kept nor reported");

@@ -353,6 +353,24 @@ TEST_F(Placement, AJobThatIsDoneForGoodAddsItsRowTheNextTime)
     EXPECT_EQ(Home.Read(List()), "2.00, 2,M\r\nDOOR\r\nDOOR\r\n");
 }
 
+TEST_F(Placement, AJobThatWasDoneBeforeAnInterruptionGivesItsRowToNobody)
+{
+    const std::string done = "C:\\DXF\\|+DOOR|0", open = "C:\\DXF\\|+SIDE|0", other = "D:\\|+TOP|0";
+    const auto convert = [&](const std::string& identity, const std::string& row) {
+        SetJobIdentity(identity);
+        EXPECT_TRUE(Home.Convert(ListedDoor(row), row + ".DXF"));
+    };
+    convert(done, "DOOR");
+    convert(open, "SIDE");
+    convert(other, "TOP");
+    KeepOpenIdentities("C:\\DXF\\|", {open});
+    convert(done, "DOOR");
+    convert(open, "OAK SIDE");
+    convert(other, "OAK TOP");
+    EXPECT_EQ(Home.Read(List()), "2.00, 4,M\r\nDOOR\r\nOAK SIDE\r\nOAK TOP\r\nDOOR\r\n")
+        << "rows of open jobs are replaced in their places, the other one is another day's";
+}
+
 TEST_F(Placement, AConversionByAPersonAddsItsRowEachTime)
 {
     EXPECT_TRUE(Home.Convert(ListedDoor("DOOR"), "DOOR.DXF"));

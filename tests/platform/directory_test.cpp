@@ -1,6 +1,7 @@
 // Listings of real folders: what a pattern counts, what an entry says, short names, order, drives.
 #include "platform/directory.h"
 
+#include <algorithm>
 #include <ctime>
 
 #include "platform/events.h"
@@ -27,6 +28,19 @@ TEST_F(DirectoryListing, APatternIsComparedWithoutCase)
     EXPECT_EQ(Count("*.DXF"), 3);
     EXPECT_EQ(Count("*.dxf"), 3);
     EXPECT_EQ(LongNames("*.DXF"), (Texts{"B.DXF", "a.dxf", "c.Dxf"})); // in the order of the bytes
+}
+
+TEST_F(DirectoryListing, FoldersAreListedByThemselves)
+{
+    PutAll({"a.dxf", "D"});
+    for (const char* const name : {"A", "b", "00"})
+        std::filesystem::create_directory(Folder / name);
+    Texts names;
+    EXPECT_EQ(ReadFolders(PathOf(""), names).Is, Presence::There);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (Texts{"00", "A", "b"}));
+    EXPECT_EQ(ReadFolders(PathOf("none"), names).Is, Presence::NotThere);
+    EXPECT_EQ(names, Texts{});
 }
 
 int PumpsOfListing = 0;

@@ -1,6 +1,7 @@
 // BATCH.RUN and BATCH.OLD beside a batch: written whole, taken off, set aside, told.
 #include "shell/batch_safety.h"
 
+#include "platform/run_error.h"
 #include "platform/scratch_folder.h"
 #include "state/report.h"
 
@@ -35,15 +36,15 @@ class BatchSafety : public ScratchFolder {
 
 TEST_F(BatchSafety, LinesStandAsTheyWereGiven)
 {
-    EXPECT_TRUE(KeepBatchLines(At, {"\"door.dxf\" q", "!cncoff"}));
+    EXPECT_TRUE(KeepBatchLines(At, {"\"door.dxf\" q", "!cncoff"}).Ok());
     EXPECT_EQ(FileText("BATCH.RUN"), "\"door.dxf\" q\r\n!cncoff\r\n");
     EXPECT_EQ(Names(), (Texts{"BATCH.RUN"})); // nothing is left beside it
 }
 
 TEST_F(BatchSafety, FewerLinesReplaceTheFile)
 {
-    KeepBatchLines(At, {"A", "B"});
-    EXPECT_TRUE(KeepBatchLines(At, {"B"}));
+    EXPECT_TRUE(KeepBatchLines(At, {"A", "B"}).Ok());
+    EXPECT_TRUE(KeepBatchLines(At, {"B"}).Ok());
     EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
 }
 
@@ -51,19 +52,19 @@ TEST_F(BatchSafety, AReadOnlyFileOfAnotherProgramGivesWay)
 {
     PutFile("BATCH.RUN", "A\r\nB\r\n");
     std::filesystem::permissions(Folder / "BATCH.RUN", std::filesystem::perms::owner_read);
-    EXPECT_TRUE(KeepBatchLines(At, {"B"}));
+    EXPECT_TRUE(KeepBatchLines(At, {"B"}).Ok());
     EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
 }
 
 TEST_F(BatchSafety, AMissingFolderIsTold)
 {
-    EXPECT_FALSE(KeepBatchLines(At + "GONE\\", {"A"}));
+    EXPECT_EQ(KeepBatchLines(At + "GONE\\", {"A"}).Number, ErrorPathNotFound);
 }
 
 TEST_F(BatchSafety, DroppedLinesAreGone)
 {
-    KeepBatchLines(At, {"A"});
-    DropBatchLines(At);
+    EXPECT_TRUE(KeepBatchLines(At, {"A"}).Ok());
+    EXPECT_TRUE(DropBatchLines(At).Ok());
     EXPECT_EQ(Names(), Texts{});
 }
 
@@ -130,7 +131,8 @@ TEST_F(BatchSafety, WhatCannotBeSetAsideIsToldWhereItStands)
     PutFile("BATCH.OLD/keep", "");
     PutFile("BATCH.RUN", "B\r\n");
     TellUnfinishedBatch(At);
-    EXPECT_EQ(Rows, (Texts{Told("1", "BATCH.RUN")}));
+    EXPECT_EQ(Rows, (Texts{Told("1", "BATCH.RUN") + ", " + ShownPath(At + "BATCH.OLD") +
+                           " cannot be written: is a folder"}));
     EXPECT_EQ(FileText("BATCH.RUN"), "B\r\n");
 }
 

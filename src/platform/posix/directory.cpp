@@ -65,20 +65,62 @@ bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
     return true;
 }
 
+DIR* OpenFolder(const HostPlace& host, int& error)
+{
+    DIR* const open = host.Path.empty() ? nullptr : ::opendir(host.Path.c_str());
+    if (open != nullptr)
+        return open;
+    error = host.Path.empty() ? ENOENT : errno;
+    const bool missing = error == ENOENT || error == ENOTDIR;
+    if (missing && host.Error != 0)
+        error = host.Error;
+    return nullptr;
+}
+
+bool IsFolder(DIR* folder, const dirent& found)
+{
+    const std::string_view name = found.d_name;
+    if (name == "." || name == "..")
+        return false;
+    if (found.d_type == DT_DIR)
+        return true;
+    struct stat status {};
+    const bool mayBe = found.d_type == DT_LNK || found.d_type == DT_UNKNOWN;
+    return mayBe && StatusOfEntry(folder, found, status) == Presence::There && S_ISDIR(status.st_mode);
+}
+
 } // namespace
+
+FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names)
+{
+    names.clear();
+    int error = 0;
+    DIR* const open = OpenFolder(FindHostPlace(WithBackslash(folder)), error);
+    if (open == nullptr)
+        return AnswerOf(HostOutcome(error));
+    errno = 0; // the end of a folder and a fault look the same but for this
+    for (const dirent* found = ::readdir(open); found != nullptr; found = ::readdir(open)) {
+        std::string name = AnsiFromUtf8(found->d_name);
+        if (IsFolder(open, *found) && CanBeNamed(name))
+            names.push_back(std::move(name));
+        errno = 0;
+    }
+    error = errno;
+    ::closedir(open);
+    if (error != 0)
+        names.clear();
+    return error == 0 ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
+}
 
 FileAnswer WalkFolder(std::string_view pattern, Listed listed,
                       const std::function<bool(DirectoryEntry&)>& take)
 {
     const std::string folder = FolderOf(pattern), names = FileNameOf(pattern);
     const HostPlace host = folder.empty() ? HostPlace{".", 0} : FindHostPlace(folder);
-    DIR* const open = host.Path.empty() ? nullptr : ::opendir(host.Path.c_str());
-    if (open == nullptr) {
-        const int error = host.Path.empty() ? ENOENT : errno;
-        const bool missing = error == ENOENT || error == ENOTDIR;
-        return AnswerOf(HostOutcome(missing && host.Error != 0 ? host.Error : error));
-    }
     int fault = 0;
+    DIR* const open = OpenFolder(host, fault);
+    if (open == nullptr)
+        return AnswerOf(HostOutcome(fault));
     for (;;) {
         errno = 0; // the end of a folder and a fault look the same but for this
         const dirent* const found = ::readdir(open);

@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/aside_names.h"
 #include "platform/posix/folder_names.h"
 #include "platform/posix/host_place.h"
 #include "platform/text.h"
@@ -80,6 +81,8 @@ std::string LookUpInFolder(const std::string& exact, std::string_view name, int&
     const std::string folder = exact.substr(0, exact.rfind('/') + 1);
     if (folder.empty() || !Exists(folder, fault))
         return {};
+    if (name.starts_with(OwnNameHead))
+        return exact;
     const std::string entry = EntryIgnoringCase(folder, name, fault);
     return entry.empty() ? exact : folder + entry;
 }

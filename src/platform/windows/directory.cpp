@@ -46,7 +46,45 @@ bool NextFile(HANDLE folder, WIN32_FIND_DATAW& found, DWORD& fault)
     return false;
 }
 
+// All entries of a folder. INVALID_HANDLE_VALUE, and why not; an empty drive has ERROR_FILE_NOT_FOUND.
+HANDLE OpenFolder(const std::wstring& all, WIN32_FIND_DATAW& found)
+{
+    return FindFirstFileExW(all.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr,
+                            FIND_FIRST_EX_LARGE_FETCH);
+}
+
+// The root of an empty drive holds nothing, not even itself.
+FileAnswer AnswerOfUnopened(DWORD error)
+{
+    const bool empty = error == ERROR_FILE_NOT_FOUND || error == ERROR_NO_MORE_FILES;
+    return empty ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
+}
+
 } // namespace
+
+FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names)
+{
+    names.clear();
+    const std::wstring all = WidePath(WithBackslash(folder) + "*");
+    if (all.empty())
+        return {Presence::NotThere, {}};
+    WIN32_FIND_DATAW found{};
+    const HANDLE open = OpenFolder(all, found);
+    if (open == INVALID_HANDLE_VALUE)
+        return AnswerOfUnopened(GetLastError());
+    DWORD error = ERROR_SUCCESS;
+    do {
+        std::string name = AnsiFromWide(found.cFileName);
+        const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (isFolder && name != "." && name != ".." && CanBeNamed(name))
+            names.push_back(std::move(name));
+    } while (NextFile(open, found, error));
+    FindClose(open);
+    if (error == ERROR_SUCCESS)
+        return {Presence::There, {}};
+    names.clear();
+    return AnswerOf(HostOutcome(error));
+}
 
 // Date and size come with each name at no cost, asked for or not.
 FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool(DirectoryEntry&)>& take)
@@ -56,14 +94,9 @@ FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool
         return {Presence::NotThere, {}};
     const std::string names = FileNameOf(pattern);
     WIN32_FIND_DATAW found{};
-    const HANDLE open = FindFirstFileExW(all.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch, nullptr,
-                                         FIND_FIRST_EX_LARGE_FETCH);
-    if (open == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        // The root of an empty drive holds nothing, not even itself.
-        const bool empty = error == ERROR_FILE_NOT_FOUND || error == ERROR_NO_MORE_FILES;
-        return empty ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
-    }
+    const HANDLE open = OpenFolder(all, found);
+    if (open == INVALID_HANDLE_VALUE)
+        return AnswerOfUnopened(GetLastError());
     DWORD error = ERROR_SUCCESS;
     do {
         DirectoryEntry entry;

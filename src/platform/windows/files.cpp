@@ -404,19 +404,23 @@ std::vector<FileOutcome> FlushStaged(std::span<StagedFile* const> files)
     return std::vector<FileOutcome>(files.size());
 }
 
-FileOutcome MoveStaged(StagedFile& staged)
+FileOutcome MoveOrKeepStaged(StagedFile& staged)
 {
     if (staged.Aside.empty())
         return {};
     const DWORD error = MovePatiently(WideHostPath(staged.Aside), WideHostPath(staged.Place));
-    if (error != ERROR_SUCCESS) {
-        DropStaged(staged);
+    if (error != ERROR_SUCCESS)
         return OutcomeOf(error, ErrorPathNotFound);
-    }
     NoteStep("move", staged.Place);
     if (WrittenFiles != nullptr)
         WrittenFiles->push_back(staged.Place);
     staged = {};
+    return {};
+}
+
+// Nothing is left to do: the volume keeps names in the order in which they are made.
+FileOutcome FlushNameOfStaged(const StagedFile&)
+{
     return {};
 }
 
@@ -435,8 +439,9 @@ FileOutcome FlushFiles()
 
 void DropStaged(StagedFile& staged)
 {
-    if (!staged.Aside.empty())
-        DeletePatiently(WideHostPath(staged.Aside));
+    const DWORD error = staged.Aside.empty() ? ERROR_SUCCESS : DeletePatiently(WideHostPath(staged.Aside));
+    if (error != ERROR_SUCCESS && error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND)
+        CopyStays = true;
     staged = {};
 }
 
@@ -505,9 +510,9 @@ FileOutcome RenameFile(std::string_view path, std::string_view newPath)
     return error == ERROR_SUCCESS ? FileOutcome{} : OutcomeOf(error, NumberForMissing(path));
 }
 
-FileOutcome SweepAsides(std::string_view folder, int& swept)
+FileOutcome ListLeftAsides(std::string_view folder, std::vector<std::string>& paths)
 {
-    swept = 0;
+    paths.clear();
     const std::string place = WithBackslash(folder);
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(WidePath(place + ".kv-*").c_str(), &found);
@@ -515,21 +520,14 @@ FileOutcome SweepAsides(std::string_view folder, int& swept)
         const FileOutcome outcome = OutcomeOf(GetLastError(), ErrorPathNotFound);
         return outcome.Missing ? FileOutcome{} : outcome;
     }
-    FileOutcome outcome;
     do {
         const std::string name = AnsiFromWide(found.cFileName);
-        if (!IsLeft(found, name))
-            continue;
-        const DWORD error = DeletePatiently(WidePath(place + name));
-        if (error == ERROR_SUCCESS)
-            ++swept;
-        else if (error != ERROR_FILE_NOT_FOUND) // another process sweeps too
-            outcome = OutcomeOf(error, ErrorPathNotFound);
+        if (IsLeft(found, name))
+            paths.push_back(place + name);
     } while (FindNextFileW(search, &found) != 0);
-    if (GetLastError() != ERROR_NO_MORE_FILES && outcome.Ok())
-        outcome = OutcomeOf(GetLastError(), ErrorPathNotFound);
+    const DWORD error = GetLastError();
     FindClose(search);
-    return outcome;
+    return error == ERROR_NO_MORE_FILES ? FileOutcome{} : OutcomeOf(error, ErrorPathNotFound);
 }
 
 } // namespace kv
