@@ -33,6 +33,22 @@ void TellStage(const std::string& typed, const std::string& cause) // UTF-8
     WriteAtOnce("korvanti: " + typed + ": " + cause + "\n", stderr);
 }
 
+// Of its drawings, the same when the placing is repeated.
+std::string IdentitiesOf(const StageManifest& manifest)
+{
+    const ContentsMark mark = MarkOf(StageManifestText(manifest));
+    return "stage " + std::to_string(mark.Size) + " " + std::to_string(mark.Sum) + " ";
+}
+
+// What an earlier call that was killed did not come to.
+void ClearUp(const GivenStage& stage, const StageManifest& manifest)
+{
+    int swept = 0;
+    (void)SweepAsides(stage.Folder, swept);
+    if (stage.Placed >= stage.Drawings)
+        KeepOpenIdentities(IdentitiesOf(manifest), {});
+}
+
 // Empty when the stage may be placed.
 std::string LookAt(GivenStage& stage, const std::vector<SettingText>& marks)
 {
@@ -54,6 +70,7 @@ std::string LookAt(GivenStage& stage, const std::vector<SettingText>& marks)
     if (!outcome.Ok())
         return outcome.Cause;
     stage.Placed = progress.Placed;
+    ClearUp(stage, manifest);
     if (stage.Placed >= stage.Drawings && stage.Drawings > 0)
         return "was placed already (" + progress.When + ")";
     if (stage.Placed > 0)
@@ -111,13 +128,16 @@ std::optional<std::vector<GivenStage>> LookAtStages(const CommandLine& line)
 class PlacedNotes {
   public:
     explicit PlacedNotes(ListReport& report) : Shown(&report) {}
-    void Add(const GivenStage& stage, long long placed)
+    // The identity is that of the drawing that was placed last.
+    void Add(const GivenStage& stage, long long placed, std::string identity)
     {
         if (Pending.empty() || Pending.back().Folder != stage.Folder) {
             Pending.push_back({stage.Folder, placed});
             Typed.push_back(stage.Typed);
+            Identities.emplace_back();
         }
         Pending.back().Placed = placed;
+        Identities.back().push_back(std::move(identity));
         if (Outputs.Waiting.empty())
             Write();
     }
@@ -125,20 +145,24 @@ class PlacedNotes {
     {
         const std::vector<FileOutcome> outcomes = WriteStageProgress(Pending);
         for (std::size_t i = 0; i < outcomes.size(); ++i) {
-            if (outcomes[i].Ok())
+            if (outcomes[i].Ok()) {
+                ForgetJobIdentities(Identities[i]);
                 continue;
-            Shown->Fail();
+            }
+            Shown->Fail(); // the next call repeats them, and their rows of the cut list are replaced
             TellStage(Typed[i],
                       "was placed, which cannot be noted in it: " + Utf8FromAnsi(outcomes[i].Cause));
         }
         Pending.clear();
         Typed.clear();
+        Identities.clear();
     }
 
   private:
     ListReport* Shown;
     std::vector<StagePlaced> Pending;
     std::vector<std::string> Typed;
+    std::vector<std::vector<std::string>> Identities; // of drawings, by stage
 };
 
 std::size_t DrawingsOf(const std::vector<GivenStage>& stages)
@@ -154,6 +178,7 @@ bool PlaceStage(const GivenStage& stage, ListReport& report, PlacedNotes& notes,
 {
     StageReader reader;
     std::string cause = reader.Open(stage.Folder);
+    const std::string identities = IdentitiesOf(reader.Manifest());
     for (long long placed = 0; cause.empty() && placed < stage.Drawings; ++placed) {
         const std::optional<ConvertedJob> job = reader.Next(cause);
         if (!job)
@@ -162,10 +187,12 @@ bool PlaceStage(const GivenStage& stage, ListReport& report, PlacedNotes& notes,
             continue;
         if (AbortAsked())
             return false;
+        SetJobIdentity(identities + WholeText(placed));
         const std::optional<DoneDrawing> done = PlaceHere(*job);
         report.Show(done ? *done : ConvertAtItsTurn(*job));
         --left;
-        notes.Add(stage, placed + 1);
+        notes.Add(stage, placed + 1, JobIdentity());
+        SetJobIdentity({});
     }
     if (cause.empty())
         return true;

@@ -137,14 +137,18 @@ const std::string& JobIdentity()
     return RunningIdentity;
 }
 
-void ForgetJobIdentity(const std::string& identity)
+void ForgetJobIdentities(std::span<const std::string> identities)
 {
-    const auto found = ListOfJob.find(identity);
-    if (found == ListOfJob.end())
-        return;
-    const std::string list = found->second;
-    ListOfJob.erase(found);
-    ForgetRows(list, [&](const std::string& other) { return other == identity; });
+    std::map<std::string, std::set<std::string>> byList;
+    for (const std::string& identity : identities) {
+        const auto found = ListOfJob.find(identity);
+        if (found == ListOfJob.end())
+            continue;
+        byList[found->second].insert(identity);
+        ListOfJob.erase(found);
+    }
+    for (const auto& [list, done] : byList)
+        ForgetRows(list, [&done](const std::string& identity) { return done.contains(identity); });
 }
 
 void KeepOpenIdentities(std::string_view head, const std::set<std::string>& open)

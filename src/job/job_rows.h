@@ -1,9 +1,10 @@
-// Which row of a cut list a job of a batch has written, until the batch's line is known to be done: a job
-// that is repeated after an interruption replaces its row.
+// Which row of a cut list a job of a batch or of a stage has written, until it is known to be done: a job that
+// is repeated after an interruption replaces its row.
 #pragma once
 
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,8 +24,8 @@ FileChange JobRowsChange(const FileChange& list, const std::string& identity);
 // empty: a job of which each run adds its row.
 void SetJobIdentity(std::string identity);
 const std::string& JobIdentity();
-// The job is done for good: a later one of that identity adds its row.
-void ForgetJobIdentity(const std::string& identity);
+// The jobs are done for good: a later one of that identity adds its row.
+void ForgetJobIdentities(std::span<const std::string> identities);
 // After an interruption: of all identities that begin with `head` those alone are still to be repeated. One
 // whose job was done when the process ended must not give its row to the next job of that name.
 void KeepOpenIdentities(std::string_view head, const std::set<std::string>& open);

@@ -55,6 +55,8 @@ FileOutcome ReadFileHead(std::string_view path, std::string& contents, std::size
 FileOutcome ReadFileTail(std::string_view path, std::string& contents, std::size_t length);
 // Reading in pieces: a handle of 0 or more, the file's size in bytes; a folder is ErrorFileAccess.
 FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& size);
+// A quick look without a search for other spellings. False means nothing.
+bool OpenAsSpelled(std::string_view path, int& handle);
 FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got); // got 0: end
 FileOutcome SkipTo(int handle, std::uint64_t at);                                   // bytes from the start
 void CloseReading(int handle);

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "platform/aside_names.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -72,12 +73,16 @@ bool WriteOwnFile(const fs::path& file, std::string_view contents)
 
 bool ReadHeadAsSpelled(std::string_view path, std::string& head, std::size_t length)
 {
-    const std::string host = Utf8FromAnsi(ShownPath(path));
-    std::ifstream stream(fs::path(std::u8string(host.begin(), host.end())), std::ios::binary);
+    int handle = -1;
+    if (!OpenAsSpelled(path, handle))
+        return false;
     head.resize(length);
-    stream.read(head.data(), static_cast<std::streamsize>(length));
-    head.resize(static_cast<std::size_t>(stream.gcount()));
-    return stream.is_open();
+    std::size_t total = 0, got = 1;
+    while (total < length && got > 0 && ReadSome(handle, head.data() + total, length - total, got).Ok())
+        total += got;
+    CloseReading(handle);
+    head.resize(total);
+    return true;
 }
 
 bool ReadOwnFile(const fs::path& file, std::string& contents)

@@ -175,7 +175,7 @@ bool RunBatchLine(BatchWork& work, const BatchLine& line)
     const bool done = BringJobToDisk();
     const bool goesOn = done && TakeLineOff(work);
     if (goesOn)
-        ForgetJobIdentity(identity); // else its cut list row is replaced when the line is tried again
+        ForgetJobIdentities({&identity, 1}); // else its cut list row is replaced when the line is tried again
     FinishJob(job.OutputFolder, job.OutputName);
     return goesOn;
 }

@@ -347,7 +347,7 @@ TEST_F(Placement, AJobThatIsDoneForGoodAddsItsRowTheNextTime)
     const std::string identity = "BATCH.LST line 1 DOOR.DXF";
     SetJobIdentity(identity);
     EXPECT_TRUE(Home.Convert(ListedDoor("DOOR"), "DOOR.DXF"));
-    ForgetJobIdentity(identity);
+    ForgetJobIdentities({&identity, 1});
     ExpectNothingLeft();
     EXPECT_TRUE(Home.Convert(ListedDoor("DOOR"), "DOOR.DXF"));
     EXPECT_EQ(Home.Read(List()), "2.00, 2,M\r\nDOOR\r\nDOOR\r\n");

@@ -13,6 +13,7 @@
 #include "platform/posix/host_files.h"
 #include "platform/posix/host_place.h"
 #include "platform/run_error.h"
+#include "platform/text.h"
 
 namespace kv {
 
@@ -134,6 +135,13 @@ FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& si
     handle = file;
     size = static_cast<std::uint64_t>(status.st_size);
     return {};
+}
+
+bool OpenAsSpelled(std::string_view path, int& handle)
+{
+    const std::string host = Utf8FromAnsi(ShownPath(path));
+    handle = ::open(host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    return handle >= 0;
 }
 
 FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got)

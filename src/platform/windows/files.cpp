@@ -333,6 +333,12 @@ FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& si
     return {};
 }
 
+bool OpenAsSpelled(std::string_view path, int& handle)
+{
+    std::uint64_t size = 0;
+    return OpenForReading(path, handle, size).Ok(); // the system itself knows all spellings
+}
+
 FileOutcome ReadSome(int handle, char* into, std::size_t length, std::size_t& got)
 {
     constexpr std::size_t LargestPiece = 1 << 30;
