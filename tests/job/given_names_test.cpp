@@ -43,8 +43,8 @@ class GivenNames : public testing::Test {
     }
     long RowsThatBegin(const std::string& head) const
     {
-        return std::count_if(Home.Lines.begin(), Home.Lines.end(),
-                             [&](const std::string& row) { return BeginsWith(row, head); });
+        const auto begins = [&](const std::string& row) { return BeginsWith(row, head); };
+        return static_cast<long>(std::count_if(Home.Lines.begin(), Home.Lines.end(), begins));
     }
     std::string FolderPath(const std::string& name) const
     {
