@@ -53,23 +53,33 @@ std::vector<PlanePoint> CrossingsOfCircles(const PathSpan& a, const PathSpan& b)
     return {{foot.X - half * to.Y, foot.Y + half * to.X}, {foot.X + half * to.Y, foot.Y - half * to.X}};
 }
 
+struct Turns {
+    PlanePoint From, To; // from the centre, counter-clockwise
+
+    explicit Turns(const PathSpan& arc)
+        : From(FromCentre(arc, arc.CounterClockwise ? arc.From : arc.To)),
+          To(FromCentre(arc, arc.CounterClockwise ? arc.To : arc.From))
+    {
+    }
+    static PlanePoint FromCentre(const PathSpan& arc, const PlanePoint& place)
+    {
+        return {place.X - arc.Centre.X, place.Y - arc.Centre.Y};
+    }
+    static double Turn(const PlanePoint& a, const PlanePoint& b) { return a.X * b.Y - a.Y * b.X; }
+    static double Along(const PlanePoint& a, const PlanePoint& b) { return a.X * b.X + a.Y * b.Y; }
+};
+
 // Whether the ray from the centre to the point meets the arc. One whose ends meet has no length.
 bool FacesArc(const PathSpan& arc, const PlanePoint& point)
 {
-    const auto fromCentre = [&arc](const PlanePoint& place) {
-        return PlanePoint{place.X - arc.Centre.X, place.Y - arc.Centre.Y};
-    };
-    const auto turn = [](const PlanePoint& a, const PlanePoint& b) { return a.X * b.Y - a.Y * b.X; };
-    const auto along = [](const PlanePoint& a, const PlanePoint& b) { return a.X * b.X + a.Y * b.Y; };
-    const PlanePoint from = fromCentre(arc.CounterClockwise ? arc.From : arc.To);
-    const PlanePoint to = fromCentre(arc.CounterClockwise ? arc.To : arc.From);
-    const PlanePoint ray = fromCentre(point);
-    const double whole = turn(from, to);
+    const Turns ends(arc);
+    const PlanePoint ray = Turns::FromCentre(arc, point);
+    const double whole = Turns::Turn(ends.From, ends.To);
     if (whole < 0) // more than a half turn
-        return !(turn(to, ray) > 0 && turn(ray, from) > 0);
-    if (whole == 0 && along(from, to) > 0)
-        return turn(from, ray) == 0 && along(from, ray) > 0;
-    return turn(from, ray) >= 0 && turn(ray, to) >= 0;
+        return !(Turns::Turn(ends.To, ray) > 0 && Turns::Turn(ray, ends.From) > 0);
+    if (whole == 0 && Turns::Along(ends.From, ends.To) > 0)
+        return Turns::Turn(ends.From, ray) == 0 && Turns::Along(ends.From, ray) > 0;
+    return Turns::Turn(ends.From, ray) >= 0 && Turns::Turn(ray, ends.To) >= 0;
 }
 
 double FromSpan(const PathSpan& span, const PlanePoint& point)
@@ -149,6 +159,12 @@ double SweepOfArc(const PathSpan& arc)
     const double to = AngleOfVector(arc.To.Y - arc.Centre.Y, arc.To.X - arc.Centre.X);
     const double sweep = arc.CounterClockwise ? to - from : from - to;
     return sweep < 0 ? sweep + 2 * std::numbers::pi : sweep;
+}
+
+bool FacesShortArc(const PathSpan& arc, const PlanePoint& point)
+{
+    const Turns ends(arc);
+    return Turns::Turn(ends.From, ends.To) >= 0 && FacesArc(arc, point);
 }
 
 PlanePoint NearestOnSpan(const PathSpan& span, const PlanePoint& point)

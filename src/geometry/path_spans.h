@@ -26,6 +26,8 @@ PathSpan SpanBetween(const PathVertex& from, const PlanePoint& to);
 double AngleOfVector(double y, double x);
 // Radians, 0 to below a full turn, in the arc's own sense.
 double SweepOfArc(const PathSpan& arc);
+// Whether the ray from the centre to the point meets the arc, and this one is no more than a half turn.
+bool FacesShortArc(const PathSpan& arc, const PlanePoint& point);
 PlanePoint NearestOnSpan(const PathSpan& span, const PlanePoint& point);
 // Where the whole lines, or the circles of arcs, cross: none, one or two points.
 std::vector<PlanePoint> CrossingsOfWholes(const PathSpan& a, const PathSpan& b);
