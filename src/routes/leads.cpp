@@ -95,21 +95,24 @@ bool TakesLeads(std::span<const RouteSegment> route)
     return StartsRoute(route.front()) && route.size() >= 2 && KindOf(route.back()) != 4;
 }
 
+// Builds the list anew; no route refers to its old records.
 void StoreRoutes(std::vector<LedRoute>& routes)
 {
-    constexpr std::size_t mostOfLeads = 6; // records
-    Records records;
-    records.reserve(static_cast<std::size_t>(RouteSegments.Last()) + mostOfLeads * routes.size());
-    for (LedRoute& led : routes) {
-        if (led.Leads) {
-            if (HasTurnedBulges(led.Route.front()))
-                led.Leads->Out.Bulge = -led.Leads->Out.Bulge; // among records that stay as drawn
-            AppendWithLeads(records, led.Route, *led.Leads);
-        } else {
-            records.insert(records.end(), led.Route.begin(), led.Route.end());
+    RouteSegments.CutTo(0);
+    Records led; // one route's
+    for (LedRoute& route : routes) {
+        std::span<const RouteSegment> records = route.Route;
+        if (route.Leads) {
+            if (HasTurnedBulges(route.Route.front()))
+                route.Leads->Out.Bulge = -route.Leads->Out.Bulge; // among records that stay as drawn
+            led.clear();
+            AppendWithLeads(led, route.Route, *route.Leads);
+            records = led;
         }
+        for (const RouteSegment& record : records)
+            AddSegment(record);
     }
-    StoreSegments(records);
+    Run.SegmentCount = ToInt(RouteSegments.Last());
 }
 
 // Depth passes repeat a contour at its place: each line once.

@@ -12,6 +12,7 @@
 #include "routes/pocket_list.h"
 #include "routes/pocket_values.h"
 #include "routes/rectangle_pockets.h"
+#include "routes/route_runs.h"
 #include "routes/shaped_pockets.h"
 
 namespace kv {
@@ -129,15 +130,16 @@ void PutPocketsFirst(PocketList& list)
 
 void StoreChains(const PocketList& list)
 {
-    std::vector<RouteSegment> ordered;
-    ordered.reserve(list.Records.size());
+    RouteSegments.CutTo(0);
     for (const PocketChain& chain : list.Chains) {
-        const std::size_t first = ordered.size();
-        CopyChain(list.Of(chain), ordered);
-        if (first > 0) // the head of the list needs no start, what is put behind a pocket does
-            ordered[first].Dir = RouteStart;
+        const Long before = RouteSegments.Last();
+        for (const RouteSegment& record : list.Of(chain))
+            AddSegment(record);
+        // The head of the list needs no start, what is put behind a pocket does.
+        if (before > 0 && RouteSegments.Last() > before)
+            RouteSegments[before + 1].Dir = RouteStart;
     }
-    StoreSegments(ordered);
+    Run.SegmentCount = ToInt(RouteSegments.Last());
 }
 
 } // namespace
