@@ -68,6 +68,40 @@ void PutRectanglePocket(int records)
     AddLine(100, 100 + height, 100, 100, oscZ);
 }
 
+void AddCorner(Single x1, Single y1, Single x2, Single y2, Single centreX, Single centreY, Single from,
+               Single oscZ)
+{
+    RouteSegment& start = Add(-3, x1, y1);
+    start.OscZ = oscZ;
+    start.Aux1 = centreX;
+    start.Aux2 = centreY;
+    RouteSegment& end = Add(3, x2, y2);
+    end.OscZ = oscZ;
+    end.Dir = True;
+    end.Aux1 = from;
+    end.Aux2 = from + 90;
+}
+
+// A small pocket as kitchens have it, its corners the tool's or wider. Sixteen records for a loop.
+void PutRoundedPocket(int records)
+{
+    SetSheet();
+    const Single left = 100, bottom = 100, right = 500, top = 300, r = 20;
+    const Single oscZ = -(100 / (static_cast<Single>(records) / 16) + 1);
+    RouteSegment& mark = Add(-4, left + r, bottom);
+    mark.Dir = -8;
+    mark.OscZ = oscZ;
+    Add(4, left + r + 1, bottom).OscZ = oscZ;
+    AddLine(left + r, bottom, right - r, bottom, oscZ);
+    AddCorner(right - r, bottom, right, bottom + r, right - r, bottom + r, 270, oscZ);
+    AddLine(right, bottom + r, right, top - r, oscZ);
+    AddCorner(right, top - r, right - r, top, right - r, top - r, 0, oscZ);
+    AddLine(right - r, top, left + r, top, oscZ);
+    AddCorner(left + r, top, left, top - r, left + r, top - r, 90, oscZ);
+    AddLine(left, top - r, left, bottom + r, oscZ);
+    AddCorner(left, bottom + r, left + r, bottom, left + r, bottom + r, 180, oscZ);
+}
+
 void PutCirclePocket(int records)
 {
     SetSheet();
@@ -118,6 +152,11 @@ void PocketsOfARectangle(benchmark::State& state)
     TimePerRecord(state, PutRectanglePocket, ExcavatePockets);
 }
 
+void PocketsOfARoundedRectangle(benchmark::State& state)
+{
+    TimePerRecord(state, PutRoundedPocket, ExcavatePockets);
+}
+
 void PocketsOfACircle(benchmark::State& state)
 {
     TimePerRecord(state, PutCirclePocket, ExcavatePockets);
@@ -136,6 +175,13 @@ void Sizes(benchmark::internal::Benchmark* bench)
 }
 
 BENCHMARK(PocketsOfARectangle)->Apply(Sizes);
+// Of a pitch of 5 and of 1 mm.
+BENCHMARK(PocketsOfARoundedRectangle)
+    ->UseManualTime()
+    ->Iterations(20)
+    ->Unit(benchmark::kMillisecond)
+    ->Arg(320)
+    ->Arg(1600);
 BENCHMARK(PocketsOfACircle)->Apply(Sizes);
 BENCHMARK(LeadsOfContours)->Apply(Sizes);
 
