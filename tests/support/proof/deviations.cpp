@@ -299,6 +299,13 @@ Region CutOutside(const AskedCut& asked, const MachineSteps& cuts)
     return Difference(AreaOn(asked.On, cuts, how), Grown(asked.May, asked.Open));
 }
 
+Region LeftInside(const AskedCut& asked, const MachineSteps& cuts)
+{
+    Sweep how;
+    how.RadiusIfUnknown = asked.Radius;
+    return Difference(asked.Must, Grown(AreaOn(asked.On, cuts, how), asked.Open));
+}
+
 MachineSteps UntilNarrowWays(const MachineSteps& steps)
 {
     MachineSteps stopped = steps;

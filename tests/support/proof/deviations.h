@@ -41,6 +41,8 @@ bool IsTold(const Deviation& deviation, const std::vector<std::string>& report, 
 
 // What these cuts of a feature cover beside the places where they may.
 Region CutOutside(const AskedCut& asked, const MachineSteps& cuts);
+// What they leave of it, whatever their depth.
+Region LeftInside(const AskedCut& asked, const MachineSteps& cuts);
 // The cuts as far as a control comes that stops where a way is narrower than the tool.
 MachineSteps UntilNarrowWays(const MachineSteps& steps);
 
