@@ -21,7 +21,7 @@ constexpr double SmallestArc = 0.02;     // of the radius
 constexpr double ShortestPiece = 0.0005; // of the radius
 constexpr double PeakShare = 0.1;        // of the radius
 constexpr double OverlapShare = 1.9;     // of the radius, between two loops
-constexpr double FloorReach = 0.94; // of the radius, from a corner of the centre\'s loop, which is cut round
+constexpr double FloorReach = 0.94; // of the radius, from a corner of the centre's loop, which is cut round
 
 double OffChord(const PlanePoint& a, const PlanePoint& b, const PlanePoint& point)
 {

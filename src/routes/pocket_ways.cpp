@@ -19,7 +19,7 @@ namespace {
 
 constexpr double WallChords = 0.0002; // of the tool's radius: how far chords leave the walls' arcs
 constexpr double OpenJoint = 0.0002;  // of the radius: what may lie beside a piece's ends
-constexpr double LeastHair = 0.0002;  // of the radius: a slot of the tool\'s own width is none
+constexpr double LeastHair = 0.0002;  // of the radius: a slot of the tool's own width is none
 constexpr double NarrowRise = 0.05;   // of the radius: what counts as a place of its own
 constexpr double RampSlope = 5;       // lengths to one down
 constexpr int MostRampTurns = 8;
