@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 
 namespace kv {
 
@@ -345,6 +346,21 @@ void AddField(Json& object, const char* name, const PtsTexts& list, std::size_t 
         object[name] = ShowList(list, first, end);
 }
 
+// Where in the drawing each entity of a record stands.
+Json ShowDrawn(Long drawn)
+{
+    Json shown = Json::array();
+    for (const Long number : EntitiesOf(drawn)) {
+        const DrawnEntity& entity = DrawnEntities[number];
+        Json object = Json::object();
+        object["line"] = entity.Line;
+        if (!entity.Handle.Trimmed().empty())
+            object["handle"] = Utf8FromBytes(entity.Handle.Trimmed());
+        shown.push_back(std::move(object));
+    }
+    return shown;
+}
+
 template <typename Record, std::size_t N>
 Json ShowArray(const RecordArray<Record>& records, const Field<Record> (&fields)[N])
 {
@@ -354,6 +370,8 @@ Json ShowArray(const RecordArray<Record>& records, const Field<Record> (&fields)
         for (const Field<Record>& field : fields)
             std::visit([&](auto member) { AddField(object, field.Name, records[i].*member, 1); },
                        field.Member);
+        if (records[i].Drawn != 0)
+            object["Drawn"] = ShowDrawn(records[i].Drawn);
         shown.push_back(std::move(object));
     }
     return shown;

@@ -48,6 +48,7 @@ void LoadFields(const DxfEntity& entity)
     current.TextAlign = entity.TextAlign;
     current.ExtrusionZ = entity.ExtrusionZ;
     current.FollowFlag = entity.FollowFlag;
+    current.Drawn = entity.Drawn;
 }
 
 // Coordinates of an entity with a side normal are in its object system.

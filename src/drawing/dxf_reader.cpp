@@ -16,6 +16,7 @@
 #include "platform/line_scanner.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 #include "state/run.h"
 
@@ -37,6 +38,7 @@ struct ReaderState {
     LineScanner Scanner;
     std::string Path;
     Long Current = 1;
+    Long Polyline = 0; // the drawn entity whose vertices follow; 0: none
     std::string CarriedLayer;
     Text<1> CarriedSide;
     bool PolylineCarry = false;
@@ -206,6 +208,19 @@ void GrowEntities(ReaderState& state)
     ++state.Current;
 }
 
+// The record that begins with the line just read. The vertices of an LWPOLYLINE are the same entity.
+void NoteDrawnEntity(ReaderState& state, std::string_view kind)
+{
+    DrawnEntity drawn;
+    drawn.Line = static_cast<Long>(state.Scanner.LineNumber);
+    if (EqualIgnoringCase(kind, "VERTEX") || EqualIgnoringCase(kind, "SEQEND"))
+        drawn.Owner = state.Polyline;
+    else
+        state.Polyline = EqualIgnoringCase(kind, "POLYLINE") ? DrawnEntities.Last() + 1 : 0;
+    DrawnEntities.Append(drawn);
+    Entities[state.Current].Drawn = DrawnEntities.Last();
+}
+
 // The panel side that the record's extrusion names, or the side its polyline carries.
 void FinishExtrusion(ReaderState& state)
 {
@@ -266,6 +281,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
 {
     EndRecord(state);
     GrowEntities(state);
+    NoteDrawnEntity(state, value);
     if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
         state.Lightweight = false;
         Entities[state.Current].Kind = value;
@@ -274,8 +290,11 @@ bool BeginRecord(ReaderState& state, std::string_view value)
         return true;
     }
     const std::string word = UpperCase(value);
-    if (Holds(word, "ENDSEC"))
+    if (Holds(word, "ENDSEC")) {
+        DrawnEntities.CutTo(DrawnEntities.Last() - 1);
+        Entities[state.Current].Drawn = 0;
         return false;
+    }
     const bool isPolyline = Holds(word, "POLYLINE");
     if (isPolyline)
         state.CarriedLayer = LayerToCome;
@@ -295,6 +314,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
     Entities[state.Current].Kind = "POLYLINE";
     GrowEntities(state);
     Entities[state.Current].Kind = "VERTEX";
+    Entities[state.Current].Drawn = DrawnEntities.Last();
     return true;
 }
 
@@ -339,6 +359,7 @@ void FinishLightweightVertex(ReaderState& state)
 {
     GrowEntities(state);
     Entities[state.Current].Kind = "VERTEX";
+    Entities[state.Current].Drawn = DrawnEntities.Last();
     Entities[state.Current].Layer = Trim(state.CarriedLayer);
     state.FirstVertexDone = true;
 }
@@ -438,6 +459,7 @@ bool IsKept(int code)
     switch (code) {
     case 0:
     case 1:
+    case 5:
     case 8:
     case 10:
     case 11:
@@ -506,6 +528,8 @@ bool ReadPair(ReaderState& state)
         return BeginRecord(state, GroupValue(state, raw));
     if (code == 1)
         TakeText(state, GroupValue(state, raw));
+    else if (code == 5)
+        DrawnEntities[DrawnEntities.Last()].Handle = Trim(raw);
     else if (code == 8)
         TakeLayer(state, GroupValue(state, raw));
     else
@@ -588,6 +612,7 @@ void ReadDrawing(std::string& path)
 {
     Entities.Clear();
     EntityTexts.assign(1, {});
+    ForgetDrawnEntities();
     ReaderState state;
     state.Path = path;
     const bool found = OpenAtSection(state);

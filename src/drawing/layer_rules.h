@@ -36,6 +36,7 @@ struct DecodedEntity {
     Single Elevation = 0, Thickness = 0, SideThickness = 0;
     Single Radius = 0, StartWidth = 0, EndWidth = 0, Bulge = 0, StartAngle = 0, EndAngle = 0;
     Int Color = 0, Flags = 0, TextAlign = 0, ExtrusionZ = 0, FollowFlag = 0;
+    Long Drawn = 0; // its number among DrawnEntities
     Int Side = 0;
     Int Sequence = 0;
     std::string NoteText; // in force until the next lookup

@@ -9,6 +9,7 @@
 #include "drawing/drawing_texts.h"
 #include "drawing/layer_rules.h"
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 #include "state/settings.h"
 
@@ -52,6 +53,7 @@ Int GroupOrOne()
 void AddVerticalBore(Single diameter, Single depth)
 {
     VBoreRecord& bore = Grow(VBores, "vertical bores");
+    bore.Drawn = CurrentEntity.Drawn;
     bore.X = CurrentEntity.X1 - Run.OriginX;
     bore.Y = CurrentEntity.Y1 - Run.OriginY;
     bore.Depth = depth;
@@ -101,6 +103,7 @@ void AddBoreInEdge()
 {
     const DecodedEntity& circle = CurrentEntity;
     HBoreRecord& bore = Grow(HBores, "horizontal bores");
+    bore.Drawn = circle.Drawn;
     bore.Side = SideByPosition(circle.Side);
     const bool alongX = bore.Side <= 2;
     bore.PosX = alongX ? circle.X1 - Run.OriginX : circle.Thickness;
@@ -148,6 +151,7 @@ void TakeCircleInView()
 {
     const DecodedEntity& circle = CurrentEntity;
     HBoreRecord& bore = Grow(HBores, "horizontal bores");
+    bore.Drawn = circle.Drawn;
     const std::size_t side = ViewOfPoint();
     if (side == 0)
         return; // dropped; its empty record stays
@@ -198,6 +202,7 @@ Single GrooveKerf()
 // Both ends of CurrentEntity, from the origin.
 template <typename Record> void TakeEnds(Record& record)
 {
+    record.Drawn = CurrentEntity.Drawn;
     record.X1 = CurrentEntity.X1 - Run.OriginX;
     record.Y1 = CurrentEntity.Y1 - Run.OriginY;
     record.X2 = CurrentEntity.X2 - Run.OriginX;
@@ -258,6 +263,7 @@ void TakeGroovePolyline(Long& index)
     groove.ToolNumber = GrooveTool();
     if (KindAt(index) == "VERTEX") {
         DecodeEntity(index);
+        groove.Drawn = DrawnTogether(groove.Drawn, CurrentEntity.Drawn);
         groove.X2 = CurrentEntity.X1 - Run.OriginX;
         groove.Y2 = CurrentEntity.Y1 - Run.OriginY;
         ReadGrooveVertex(groove, header.Thickness);
@@ -295,6 +301,7 @@ void TakeHBorePolyline(Long& index)
         HBoreLineRecord line;
         TakeEnds(line);
         DecodeEntity(index);
+        line.Drawn = DrawnTogether(line.Drawn, CurrentEntity.Drawn);
         line.X2 = CurrentEntity.X1 - Run.OriginX;
         line.Y2 = CurrentEntity.Y1 - Run.OriginY;
         ReadHBoreLine(line);

@@ -53,6 +53,7 @@ std::vector<Drawn> KindsOfEntities()
 RouteSegment SegmentOfEntity(const RouteWalk& walk, Int kind)
 {
     RouteSegment record;
+    record.Drawn = CurrentEntity.Drawn;
     record.Kind = kind;
     record.Pass = walk.Pass;
     record.Sequence = CurrentEntity.Sequence;
@@ -194,6 +195,7 @@ void TakeCircle(RouteWalk& walk)
 {
     const DecodedEntity& drawn = CurrentEntity;
     RouteCircle circle;
+    circle.Drawn = drawn.Drawn;
     circle.X = drawn.X1;
     circle.Y = drawn.Y1;
     circle.Radius = drawn.Radius;

@@ -78,6 +78,7 @@ RouteSegment SegmentOfVertex(const RouteWalk& walk, const PolylineValues& polyli
 {
     const DecodedEntity& vertex = CurrentEntity;
     RouteSegment record;
+    record.Drawn = vertex.Drawn;
     record.Kind = isFirst ? -5 : 5;
     record.Pass = walk.Pass;
     record.X = vertex.X1;

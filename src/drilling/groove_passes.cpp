@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "state/drawn_entities.h"
 #include "state/run.h"
 
 namespace kv {
@@ -26,6 +27,7 @@ void JoinPairs()
                 continue;
             std::swap(first.X1, second.X2);
             std::swap(first.Y1, second.Y2);
+            first.Drawn = DrawnTogether(first.Drawn, second.Drawn);
         }
     }
 }

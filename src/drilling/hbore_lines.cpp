@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "geometry/point_grid.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 #include "state/run.h"
 
@@ -129,7 +130,9 @@ EdgeOfLine PairLines()
         const Long first = *std::min_element(found.begin(), found.end());
         edges[static_cast<std::size_t>(i)] = HBoreLines[axes[static_cast<std::size_t>(first)]].Edge;
         for (const Long axis : found) {
-            HBoreLines[axes[static_cast<std::size_t>(axis)]].Edge = UsedAxis;
+            HBoreLineRecord& stem = HBoreLines[axes[static_cast<std::size_t>(axis)]];
+            stem.Edge = UsedAxis;
+            HBoreLines[i].Drawn = DrawnTogether(HBoreLines[i].Drawn, stem.Drawn);
             ends.Remove(axis);
         }
     }
@@ -174,6 +177,7 @@ HBoreRecord BoreOf(const HBoreLineRecord& cross, Int edge)
     const double inward = cross.*(inOrder ? axes.Inward1 : axes.Inward2);
 
     HBoreRecord bore;
+    bore.Drawn = cross.Drawn;
     bore.Side = edge;
     bore.*axes.PosAlong = ToSingle((from + to) / 2);
     bore.*axes.PosInward = ToSingle(edge == Top || edge == Right ? limit - inward : inward);

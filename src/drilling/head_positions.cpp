@@ -8,11 +8,13 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "drilling/drill_head.h"
 #include "drilling/hole_chaining.h"
 #include "platform/events.h"
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 #include "state/run.h"
 
 namespace kv {
@@ -81,6 +83,14 @@ HeadPosition StopOf(const VBoreRecord& start, const VBoreRecord& end)
     return stop;
 }
 
+Long DrawnOfChain(Long first)
+{
+    std::vector<Long> drawn;
+    for (Long i = first; i < first + VBores[first].Speed; ++i)
+        drawn.push_back(VBores[i].Drawn);
+    return DrawnTogether(drawn);
+}
+
 void BuildStops()
 {
     ChainEnds ends;
@@ -88,7 +98,9 @@ void BuildStops()
         if (VBores[i].Speed <= 0)
             continue;
         FindChainEnds(i, ends);
-        Grow(HeadPositions, "head positions", StopOf(VBores[ends.Smallest], VBores[ends.Largest]));
+        HeadPosition& stop =
+            Grow(HeadPositions, "head positions", StopOf(VBores[ends.Smallest], VBores[ends.Largest]));
+        stop.Drawn = DrawnOfChain(i);
     }
     VBores.Clear();
 }
@@ -336,6 +348,7 @@ void LetRide(HeadPosition& row, HeadPosition& lone)
         riding = RidingDrill(row, lone, DrillAt(NumberAt(list, 0)));
     }
     row.Tool = list + TwoDigitText(riding); // the drills as shifted
+    row.Drawn = DrawnTogether(row.Drawn, lone.Drawn);
     lone.Tool = "";
 }
 

@@ -47,6 +47,7 @@ void StoreSegments(const std::vector<RouteSegment>& records)
 RouteSegment SegmentOfCircle(const RouteCircle& circle)
 {
     RouteSegment record;
+    record.Drawn = circle.Drawn;
     record.Pass = circle.Pass;
     record.X = circle.X;
     record.Y = circle.Y;

@@ -12,6 +12,7 @@
 #include "routes/pocket_rings.h"
 #include "routes/pocket_values.h"
 #include "routes/pocket_ways.h"
+#include "state/drawn_entities.h"
 #include "state/pocket_setting.h"
 #include "state/report.h"
 #include "state/settings.h"
@@ -106,6 +107,7 @@ class LayerPockets {
     bool IsClearable(const PocketShape& outer, const std::vector<std::size_t>& islands) const;
     PocketTask TaskFor(const PocketShape& outer, const std::vector<std::size_t>& islands) const;
     std::optional<PlanePoint> MarkOf(const PocketShape& outer) const;
+    Long DrawnFor(std::size_t number, const std::vector<std::size_t>& islands) const;
     void ReportStrayMarks() const;
 
     std::vector<PocketShape>& All;
@@ -295,6 +297,25 @@ PocketTask LayerPockets::TaskFor(const PocketShape& outer, const std::vector<std
     return task;
 }
 
+// What is drawn for a pocket: its walls, the parts of its outline, and marks that stand alone.
+Long LayerPockets::DrawnFor(std::size_t number, const std::vector<std::size_t>& islands) const
+{
+    std::vector<Long> drawn;
+    const auto add = [&](std::size_t shape) {
+        const DrawnOutline& outline = All[shape].Outline;
+        drawn.push_back(outline.Pattern.Drawn);
+        for (const RouteSegment& record : outline.Records)
+            drawn.push_back(record.Drawn);
+    };
+    add(number);
+    for (const std::size_t island : islands)
+        add(island);
+    for (const std::size_t other : Own)
+        if (All[other].Outline.IsMarkAlone() || All[other].PartOf == number)
+            add(other);
+    return DrawnTogether(drawn);
+}
+
 bool RunsOnRight(const RouteSegment& pattern)
 {
     return pattern.Comp.Padded().substr(0, 3) == "G42";
@@ -394,8 +415,10 @@ void LayerPockets::ClearShape(std::size_t number)
     ReportDoubts(outer, task, ways);
     if (ways.Ways.empty())
         ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "it is narrower than its tool");
+    RouteSegment pattern = outer.Outline.Pattern;
+    pattern.Drawn = DrawnFor(number, islands);
     for (const PocketWay& way : ways.Ways)
-        outer.Ways.push_back(RecordsOf(way, outer.Outline.Pattern));
+        outer.Ways.push_back(RecordsOf(way, pattern));
     outer.IsCleared = true;
     for (const std::size_t island : islands)
         All[island].IsCleared = true;

@@ -124,6 +124,7 @@ struct DxfEntity {
     Text<1> Side; // "1" to "5" or blank
     Int ExtrusionZ = 0;
     Text<3> Reserved;
+    Long Drawn = 0; // its number among DrawnEntities
 };
 
 // One vertical bore.
@@ -139,6 +140,7 @@ struct VBoreRecord {
     Int Pitch = 0; // of a chain
     Int ExtraSlot = 0;
     Int Bottom = 0; // 0 to 5
+    Long Drawn = 0; // the entities that it comes from
 };
 
 // One point of a route; a path is a run of records that begins with a negative Kind.
@@ -162,6 +164,7 @@ struct RouteSegment {
     Int ExtraSlot = 0;
     Single ParamA = 0, ParamB = 0;
     Int Flag = 0;
+    Long Drawn = 0; // the entities that it comes from
 };
 
 // A saw groove, as drawn (Grooves) and as sawn (GroovePasses).
@@ -173,6 +176,7 @@ struct GrooveRecord {
     Single FeedDown = 0, Feed = 0;
     Long ToolNumber = 0;
     Int GrooveSide = 0; // -1 left, 1 right, 0 centred
+    Long Drawn = 0;     // the entities that it comes from
 };
 using GroovePass = GrooveRecord;
 
@@ -191,6 +195,7 @@ struct RouteCircle {
     Single OscZ = 0;
     Int Side = 0; // 1 to 5
     Int ExtraSlot = 0;
+    Long Drawn = 0; // the entities that it comes from
 };
 
 // A horizontal drilling line in plan.
@@ -203,6 +208,7 @@ struct HBoreLineRecord {
     Int Group = 0, Speed = 0;
     Text<30> Tool;
     Int ExtraSlot = 0, Bottom = 0;
+    Long Drawn = 0; // the entities that it comes from
 };
 
 // A horizontal bore; PosX and PosY are measured by the panel side.
@@ -215,6 +221,7 @@ struct HBoreRecord {
     Int Group = 0, Speed = 0;
     Text<30> Tool;
     Int ExtraSlot = 0, Bottom = 0;
+    Long Drawn = 0; // the entities that it comes from
 };
 
 // A stop of the multi-spindle head: one bore or a chain along X or Y.
@@ -228,6 +235,7 @@ struct HeadPosition {
     Single EndX = 0, EndY = 0;
     Single Feed = 0;
     Int ExtraSlot = 0, Side = 0;
+    Long Drawn = 0; // the entities of all its bores
 };
 
 } // namespace kv

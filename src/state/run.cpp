@@ -1,6 +1,8 @@
 // Storage of the shared state, and the one place that says what survives from drawing to drawing.
 #include "state/run.h"
 
+#include "state/drawn_entities.h"
+
 namespace kv {
 
 RecordArray<DxfEntity> Entities;
@@ -84,6 +86,7 @@ void ReleaseRunArrays()
     Entities.Clear();
     EntityTexts.assign(1, {});
     ClearOperationArrays();
+    ForgetDrawnEntities();
 }
 
 void AddFailedFile(std::string_view path)
