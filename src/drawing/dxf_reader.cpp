@@ -38,6 +38,7 @@ struct ReaderState {
     std::string Path;
     Long Current = 1;
     std::string CarriedLayer;
+    bool HasLayerOfPolyline = false; // the current record is a SEQEND whose layer is its polyline's
     Text<1> CarriedSide;
     bool PolylineCarry = false;
     bool Lightweight = false; // inside an LWPOLYLINE
@@ -253,8 +254,8 @@ void EndRecord(ReaderState& state)
     }
 }
 
-// A vertex or SEQEND without a group 8 is where its polyline is, so that renames and passes take it
-// along.
+// A vertex or SEQEND is where its polyline is, so that renames and passes take it along. Its own
+// group 8 may be missing or name another layer.
 void TakeLayerOfPolyline(ReaderState& state)
 {
     if (!state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome)
@@ -266,6 +267,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
 {
     EndRecord(state);
     GrowEntities(state);
+    state.HasLayerOfPolyline = false;
     if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
         state.Lightweight = false;
         Entities[state.Current].Kind = value;
@@ -281,6 +283,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
         state.CarriedLayer = LayerToCome;
     if (Holds(word, "SEQEND")) {
         TakeLayerOfPolyline(state);
+        state.HasLayerOfPolyline = !state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome;
         state.CarriedLayer.clear();
     }
     state.Lightweight = isPolyline && Holds(word, "LWPOLYLINE");
@@ -313,6 +316,8 @@ void TakeText(ReaderState& state, std::string_view value)
 
 void TakeLayer(ReaderState& state, std::string_view value)
 {
+    if (state.HasLayerOfPolyline)
+        return;
     // Neighbours mostly share a layer.
     const bool isPlain = state.CarriedLayer.empty() && !state.Lightweight;
     if (isPlain && value == state.LayerRead) {
