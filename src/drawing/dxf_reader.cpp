@@ -16,6 +16,7 @@
 #include "platform/line_scanner.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "state/drawn_names.h"
 #include "state/report.h"
 #include "state/run.h"
 
@@ -38,6 +39,7 @@ struct ReaderState {
     std::string Path;
     Long Current = 1;
     std::string CarriedLayer;
+    Long CarriedName = 0;            // as the drawing spells that layer
     bool HasLayerOfPolyline = false; // the current record is a SEQEND whose layer is its polyline's
     Text<1> CarriedSide;
     bool PolylineCarry = false;
@@ -51,6 +53,8 @@ struct ReaderState {
     std::string Upper;      // a layer in upper case
     std::string LayerRead;  // the last layer as the file spells it, and what became of it
     Text<114> LayerField;
+    std::string NameRead; // the last layer's line, and the number of the name in it
+    Long NameNumber = 0;
 };
 
 ReaderState* Running = nullptr;
@@ -83,9 +87,10 @@ std::string OfRecord(const ReaderState& state)
     const DxfEntity& entity = Entities[state.Current];
     if (entity.Kind.Trimmed().empty())
         return {};
-    std::string text = " of " + std::string(entity.Kind.Trimmed());
+    const std::string_view longKind = NameOfNumber(entity.KindName);
+    std::string text = " of " + std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind);
     if (!entity.Layer.Trimmed().empty())
-        text += " on layer " + std::string(entity.Layer.Trimmed());
+        text += " on layer " + std::string(NameOfNumber(entity.LayerName));
     return text;
 }
 
@@ -258,8 +263,18 @@ void EndRecord(ReaderState& state)
 // group 8 may be missing or name another layer.
 void TakeLayerOfPolyline(ReaderState& state)
 {
-    if (!state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome)
-        Entities[state.Current].Layer = Trim(state.CarriedLayer);
+    if (state.CarriedLayer.empty() || state.CarriedLayer == LayerToCome)
+        return;
+    Entities[state.Current].Layer = Trim(state.CarriedLayer);
+    Entities[state.Current].LayerName = state.CarriedName;
+}
+
+void TakeKind(ReaderState& state, std::string_view word)
+{
+    DxfEntity& entity = Entities[state.Current];
+    entity.Kind = word;
+    if (entity.Kind != word) // cut
+        entity.KindName = NumberOfName(word);
 }
 
 // Group 0. False at ENDSEC.
@@ -288,7 +303,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
     }
     state.Lightweight = isPolyline && Holds(word, "LWPOLYLINE");
     if (!state.Lightweight) {
-        Entities[state.Current].Kind = Trim(word);
+        TakeKind(state, Trim(word));
         if (Entities[state.Current].Kind == "VERTEX")
             TakeLayerOfPolyline(state);
         return true;
@@ -314,12 +329,25 @@ void TakeText(ReaderState& state, std::string_view value)
             state.TitleSeen = true;
 }
 
-void TakeLayer(ReaderState& state, std::string_view value)
+// The number of a layer's name by its line. Neighbours mostly share a layer.
+Long NumberOfLayer(ReaderState& state, std::string_view line)
+{
+    if (line != state.NameRead) {
+        state.NameRead.assign(line);
+        state.NameNumber = NumberOfName(Trim(line));
+    }
+    return state.NameNumber;
+}
+
+void TakeLayer(ReaderState& state, std::string_view line)
 {
     if (state.HasLayerOfPolyline)
         return;
-    // Neighbours mostly share a layer.
+    const std::string_view value = GroupValue(state, line);
+    const Long name = NumberOfLayer(state, line);
     const bool isPlain = state.CarriedLayer.empty() && !state.Lightweight;
+    if (isPlain)
+        Entities[state.Current].LayerName = name;
     if (isPlain && value == state.LayerRead) {
         Entities[state.Current].Layer = state.LayerField;
         return;
@@ -328,11 +356,16 @@ void TakeLayer(ReaderState& state, std::string_view value)
     upper.assign(value);
     for (char& c : upper)
         c = UpperChar(c);
-    if (state.CarriedLayer == LayerToCome)
+    if (state.CarriedLayer == LayerToCome) {
         state.CarriedLayer = upper;
+        state.CarriedName = name;
+    }
     Entities[state.Current].Layer = Trim(state.CarriedLayer.empty() ? upper : state.CarriedLayer);
-    if (state.Lightweight)
+    Entities[state.Current].LayerName = state.CarriedLayer.empty() ? name : state.CarriedName;
+    if (state.Lightweight) {
         Entities[state.Current - 1].Layer = Trim(upper);
+        Entities[state.Current - 1].LayerName = name;
+    }
     if (isPlain) {
         state.LayerRead.assign(value);
         state.LayerField = Entities[state.Current].Layer;
@@ -345,6 +378,7 @@ void FinishLightweightVertex(ReaderState& state)
     GrowEntities(state);
     Entities[state.Current].Kind = "VERTEX";
     Entities[state.Current].Layer = Trim(state.CarriedLayer);
+    Entities[state.Current].LayerName = state.CarriedName;
     state.FirstVertexDone = true;
 }
 
@@ -512,7 +546,7 @@ bool ReadPair(ReaderState& state)
     if (code == 1)
         TakeText(state, GroupValue(state, raw));
     else if (code == 8)
-        TakeLayer(state, GroupValue(state, raw));
+        TakeLayer(state, raw);
     else
         TakeNumber(state, code, raw);
     return true;
@@ -593,6 +627,7 @@ void ReadDrawing(std::string& path)
 {
     Entities.Clear();
     EntityTexts.assign(1, {});
+    ForgetDrawnNames();
     ReaderState state;
     state.Path = path;
     const bool found = OpenAtSection(state);

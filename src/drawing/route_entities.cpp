@@ -12,6 +12,7 @@
 #include "platform/events.h"
 #include "platform/text.h"
 #include "platform/trigonometry.h"
+#include "state/drawn_names.h"
 #include "state/pocket_setting.h"
 #include "state/report.h"
 
@@ -244,7 +245,9 @@ void CountUnknown(RouteWalk& walk, const DxfEntity& entity)
 {
     if (!(entity.Layer == walk.Layer) || Holds(entity.Kind.Trimmed(), "TEXT"))
         return;
-    UnknownKind& unknown = walk.Left.Unknown[std::string(entity.Kind.Trimmed())];
+    const std::string_view longKind = NameOfNumber(entity.KindName);
+    UnknownKind& unknown =
+        walk.Left.Unknown[std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind)];
     if (++unknown.Count == 1) {
         unknown.X = entity.X1;
         unknown.Y = entity.Y1;

@@ -124,6 +124,9 @@ struct DxfEntity {
     Text<1> Side; // "1" to "5" or blank
     Int ExtrusionZ = 0;
     Text<3> Reserved;
+    // Numbers of names for the report; 0: none.
+    Long LayerName = 0; // as the drawing spells it, or the instruction that renames it
+    Long KindName = 0;  // of a kind that is longer than its field
 };
 
 // One vertical bore.

@@ -1,6 +1,8 @@
 // Storage of the shared state, and the one place that says what survives from drawing to drawing.
 #include "state/run.h"
 
+#include "state/drawn_names.h"
+
 namespace kv {
 
 RecordArray<DxfEntity> Entities;
@@ -83,6 +85,7 @@ void ReleaseRunArrays()
 {
     Entities.Clear();
     EntityTexts.assign(1, {});
+    ForgetDrawnNames();
     ClearOperationArrays();
 }
 
