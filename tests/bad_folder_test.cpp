@@ -121,7 +121,7 @@ TEST_F(BadFolder, AnIndexOfABrokenLengthIsToldAndLeftAlone)
 {
     const std::string broken(100, 'X');
     Home.Write("prg/INDICE.PRG", broken);
-    Home.Convert(GoodDrawing, "BAD.DXF");
+    EXPECT_FALSE(Home.Convert(GoodDrawing, "BAD.DXF"));
     EXPECT_EQ(Home.Boxes, std::vector<std::string>{"!!! PROBLEM DETECTED WITH INDICE.PRG FILE !!!"});
     EXPECT_EQ(Home.Read(Index()), broken);
     EXPECT_TRUE(fs::exists(ProgramFile())) << "the program is still written";

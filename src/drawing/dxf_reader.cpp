@@ -10,6 +10,7 @@
 #include <iterator>
 #include <limits>
 
+#include "drawing/section_search.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/files.h"
@@ -17,6 +18,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/drawn_entities.h"
+#include "state/drawn_names.h"
 #include "state/report.h"
 #include "state/run.h"
 
@@ -27,7 +29,6 @@ namespace {
 // The carried layer of a polyline whose layer is not read yet; no layer name can be this.
 constexpr std::string_view LayerToCome = "\x01";
 constexpr std::string_view Titles[] = {"POST INSTRUCTIONS", "KORVANTI INSTRUCTIONS"};
-constexpr std::string_view SectionWord = "ENTITIES";              // holds what is drawn
 constexpr std::string_view BinarySentinel = "AutoCAD Binary DXF"; // first bytes of the binary form
 // Kinds that no rule of the reader looks at; nearly every record is one.
 constexpr std::string_view PlainKinds[] = {"LINE", "CIRCLE", "VERTEX", "POINT", "ARC"};
@@ -40,6 +41,8 @@ struct ReaderState {
     Long Current = 1;
     Long Polyline = 0; // the drawn entity whose vertices follow; 0: none
     std::string CarriedLayer;
+    Long CarriedName = 0;            // as the drawing spells that layer
+    bool HasLayerOfPolyline = false; // the current record is a SEQEND whose layer is its polyline's
     Text<1> CarriedSide;
     bool PolylineCarry = false;
     bool Lightweight = false; // inside an LWPOLYLINE
@@ -52,6 +55,8 @@ struct ReaderState {
     std::string Upper;      // a layer in upper case
     std::string LayerRead;  // the last layer as the file spells it, and what became of it
     Text<114> LayerField;
+    std::string NameRead; // the last layer's line, and the number of the name in it
+    Long NameNumber = 0;
 };
 
 ReaderState* Running = nullptr;
@@ -84,9 +89,10 @@ std::string OfRecord(const ReaderState& state)
     const DxfEntity& entity = Entities[state.Current];
     if (entity.Kind.Trimmed().empty())
         return {};
-    std::string text = " of " + std::string(entity.Kind.Trimmed());
+    const std::string_view longKind = NameOfNumber(entity.KindName);
+    std::string text = " of " + std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind);
     if (!entity.Layer.Trimmed().empty())
-        text += " on layer " + std::string(entity.Layer.Trimmed());
+        text += " on layer " + std::string(NameOfNumber(entity.LayerName));
     return text;
 }
 
@@ -268,12 +274,22 @@ void EndRecord(ReaderState& state)
     }
 }
 
-// A vertex or SEQEND without a group 8 is where its polyline is, so that renames and passes take it
-// along.
+// A vertex or SEQEND is where its polyline is, so that renames and passes take it along. Its own
+// group 8 may be missing or name another layer.
 void TakeLayerOfPolyline(ReaderState& state)
 {
-    if (!state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome)
-        Entities[state.Current].Layer = Trim(state.CarriedLayer);
+    if (state.CarriedLayer.empty() || state.CarriedLayer == LayerToCome)
+        return;
+    Entities[state.Current].Layer = Trim(state.CarriedLayer);
+    Entities[state.Current].LayerName = state.CarriedName;
+}
+
+void TakeKind(ReaderState& state, std::string_view word)
+{
+    DxfEntity& entity = Entities[state.Current];
+    entity.Kind = word;
+    if (entity.Kind != word) // cut
+        entity.KindName = NumberOfName(word);
 }
 
 // Group 0. False at ENDSEC.
@@ -282,6 +298,7 @@ bool BeginRecord(ReaderState& state, std::string_view value)
     EndRecord(state);
     GrowEntities(state);
     NoteDrawnEntity(state, value);
+    state.HasLayerOfPolyline = false;
     if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
         state.Lightweight = false;
         Entities[state.Current].Kind = value;
@@ -300,11 +317,12 @@ bool BeginRecord(ReaderState& state, std::string_view value)
         state.CarriedLayer = LayerToCome;
     if (Holds(word, "SEQEND")) {
         TakeLayerOfPolyline(state);
+        state.HasLayerOfPolyline = !state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome;
         state.CarriedLayer.clear();
     }
     state.Lightweight = isPolyline && Holds(word, "LWPOLYLINE");
     if (!state.Lightweight) {
-        Entities[state.Current].Kind = Trim(word);
+        TakeKind(state, Trim(word));
         if (Entities[state.Current].Kind == "VERTEX")
             TakeLayerOfPolyline(state);
         return true;
@@ -331,10 +349,25 @@ void TakeText(ReaderState& state, std::string_view value)
             state.TitleSeen = true;
 }
 
-void TakeLayer(ReaderState& state, std::string_view value)
+// The number of a layer's name by its line. Neighbours mostly share a layer.
+Long NumberOfLayer(ReaderState& state, std::string_view line)
 {
-    // Neighbours mostly share a layer.
+    if (line != state.NameRead) {
+        state.NameRead.assign(line);
+        state.NameNumber = NumberOfName(Trim(line));
+    }
+    return state.NameNumber;
+}
+
+void TakeLayer(ReaderState& state, std::string_view line)
+{
+    if (state.HasLayerOfPolyline)
+        return;
+    const std::string_view value = GroupValue(state, line);
+    const Long name = NumberOfLayer(state, line);
     const bool isPlain = state.CarriedLayer.empty() && !state.Lightweight;
+    if (isPlain)
+        Entities[state.Current].LayerName = name;
     if (isPlain && value == state.LayerRead) {
         Entities[state.Current].Layer = state.LayerField;
         return;
@@ -343,11 +376,16 @@ void TakeLayer(ReaderState& state, std::string_view value)
     upper.assign(value);
     for (char& c : upper)
         c = UpperChar(c);
-    if (state.CarriedLayer == LayerToCome)
+    if (state.CarriedLayer == LayerToCome) {
         state.CarriedLayer = upper;
+        state.CarriedName = name;
+    }
     Entities[state.Current].Layer = Trim(state.CarriedLayer.empty() ? upper : state.CarriedLayer);
-    if (state.Lightweight)
+    Entities[state.Current].LayerName = state.CarriedLayer.empty() ? name : state.CarriedName;
+    if (state.Lightweight) {
         Entities[state.Current - 1].Layer = Trim(upper);
+        Entities[state.Current - 1].LayerName = name;
+    }
     if (isPlain) {
         state.LayerRead.assign(value);
         state.LayerField = Entities[state.Current].Layer;
@@ -361,6 +399,7 @@ void FinishLightweightVertex(ReaderState& state)
     Entities[state.Current].Kind = "VERTEX";
     Entities[state.Current].Drawn = DrawnEntities.Last();
     Entities[state.Current].Layer = Trim(state.CarriedLayer);
+    Entities[state.Current].LayerName = state.CarriedName;
     state.FirstVertexDone = true;
 }
 
@@ -531,50 +570,10 @@ bool ReadPair(ReaderState& state)
     else if (code == 5)
         DrawnEntities[DrawnEntities.Last()].Handle = Trim(raw);
     else if (code == 8)
-        TakeLayer(state, GroupValue(state, raw));
+        TakeLayer(state, raw);
     else
         TakeNumber(state, code, raw);
     return true;
-}
-
-// The three lines in front of a section's name: "0", "SECTION", "2".
-class SectionHead {
-  public:
-    bool IsComplete() const { return Seen == 3; }
-    void Take(std::string_view line)
-    {
-        constexpr std::size_t longest = 16; // with its blanks; nearly every line that is none is longer
-        const std::string_view word = line.size() <= longest ? Trim(line) : std::string_view();
-        if (Seen == 1 && word == "SECTION")
-            Seen = 2;
-        else if (Seen == 2 && word == "2")
-            Seen = 3;
-        else
-            Seen = word == "0" ? 1 : 0;
-    }
-
-  private:
-    int Seen = 0;
-};
-
-// Stands on the line that names the section. A file that names none is read from the first line that
-// holds the word, whatever that is. False where no line does.
-bool OpenAtSection(ReaderState& state)
-{
-    LineScanner& scanner = state.Scanner;
-    SectionHead head;
-    scanner.Open(state.Path);
-    bool isHeld = false;
-    while (!scanner.AtEnd && scanner.Outcome.Ok()) {
-        const std::string_view line = scanner.NextLine();
-        if (Holds(line, SectionWord)) {
-            if (head.IsComplete())
-                return true;
-            isHeld = true;
-        }
-        head.Take(line);
-    }
-    return isHeld && !scanner.OpenAt(state.Path, SectionWord).empty();
 }
 
 // All pairs up to ENDSEC. False when the user aborted.
@@ -613,9 +612,10 @@ void ReadDrawing(std::string& path)
     Entities.Clear();
     EntityTexts.assign(1, {});
     ForgetDrawnEntities();
+    ForgetDrawnNames();
     ReaderState state;
     state.Path = path;
-    const bool found = OpenAtSection(state);
+    const bool found = OpenAtEntities(state.Scanner, state.Path);
     if (!state.Scanner.Outcome.Ok())
         Refuse(state, state.Scanner.Outcome.Cause);
     if (!found) {

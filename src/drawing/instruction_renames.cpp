@@ -19,6 +19,7 @@ void RenameLayers(const std::vector<LayerRename>& renames)
             if (layer != rename.From)
                 continue;
             Entities[i].Layer = rename.To;
+            Entities[i].LayerName = rename.Name;
             break;
         }
     }
@@ -51,10 +52,12 @@ void RenameColors(const std::vector<ColorRename>& renames)
 {
     bool carry = false;
     std::string carried;
+    Long carriedName = 0;
     for (Long i = 1; i <= Entities.Last(); ++i) {
         DxfEntity& entity = Entities[i];
         if (carry) {
             entity.Layer = carried;
+            entity.LayerName = carriedName;
             carry = entity.Kind == "VERTEX"; // a POLYLINE under the carry ends it and starts none
             continue;
         }
@@ -62,7 +65,9 @@ void RenameColors(const std::vector<ColorRename>& renames)
             if (Val(rename.Color) != entity.Color)
                 continue;
             carried = TrimLeft(rename.To);
+            carriedName = rename.Name;
             entity.Layer = carried;
+            entity.LayerName = carriedName;
             carry = entity.Kind == "POLYLINE";
             break;
         }

@@ -9,6 +9,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/carry_over.h"
+#include "state/drawn_names.h"
 #include "state/given_names.h"
 #include "state/report.h"
 #include "state/run.h"
@@ -66,7 +67,8 @@ void RenameLayer(Pass& pass)
         return;
     const std::string from = UpperCase(ParseString(pass.Position, pass.Line, "="));
     const std::string to = UpperCase(Rest(pass));
-    pass.LayerRenames.push_back({std::string(Trim(from)), std::string(Trim(to))});
+    pass.LayerRenames.push_back(
+        {std::string(Trim(from)), std::string(Trim(to)), NumberOfName(Trim(Rest(pass)))});
 }
 
 void RenameColor(Pass& pass)
@@ -76,7 +78,7 @@ void RenameColor(Pass& pass)
         color = UpperCase(ParseString(pass.Position, pass.Line, "="));
     if (color.empty())
         color = WholeText(pass.Entity->Color); // COLOR=ROUTE1: this text's own colour
-    pass.ColorRenames.push_back({color, UpperCase(Rest(pass))});
+    pass.ColorRenames.push_back({color, UpperCase(Rest(pass)), NumberOfName(Trim(Rest(pass)))});
     EntityTexts[static_cast<std::size_t>(pass.Entity->TextIndex)].clear();
 }
 

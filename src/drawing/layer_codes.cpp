@@ -7,6 +7,7 @@
 
 #include "drawing/layer_rules.h"
 #include "platform/text.h"
+#include "state/drawn_names.h"
 #include "state/settings.h"
 
 namespace kv {
@@ -118,7 +119,13 @@ bool RewriteOnce()
 
 std::string ShownLayer(std::string_view layer)
 {
-    std::string shown(TrimRight(layer));
+    std::string shown(DrawnLayer(TrimRight(layer)));
+    for (char& c : shown)
+        if (static_cast<unsigned char>(c) < ' ') // a carriage return would begin a second row
+            c = '?';
+    if (!shown.empty())
+        return shown;
+    shown = TrimRight(layer);
     for (std::size_t i = 0; i + 1 < shown.size(); ++i)
         for (const LayerCode& code : LayerCodes)
             if (code.Second != 'Z' && shown[i] == code.First && shown[i + 1] == code.Second)

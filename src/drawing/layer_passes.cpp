@@ -6,6 +6,7 @@
 
 #include "drawing/layer_rules.h"
 #include "platform/text.h"
+#include "state/drawn_names.h"
 
 namespace kv {
 
@@ -145,6 +146,7 @@ bool SplitPass(Long index, const PassWord& word)
     std::string_view pass = TrimRight(std::string_view(name).substr(split + 1, second - split - 1));
     pass = WithoutHead(WithoutHead(WithoutHead(pass, word.Head), "_"), " ");
     DxfEntity copy = Entities[index];
+    NoteDrawnLayer(shortened, copy.LayerName); // a value that is refused names it
     copy.Layer =
         std::string(word.Word) + next + std::string(pass) + InheritedParts(pass, shortened, word) + tail;
     Entities[index].Layer = shortened;
@@ -165,6 +167,18 @@ bool SplitPasses()
     return more;
 }
 
+void NoteDrawnLayers()
+{
+    const DxfEntity* noted = nullptr;
+    for (Long i = 1; i <= Entities.Last(); ++i) {
+        const DxfEntity& entity = Entities[i];
+        if (noted != nullptr && noted->LayerName == entity.LayerName && noted->Layer == entity.Layer)
+            continue; // neighbours mostly share a layer
+        NoteDrawnLayer(entity.Layer.Trimmed(), entity.LayerName);
+        noted = &entity;
+    }
+}
+
 } // namespace
 
 void ExpandLayerPasses()
@@ -173,6 +187,7 @@ void ExpandLayerPasses()
     RenumberRoutes();
     while (SplitPasses()) {
     }
+    NoteDrawnLayers();
     CurrentEntity.NoteText.clear();
     Run.EntityCount = Entities.Last();
 }

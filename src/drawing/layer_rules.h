@@ -55,7 +55,8 @@ void ExpandLayerPasses();
 // Loads Entities[index] into CurrentEntity and moves index on by one.
 void DecodeEntity(Long& index);
 
-// A rewritten name as people know it: its marks as the codes that they stand for (an EX reads ES).
+// A rewritten name as people know it: as the drawing spells it. Where no layer of the drawing became it, the
+// marks are shown as the codes that they stand for (an EX reads ES).
 std::string ShownLayer(std::string_view layer);
 
 // First position at which a parameter code of this layer counts (6, or behind a longer layer word).

@@ -335,8 +335,10 @@ void TakeCircleOperation()
 
 void TakePoint()
 {
-    if (HeadOccursIn(VBoreRow))
-        AddVerticalBore(ReadDiameter(), ReadDepth());
+    if (!HeadOccursIn(VBoreRow))
+        return;
+    const Single diameter = ReadDiameter(); // the first of two bad values is the one that is named
+    AddVerticalBore(diameter, ReadDepth());
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "platform/events.h"
 #include "platform/text.h"
 #include "platform/trigonometry.h"
+#include "state/drawn_names.h"
 #include "state/pocket_setting.h"
 #include "state/report.h"
 
@@ -246,7 +247,9 @@ void CountUnknown(RouteWalk& walk, const DxfEntity& entity)
 {
     if (!(entity.Layer == walk.Layer) || Holds(entity.Kind.Trimmed(), "TEXT"))
         return;
-    UnknownKind& unknown = walk.Left.Unknown[std::string(entity.Kind.Trimmed())];
+    const std::string_view longKind = NameOfNumber(entity.KindName);
+    UnknownKind& unknown =
+        walk.Left.Unknown[std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind)];
     if (++unknown.Count == 1) {
         unknown.X = entity.X1;
         unknown.Y = entity.Y1;
@@ -291,6 +294,18 @@ void TellUncut(const std::string& layer, Long count, const std::string& one, con
                              (count == 1 ? one : several) + why + " cannot be cut" + more);
 }
 
+void TellPlunges(const std::string& layer, const PlungeCount& plunges)
+{
+    if (plunges.Count == 0)
+        return;
+    const bool one = plunges.Count == 1;
+    ReportMessage(1, "Layer " + ShownLayer(layer) + ": " + WholeText(plunges.Count) +
+                         (one ? " polyline with fewer than 2 different points has"
+                              : " polylines with fewer than 2 different points have") +
+                         " no length, the tool only plunges" + (one ? " at X" : ", the first time at X") +
+                         PlainText(plunges.X) + " Y" + PlainText(plunges.Y));
+}
+
 // Other outlines on a pocket's layer may be islands.
 std::string NoIslandAt(const std::string& layer, const UnknownKind& unknown)
 {
@@ -305,6 +320,7 @@ void TellUncut(const std::string& layer, const Uncut& left)
     TellUncut(layer, left.Arcs, "arc", "arcs", " of length 0");
     TellUncut(layer, left.Circles, "circle", "circles", " without a radius");
     TellUncut(layer, left.Polylines, "polyline", "polylines", " with fewer than 2 different points");
+    TellPlunges(layer, left.Plunges);
     if (left.Widths > 0)
         ReportMessage(1, "Layer " + ShownLayer(layer) + ": the widths of " + WholeText(left.Widths) +
                              (left.Widths == 1 ? " polyline" : " polylines") +
@@ -314,11 +330,38 @@ void TellUncut(const std::string& layer, const Uncut& left)
         TellUncut(layer, unknown.Count, "entity", "entities", " of kind " + kind, NoIslandAt(layer, unknown));
 }
 
+// A start at the list's end is no route. Whether records follow it, only the later passes say.
+struct LastStart {
+    std::string Layer;
+    Long Record = 0; // 0: none
+};
+
+LastStart TakeLastStart(const std::string& layer, Uncut& left)
+{
+    if (left.LoneStart == 0 || left.LoneStart != RouteSegments.Last())
+        return {};
+    --left.Plunges.Count; // that of the first one stays its place
+    return {layer, left.LoneStart};
+}
+
+void TellLastStart(const LastStart& start)
+{
+    if (start.Record == 0)
+        return;
+    Uncut left;
+    if (start.Record == RouteSegments.Last())
+        left.Polylines = 1;
+    else
+        left.Plunges.Add(RouteSegments[start.Record].X, RouteSegments[start.Record].Y);
+    TellUncut(start.Layer, left);
+}
+
 } // namespace
 
 void ReadRoutePasses()
 {
     RouteWalk walk;
+    LastStart last;
     if (Run.LayerTable.size() > FirstRouteRow)
         walk.Kinds = KindsOfEntities();
     for (std::size_t row = FirstRouteRow; row < Run.LayerTable.size(); ++row) {
@@ -328,8 +371,13 @@ void ReadRoutePasses()
         walk.Layer = layer;
         walk.Left = {};
         RunPass(walk, layer, row == FirstRouteRow);
+        if (last.Record != RouteSegments.Last()) {
+            TellLastStart(last);
+            last = TakeLastStart(layer, walk.Left);
+        }
         TellUncut(layer, walk.Left);
     }
+    TellLastStart(last);
     Run.RoutePass = 0;
 }
 

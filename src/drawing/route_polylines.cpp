@@ -162,6 +162,18 @@ bool LeavesItsFirstPoint(Long first)
     return false;
 }
 
+// The tool goes down although no move leads it away. A start mark alone is no work.
+void CountAsUncut(Uncut& left, Long first)
+{
+    if (RouteSegments[first].Kind != -5) {
+        ++left.Polylines;
+        return;
+    }
+    left.Plunges.Add(RouteSegments[first].X, RouteSegments[first].Y);
+    if (RouteSegments.Last() == first)
+        left.LoneStart = first;
+}
+
 } // namespace
 
 void TakeRoutePolyline(RouteWalk& walk, Long& index)
@@ -172,10 +184,11 @@ void TakeRoutePolyline(RouteWalk& walk, Long& index)
     EdgeCounts edges;
     const Long first = RouteSegments.Last() + 1;
     const RouteSegment evenStart = ReadVertices(walk, polyline, edges, index);
-    if (!LeavesItsFirstPoint(first))
+    const bool isLong = LeavesItsFirstPoint(first);
+    if (RouteSegments.Last() < first) {
         ++walk.Left.Polylines;
-    if (RouteSegments.Last() < first)
         return;
+    }
     if (polyline.Tapered && RouteSegments.Last() - first + 1 != VerticesOfMark) {
         RouteSegments[first] = evenStart; // no start mark: widths must not stand for a bulge
         if (RouteSegments.Last() > first)
@@ -183,6 +196,8 @@ void TakeRoutePolyline(RouteWalk& walk, Long& index)
     }
     if (polyline.Closed && index <= Entities.Last())
         AddRouteRecord(ClosingRecord(RouteSegments[first], RouteSegments[RouteSegments.Last()]));
+    if (!isLong)
+        CountAsUncut(walk.Left, first);
     if (Run.RemoveBorder != False && edges.TellOutline()) {
         RouteSegments[first] = evenStart; // the runs are even, so widths must not stand for a bulge
         DropStepsOnOutline(first);

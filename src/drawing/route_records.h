@@ -14,17 +14,32 @@ namespace kv {
 
 enum class Drawn : unsigned char { Other, Line, Arc, Polyline, Vertex, Seqend, Circle, EndOfFile };
 
-// What one pass meets and cannot cut.
 // Entities of a kind that no route comes from.
 struct UnknownKind {
     Long Count = 0;
     Single X = 0, Y = 0; // of the first one, as drawn
 };
 
+// Polylines that stay where they begin and are cut as a plunge.
+struct PlungeCount {
+    Long Count = 0;
+    Single X = 0, Y = 0; // of the first one, as drawn
+    void Add(Single x, Single y)
+    {
+        if (++Count > 1)
+            return;
+        X = x;
+        Y = y;
+    }
+};
+
+// What one pass meets and cannot cut.
 struct Uncut {
     Long Lines = 0, Arcs = 0, Circles = 0, Polylines = 0;
-    Long OnSides = 0; // drawn in the plane of an edge
-    Long Widths = 0;  // of tapered polylines too long for a start mark; they are cut
+    PlungeCount Plunges;
+    Long LoneStart = 0; // the record of the last polyline of one point
+    Long OnSides = 0;   // drawn in the plane of an edge
+    Long Widths = 0;    // of tapered polylines too long for a start mark; they are cut
     std::map<std::string, UnknownKind> Unknown;
 };
 

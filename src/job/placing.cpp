@@ -63,6 +63,18 @@ void FailEarlierJob(const JobOutput& job, const std::string& line)
         ReportMessage(1, MarkRed + line);
 }
 
+// Its programs are in their places, and the index has been named.
+void FailUnlistedJob(const JobOutput& job)
+{
+    if (!JobRuns || job.Number != LastNumber) {
+        FailEarlierJob(job, ShownPath(job.Drawing) + ": the program is not in the index");
+        return;
+    }
+    if (Run.FailedFiles.empty() || Run.FailedFiles.back() != job.Drawing)
+        AddFailedFile(job.Drawing);
+    Run.RunFailed = True;
+}
+
 bool TellOutcomes(JobSet& set)
 {
     bool all = true;
@@ -70,6 +82,10 @@ bool TellOutcomes(JobSet& set)
         JobOutput& job = set.Jobs[i];
         if (set.Faults[i].empty()) {
             ProgramList.insert(ProgramList.end(), job.Made.begin(), job.Made.end());
+            if (set.Unlisted[i]) {
+                all = false;
+                FailUnlistedJob(job);
+            }
             continue;
         }
         all = false;
@@ -121,6 +137,7 @@ bool PlaceJobs()
     set.Faults.resize(set.Jobs.size());
     set.RowsOut.resize(set.Jobs.size());
     set.IndexFaults.resize(set.Jobs.size());
+    set.Unlisted.resize(set.Jobs.size());
     BytesWaiting = 0;
     if (!set.Jobs.empty())
         PlaceSet(set);

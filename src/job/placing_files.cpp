@@ -88,7 +88,14 @@ FileOutcome StageText(SetFile& file, const std::string& text)
     return file.Staged.Aside.empty() ? StageFile(file.Path, text, file.Staged) : FileOutcome{};
 }
 
-FileOutcome SettleFile(const JobSet& set, SetFile& file)
+void LeaveBrokenIndex(JobSet& set, const SetFile& file, std::size_t size)
+{
+    ReportBrokenIndex(file.Path, size);
+    for (const std::size_t job : file.Jobs)
+        set.Unlisted[job] = true;
+}
+
+FileOutcome SettleFile(JobSet& set, SetFile& file)
 {
     std::string text;
     const FileAnswer answer = ReadIfThere(file.Path, text);
@@ -115,7 +122,7 @@ FileOutcome SettleFile(const JobSet& set, SetFile& file)
     if (changed)
         return StageText(file, *changed);
     if (file.Kind == ChangeKind::Index)
-        ReportBrokenIndex(file.Path, size);
+        LeaveBrokenIndex(set, file, size);
     return {};
 }
 

@@ -30,6 +30,7 @@ struct JobSet {
     std::vector<std::string> Faults;  // by job; empty: none
     std::vector<bool> RowsOut;        // by job: its row of the cut list is out as well
     std::vector<bool> IndexFaults;    // by job: it is the index that cannot be written
+    std::vector<bool> Unlisted;       // by job: placed, but the index is broken and does not name it
     std::vector<SetFile> Files;       // in the order in which they reach the disk
     std::vector<std::string> Anchors; // of the installations whose locks are held
     std::vector<std::unique_ptr<FileLock>> Locks;

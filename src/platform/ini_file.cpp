@@ -73,9 +73,7 @@ bool IsKeyLine(std::string_view line, std::string_view key)
 
 std::string_view ValueOf(std::string_view keyLine)
 {
-    std::string_view value = keyLine.substr(keyLine.find('=') + 1);
-    value.remove_prefix(std::min(value.find_first_not_of(Blanks), value.size()));
-    return value;
+    return WithoutBlanks(keyLine.substr(keyLine.find('=') + 1));
 }
 
 // All keys of a section by their upper-cased names; the first of a name counts, as in FindPlace.

@@ -18,7 +18,7 @@ constexpr double LeastTolerance = 0.01; // drawing units
 
 bool MarksPocket(Single oscZ, Long pass)
 {
-    return oscZ < 0 && Holds(ShownLayerOfPass(pass), "EXCAV");
+    return oscZ < 0 && Holds(LayerOfPass(pass), "EXCAV");
 }
 
 double PocketPitch(Single oscZ, const Text<10>& comp)

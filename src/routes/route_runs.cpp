@@ -82,11 +82,17 @@ Text<10> OtherSideOf(const Text<10>& comp)
     return Text<10>(std::string(code == "G41" ? "G42" : "G41") + std::string(whole.substr(codeLength)));
 }
 
-std::string ShownLayerOfPass(Long pass)
+std::string_view LayerOfPass(Long pass)
 {
     constexpr Long firstRouteRow = 4; // of the layer table: the row of pass 1
     const std::size_t row = static_cast<std::size_t>(pass + firstRouteRow - 1);
-    return pass > 0 && row < Run.LayerTable.size() ? ShownLayer(Run.LayerTable[row]) : std::string();
+    return pass > 0 && row < Run.LayerTable.size() ? std::string_view(Run.LayerTable[row])
+                                                   : std::string_view();
+}
+
+std::string ShownLayerOfPass(Long pass)
+{
+    return ShownLayer(LayerOfPass(pass));
 }
 
 LeadValues LeadValuesOf(Single leadIn, Single rampOut, Single rampIn)

@@ -54,6 +54,7 @@ Text<10> OtherSideOf(const Text<10>& comp);
 
 // The layer of a route pass as people know it; empty where there is none.
 std::string ShownLayerOfPass(Long pass);
+std::string_view LayerOfPass(Long pass); // as the layer rules rewrote it
 
 // Lead of a route or circle after the run's defaults: lengths in drawing units, ramps as depths
 // (minus the height; 0: no ramp).

@@ -2,6 +2,7 @@
 #include "state/run.h"
 
 #include "state/drawn_entities.h"
+#include "state/drawn_names.h"
 
 namespace kv {
 
@@ -85,6 +86,7 @@ void ReleaseRunArrays()
 {
     Entities.Clear();
     EntityTexts.assign(1, {});
+    ForgetDrawnNames();
     ClearOperationArrays();
     ForgetDrawnEntities();
 }

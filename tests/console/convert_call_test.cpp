@@ -109,6 +109,16 @@ TEST_F(ConvertCall, OneFailureOfSeveralIsNamedAndTheOthersAreConverted)
     EXPECT_EQ(ended.Output.substr(ended.Output.size() - list.size()), list);
 }
 
+TEST_F(ConvertCall, AProgramThatTheIndexCannotNameIsNoConvertedDrawing)
+{
+    Put(Folder / "programs/INDICE.PRG", std::string(83, 'x'));
+    const Ended ended = Run({"convert", "door.dxf", "--report", "json"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_EQ(ended.Errors, "korvanti: door.dxf: failed\n");
+    EXPECT_EQ(json::parse(ended.Output)["drawings"][0]["outcome"], "failed");
+    EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram) << "it is written all the same";
+}
+
 TEST_F(ConvertCall, AMessageBoxIsARowInItsPlace)
 {
     fs::remove(Folder / "programs/INDICE.PRG");

@@ -365,11 +365,11 @@ TEST_F(Reader, ATitleOnAnEntityThatIsNoTextIsNone)
 
 // Polylines of the old form.
 
-TEST_F(Reader, AllVerticesHaveThePolylinesLayer)
+TEST_F(Reader, AllVerticesAndTheSeqendHaveThePolylinesLayer)
 {
     Read(Pair(0, "POLYLINE") + Pair(8, "route1") + Pair(0, "VERTEX") + Pair(8, "0") + Pair(0, "VERTEX") +
          Pair(8, "OTHER") + Pair(0, "SEQEND") + Pair(8, "0") + Line("A", 0, 0, 1, 1));
-    EXPECT_EQ(Layers(), "[ROUTE1][ROUTE1][ROUTE1][0][A]");
+    EXPECT_EQ(Layers(), "[ROUTE1][ROUTE1][ROUTE1][ROUTE1][A]");
 }
 
 TEST_F(Reader, AVertexAndSeqendWithoutLayerAreOnThatOfTheirPolyline)
@@ -377,7 +377,14 @@ TEST_F(Reader, AVertexAndSeqendWithoutLayerAreOnThatOfTheirPolyline)
     const std::string polyline =
         Pair(0, "POLYLINE") + Pair(8, "route1") + Pair(0, "VERTEX") + Pair(10, 1.0) + Pair(0, "SEQEND");
     Read(polyline + Pair(0, "VERTEX") + Pair(0, "SEQEND") + polyline + Pair(8, "OWN"));
-    EXPECT_EQ(Layers(), "[ROUTE1][ROUTE1][ROUTE1][][][ROUTE1][ROUTE1][OWN]");
+    EXPECT_EQ(Layers(), "[ROUTE1][ROUTE1][ROUTE1][][][ROUTE1][ROUTE1][ROUTE1]");
+}
+
+TEST_F(Reader, ASeqendOfAnInsertHasItsOwnLayer)
+{
+    Read(Polyline("A", {{0, 0}, {1, 1}}) + Pair(0, "INSERT") + Pair(8, "B") + Pair(0, "ATTRIB") +
+         Pair(8, "B") + Pair(0, "SEQEND") + Pair(8, "B"));
+    EXPECT_EQ(Layers(), "[A][A][A][A][B][B][B]");
 }
 
 TEST_F(Reader, OtherRecordsWithoutLayerInsideAPolylineHaveNone)

@@ -1,6 +1,7 @@
 // "$": further passes over the same entity, and the renumbering that makes room for them.
 #include "drawing/layer_rules.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -257,6 +258,38 @@ TEST_F(LayerPasses, OfAPolylineCopyTheWholePolyline)
     scene.Convert(test::Drawing(test::Polyline("route1z18t5$z9", {{0, 0}, {10, 0}, {10, 10}}) +
                                 test::Rectangle("BORDER", 0, 0, 600, 400)));
     EXPECT_EQ(kinds, (std::vector<std::string>{"POLYLINE", "VERTEX", "VERTEX", "VERTEX", "SEQEND"}));
+}
+
+// A polyline as writers put it that know of no layers for its vertices and its end.
+std::string PolylineEndingOn(const std::string& layer, const std::string& layerOfTheRest)
+{
+    const std::string rest = layerOfTheRest.empty() ? "" : test::Pair(8, layerOfTheRest);
+    std::string text = test::Pair(0, "POLYLINE") + test::Pair(8, layer) + test::Pair(66, "1");
+    for (const double x : {100.0, 300.0})
+        text += test::Pair(0, "VERTEX") + rest + test::Pair(10, x) + test::Pair(20, 200.0);
+    return text + test::Pair(0, "SEQEND") + rest;
+}
+
+// Else the second pass finds no end: its tool goes on, down in the wood, to the next polyline.
+TEST_F(LayerPasses, FindTheEndOfAPolylineWhateverLayerItsEndNames)
+{
+    const auto program = [](const std::string& layerOfTheRest) {
+        test::Scene scene;
+        scene.Convert(
+            test::Drawing(test::Rectangle("BORDERZ18", 0, 0, 600, 400) +
+                          PolylineEndingOn("ROUTE1Z9T71$Z18T71", layerOfTheRest) +
+                          PolylineEndingOn("ROUTE2Z9T71$Z18T71", layerOfTheRest) +
+                          PolylineEndingOn("GROOVEZ5T60$Z8", layerOfTheRest)));
+        EXPECT_TRUE(scene.HasProgram()) << scene.ReportText();
+        return scene.HasProgram() ? scene.Program() : std::vector<std::string>();
+    };
+    const std::vector<std::string> expected = program("ROUTE1Z9T71$Z18T71");
+    EXPECT_EQ(std::count_if(expected.begin(), expected.end(),
+                            [](const std::string& line) { return line.starts_with("G88"); }),
+              4)
+        << "each pass has a start of its own";
+    EXPECT_EQ(program("0"), expected);
+    EXPECT_EQ(program(""), expected);
 }
 
 TEST_F(LayerPasses, AgreeWithThePlainTwinOnRandomDrawings)

@@ -191,6 +191,7 @@ class PlainReader {
         const bool ofPolyline = word.find("SEQEND") != std::string::npos || Fixed(word, 10) == "VERTEX";
         if (ofPolyline && Carried != Marker)
             Now().Layer = Fixed(Carried, 114);
+        EndsPolyline = word.find("SEQEND") != std::string::npos && !Carried.empty() && Carried != Marker;
         if (word.find("SEQEND") != std::string::npos)
             Carried.clear();
         if (word.find("LWPOLYLINE") != std::string::npos) {
@@ -220,6 +221,8 @@ class PlainReader {
 
     void TakeLayer(const std::string& value)
     {
+        if (EndsPolyline)
+            return;
         const std::string upper = UpperCase(value);
         if (Carried == Marker)
             Carried = upper;
@@ -310,6 +313,7 @@ class PlainReader {
     std::size_t Current = 1;
     std::string Carried, CarriedSide;
     bool SideCarried = false, LightMode = false, VertexDone = false, Pending = false, Title = false;
+    bool EndsPolyline = false;
     Single Nx = 0, Ny = 0, Nz = 0;
     Int LastColor = 0;
 };

@@ -455,7 +455,11 @@ TEST_F(RoutePolylines, PolylineThatStaysAtOnePointIsTold)
                                                 {5, 400, 90, 5},
                                                 {5, 400, 91, 5}}))
         << "it is stored as it stands; without vertices nothing closes it";
-    EXPECT_EQ(Uncut(), (Rows{"Layer ROUTEZ5: 3 polylines with fewer than 2 different points cannot be cut"}));
+    EXPECT_EQ(Uncut(), (Rows{"Layer ROUTEZ5: 1 polyline with fewer than 2 different points cannot be cut"}));
+    EXPECT_EQ(
+        Count("Layer ROUTEZ5: 2 polylines with fewer than 2 different points have no length, the tool only "
+              "plunges, the first time at X150 Y90"),
+        1);
 }
 
 TEST_F(RoutePolylines, OneVertexMoreThan32767SegmentsNamesTheLayer)

@@ -201,7 +201,9 @@ TEST_F(Placement, AnIndexOfABrokenLengthIsLeftAndTheProgramsStand)
         Home.Write("prg/INDICE.PRG", std::string(83, 'x'));
     }
     ReportMessage(2, "");
-    EXPECT_TRUE(Told.empty());
+    ASSERT_EQ(Told.size(), 1U);
+    EXPECT_EQ(Told[0].Cause, (Home.Folder / "DOOR.DXF").string() + ": the program is not in the index");
+    EXPECT_EQ(Run.FailedFiles.size(), 2U);
     EXPECT_TRUE(Home.HasProgram("DOOR"));
     EXPECT_EQ(Home.Read(Index()), std::string(83, 'x'));
     EXPECT_TRUE(Home.Reported(Index().string() +

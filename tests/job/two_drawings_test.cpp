@@ -13,6 +13,7 @@
 #include "support/dxf.h"
 #include "support/scene.h"
 #include "writers/program_writers.h"
+#include "writers/writer_memory.h"
 
 namespace kv::test {
 namespace {
@@ -268,6 +269,30 @@ TEST_F(TwoDrawings, ASecondDrawingEqualsTheSameInAFreshProcess)
     Second(drawing);
     const std::string second = Home.Read(Home.Programs / "SRG" / "S" / "ECOND");
     EXPECT_EQ(Home.Read(Home.Programs / "SRG" / "F" / "IRST"), second);
+}
+
+// A program line is made word by word, and its depth comes behind tool and speed.
+TEST_F(TwoDrawings, ARefusedRecordLeavesToolAndSpeedToTheNextOne)
+{
+    struct Row {
+        const char* What;
+        std::string Refused;
+    };
+    const Row rows[] = {
+        {"bore", Circle("VBOREZ300T05S6", 110, 70, 4)},
+        {"bore in an edge", Line("HBORE", 300, 420, 300, 390) + Line("HBORE Z300T05S6", 296, 390, 304, 390)},
+    };
+    for (const Row& row : rows) {
+        First(Bordered("", Circle("VBOREZ12T07S9", 110, 70, 4)));
+        EXPECT_FALSE(Home.Convert(Bordered("", row.Refused), "BAD.DXF")) << row.What;
+        EXPECT_TRUE(Home.Reported("Unable to Process file. 5")) << row.What << ": " << Home.ReportText();
+        EXPECT_EQ(Writers.LastSpeed, 6000) << row.What;
+        Second(Bordered("", Line("ROUTE1Z5", 110, 70, 310, 70)));
+        EXPECT_EQ(Home.Program("SECOND")[2], "G88G90G55P5T0105X100Y50Z5") << row.What;
+        EXPECT_TRUE(Home.Reported("Taken over from an earlier drawing: tool T0105"))
+            << row.What << ": " << Home.ReportText();
+        ResetWriters();
+    }
 }
 
 TEST_F(TwoDrawings, TheProgramListGrowsOverTheRun)

@@ -30,7 +30,7 @@ TEST_F(IniEntries, AreReadAsSingleKeysAre)
     std::vector<ProfileEntry> entries = {{"a", ""}, {"B", "old"}, {"C", "old"}, {"D", "old"}, {"E", "old"}};
     EXPECT_TRUE(ReadProfileStrings("ONE", entries, "none", Room, IniPath).Is != Presence::CannotTell);
     EXPECT_EQ(entries[0].Value, "first");
-    EXPECT_EQ(entries[1].Value, "two ");
+    EXPECT_EQ(entries[1].Value, "two");
     EXPECT_EQ(entries[2].Value, "");
     EXPECT_EQ(entries[3].Value, "none");
     EXPECT_EQ(entries[4].Value, "none"); // the first section of a name counts

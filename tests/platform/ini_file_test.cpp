@@ -53,10 +53,17 @@ TEST_F(IniFile, AnEmptyValueIsNotMissing)
     EXPECT_EQ(Read("A", "blank"), "");
 }
 
-TEST_F(IniFile, BlanksAroundTheKeyAndBeforeTheValueAreDropped)
+TEST_F(IniFile, BlanksAroundTheKeyAndTheValueAreDropped)
 {
-    Put("  [ A ]  \r\n  k  =   two words  \r\n");
-    EXPECT_EQ(Read("A", "k"), "two words  "); // the blanks behind it belong to the value
+    Put("  [ A ]  \r\n  k  =  \t two words \t \r\nlast= x ");
+    EXPECT_EQ(Read("A", "k"), "two words");
+    EXPECT_EQ(Read("A", "last"), "x");
+}
+
+TEST_F(IniFile, BlanksAreDroppedBeforeAValueIsCut)
+{
+    Put("[A]\r\nk=     abcdef     \r\n");
+    EXPECT_EQ(Read("A", "k", "", 7), "abcdef");
 }
 
 TEST_F(IniFile, TheValueMayHoldEqualSignsAndSemicolons)

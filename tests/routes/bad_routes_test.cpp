@@ -101,17 +101,42 @@ TEST_F(BadRoutes, CirclesOfRadiusZero)
                   "Layer EXCAVZ5K4T71: 1 circle without a radius cannot be cut");
 }
 
+const std::string Plunges =
+    "Layer ROUTEZ5T71: 1 polyline with fewer than 2 different points has no length, the "
+    "tool only plunges at X100 Y100";
+
 // As told, not as meant: a lone vertex in front of other paths still begins a route.
 TEST_F(BadRoutes, APolylineOfOneVertexIsAStartWithoutMoves)
 {
     const std::string told = "Layer ROUTEZ5T71: 1 polyline with fewer than 2 different points cannot be cut";
-    Expect(Polyline(Route, {{100, 100}}) + Good,
-           {Start + "X500Y300Z5", "G1G90X550Y300Z5", Start + "X100Y100Z5"});
-    EXPECT_TRUE(Told(told)) << Home.ReportText();
+    const ProgramText plunged = {Start + "X500Y300Z5", "G1G90X550Y300Z5", Start + "X100Y100Z5"};
+    Expect(Polyline(Route, {{100, 100}}) + Good, plunged);
+    EXPECT_TRUE(Told(Plunges) && !Told(told)) << Home.ReportText();
+    // Only the records of the next layer show that it is not the last one.
+    Expect(Polyline(Route, {{100, 100}}) + Line("ROUTEZ5T71G1", 500, 300, 550, 300), plunged);
+    EXPECT_TRUE(Told(Plunges) && !Told(told)) << Home.ReportText();
     // At the list's end it is no path.
     Expect(Good + Polyline(Route, {{100, 100}}), GoodLines);
-    EXPECT_TRUE(Told(told)) << Home.ReportText();
+    EXPECT_TRUE(Told(told) && !Told(Plunges)) << Home.ReportText();
     ExpectLeftOut(Polyline(Route, {}), told);
+}
+
+TEST_F(BadRoutes, APolylineWhosePointsAreAllTheSameIsToldAsThePlungeThatItIs)
+{
+    const std::vector<Vertex> three = {{100, 100}, {100, 100}, {100, 100}};
+    const std::string stay = "G1G90X100Y100Z5";
+    for (const std::string& closed : {Pair(70, "0"), Pair(70, "1")}) {
+        ProgramText plunged = {Start + "X500Y300Z5", "G1G90X550Y300Z5", Start + "X100Y100Z5", stay, stay};
+        if (closed == Pair(70, "1"))
+            plunged.push_back(stay);
+        Expect(Good + Polyline(Route, three, closed), plunged);
+        EXPECT_TRUE(Told(Plunges)) << Home.ReportText();
+        EXPECT_EQ(Home.ReportText().find("cannot be cut"), std::string::npos) << Home.ReportText();
+    }
+    // As an arc of no length: no line for it, but the start is there.
+    Expect(Good + Polyline(Route, {{100, 100, 1}, {100, 100, 1}, {100, 100}}),
+           {Start + "X500Y300Z5", "G1G90X550Y300Z5", Start + "X100Y100Z5"});
+    EXPECT_TRUE(Told(Plunges)) << Home.ReportText();
 }
 
 TEST_F(BadRoutes, CoincidentVertices)

@@ -30,9 +30,9 @@ void WriteHeadPosition(CncProgram& program, const HeadPosition& stop)
     const bool alongX = stop.Direction > 0 && stop.ChainSize != 1;
     const bool alongY = stop.Direction <= 0 && stop.ChainSize >= 2;
     std::string line = alongX ? "G183G90" : alongY ? "G184G90" : "G81G90";
-    line += WholeWord("E", stop.ExtraSlot) + PlainWord("F", stop.Feed) + program.OffsetWord + "P5T01" +
-            std::string(stop.Tool.Trimmed()) + SpeedWord(Recall(&WriterMemory::LastSpeed, "speed")) +
-            PlaceWords(stop.X, stop.Y) + "Z" + DepthWord(stop.Depth);
+    line += InOrder({WholeWord("E", stop.ExtraSlot), PlainWord("F", stop.Feed), program.OffsetWord, "P5T01",
+                     std::string(stop.Tool.Trimmed()), SpeedWord(Recall(&WriterMemory::LastSpeed, "speed")),
+                     PlaceWords(stop.X, stop.Y), "Z", DepthWord(stop.Depth)});
     if (alongX)
         line += "I" + FormatCoord(stop.EndX);
     if (alongY) {
@@ -48,9 +48,9 @@ void WriteVBore(CncProgram& program, const VBoreRecord& bore)
     const std::string_view tool = bore.Tool.Padded();
     const bool router = Val(tool) > HighestDrill && Trim(tool).size() < DrillChainTextWidth;
     std::string line = router ? "G88G90" : "G81G90";
-    line += WholeWord("E", bore.ExtraSlot) + PlainWord("F", bore.Feed) + program.OffsetWord + "P5" +
-            BoreToolWord(tool, bore.Group, bore.Diameter) + SpeedWord(bore.Speed) +
-            PlaceWords(bore.X, bore.Y) + "Z" + DepthWord(bore.Depth);
+    line += InOrder({WholeWord("E", bore.ExtraSlot), PlainWord("F", bore.Feed), program.OffsetWord, "P5",
+                     BoreToolWord(tool, bore.Group, bore.Diameter), SpeedWord(bore.Speed),
+                     PlaceWords(bore.X, bore.Y), "Z", DepthWord(bore.Depth)});
     program.Lines.push_back(StripBlanks(line));
     RaiseTopDrilling();
 }
@@ -87,9 +87,9 @@ void WriteGroove(CncProgram& program, const GroovePass& groove)
 void WriteHBore(CncProgram& program, const HBoreRecord& bore)
 {
     std::string line = "G81G90";
-    line += WholeWord("E", bore.ExtraSlot) + PlainWord("F", bore.Feed) + program.OffsetWord + "P" +
-            WholeText(bore.Side) + BoreToolWord(bore.Tool.Padded(), bore.Group, bore.Diameter) +
-            SpeedWord(bore.Speed) + PlaceWords(bore.PosX, bore.PosY) + "Z" + DepthWord(bore.Z);
+    line += InOrder({WholeWord("E", bore.ExtraSlot), PlainWord("F", bore.Feed), program.OffsetWord, "P",
+                     WholeText(bore.Side), BoreToolWord(bore.Tool.Padded(), bore.Group, bore.Diameter),
+                     SpeedWord(bore.Speed), PlaceWords(bore.PosX, bore.PosY), "Z", DepthWord(bore.Z)});
     program.Lines.push_back(StripBlanks(line));
     RememberSides(ToInt(std::exp2(static_cast<double>(bore.Side) - 1)));
     program.HorizontalWritten = true;

@@ -16,6 +16,14 @@ constexpr Single FirstDepthCode = 90;
 
 } // namespace
 
+std::string InOrder(std::initializer_list<std::string> words)
+{
+    std::string line;
+    for (const std::string& word : words)
+        line += word;
+    return line;
+}
+
 std::string WholeWord(std::string_view letter, Long value)
 {
     return value == 0 ? std::string() : std::string(letter) + WholeText(value);
@@ -28,7 +36,7 @@ std::string PlainWord(std::string_view letter, Single value)
 
 std::string PlaceWords(Single x, Single y)
 {
-    return "X" + FormatCoord(x) + "Y" + FormatCoord(y);
+    return InOrder({"X", FormatCoord(x), "Y", FormatCoord(y)});
 }
 
 std::string SpeedWord(Int speed)

@@ -1,6 +1,7 @@
 // The words of a program line.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,9 @@
 
 namespace kv {
 
+// The words one behind the other. A list is worked out from left to right, the operands of a sum in any
+// order; words that remember something or refuse a value must come in the order of the line.
+std::string InOrder(std::initializer_list<std::string> words);
 // Letter and value, empty for 0.
 std::string WholeWord(std::string_view letter, Long value);
 std::string PlainWord(std::string_view letter, Single value);

@@ -74,21 +74,23 @@ std::vector<std::string> MergeNotes(const std::vector<std::string>& old,
     std::size_t fromOld = 0;
     std::size_t fromFresh = begin < lastOld ? 1 : 0; // the head line is not repeated
 
-    std::vector<std::string> merged(lastOld + lastFresh + 1); // slots that nothing fills stay empty
-    for (std::string& line : merged) {
+    std::vector<std::string> merged;
+    for (std::size_t slot = 0; slot <= lastOld + lastFresh; ++slot) {
         const bool more = fromFresh <= lastFresh;
         if (more && fromOld >= end) {
-            line = fresh[fromFresh++];
+            merged.push_back(fresh[fromFresh++]);
             keep = false;
         } else if (more && fromOld > begin) {
-            line = fresh[fromFresh++];
+            merged.push_back(fresh[fromFresh++]);
             ++fromOld;
             keep = true;
         } else if (fromOld < lastOld || keep) {
             if (keep)
                 fromOld = end;
             keep = false;
-            line = old[fromOld++];
+            merged.push_back(old[fromOld++]);
+        } else {
+            break; // nothing fills the slots that are left, and they give no line
         }
     }
     return merged;

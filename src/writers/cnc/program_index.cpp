@@ -98,7 +98,8 @@ FileChange RecordChange(const std::string& folder, const std::string& path, std:
     return change;
 }
 
-// False when the index cannot be written. One of a broken length is told and left as it is.
+// False when the index cannot be written. One of a broken length is told and left as it is: the program is
+// written, but no control finds it, so the drawing is no converted one.
 bool HandOverRecord(const std::string& folder, const std::string& path, std::string record)
 {
     if (IsRecorded({StepKind::Record, folder, path, record, {}}))
@@ -107,6 +108,8 @@ bool HandOverRecord(const std::string& folder, const std::string& path, std::str
     FileOutcome outcome = AskStamp(path, stamp).Why;
     if (outcome.Ok() && stamp.Size % IndexRecordSize != 0) {
         ReportBrokenIndex(path, stamp.Size);
+        if (Run.RunFailed == False) // a portion before has said so
+            FailDrawing();
         return true;
     }
     if (outcome.Ok())

@@ -48,9 +48,9 @@ void WriteBulge(CncProgram& program, const RouteSegment& from, const RouteSegmen
         return;
     const WorkingPoint end = PointInPlane(to.X, to.Y, to.Z);
     const bool longWay = bulge > 1;
-    program.Lines.push_back(StripBlanks((from.Aux2 < 0 ? "G37G90" : "G38G90") + PlainWord("F", from.Feed) +
-                                        PlaceWords(end.X, end.Y) + "U" +
-                                        FormatCoord(ToSingle(longWay ? -radius : radius)) + "Z" + end.Depth));
+    program.Lines.push_back(StripBlanks(
+        InOrder({from.Aux2 < 0 ? "G37G90" : "G38G90", PlainWord("F", from.Feed), PlaceWords(end.X, end.Y),
+                 "U", FormatCoord(ToSingle(longWay ? -radius : radius)), "Z", end.Depth})));
 }
 
 // Feed and bulge of a span stand in the record in front.
@@ -76,8 +76,9 @@ void WriteArc(CncProgram& program, const RouteSegment& start, const RouteSegment
 {
     if (OpensRoute(start))
         TakeRouteSide(start.Side);
-    SetPlaneWords(end.X, end.Y, ToSingle(static_cast<double>(start.Aux1) - static_cast<double>(start.X)),
-                  ToSingle(static_cast<double>(start.Aux2) - static_cast<double>(start.Y)));
+    const Single i = ToSingle(static_cast<double>(start.Aux1) - static_cast<double>(start.X));
+    const Single j = ToSingle(static_cast<double>(start.Aux2) - static_cast<double>(start.Y));
+    SetPlaneWords(end.X, end.Y, i, j);
     if (OpensRoute(start))
         OpenRoute(program, {start, end, PlaneOfRoute().Side, PointInPlane(start.X, start.Y, start.Z),
                             ParameterWords(start)});
@@ -85,9 +86,9 @@ void WriteArc(CncProgram& program, const RouteSegment& start, const RouteSegment
     const bool counterClockwise = end.Dir != 0;
     const std::string feed = PlainWord("F", start.Feed);
     if (SideOfRoute() == Face) {
-        program.Lines.push_back(StripBlanks((counterClockwise ? "G38G90" : "G37G90") + feed +
-                                            PlaceWords(start.Aux1, start.Aux2) + "A" + FormatAngle(end.Aux2) +
-                                            "Z" + DepthWord(end.Z)));
+        program.Lines.push_back(StripBlanks(
+            InOrder({counterClockwise ? "G38G90" : "G37G90", feed, PlaceWords(start.Aux1, start.Aux2), "A",
+                     FormatAngle(end.Aux2), "Z", DepthWord(end.Z)})));
         return;
     }
     const PlaneWords& plane = PlaneOfRoute();
@@ -117,8 +118,9 @@ Single DirectionToAnchor(const RouteSegment& from)
 std::string FitLine(const RouteSegment& middle, const RouteSegment& end)
 {
     // Not brought into one turn: directions either side of +Y differ by nearly 360.
-    const double turn =
-        static_cast<double>(DirectionToAnchor(middle)) - static_cast<double>(DirectionToAnchor(end));
+    const double fromMiddle = DirectionToAnchor(middle);
+    const double fromEnd = DirectionToAnchor(end);
+    const double turn = fromMiddle - fromEnd;
     if (std::fabs(turn) < StraightTurn)
         return MotionLine("G1", end.Feed, PointOnFace(end));
     return StripBlanks((turn > 0 ? "G113" : "G112") + std::string("G90G17") + PlainWord("F", end.Feed) +

@@ -35,11 +35,11 @@ void OpenRoute(CncProgram& program, const RouteOpening& opening)
 {
     const RouteSegment& first = opening.First;
     std::string line = "G88G90";
-    line += WholeWord("E", first.ExtraSlot) + PlainWord("F", first.FeedDown) +
-            PlainWord("B", first.FeedRapid) + program.OffsetWord + std::string(opening.SideWord) +
-            Recall(&WriterMemory::ToolWord, "tool") + SpeedWord(opening.Shape.Speed) +
-            CompensationWord(opening.Shape) + PlaceWords(opening.At.X, opening.At.Y) + "Z" +
-            opening.At.Depth + opening.Parameters;
+    line += InOrder({WholeWord("E", first.ExtraSlot), PlainWord("F", first.FeedDown),
+                     PlainWord("B", first.FeedRapid), program.OffsetWord, std::string(opening.SideWord),
+                     Recall(&WriterMemory::ToolWord, "tool"), SpeedWord(opening.Shape.Speed),
+                     CompensationWord(opening.Shape), PlaceWords(opening.At.X, opening.At.Y), "Z",
+                     opening.At.Depth, opening.Parameters});
     program.Lines.push_back(StripBlanks(line));
     RememberWork(&WriterMemory::RouteWritten, TopBit); // on edges too
 }

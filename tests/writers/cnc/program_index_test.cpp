@@ -131,8 +131,9 @@ TEST_F(ProgramIndex, AnIndexOfEightyThreeBytesIsToldAndTheProgramIsWritten)
     EXPECT_EQ(Boxes, Texts{"!!! PROBLEM DETECTED WITH INDICE.PRG FILE !!!"});
     EXPECT_EQ(Get("PROG/INDICE.PRG"), broken);
     EXPECT_TRUE(Stands("PROG/SRG/D/OOR"));
-    EXPECT_EQ(Run.RunFailed, False);
     EXPECT_EQ(ProgramList, Texts{"DOOR"});
+    EXPECT_EQ(Run.RunFailed, True) << "no control finds the program";
+    EXPECT_EQ(Run.FailedFiles, (Texts{"", Run.SourceFile}));
 }
 
 TEST_F(ProgramIndex, WithoutIndexTheDrawingFails)
