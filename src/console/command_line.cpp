@@ -45,8 +45,11 @@ constexpr const char* PlaceFooter =
 constexpr const char* TraceText = "Prints the records of a conversion as they stand after its stages.";
 constexpr const char* TraceFooter =
     "\nConverts each drawing up to the writers and prints the records and run variables as they stand\n"
-    "after the named stages (all, where none is named) as one JSON document; several drawings give an\n"
-    "array of documents, in order. No file is written; report lines go to standard error.\n"
+    "after the named stages (all but the last, where none is named) as one JSON document; several drawings\n"
+    "give an array of documents, in order. Records name the lines and handles of the entities that they "
+    "come\n"
+    "from. The last stage, programs, shows each line of the programs with the entities that it comes from.\n"
+    "No file is written; report lines go to standard error.\n"
     "Behind -- every word is a drawing, also one that begins with a dash.\n"
     "Stages:";
 

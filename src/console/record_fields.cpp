@@ -346,21 +346,6 @@ void AddField(Json& object, const char* name, const PtsTexts& list, std::size_t 
         object[name] = ShowList(list, first, end);
 }
 
-// Where in the drawing each entity of a record stands.
-Json ShowDrawn(Long drawn)
-{
-    Json shown = Json::array();
-    for (const Long number : EntitiesOf(drawn)) {
-        const DrawnEntity& entity = DrawnEntities[number];
-        Json object = Json::object();
-        object["line"] = entity.Line;
-        if (!entity.Handle.Trimmed().empty())
-            object["handle"] = Utf8FromBytes(entity.Handle.Trimmed());
-        shown.push_back(std::move(object));
-    }
-    return shown;
-}
-
 template <typename Record, std::size_t N>
 Json ShowArray(const RecordArray<Record>& records, const Field<Record> (&fields)[N])
 {
@@ -408,6 +393,20 @@ std::string Utf8FromBytes(std::string_view bytes)
         text += static_cast<char>(0x80 | (byte & 0x3F));
     }
     return text;
+}
+
+Json ShowDrawn(Long drawn)
+{
+    Json shown = Json::array();
+    for (const Long number : EntitiesOf(drawn)) {
+        const DrawnEntity& entity = DrawnEntities[number];
+        Json object = Json::object();
+        object["line"] = entity.Line;
+        if (!entity.Handle.Trimmed().empty())
+            object["handle"] = Utf8FromBytes(entity.Handle.Trimmed());
+        shown.push_back(std::move(object));
+    }
+    return shown;
 }
 
 Json ShowRecords(const RecordArray<DxfEntity>& records)

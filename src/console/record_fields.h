@@ -21,6 +21,9 @@ Json ShowRecords(const RecordArray<HBoreRecord>& records);
 Json ShowRecords(const RecordArray<HeadPosition>& records);
 Json ShowTexts(const std::vector<std::string>& texts); // from element 1 on
 
+// Where in the drawing each entity of a record stands: line of the file, handle.
+Json ShowDrawn(Long drawn);
+
 // All variables of the run block.
 Json ShowRun();
 

@@ -10,6 +10,7 @@
 #include "console/trace_stages.h"
 #include "job/job_driver.h"
 #include "platform/terminal.h"
+#include "writers/output_steps.h"
 
 namespace kv {
 
@@ -36,7 +37,8 @@ int TraceDrawings(const CommandLine& line)
     OpenReport(IsTerminal(StandardStream::Error), IsTerminal(StandardStream::Error));
     Wanted = line.After;
     Stages.Done = KeepStage;
-    Stages.StopBeforeWriters = true;
+    Stages.StopBeforeWriters = std::find(Wanted.begin(), Wanted.end(), ProgramsStage) == Wanted.end();
+    const StepsRecorded recorded; // the writers' programs reach no disk
     const bool many = line.Drawings.size() > 1;
     int status = ExitConverted;
     const char* lead = many ? "[\n" : "";

@@ -2,6 +2,11 @@
 // out at a stage while the arrays still stand.
 #include "console/trace_stages.h"
 
+#include <algorithm>
+
+#include "writers/job_output.h"
+#include "writers/program_lines.h"
+
 namespace kv {
 
 namespace {
@@ -22,6 +27,37 @@ constexpr ShownArray HBoreLinesShown{"HBoreLines", [] { return ShowRecords(HBore
 constexpr ShownArray HBoresShown{"HBores", [] { return ShowRecords(HBores); }};
 constexpr ShownArray HeadPositionsShown{"HeadPositions", [] { return ShowRecords(HeadPositions); }};
 
+std::string TextOfProgram(const std::string& path)
+{
+    for (const OutputStep& step : Outputs.Steps)
+        if (step.Kind == StepKind::Program && step.Path == path)
+            return step.Text;
+    return {};
+}
+
+std::string_view WithoutReturn(std::string_view line)
+{
+    return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
+}
+
+// Each line with what it comes from, which is nothing for the lines of the program itself.
+Json ShowProgram(const ProgramTrace& trace)
+{
+    const std::string text = TextOfProgram(trace.Path);
+    Json lines = Json::array();
+    std::size_t from = 0;
+    for (const Long drawn : trace.Drawn) {
+        const std::size_t end = std::min(text.find('\n', from), text.size());
+        Json line = Json::object();
+        line["Text"] = Utf8FromBytes(WithoutReturn(std::string_view(text).substr(from, end - from)));
+        if (drawn != 0)
+            line["Drawn"] = ShowDrawn(drawn);
+        lines.push_back(std::move(line));
+        from = std::min(end + 1, text.size());
+    }
+    return {{"Path", Utf8FromBytes(trace.Path)}, {"Lines", std::move(lines)}};
+}
+
 struct Stage {
     std::string Name;
     std::vector<ShownArray> Arrays;
@@ -41,6 +77,7 @@ const std::vector<Stage> StageTable = {
     {"final",
      {VBoresShown, RouteSegmentsShown, RouteCirclesShown, GroovePassesShown, HBoresShown,
       HeadPositionsShown}},
+    {std::string(ProgramsStage), {}},
 };
 
 } // namespace
@@ -66,6 +103,9 @@ Json ShowStage(std::string_view stage)
         for (const ShownArray& array : row.Arrays)
             shown[array.Name] = array.Show();
     }
+    if (stage == ProgramsStage)
+        for (const ProgramTrace& trace : ProgramTraces)
+            shown["Programs"].push_back(ShowProgram(trace));
     shown["Run"] = ShowRun();
     return shown;
 }

@@ -9,6 +9,9 @@
 
 namespace kv {
 
+// After the writers; only then are their programs worked out.
+constexpr std::string_view ProgramsStage = "programs";
+
 // In the order in which a drawing passes them.
 const std::vector<std::string>& StageNames();
 

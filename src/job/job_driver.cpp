@@ -33,6 +33,7 @@
 #include "state/run.h"
 #include "state/settings.h"
 #include "writers/cut_list.h"
+#include "writers/program_lines.h"
 #include "writers/program_writers.h"
 
 namespace kv {
@@ -175,6 +176,7 @@ void ConvertDrawing()
 {
     // 1. Reset.
     ResetRun();
+    ForgetProgramTraces();
     CurrentEntity.SearchNotes = False;
     StageDone("entities");
     // 2. Instructions of the drawing.
@@ -249,6 +251,7 @@ void ConvertDrawing()
     if (!Stages.StopBeforeWriters) {
         RunProgramWriters();
         WriteCutListEntry();
+        StageDone("programs");
     }
     // 23. Release.
     EndRun();

@@ -27,24 +27,44 @@ bool Written(const std::string& path, const FileOutcome& outcome)
     return false;
 }
 
-} // namespace
+const std::string& TextOf(const std::string& line)
+{
+    return line;
+}
 
-std::string TextOfLines(const std::vector<std::string>& lines)
+const std::string& TextOf(const ProgramLine& line)
+{
+    return line.Text;
+}
+
+template <typename Line> std::string BufferedText(const std::vector<Line>& lines)
 {
     std::string text;
     std::size_t bufferStart = 0;
     int buffer = 1;
-    for (const std::string& line : lines) {
+    for (const Line& line : lines) {
         if (text.size() - bufferStart > BufferLimit) {
             if (buffer == BufferCount)
                 break; // dropped without a word
             ++buffer;
             bufferStart = text.size();
         }
-        text += line;
+        text += TextOf(line);
         text += "\r\n";
     }
     return text;
+}
+
+} // namespace
+
+std::string TextOfLines(const std::vector<std::string>& lines)
+{
+    return BufferedText(lines);
+}
+
+std::string TextOfProgramLines(const std::vector<ProgramLine>& lines)
+{
+    return BufferedText(lines);
 }
 
 bool HandOverReported(const std::string& folder, const std::string& path, std::string_view contents)

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "writers/program_lines.h"
 
 namespace kv {
 
@@ -15,6 +16,7 @@ namespace kv {
 bool HandOverReported(const std::string& folder, const std::string& path, std::string_view contents);
 // Lines as a file's text. At most 21 buffers of 30000 characters: what lies behind is dropped.
 std::string TextOfLines(const std::vector<std::string>& lines);
+std::string TextOfProgramLines(const std::vector<ProgramLine>& lines);
 void MakeFoldersOrThrow(const std::string& folder);
 
 } // namespace kv

@@ -2,6 +2,8 @@
 // keeps nothing.
 #include "writers/side_program.h"
 
+#include <algorithm>
+
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
@@ -10,6 +12,7 @@
 #include "state/run.h"
 #include "writers/job_output.h"
 #include "writers/number_format.h"
+#include "writers/program_lines.h"
 
 namespace kv {
 
@@ -65,10 +68,14 @@ std::string DiameterWord(Single diameter)
 
 bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, const SideTexts& sides)
 {
-    const FileOutcome outcome =
-        HandOverProgram(FolderOf(path), path, JoinedFields(fields) + sides.SideText[0] + "\r\n");
-    if (outcome.Ok())
+    const std::string head = JoinedFields(fields);
+    const FileOutcome outcome = HandOverProgram(FolderOf(path), path, head + sides.SideText[0] + "\r\n");
+    if (outcome.Ok()) {
+        std::vector<Long> drawn(static_cast<std::size_t>(std::count(head.begin(), head.end(), '\n')), 0);
+        drawn.insert(drawn.end(), sides.DrawnOfLine[0].begin(), sides.DrawnOfLine[0].end());
+        NoteLines(path, std::move(drawn));
         return true;
+    }
     ReportMessage(1, " Destination Path not Ready  " + ShownPath(path));
     ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
     Run.RunFailed = True;

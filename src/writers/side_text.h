@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/numbers.h"
 
@@ -15,6 +16,8 @@ constexpr std::size_t ProgramSides = 6;
 struct SideTexts {
     std::array<std::string, ProgramSides + 1> SideText; // by the program's side; 0: the finished text
     std::size_t CurrentSide = 0;
+    Long Drawn = 0;                                              // of the record in hand; 0 between records
+    std::array<std::vector<Long>, ProgramSides + 1> DrawnOfLine; // for each line of a side's text
 };
 
 // All text of the sides goes through this: "CR" at the end of a word becomes the end of the line, any

@@ -60,9 +60,13 @@ TEST_F(TraceCall, OnlyTheNamedStages)
 {
     const json document = Trace({"tour", "border"});
     EXPECT_EQ(document.size(), 2U);
-    EXPECT_EQ(
-        document["tour"]["VBores"],
-        json::array({{{"X", 100}, {"Y", 50}, {"Depth", 12}, {"Diameter", 8}, {"Group", 1}, {"Feed", 3000}}}));
+    EXPECT_EQ(document["tour"]["VBores"], json::array({{{"X", 100},
+                                                        {"Y", 50},
+                                                        {"Depth", 12},
+                                                        {"Diameter", 8},
+                                                        {"Group", 1},
+                                                        {"Feed", 3000},
+                                                        {"Drawn", json::array({{{"line", 50}}})}}}));
     const json& run = document["border"]["Run"];
     EXPECT_EQ(run["SideWidth"], json({0, 0, 0, 0, 600}));
     EXPECT_EQ(run["SideHeight"], json({0, 0, 0, 0, 400}));
@@ -71,6 +75,18 @@ TEST_F(TraceCall, OnlyTheNamedStages)
     EXPECT_FALSE(run.contains("OriginX"));         // zero
     EXPECT_FALSE(run.contains("PartDescription")); // blank
     EXPECT_EQ(run["LayerTable"], json({"BORDER", "VBORE DRILLING", "GROOVE", "HBORE"}));
+}
+
+TEST_F(TraceCall, EachLineOfAProgramNamesWhatItComesFrom)
+{
+    const json programs = Trace({"programs"})["programs"]["Programs"];
+    ASSERT_EQ(programs.size(), 1U);
+    const json& lines = programs[0]["Lines"];
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines[0].count("Drawn"), 0U);
+    EXPECT_EQ(lines[2]["Text"].get<std::string>().substr(0, 3), "G81");
+    EXPECT_EQ(lines[2]["Drawn"], json::array({{{"line", 50}}}));
+    EXPECT_EQ(lines[3], json({{"Text", "M2"}}));
 }
 
 TEST_F(TraceCall, EntitiesStandFromElementOneOn)

@@ -179,7 +179,7 @@ TEST_F(JobDriver, APartNameThatIsAFolderIsReportedByTheFilesName)
 TEST_F(JobDriver, StagesComeInTheirOrder)
 {
     const std::vector<std::string> all{"entities", "layers", "border",    "operations", "routes", "chained",
-                                       "pockets",  "tour",   "optimized", "leads",      "final"};
+                                       "pockets",  "tour",   "optimized", "leads",      "final",  "programs"};
     EXPECT_EQ(StageNames(Door), all);
     EXPECT_EQ(Run.RunFailed, False) << Home.ReportText();
 }

@@ -28,11 +28,21 @@
 #include "support/host.h"
 #include "writers/cut_list.h"
 #include "writers/program_families.h"
+#include "writers/program_lines.h"
 #include "writers/program_writers.h"
 
 namespace kv {
 
 using Texts = std::vector<std::string>;
+
+// Without what they come from.
+inline Texts TextsOf(const std::vector<ProgramLine>& lines)
+{
+    Texts texts;
+    for (const ProgramLine& line : lines)
+        texts.push_back(line.Text);
+    return texts;
+}
 
 inline Texts* ReportedLines = nullptr;
 inline Texts* ShownBoxes = nullptr;

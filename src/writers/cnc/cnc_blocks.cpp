@@ -27,6 +27,7 @@ void RaiseTopDrilling()
 
 void WriteHeadPosition(CncProgram& program, const HeadPosition& stop)
 {
+    program.Drawn = stop.Drawn;
     const bool alongX = stop.Direction > 0 && stop.ChainSize != 1;
     const bool alongY = stop.Direction <= 0 && stop.ChainSize >= 2;
     std::string line = alongX ? "G183G90" : alongY ? "G184G90" : "G81G90";
@@ -37,21 +38,22 @@ void WriteHeadPosition(CncProgram& program, const HeadPosition& stop)
         line += "I" + FormatCoord(stop.EndX);
     if (alongY) {
         line += "J" + FormatCoord(stop.EndY);
-        program.Lines.emplace_back(); // a G184 takes two slots and the first stays empty
+        program.Add({}); // a G184 takes two slots and the first stays empty
     }
-    program.Lines.push_back(StripBlanks(line));
+    program.Add(StripBlanks(line));
     RaiseTopDrilling();
 }
 
 void WriteVBore(CncProgram& program, const VBoreRecord& bore)
 {
+    program.Drawn = bore.Drawn;
     const std::string_view tool = bore.Tool.Padded();
     const bool router = Val(tool) > HighestDrill && Trim(tool).size() < DrillChainTextWidth;
     std::string line = router ? "G88G90" : "G81G90";
     line += InOrder({WholeWord("E", bore.ExtraSlot), PlainWord("F", bore.Feed), program.OffsetWord, "P5",
                      BoreToolWord(tool, bore.Group, bore.Diameter), SpeedWord(bore.Speed),
                      PlaceWords(bore.X, bore.Y), "Z", DepthWord(bore.Depth)});
-    program.Lines.push_back(StripBlanks(line));
+    program.Add(StripBlanks(line));
     RaiseTopDrilling();
 }
 
@@ -69,6 +71,7 @@ std::string SawToolCode(Long number, Long saw)
 
 void WriteGroove(CncProgram& program, const GroovePass& groove)
 {
+    program.Drawn = groove.Drawn;
     const bool alongY = Extent(groove.Y1, groove.Y2) > Extent(groove.X1, groove.X2); // a tie runs along X
     std::string line = alongY ? "G86" : "G85";
     line += PlainWord("F", groove.Feed) + program.OffsetWord + "P5T01" +
@@ -80,17 +83,18 @@ void WriteGroove(CncProgram& program, const GroovePass& groove)
     std::string depth = DepthWord(groove.Depth);
     if (IsDepthCode(groove.Depth))
         depth += ' '; // stays in the line, which is stripped only up to its "Z"
-    program.Lines.push_back(StripBlanks(line) + depth + "Q" + FormatCoord(alongY ? groove.Y2 : groove.X2));
+    program.Add(StripBlanks(line) + depth + "Q" + FormatCoord(alongY ? groove.Y2 : groove.X2));
     RememberWork(&WriterMemory::GrooveWritten, TopBit);
 }
 
 void WriteHBore(CncProgram& program, const HBoreRecord& bore)
 {
+    program.Drawn = bore.Drawn;
     std::string line = "G81G90";
     line += InOrder({WholeWord("E", bore.ExtraSlot), PlainWord("F", bore.Feed), program.OffsetWord, "P",
                      WholeText(bore.Side), BoreToolWord(bore.Tool.Padded(), bore.Group, bore.Diameter),
                      SpeedWord(bore.Speed), PlaceWords(bore.PosX, bore.PosY), "Z", DepthWord(bore.Z)});
-    program.Lines.push_back(StripBlanks(line));
+    program.Add(StripBlanks(line));
     RememberSides(ToInt(std::exp2(static_cast<double>(bore.Side) - 1)));
     program.HorizontalWritten = true;
 }

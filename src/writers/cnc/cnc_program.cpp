@@ -74,8 +74,8 @@ void WriteOffsets(CncProgram& program)
 {
     if (Run.OffsetX == 0 && Run.OffsetY == 0 && Run.OffsetZ == 0)
         return;
-    program.Lines.push_back("G92G54P5" + PlainWord("Z", Run.OffsetZ) + PlainWord("Y", Run.OffsetY) +
-                            PlainWord("X", Run.OffsetX));
+    program.Add("G92G54P5" + PlainWord("Z", Run.OffsetZ) + PlainWord("Y", Run.OffsetY) +
+                PlainWord("X", Run.OffsetX));
 }
 
 std::string SequenceOfRun()
@@ -145,16 +145,17 @@ bool BuildProgram(CncProgram& program)
     program.OffsetWord = SettleOffsetWord();
     if (Trim(Run.PartDescription).empty())
         Run.PartDescription = "KORVANTI DXF IMPORT";
-    program.Lines.push_back(NameLine());
+    program.Add(NameLine());
     for (std::string& comment : CommentsOfOldProgram())
-        program.Lines.push_back(std::move(comment));
+        program.Add(std::move(comment));
     WriteOffsets(program);
     for (std::size_t i = 1; i < Run.GCode1.size(); ++i)
-        program.Lines.push_back(Run.GCode1[i]);
+        program.Add(Run.GCode1[i]);
     if (!WriteBlocks(program))
         return false;
-    program.Lines.emplace_back("M2");
-    program.Lines[0] = HeaderLine(program);
+    program.Drawn = 0;
+    program.Add("M2");
+    program.Lines[0].Text = HeaderLine(program);
     return true;
 }
 

@@ -4,18 +4,22 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "writers/program_lines.h"
 #include "writers/writer_memory.h"
 
 namespace kv {
 
 // The program in the making. Lines[0] is the header, written last; an empty line stays one.
 struct CncProgram {
-    std::vector<std::string> Lines;
+    std::vector<ProgramLine> Lines;
+    Long Drawn = 0;         // of the record in hand; 0 between records
     std::string OffsetWord; // "G54" to "G57"
     bool HorizontalWritten = false;
 
+    void Add(std::string text) { Lines.push_back({std::move(text), Drawn}); }
     Long LastLine() const { return static_cast<Long>(Lines.size()) - 1; }
 };
 
@@ -30,7 +34,7 @@ bool WriteRouteBlock(CncProgram& program);
 bool WriteRoutePaths(CncProgram& program); // of block R
 
 // Moves drillings between the tool changes of the router.
-void AlternateDrillingsAndRoutes(std::vector<std::string>& lines);
+void AlternateDrillingsAndRoutes(std::vector<ProgramLine>& lines);
 
 // Comment lines at the head of the program that is about to be replaced.
 std::vector<std::string> CommentsOfOldProgram();
@@ -44,6 +48,7 @@ struct ProgramPart {
     std::string Output; // the drawing's output name
     std::string Name;   // the same, or the portion's
     std::string Contents;
+    const std::vector<ProgramLine>& Lines; // that the contents were made from
     bool HorizontalWritten = false;
 };
 // Hands over program file, index record, hand-over and notes. False when it failed; that is reported.

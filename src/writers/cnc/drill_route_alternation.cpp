@@ -32,24 +32,24 @@ double ToolKey(std::string_view line)
 
 struct LineRoles {
     std::vector<LineRole> Role;
-    std::vector<std::string> Drillings;
+    std::vector<ProgramLine> Drillings;
     Long ToolChanges = 0;
 };
 
-LineRoles FindRoles(const std::vector<std::string>& lines)
+LineRoles FindRoles(const std::vector<ProgramLine>& lines)
 {
     LineRoles roles;
     roles.Role.assign(lines.size(), LineRole::Other);
     double lastKey = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (IsDrilling(lines[i])) {
+        if (IsDrilling(lines[i].Text)) {
             roles.Role[i] = LineRole::Drilling;
             roles.Drillings.push_back(lines[i]);
             continue;
         }
-        if (!BeginsWith(lines[i], "G88"))
+        if (!BeginsWith(lines[i].Text, "G88"))
             continue;
-        const double key = ToolKey(lines[i]);
+        const double key = ToolKey(lines[i].Text);
         if (key != lastKey && lastKey > 0) {
             roles.Role[i] = LineRole::ToolChange;
             ++roles.ToolChanges;
@@ -61,7 +61,7 @@ LineRoles FindRoles(const std::vector<std::string>& lines)
 
 } // namespace
 
-void AlternateDrillingsAndRoutes(std::vector<std::string>& lines)
+void AlternateDrillingsAndRoutes(std::vector<ProgramLine>& lines)
 {
     const LineRoles roles = FindRoles(lines);
     if (roles.Drillings.empty() || roles.ToolChanges == 0)
@@ -70,7 +70,7 @@ void AlternateDrillingsAndRoutes(std::vector<std::string>& lines)
     const std::size_t batch = static_cast<std::size_t>(
         std::nearbyint(static_cast<double>(drillings) / static_cast<double>(roles.ToolChanges)));
 
-    std::vector<std::string> rebuilt;
+    std::vector<ProgramLine> rebuilt;
     std::size_t taken = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (roles.Role[i] == LineRole::Drilling)

@@ -42,6 +42,7 @@ bool PlaceGenesisProgram(const ProgramPart& part)
     if (!HandOverReported(FolderOf(path), path, part.Contents))
         return false;
     NoteWrittenProgram(file, path);
+    NoteLines(path, part.Lines, part.Contents);
     return true;
 }
 

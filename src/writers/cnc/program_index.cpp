@@ -228,6 +228,7 @@ bool PlaceIndexedProgram(const ProgramPart& part)
     HandOverNotes(folder, PlaceByFirstLetter(compactName));
     HandOverName(std::string(TrimRight(programName)));
     NoteWrittenProgram(TrimRight(programName), path);
+    NoteLines(path, part.Lines, part.Contents);
     return true;
 }
 

@@ -37,24 +37,24 @@ bool StartsOperation(std::string_view line)
 }
 
 // The line before the last one behind `first`, up to `last`, that starts an operation; -1 for none.
-Long CutBefore(const std::vector<std::string>& lines, Long first, Long last)
+Long CutBefore(const std::vector<ProgramLine>& lines, Long first, Long last)
 {
     for (Long i = last; i > first; --i) {
-        if (StartsOperation(lines[static_cast<std::size_t>(i)]))
+        if (StartsOperation(lines[static_cast<std::size_t>(i)].Text))
             return i - 1;
     }
     return -1;
 }
 
 // The header is the whole program's and states its count of lines.
-std::string PortionText(const std::vector<std::string>& lines, Long first, Long last)
+std::vector<ProgramLine> PortionLines(const std::vector<ProgramLine>& lines, Long first, Long last)
 {
-    std::vector<std::string> portion(lines.begin(), lines.begin() + FirstBodyLine);
+    std::vector<ProgramLine> portion(lines.begin(), lines.begin() + FirstBodyLine);
     for (Long i = std::max(first, FirstBodyLine); i <= last; ++i)
         portion.push_back(lines[static_cast<std::size_t>(i)]);
-    if (lines[static_cast<std::size_t>(last)] != "M2")
-        portion.emplace_back("M2");
-    return TextOfLines(portion);
+    if (lines[static_cast<std::size_t>(last)].Text != "M2")
+        portion.push_back({"M2", 0});
+    return portion;
 }
 
 // A name that fills its room has the count in place of its last characters.
@@ -90,7 +90,8 @@ bool WritePortions(const CncProgram& program, const std::string& output, Long li
             return true; // the portions so far are programs
         }
         const std::string name = PortionName(output, count);
-        if (!Place({output, name, PortionText(program.Lines, first, last), program.HorizontalWritten}))
+        const std::vector<ProgramLine> lines = PortionLines(program.Lines, first, last);
+        if (!Place({output, name, TextOfProgramLines(lines), lines, program.HorizontalWritten}))
             return false;
         ReportPortion(count, name);
         if (last + 1 >= total)
@@ -110,7 +111,7 @@ bool WriteOutput(const CncProgram& program)
     const Long limit = ToLong(Val(Config.LineLimit));
     if (program.LastLine() > limit)
         return WritePortions(program, output, limit);
-    if (!Place({output, output, TextOfLines(program.Lines), program.HorizontalWritten}))
+    if (!Place({output, output, TextOfProgramLines(program.Lines), program.Lines, program.HorizontalWritten}))
         return false;
     ReportMessage(1, std::string(ControlCaptions[Run.ControlType]));
     ReportCompleted(program);

@@ -17,13 +17,15 @@ namespace {
 
 void WriteTexts(CncProgram& program, const std::vector<std::string>& texts)
 {
+    program.Drawn = 0;
     for (std::size_t i = 1; i < texts.size(); ++i)
-        program.Lines.push_back(texts[i]);
+        program.Add(texts[i]);
 }
 
 // One full turn from the circle's lowest point. A circle without tool and diameter has the word too.
 void WriteCircle(CncProgram& program, RouteCircle& circle)
 {
+    program.Drawn = circle.Drawn;
     SettleRouteGroup(circle);
     Remember(&WriterMemory::ToolWord, circle.ToolNo != 0 ? NamedToolWord(circle.Group, circle.ToolNo)
                                                          : "R54=" + PlainText(circle.Diameter));
@@ -38,10 +40,10 @@ void WriteCircle(CncProgram& program, RouteCircle& circle)
     OpenRoute(program, {start, start, plane.Side, PointInPlane(x, y, circle.Z), {}});
 
     if (Writers.RouteSide == Face)
-        program.Lines.push_back("G2G90G17" + PlaceWords(x, y) + "I0J" + FormatCoord(circle.Radius));
+        program.Add("G2G90G17" + PlaceWords(x, y) + "I0J" + FormatCoord(circle.Radius));
     else
-        program.Lines.push_back("G2G90" + plane.Code + PlainWord("F", circle.Feed) + plane.X + plane.Y +
-                                plane.I + plane.J + plane.K);
+        program.Add("G2G90" + plane.Code + PlainWord("F", circle.Feed) + plane.X + plane.Y + plane.I +
+                    plane.J + plane.K);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "platform/text.h"
 #include "routes/route_runs.h"
+#include "state/drawn_entities.h"
 #include "writers/cnc/cnc_words.h"
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/route_words.h"
@@ -48,7 +49,7 @@ void WriteBulge(CncProgram& program, const RouteSegment& from, const RouteSegmen
         return;
     const WorkingPoint end = PointInPlane(to.X, to.Y, to.Z);
     const bool longWay = bulge > 1;
-    program.Lines.push_back(StripBlanks(
+    program.Add(StripBlanks(
         InOrder({from.Aux2 < 0 ? "G37G90" : "G38G90", PlainWord("F", from.Feed), PlaceWords(end.X, end.Y),
                  "U", FormatCoord(ToSingle(longWay ? -radius : radius)), "Z", end.Depth})));
 }
@@ -66,7 +67,7 @@ void WritePoint(CncProgram& program, const RouteSegment& previous, const RouteSe
         return; // inside a route it stands where the one in front ends
     }
     if (previous.Aux2 == 0)
-        program.Lines.push_back(MotionLine("G1", previous.Feed, at));
+        program.Add(MotionLine("G1", previous.Feed, at));
     else
         WriteBulge(program, previous, record);
 }
@@ -86,14 +87,14 @@ void WriteArc(CncProgram& program, const RouteSegment& start, const RouteSegment
     const bool counterClockwise = end.Dir != 0;
     const std::string feed = PlainWord("F", start.Feed);
     if (SideOfRoute() == Face) {
-        program.Lines.push_back(StripBlanks(
+        program.Add(StripBlanks(
             InOrder({counterClockwise ? "G38G90" : "G37G90", feed, PlaceWords(start.Aux1, start.Aux2), "A",
                      FormatAngle(end.Aux2), "Z", DepthWord(end.Z)})));
         return;
     }
     const PlaneWords& plane = PlaneOfRoute();
-    program.Lines.push_back((counterClockwise ? "G3G90" : "G2G90") + plane.Code + feed + plane.X + plane.Y +
-                            plane.Z + plane.I + plane.J + plane.K);
+    program.Add((counterClockwise ? "G3G90" : "G2G90") + plane.Code + feed + plane.X + plane.Y + plane.Z +
+                plane.I + plane.J + plane.K);
 }
 
 // Arcs through three points: the anchor, a middle point that waits for the third, the third.
@@ -137,7 +138,7 @@ void TakeFitPoint(CncProgram& program, FitPoints& fit, const RouteSegment& recor
     if (OpensRoute(record)) // one that waits is dropped
         OpenRoute(program, {record, record, "P5", PointOnFace(record), {}});
     else
-        program.Lines.push_back(FitLine(fit.Middle, record));
+        program.Add(FitLine(fit.Middle, record));
     fit.Pending = false;
     Remember(&WriterMemory::FitX, record.X);
     Remember(&WriterMemory::FitY, record.Y);
@@ -147,7 +148,7 @@ void TakeFitPoint(CncProgram& program, FitPoints& fit, const RouteSegment& recor
 void EndFitPoints(CncProgram& program, const FitPoints& fit)
 {
     if (fit.Pending)
-        program.Lines.back() = MotionLine("G1", fit.Middle.Feed, PointOnFace(fit.Middle));
+        program.Lines.back() = {MotionLine("G1", fit.Middle.Feed, PointOnFace(fit.Middle)), fit.Middle.Drawn};
 }
 
 } // namespace
@@ -163,12 +164,14 @@ bool WriteRoutePaths(CncProgram& program)
         RouteSegment& record = RouteSegments[i];
         TakeTool(record);
         start.Take(record);
+        program.Drawn = record.Drawn;
         const Int kind = KindOf(record);
         if (kind == 1 || kind == 5)
             WritePoint(program, RouteSegments[i - 1], record);
         if (kind == 2)
             TakeFitPoint(program, fit, record);
         if (kind == 3 && i < RouteSegments.Last()) {
+            program.Drawn = DrawnTogether(record.Drawn, RouteSegments[i + 1].Drawn);
             WriteArc(program, record, RouteSegments[i + 1]);
             ++i; // an arc is two records
         }

@@ -40,7 +40,7 @@ void OpenRoute(CncProgram& program, const RouteOpening& opening)
                      Recall(&WriterMemory::ToolWord, "tool"), SpeedWord(opening.Shape.Speed),
                      CompensationWord(opening.Shape), PlaceWords(opening.At.X, opening.At.Y), "Z",
                      opening.At.Depth, opening.Parameters});
-    program.Lines.push_back(StripBlanks(line));
+    program.Add(StripBlanks(line));
     RememberWork(&WriterMemory::RouteWritten, TopBit); // on edges too
 }
 

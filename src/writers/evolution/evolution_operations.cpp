@@ -175,7 +175,7 @@ bool WriteEvolutionVBores(EvolutionProgram& program)
         if (!TakeEvolutionRecord(program))
             return false;
         if (VBores[i].Group > 0)
-            WriteVBore(program.Sides, VBores[i]);
+            WriteVBore(For(program, VBores[i].Drawn), VBores[i]);
     }
     return true;
 }
@@ -186,7 +186,7 @@ bool WriteEvolutionHBores(EvolutionProgram& program)
         if (!TakeEvolutionRecord(program))
             return false;
         if (HBores[i].Group > 0)
-            WriteHBore(program.Sides, HBores[i]);
+            WriteHBore(For(program, HBores[i].Drawn), HBores[i]);
     }
     return true;
 }
@@ -196,7 +196,7 @@ bool WriteEvolutionGrooves(EvolutionProgram& program)
     for (Long i = 1; i <= GroovePasses.Last(); ++i) {
         if (!MayTakeRecord())
             return false;
-        WriteGroove(program.Sides, GroovePasses[i]);
+        WriteGroove(For(program, GroovePasses[i].Drawn), GroovePasses[i]);
     }
     return true;
 }

@@ -51,6 +51,12 @@ void PlaceEvolutionProgram(const EvolutionProgram& program)
 
 } // namespace
 
+SideTexts& For(EvolutionProgram& program, Long drawn)
+{
+    program.Sides.Drawn = drawn;
+    return program.Sides;
+}
+
 bool TakeEvolutionRecord(EvolutionProgram& program)
 {
     if (!MayTakeRecord())

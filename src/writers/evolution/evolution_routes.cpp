@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "platform/trigonometry.h"
 #include "routes/route_runs.h"
+#include "state/drawn_entities.h"
 #include "writers/evolution/evolution_writer.h"
 #include "writers/number_format.h"
 #include "writers/route_starts.h"
@@ -184,13 +185,13 @@ bool WriteEvolutionRoutes(EvolutionProgram& program)
         start.Take(record);
         const Int kind = KindOf(record);
         if (kind == 1 || kind == 2 || kind == 5)
-            WritePoint(program.Sides, RouteSegments[i - 1], record);
+            WritePoint(For(program, record.Drawn), RouteSegments[i - 1], record);
         if (kind != 3 || i == RouteSegments.Last())
             continue;
         ++i; // an arc is two records
         if (!TakeEvolutionRecord(program))
             return false;
-        WriteArc(program.Sides, record, RouteSegments[i]);
+        WriteArc(For(program, DrawnTogether(record.Drawn, RouteSegments[i].Drawn)), record, RouteSegments[i]);
     }
     return true;
 }

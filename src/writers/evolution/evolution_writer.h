@@ -34,6 +34,8 @@ bool WriteEvolutionHBores(EvolutionProgram& program);
 bool WriteEvolutionRoutes(EvolutionProgram& program);
 bool WriteEvolutionGrooves(EvolutionProgram& program);
 
+// The sides, for words of a record that comes from those entities.
+SideTexts& For(EvolutionProgram& program, Long drawn);
 // Counts the next bore or route record. False when the operator asked to abort.
 bool TakeEvolutionRecord(EvolutionProgram& program);
 // Name and value as a coordinate, with FormatCoord; the second form leaves out a value of 0.

@@ -124,6 +124,7 @@ void AppendGlueWords(HbdProgram& program, Int bottom)
 
 void WriteEdgeBore(HbdProgram& program, HBoreRecord& bore)
 {
+    program.Sides.Drawn = bore.Drawn;
     Long tool = ToLong(Val(bore.Tool.Trimmed()));
     if (tool == 0)
         tool = FindHorizontalTool(program.Tools, bore.Diameter);
@@ -217,6 +218,7 @@ void TakeMirrorImagesAway(MirrorImages& images, const VBoreRecord& bore, const E
 // False where no tool drills the bore.
 bool WriteFaceBore(HbdProgram& program, VBoreRecord& bore, const EdgeView& view)
 {
+    program.Sides.Drawn = bore.Drawn;
     Long tool = ToLong(Val(bore.Tool.Padded().substr(0, 2)));
     if (tool == 0)
         tool = FindVerticalTool(program.Tools, bore.Diameter);
@@ -256,6 +258,7 @@ void WriteFaceBores(HbdProgram& program)
     FindEdgeByFaceBores(program, limit);
     const HbdSizes& sizes = program.Sizes;
     program.Sides.CurrentSide = UpperSide;
+    program.Sides.Drawn = 0;
     AppendWords(program, {"$=upperCR", SizeLine(sizes.Length, sizes.Depth, sizes.Thickness)});
     const EdgeView* const view = ViewOf(program.Edge);
     std::optional<MirrorImages> images; // once a bore belongs to the edge
@@ -284,6 +287,7 @@ void WriteFields(HbdProgram& program, TemplateFields& fields)
     if (program.Edge == 3 || program.Edge == 4)
         ReplaceField(fields, SizeField, PanelField(Run.SideHeight[Face], Run.SideWidth[Face]));
     program.Sides.CurrentSide = 0;
+    program.Sides.Drawn = 0;
     AppendSideText(program.Sides, "\n");
     AssembleSides(program.Sides, HeadsOfOtherSides(program.Sizes));
     ReplaceField(fields, SideField, SideList(program.Sides));

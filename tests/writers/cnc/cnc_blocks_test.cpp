@@ -17,7 +17,7 @@ class CncBlocks : public ProgramScene {
         program.OffsetWord = "G55";
         EXPECT_TRUE(block(program));
         HorizontalWritten = program.HorizontalWritten;
-        return program.Lines;
+        return TextsOf(program.Lines);
     }
     Texts LinesOfStop(const HeadPosition& stop)
     {

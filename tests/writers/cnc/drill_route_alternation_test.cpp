@@ -5,10 +5,19 @@
 namespace kv {
 namespace {
 
-Texts Alternated(Texts lines)
+// Each line has its place as the entity that it comes from.
+Texts Alternated(const Texts& texts)
 {
+    std::vector<ProgramLine> lines;
+    for (const std::string& text : texts)
+        lines.push_back({text, static_cast<Long>(lines.size())});
     AlternateDrillingsAndRoutes(lines);
-    return lines;
+    Texts alternated;
+    for (const ProgramLine& line : lines) {
+        EXPECT_EQ(line.Text, texts[static_cast<std::size_t>(line.Drawn)]);
+        alternated.push_back(line.Text);
+    }
+    return alternated;
 }
 
 std::string Route(const std::string& tool)

@@ -69,7 +69,7 @@ class RouteRecords : public ProgramScene {
         CncProgram program;
         program.OffsetWord = "G55";
         EXPECT_TRUE(WriteRouteBlock(program));
-        return program.Lines;
+        return TextsOf(program.Lines);
     }
     // What stands between the plane and the speed or the next word.
     static std::string ToolWordOf(const std::string& line)

@@ -1,0 +1,36 @@
+#include "writers/program_lines.h"
+
+#include <algorithm>
+
+namespace kv {
+
+std::vector<ProgramTrace> ProgramTraces;
+
+void ForgetProgramTraces()
+{
+    ProgramTraces.clear();
+}
+
+void NoteLines(std::string_view path, std::vector<Long> drawn)
+{
+    std::erase_if(ProgramTraces, [&](const ProgramTrace& trace) { return trace.Path == path; });
+    ProgramTraces.push_back({std::string(path), std::move(drawn)});
+}
+
+// A text of the drawing may hold line ends of its own.
+void NoteLines(std::string_view path, const std::vector<ProgramLine>& lines, std::string_view contents)
+{
+    constexpr std::size_t lineEnd = 2; // bytes
+    std::vector<Long> drawn;
+    std::size_t bytes = 0;
+    for (const ProgramLine& line : lines) {
+        bytes += line.Text.size() + lineEnd;
+        if (bytes > contents.size())
+            break;
+        const auto own = std::count(line.Text.begin(), line.Text.end(), '\n') + 1;
+        drawn.insert(drawn.end(), static_cast<std::size_t>(own), line.Drawn);
+    }
+    NoteLines(path, std::move(drawn));
+}
+
+} // namespace kv
