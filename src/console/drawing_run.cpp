@@ -110,7 +110,7 @@ ConvertedJob ConvertForLater(const std::string& drawing, const std::string& outp
     const RunClock::time_point start = RunClock::now();
     job.Failed = RunJob(drawing, outputName, system) != "converted";
     job.Seconds = SecondsSince(start);
-    job.SourceFile = Run.SourceFile;
+    job.SourceFile = Run.DrawingFile;
     if (withSource)
         job.Source = MarkOfDrawing(job.SourceFile);
     job.FailedFiles = FailedSince(failed);

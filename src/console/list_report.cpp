@@ -123,9 +123,10 @@ int ListReport::Finish()
         PrintDocument({{"version", ProductVersion}, {"drawings", std::move(Drawings)}});
         return Status;
     }
-    for (std::string& path : Run.FailedFiles)
-        path = ShownPath(path);
-    ReportFailedFiles(Run.FailedFiles);
+    std::vector<std::string> failed;
+    for (const std::string& path : Run.FailedDrawings)
+        failed.push_back(ShownPath(path));
+    ReportFailedFiles(failed);
     WriteRows(TakeRows(), stdout);
     return Status;
 }

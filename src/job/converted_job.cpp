@@ -175,7 +175,7 @@ std::optional<ConvertedJob> ConvertedJobOf(std::string_view text)
 bool PlaceConvertedJob(const ConvertedJob& job)
 {
     Run.RunState = 0;
-    Run.SourceFile = job.SourceFile;
+    Run.SourceFile = Run.DrawingFile = job.SourceFile;
     Run.RunFailed = job.Failed ? True : False;
     BeginJobOutput();
     if (!RepeatSteps(job.Steps)) {

@@ -66,6 +66,7 @@ void ReadJobLine(std::string& jobLine)
     if (!Holds(UpperCase(Run.SourceFile), ".DXF"))
         Run.SourceFile += ".DXF";
     Run.SourceFolder = FolderOf(Run.SourceFile);
+    Run.DrawingFile = Run.SourceFile;
 }
 
 // One row of the report, whatever bytes of the drawing a cause quotes: a carriage return would begin

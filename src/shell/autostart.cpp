@@ -143,7 +143,47 @@ bool HoldsSwitchesAlone(std::string_view commandLine)
     return Trim(rest).empty();
 }
 
-// Switches go the same way: they are tried as a drawing, and the program ends.
+// What the command line asks for. A path may hold blanks, so only the switches are taken out of it.
+struct CommandLineJob {
+    std::string Drawing;  // empty with switches alone
+    std::string Switches; // upper-cased
+};
+
+CommandLineJob JobOfCommandLine()
+{
+    CommandLineJob job;
+    job.Drawing = Shell.CommandLine;
+    std::string& line = job.Drawing;
+    for (std::size_t at = line.find_first_not_of(' '); at != std::string::npos;
+         at = line.find_first_not_of(' ', at)) {
+        const std::size_t end = std::min(line.find(' ', at), line.size());
+        const std::string word = line.substr(at, end - at);
+        if (IsSwitchWord(word)) {
+            job.Switches += UpperCase(word);
+            line.replace(at, word.size(), word.size(), ' ');
+        }
+        at = end;
+    }
+    line = std::string(Trim(line));
+    return job;
+}
+
+// By a setting or a switch it is wanted; this is what may keep it away.
+bool MayShowGraphic()
+{
+    // The count is that of the last batch, also for a single drawing that comes later.
+    const double limit = Val(Config.BatchLimit);
+    const bool fewEnough = limit == 0 || limit > Shell.BatchCount;
+    return Run.NoCode == False && !UserAborted() && Run.RunFailed == False && fewEnough;
+}
+
+// Whether somebody reads the lines of the command line's drawing, which begin with that row.
+bool IsFailureRead(int firstRow)
+{
+    return ShellWindow.Failed != nullptr && !UserAborted() && !Shell.Stopped && ShellWindow.Failed(firstRow);
+}
+
+// Switches alone go the same way: they are tried as a drawing, and the program ends.
 void RunCommandLine()
 {
     if (Shell.CommandLine.empty())
@@ -154,13 +194,18 @@ void RunCommandLine()
     Run.RunState = 0;
     DoEvents();
     const Long failedBefore = Shell.FailedJobs;
-    RunJobLine(Shell.CommandLine, SelectedSystem());
+    const int rowsBefore = ReportRowCount();
+    const CommandLineJob job = JobOfCommandLine();
+    RunJobLine(job.Drawing.empty() ? Shell.CommandLine : job.Drawing, SelectedSystem());
     BringJobToDisk();
-    if (HoldsSwitchesAlone(Shell.CommandLine))
+    if (job.Drawing.empty())
         Shell.FailedJobs = failedBefore; // no job
     ReportMessage(2, "");
+    if (!job.Drawing.empty() && Holds(job.Switches, "/V") && MayShowGraphic())
+        ShowGraphic(DestinationPath(Run.ControlType), FileNameOf(Run.PartName));
     Shell.CommandLine.clear();
-    EndProgram();
+    if (Shell.FailedJobs == failedBefore || !IsFailureRead(rowsBefore))
+        EndProgram();
 }
 
 // There is nothing to watch. A drawing of the command line is run all the same, or the program that was
@@ -201,10 +246,7 @@ void FinishJob(std::string_view outputFolder, std::string_view outputName)
     GiveFocus(FocusPlace::List1);
     DoEvents();
     const bool wanted = Config.GraphicAfterAuto != 0 || HasSwitch("/V");
-    // The count is that of the last batch, also for a single drawing that comes later.
-    const double limit = Val(Config.BatchLimit);
-    const bool fewEnough = limit == 0 || limit > Shell.BatchCount;
-    if (wanted && Run.NoCode == False && !UserAborted() && Run.RunFailed == False && fewEnough)
+    if (wanted && MayShowGraphic())
         ShowGraphic(outputFolder, outputName);
 }
 
@@ -238,6 +280,11 @@ void AutostartTick()
 bool CommandLineWaits()
 {
     return !Shell.CommandLine.empty() && !HoldsSwitchesAlone(Shell.CommandLine);
+}
+
+bool IsSwitchWord(std::string_view word)
+{
+    return BeginsWith(word, "/") && HoldsSwitchesAlone(word);
 }
 
 bool WaitsForTriggers()

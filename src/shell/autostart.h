@@ -16,6 +16,8 @@ std::vector<std::string> WatchedFolders();
 void TickAllFolders();
 // Whether the command line names a job that has not been run.
 bool CommandLineWaits();
+// A word of the command line that is a switch and no drawing: "/S", "/K", "/V", or several of them.
+bool IsSwitchWord(std::string_view word);
 // The inner steps of the tick: before the first job, and after each one.
 void PrepareRun();
 void FinishJob(std::string_view outputFolder, std::string_view outputName);

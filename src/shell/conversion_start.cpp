@@ -133,6 +133,7 @@ void PrepareList()
     ReportMessage(0, "");
     ProgramList.clear();
     Run.FailedFiles.clear();
+    Run.FailedDrawings.clear();
     Shell.LeftUndone.clear();
     Shell.BtnAbortShown = true;
     Shell.LoadDr = false;
@@ -153,7 +154,7 @@ void RunJobLine(std::string jobLine, Int system, std::string_view identity)
 void TellFailedFiles()
 {
     std::vector<std::string> shown;
-    for (const std::string& path : Run.FailedFiles)
+    for (const std::string& path : Run.FailedDrawings)
         shown.push_back(ShownPath(path));
     ReportFailedFiles(shown);
 }

@@ -42,9 +42,11 @@ void ResetRun()
     fresh.SourceFile = Run.SourceFile;
     fresh.SourceName = Run.SourceName;
     fresh.PartName = Run.PartName;
+    fresh.DrawingFile = Run.DrawingFile;
     fresh.RunState = Run.RunState;
     fresh.RunFailed = Run.RunFailed;
     fresh.FailedFiles = Run.FailedFiles;
+    fresh.FailedDrawings = Run.FailedDrawings;
     fresh.InstructionLayer = Run.InstructionLayer;
     fresh.ControlType = Run.ControlType;
     fresh.Outfit = Run.Outfit;
@@ -93,9 +95,12 @@ void ReleaseRunArrays()
 
 void AddFailedFile(std::string_view path)
 {
-    if (Run.FailedFiles.empty())
-        Run.FailedFiles.emplace_back(); // the first entry stands at index 1
+    constexpr std::string_view withoutEntities = "~"; // what such a drawing's path becomes
+    for (std::vector<std::string>* const list : {&Run.FailedFiles, &Run.FailedDrawings})
+        if (list->empty())
+            list->emplace_back(); // the first entry stands at index 1
     Run.FailedFiles.emplace_back(path);
+    Run.FailedDrawings.emplace_back(path == withoutEntities ? std::string_view(Run.DrawingFile) : path);
 }
 
 } // namespace kv

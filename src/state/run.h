@@ -48,10 +48,12 @@ struct RunBlock {
     // The job. Set by the driver before the run, so kept by the reset.
     Single RunStartTime = 0; // seconds since midnight
     std::string SourceFile, SourceName, PartName;
+    std::string DrawingFile; // as SourceFile was before the reader found nothing and overwrote it
     // The shell's.
-    Int RunState = 0;                     // 1 abort asked; 2 pause for messages; 0 and -1 normal
-    Int RunFailed = 0;                    // boolean
-    std::vector<std::string> FailedFiles; // from 1; element 0 blank
+    Int RunState = 0;                        // 1 abort asked; 2 pause for messages; 0 and -1 normal
+    Int RunFailed = 0;                       // boolean
+    std::vector<std::string> FailedFiles;    // from 1; element 0 blank
+    std::vector<std::string> FailedDrawings; // the same for people: each one's path
     // Kept from drawing to drawing.
     std::string InstructionLayer; // until a drawing has an instruction title of its own
     Int ControlType = 0;          // 0 CNC90/WINNER90, 1 Genesis, 2 Genesis Evolution

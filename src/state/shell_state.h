@@ -46,6 +46,9 @@ extern ShellState Shell;
 struct ShellHooks {
     void (*Changed)() = nullptr; // the state above; the window shows it
     void (*Focus)(FocusPlace place) = nullptr;
+    // The drawing of the command line failed; its lines begin with that row of the report. True: somebody
+    // reads them before the program ends.
+    bool (*Failed)(int firstRow) = nullptr;
 };
 extern ShellHooks ShellWindow;
 

@@ -79,6 +79,8 @@ MainWindow::MainWindow()
       Frame1(ControlMaker{"Form1"}.Frame("Frame1"))
 {
     TheWindow = this;
+    const QString platform = QGuiApplication::platformName();
+    OnScreen = platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(Shown(ProductName));
     ForgetMainWindowLayout();
@@ -127,6 +129,7 @@ void MainWindow::InstallHooks()
         else
             TheWindow->List1->setFocus();
     };
+    ShellWindow.Failed = [](int firstRow) { return TheWindow->ShowFailedDrawing(firstRow); };
     Tips.Install = InstallTips;
     InstallBoxes(*this);
 }
@@ -328,6 +331,18 @@ void MainWindow::TellLeftUndone()
         text += (text.empty() ? "" : "\r\n") + line;
     if (!text.empty() && !Shell.Stopped)
         ShowBox(text, ProductName, BoxIcon::Warning);
+}
+
+// Else the window would be gone before anybody has read why.
+bool MainWindow::ShowFailedDrawing(int firstRow)
+{
+    List2->ShowWaiting();
+    QStringList rows;
+    for (int row = firstRow; row < List2->Model.rowCount(); ++row)
+        rows += List2->Model.Rows[static_cast<std::size_t>(row)].Text;
+    if (DrawingFailed)
+        DrawingFailed(rows);
+    return OnScreen;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

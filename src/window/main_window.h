@@ -42,6 +42,9 @@ class MainWindow : public QMainWindow {
 
     // The window is gone, or the program ends by itself: what the program does then.
     std::function<void()> Ended;
+    // The drawing of the command line failed: its lines of the report.
+    std::function<void(const QStringList&)> DrawingFailed;
+    bool OnScreen; // where somebody can see it: the report of that drawing is left to be read
 
     QLabel* LabDXFPath;
     FileListView* List1;
@@ -72,6 +75,7 @@ class MainWindow : public QMainWindow {
     void EndByItself();
     void StoreAll();
     void TellLeftUndone();
+    bool ShowFailedDrawing(int firstRow);
     int Pixels(double twips) const;
     int Twips(int pixels) const;
 

@@ -1,7 +1,9 @@
 // The life of the window program: the words it was called with, the installation, one instance, the
 // start-up in its order, and the end. What a shell asks for in words is answered without a screen.
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,12 +37,13 @@ constexpr int ExitDone = 0, ExitSomeFailed = 1, ExitUsage = 2;
 constexpr char HelpText[] =
     "Usage: KV90WIN [--home DIR] [DRAWING] [/S] [/K] [/V]\n"
     "\n"
-    "Opens the operator's window on the installation. With a drawing it is converted and the program ends.\n"
+    "Opens the operator's window on the installation. With a drawing it is converted and the program ends;\n"
+    "when it fails, its report goes to standard error, and the window stays open with it.\n"
     "\n"
     "  --home DIR  folder of the installation (KV90.INI); else KORVANTI_HOME names it\n"
     "  /S          run BATCH.LST of the source folder, whatever Setup says\n"
     "  /K          end after a batch\n"
-    "  /V          show the graphic after an automatic job\n"
+    "  /V          show the graphic after an automatic job and after the drawing\n"
     "  --help      this text\n"
     "  --version   version and commit of the source\n";
 
@@ -123,7 +126,10 @@ int HandOver(const Call& call, const InstanceAnswer& instance)
         AskToFront(ExeFolder);
     if (instance.SameHere && call.Words.empty())
         return ExitDone;
-    const std::string what = call.Words.empty() ? "" : call.Words.front() + " was not run: ";
+    const auto drawing = std::ranges::find_if_not(call.Words, IsSwitchWord);
+    const std::string what = call.Words.empty()            ? ""
+                             : drawing == call.Words.end() ? call.Words.front() + " was not run: "
+                                                           : *drawing + " was not run: ";
     const std::string who = instance.SameHere
                                 ? "a window of this installation is open"
                                 : "this installation is in use by " + Utf8FromAnsi(instance.Holder);
@@ -131,18 +137,30 @@ int HandOver(const Call& call, const InstanceAnswer& instance)
     return ExitSomeFailed;
 }
 
-// A lone drawing may stand anywhere; every other line goes on as it was typed.
+// A lone drawing may stand anywhere; all other words go on as they were typed.
 std::string CommandLineOf(const std::vector<std::string>& words)
 {
-    if (words.size() == 1) {
-        const std::string path = FromHostPath(words.front());
-        if (AskFile(path).Is != Presence::NotThere) // the job says what else is wrong with it
-            return path;
-    }
+    const bool lone = std::ranges::count_if(words, IsSwitchWord) + 1 == std::ssize(words);
     std::string line;
-    for (const std::string& word : words)
-        line += (line.empty() ? "" : " ") + AnsiFromUtf8(word);
+    for (const std::string& word : words) {
+        const std::string path = lone && !IsSwitchWord(word) ? FromHostPath(word) : std::string();
+        // The job says what else is wrong with it.
+        const bool there = !path.empty() && AskFile(path).Is != Presence::NotThere;
+        line += (line.empty() ? "" : " ") + (there ? path : AnsiFromUtf8(word));
+    }
     return line;
+}
+
+// The report's lines from that row on.
+void TellFailedDrawing(const QStringList& rows)
+{
+    if (!ReachesCaller(StandardStream::Error))
+        return;
+    PrepareStreams();
+    for (const QString& row : rows)
+        std::fputs(("KV90WIN: " + row.toStdString() + "\n").c_str(), stderr);
+    std::fflush(stderr);
+    RestoreStreams();
 }
 
 // A window that a signal or the session has ended cannot show its report to anybody.
@@ -192,6 +210,7 @@ int RunOnScreen(QApplication& application)
     const bool driven = !Shell.CommandLine.empty();
     MainWindow window;
     window.Ended = [] { QCoreApplication::quit(); };
+    window.DrawingFailed = TellFailedDrawing;
     QTimer outside;
     QObject::connect(&outside, &QTimer::timeout, &window, [&window] {
         if (AskedToFront())

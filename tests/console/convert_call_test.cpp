@@ -119,6 +119,20 @@ TEST_F(ConvertCall, AProgramThatTheIndexCannotNameIsNoConvertedDrawing)
     EXPECT_EQ(Contents(Folder / "programs/SRG/D/OOR"), BoredProgram) << "it is written all the same";
 }
 
+TEST_F(ConvertCall, ADrawingWithoutEntitiesIsListedByItsPath)
+{
+    Put(Folder / "empty.dxf", "0\nEOF\n");
+    const std::string list = "*** The Following files failed to process: ***\n" + Shown("empty.dxf") + "\n" +
+                             Shown("gone.dxf") + "\n";
+    for (const Words& more : {Words{}, Words{"--jobs", "2"}}) {
+        Words words = {"convert", "empty.dxf", "gone.dxf"};
+        words.insert(words.end(), more.begin(), more.end());
+        const Ended ended = Run(words);
+        EXPECT_EQ(ended.Status, 1);
+        EXPECT_TRUE(ended.Output.ends_with(list)) << ended.Output;
+    }
+}
+
 TEST_F(ConvertCall, AMessageBoxIsARowInItsPlace)
 {
     fs::remove(Folder / "programs/INDICE.PRG");

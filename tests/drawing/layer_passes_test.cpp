@@ -275,11 +275,10 @@ TEST_F(LayerPasses, FindTheEndOfAPolylineWhateverLayerItsEndNames)
 {
     const auto program = [](const std::string& layerOfTheRest) {
         test::Scene scene;
-        scene.Convert(
-            test::Drawing(test::Rectangle("BORDERZ18", 0, 0, 600, 400) +
-                          PolylineEndingOn("ROUTE1Z9T71$Z18T71", layerOfTheRest) +
-                          PolylineEndingOn("ROUTE2Z9T71$Z18T71", layerOfTheRest) +
-                          PolylineEndingOn("GROOVEZ5T60$Z8", layerOfTheRest)));
+        scene.Convert(test::Drawing(test::Rectangle("BORDERZ18", 0, 0, 600, 400) +
+                                    PolylineEndingOn("ROUTE1Z9T71$Z18T71", layerOfTheRest) +
+                                    PolylineEndingOn("ROUTE2Z9T71$Z18T71", layerOfTheRest) +
+                                    PolylineEndingOn("GROOVEZ5T60$Z8", layerOfTheRest)));
         EXPECT_TRUE(scene.HasProgram()) << scene.ReportText();
         return scene.HasProgram() ? scene.Program() : std::vector<std::string>();
     };

@@ -4,6 +4,7 @@
 
 #include "platform/file_lock.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 #include "shell/unattended.h"
 #include "writers/program_writers.h"
 
@@ -565,6 +566,66 @@ TEST_F(Autostart, AFailedDrawingOnTheCommandLineCounts)
     Tick(4);
     EXPECT_TRUE(Shell.Ended);
     EXPECT_EQ(Shell.FailedJobs, 1);
+}
+
+TEST_F(Autostart, ADrawingWithSwitchesIsRunWithoutThem)
+{
+    Put("A B.DXF", BoredPanel());
+    const std::string path = DrawingPath("A B.DXF");
+    for (const std::string& line : {path + " /V", "/v " + path, "/k " + path + "  /s/V ", path + " /K"}) {
+        ResetShell();
+        std::filesystem::remove_all(Here.Programs / "SRG");
+        Started.clear();
+        Shell.CommandLine = line;
+        Tick(4);
+        EXPECT_TRUE(Shell.Ended) << line;
+        EXPECT_EQ(Shell.FailedJobs, 0) << line;
+        EXPECT_TRUE(Here.HasProgram("A B") || Here.HasProgram("AB")) << line << Here.ReportText();
+        const bool shows = UpperCase(line).find("/V") != std::string::npos;
+        EXPECT_EQ(Started.size(), shows ? 1U : 0U) << line;
+    }
+}
+
+TEST_F(Autostart, AFailedDrawingWithTheSwitchHasNoGraphic)
+{
+    Shell.CommandLine = DrawingPath("GONE.DXF") + " /V";
+    Tick(4);
+    EXPECT_TRUE(Shell.Ended);
+    EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_TRUE(Started.empty());
+    EXPECT_EQ(Told(ShownPath(DrawingPath("GONE.DXF")) + "  NOT FOUND"), 1) << Here.ReportText();
+}
+
+int FirstRowOfFailure = -1;
+
+TEST_F(Autostart, AFailedDrawingOnTheCommandLineIsReadBeforeTheProgramEnds)
+{
+    ShellWindow.Failed = [](int firstRow) {
+        FirstRowOfFailure = firstRow;
+        return true;
+    };
+    ReportMessage(0, "");
+    ReportMessage(3, "a row before");
+    Shell.CommandLine = DrawingPath("GONE.DXF");
+    Tick(4);
+    EXPECT_FALSE(Shell.Ended);
+    EXPECT_EQ(Shell.CommandLine, "");
+    EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_FALSE(Shell.RunActive);
+    ASSERT_EQ(FirstRowOfFailure, 1);
+    EXPECT_TRUE(Here.Lines[1].ends_with("NOT FOUND")) << Here.ReportText();
+    // Nobody reads what an abort left, and switches alone are no drawing.
+    for (const bool aborted : {true, false}) {
+        Shell = ShellState{};
+        FirstRowOfFailure = -1;
+        Shell.CommandLine = aborted ? DrawingPath("GONE.DXF") : "/S";
+        Report.ShowRow = [](const ReportRow&) {};
+        InTheEvents = [&] { kv::Run.RunState = static_cast<Int>(aborted ? 1 : kv::Run.RunState); };
+        Tick(4);
+        InTheEvents = nullptr;
+        EXPECT_TRUE(Shell.Ended) << aborted;
+        EXPECT_EQ(FirstRowOfFailure, -1) << aborted;
+    }
 }
 
 TEST_F(Autostart, SwitchesAreTriedAsADrawingAndTheProgramEnds)

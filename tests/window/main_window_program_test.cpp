@@ -71,6 +71,17 @@ TEST_F(WindowProgramTest, AFailedDrawingEndsWith1)
     std::ofstream(Drawings / "bad.dxf") << test::Drawing("");
     const QString drawing = QString::fromStdString((Drawings / "bad.dxf").string());
     EXPECT_EQ(Run(Home() << drawing), 1);
+    EXPECT_NE(Errors.find("KV90WIN: bad\nKV90WIN: Part BORDER or BORDER Layer NOT Found!!!\n"),
+              std::string::npos)
+        << Errors;
+}
+
+TEST_F(WindowProgramTest, ADrawingWithSwitchesIsConverted)
+{
+    PutDrawing("door.dxf");
+    const QString drawing = QString::fromStdString((Drawings / "door.dxf").string());
+    EXPECT_EQ(Run(Home() << drawing << QStringLiteral("/K")), 0) << Errors;
+    EXPECT_TRUE(HasProgram("D", "OOR"));
 }
 
 TEST_F(WindowProgramTest, ASecondCopyEndsWithoutTouchingTheSettings)

@@ -556,6 +556,30 @@ TEST_F(MainWindowTest, ATemporaryDrawingRunsByTheTimer)
     EXPECT_TRUE(Window->isVisible());
 }
 
+TEST_F(MainWindowTest, AFailedDrawingOfTheCommandLineStaysToBeReadWhereThereIsAScreen)
+{
+    for (const bool onScreen : {true, false}) {
+        TearDown();
+        SetUp();
+        Open();
+        bool ended = false;
+        QStringList rows;
+        Window->Ended = [&] { ended = true; };
+        Window->DrawingFailed = [&](const QStringList& lines) { rows = lines; };
+        Window->OnScreen = onScreen;
+        ReportMessage(0, ""); // the counter of the rows outlives the windows of other tests
+        Shell.CommandLine = "no such drawing";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Shell.CommandLine.empty() && !Shell.RunActive; }, 5000));
+        EXPECT_EQ(QTest::qWaitFor([&] { return ended; }, 700), !onScreen);
+        EXPECT_EQ(Window->isVisible(), true);
+        ASSERT_EQ(rows.size(), 1);
+        EXPECT_TRUE(rows[0].endsWith(QLatin1String("NOT FOUND"))) << rows[0].toStdString();
+        EXPECT_TRUE(Reported("NOT FOUND"));
+        EXPECT_EQ(Shell.FailedJobs, 1);
+        EXPECT_TRUE(Window->Start->isEnabled());
+    }
+}
+
 TEST_F(MainWindowTest, TheEndByItselfSavesNoSettings)
 {
     Open();

@@ -100,7 +100,8 @@ TEST_F(NotesFile, MarkersAreFoundInAnyCaseAndTheLastOnesCount)
 {
     ConvertOver(FileOf({"begin cad notes", "OWN", "xx BEGIN cad NOTES xx", "A", "end cad notes", "T"}),
                 {"X"});
-    EXPECT_EQ(Noted(), FileOf({"begin cad notes", "OWN", "xx BEGIN cad NOTES xx", "X", "end cad notes", "T"}));
+    EXPECT_EQ(Noted(),
+              FileOf({"begin cad notes", "OWN", "xx BEGIN cad NOTES xx", "X", "end cad notes", "T"}));
 }
 
 TEST_F(NotesFile, WithAnEndMarkerAloneTheNotesGoInFrontOfIt)
