@@ -7,7 +7,8 @@
 
 namespace kv::bench {
 
-// Made at the first call. On the memory file system where there is one: the disk is no subject here.
+// Made at the first call, in the folder that KORVANTI_BENCH_FOLDER names; else on the memory file system
+// where there is one.
 const std::filesystem::path& ScratchFolder();
 void RemoveScratchFolder();
 

@@ -83,6 +83,11 @@ ChildUse RunInChild(const std::function<double()>& work)
     return use;
 }
 
+void SettleDisk()
+{
+    ::sync();
+}
+
 ChildUse RunProgram(const std::vector<std::string>& words, bool onOneCore)
 {
     const auto start = std::chrono::steady_clock::now();

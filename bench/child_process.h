@@ -19,6 +19,8 @@ struct ChildUse {
 };
 // Runs `work` in a copy of this process.
 ChildUse RunInChild(const std::function<double()>& work);
+// What earlier runs have written is on the disk and not written during the next one.
+void SettleDisk();
 // Runs a program with its output thrown away; on one core where told.
 ChildUse RunProgram(const std::vector<std::string>& words, bool onOneCore);
 

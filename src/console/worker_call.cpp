@@ -2,8 +2,10 @@
 // gone, or the process that made it. Writes into that folder alone.
 #include "console/calls.h"
 
+#include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "console/drawing_run.h"
@@ -11,6 +13,7 @@
 #include "console/worker_pool.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
+#include "platform/text.h"
 #include "platform/this_process.h"
 #include "state/settings.h"
 
@@ -20,7 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr double IdleSeconds = 0.002; // between two looks for an open share
+constexpr double IdleSeconds = 0.002;        // between the first two looks for an open share
+constexpr double LongestIdleSeconds = 0.016; // between later ones
 
 struct Work {
     fs::path Folder;
@@ -28,11 +32,16 @@ struct Work {
     long Worker = 0;
 };
 
+bool IsThere(const Work& work, const char* name)
+{
+    std::error_code error;
+    return fs::exists(work.Folder / name, error);
+}
+
 // A process that was killed takes nobody with it; who finds it gone tidies up.
 bool IsWanted(const Work& work)
 {
-    std::error_code error;
-    if (!fs::exists(work.Folder / OrdersName, error))
+    if (!IsThere(work, OrdersName))
         return false;
     if (ProcessRuns(work.Orders.Parent))
         return true;
@@ -63,9 +72,8 @@ std::string TextOfDrawing(const Work& work, std::size_t drawing)
 bool ConvertShare(const Work& work, std::size_t share)
 {
     FieldsText result;
-    const std::size_t first = share * work.Orders.Share;
-    const std::size_t end = std::min(first + work.Orders.Share, work.Orders.Drawings.size());
-    for (std::size_t drawing = first; drawing < end; ++drawing) {
+    const std::size_t end = FirstOfShare(work.Orders, share + 1);
+    for (std::size_t drawing = FirstOfShare(work.Orders, share); drawing < end; ++drawing) {
         if (!IsWanted(work))
             return false;
         result.Put(TextOfDrawing(work, drawing));
@@ -77,26 +85,74 @@ bool ConvertShare(const Work& work, std::size_t share)
     return true;
 }
 
-// Shares are opened and taken in the order of the list; what was open before `next` is taken.
+long long NumberOfWord(const std::string& word)
+{
+    long long number = 0;
+    std::from_chars(word.data(), word.data() + word.size(), number);
+    return number;
+}
+
+bool Claim(const Work& work, std::size_t share)
+{
+    return RenameOwn(work.Folder / OpenShareName(share), work.Folder / TakenShareName(share, work.Worker));
+}
+
+// The first share that is open in the folder.
+std::optional<std::size_t> FirstOpen(const Work& work)
+{
+    const std::string head = OpenShareName(0).substr(0, OpenShareName(0).size() - 1);
+    std::optional<std::size_t> first;
+    std::error_code error;
+    fs::directory_iterator entries(work.Folder, error);
+    for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
+        const std::u8string spelled = entries->path().filename().u8string();
+        const std::string name(spelled.begin(), spelled.end());
+        if (!BeginsWith(name, head))
+            continue;
+        const auto share = static_cast<std::size_t>(NumberOfWord(name.substr(head.size())));
+        first = std::min(first.value_or(share), share);
+    }
+    return first;
+}
+
+// Shares are opened and taken in the order of the list. The next ones are tried first, since the folder is
+// dearer to read; after a long drawing the other processes may be far ahead.
 bool TakeShare(const Work& work, std::size_t& next)
 {
-    const std::size_t shares = (work.Orders.Drawings.size() + work.Orders.Share - 1) / work.Orders.Share;
-    for (std::size_t share = next; share < std::min(shares, next + OpenShares); ++share) {
-        if (!RenameOwn(work.Folder / OpenShareName(share), work.Folder / TakenShareName(share, work.Worker)))
-            continue;
-        next = share;
-        return true;
+    constexpr std::size_t quickTries = 4;
+    const std::size_t shares = SharesOf(work.Orders);
+    for (std::size_t share = next; share < std::min(shares, next + quickTries); ++share)
+        if (Claim(work, share)) {
+            next = share;
+            return true;
+        }
+    for (std::size_t tries = 0; tries < OpenShares; ++tries) {
+        const std::optional<std::size_t> share = FirstOpen(work);
+        if (!share)
+            return false;
+        if (*share < shares && Claim(work, *share)) {
+            next = *share;
+            return true;
+        }
     }
     return false;
 }
 
 int ConvertShares(const Work& work)
 {
+    double idle = IdleSeconds;
     for (std::size_t next = 0; IsWanted(work);) {
-        if (!TakeShare(work, next))
-            PauseSeconds(IdleSeconds);
-        else if (!ConvertShare(work, next++))
-            return ExitCannotWork;
+        const bool allOpen = IsThere(work, AllOpenName); // before the look, so that none is opened after it
+        if (TakeShare(work, next)) {
+            idle = IdleSeconds;
+            if (!ConvertShare(work, next++))
+                return ExitCannotWork;
+        } else if (allOpen) {
+            return ExitConverted;
+        } else {
+            PauseSeconds(idle);
+            idle = std::min(2 * idle, LongestIdleSeconds);
+        }
     }
     return ExitCannotWork;
 }
@@ -121,13 +177,6 @@ bool PrepareWork(Work& work, const std::string& folder)
         return false;
     Config.CarryOver = "clean";
     return MarkOfInstallation() == work.Orders.Settings;
-}
-
-long long NumberOfWord(const std::string& word)
-{
-    long long number = 0;
-    std::from_chars(word.data(), word.data() + word.size(), number);
-    return number;
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "console/abort.h"
 #include "console/drawing_run.h"
 #include "console/report_output.h"
+#include "job/placing.h"
 #include "job/stage_folder.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
@@ -23,10 +24,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr double LookSeconds = 0.001;   // between two looks for a share
+constexpr double LookSeconds = 0.001;   // between the first two looks for a share
+constexpr double LongestLook = 0.008;   // between later ones; the last shares are not waited for so long
 constexpr double EndSeconds = 5;        // longest wait for a process that was killed
 constexpr std::size_t MostOfShare = 16; // drawings
 constexpr std::size_t SharesEach = 16;  // at least, in a list that is long enough
+constexpr std::size_t LastShares = 2;   // for each process, handed out in small ones at the end of the list
+constexpr std::size_t SmallerShare = 4; // times
 constexpr long MoreWorkers = 16;        // that may be started for those that have ended
 
 bool IsInFolder(const fs::path& file)
@@ -57,6 +61,27 @@ std::string HowItEnded(Long exitCode)
 
 } // namespace
 
+std::size_t SharesOf(const WorkOrders& orders)
+{
+    return (orders.Drawings.size() - orders.InLast) / orders.Share +
+           (orders.InLast + orders.LastShare - 1) / orders.LastShare;
+}
+
+std::size_t FirstOfShare(const WorkOrders& orders, std::size_t share)
+{
+    const std::size_t count = orders.Drawings.size(), large = (count - orders.InLast) / orders.Share;
+    if (share <= large)
+        return share * orders.Share;
+    return std::min(count, count - orders.InLast + (share - large) * orders.LastShare);
+}
+
+std::size_t ShareOf(const WorkOrders& orders, std::size_t drawing)
+{
+    const std::size_t inLarge = orders.Drawings.size() - orders.InLast;
+    return drawing < inLarge ? drawing / orders.Share
+                             : inLarge / orders.Share + (drawing - inLarge) / orders.LastShare;
+}
+
 std::string WorkOrdersText(const WorkOrders& orders)
 {
     FieldsText fields;
@@ -67,7 +92,8 @@ std::string WorkOrdersText(const WorkOrders& orders)
     fields.Put(orders.OutputName);
     fields.PutNumber(orders.WithSource ? 1 : 0);
     fields.PutNumber(orders.Parent);
-    fields.PutNumber(static_cast<long long>(orders.Share));
+    for (const std::size_t size : {orders.Share, orders.LastShare, orders.InLast})
+        fields.PutNumber(static_cast<long long>(size));
     fields.PutNumber(static_cast<long long>(orders.Overrides.size()));
     for (const auto& [key, value] : orders.Overrides) {
         fields.Put(key);
@@ -90,14 +116,16 @@ std::optional<WorkOrders> WorkOrdersOf(std::string_view text)
     orders.OutputName = reader.Take();
     orders.WithSource = reader.TakeNumber() != 0;
     orders.Parent = reader.TakeNumber();
-    orders.Share = static_cast<std::size_t>(reader.TakeNumber());
+    for (std::size_t* const size : {&orders.Share, &orders.LastShare, &orders.InLast})
+        *size = static_cast<std::size_t>(reader.TakeNumber());
     for (std::size_t left = reader.TakeCount(); left > 0; --left) {
         const std::string_view key = reader.Take();
         orders.Overrides.emplace_back(key, reader.Take());
     }
     for (std::size_t left = reader.TakeCount(); left > 0; --left)
         orders.Drawings.emplace_back(reader.Take());
-    if (!reader.Ok || !reader.AtEnd() || orders.Share == 0)
+    if (!reader.Ok || !reader.AtEnd() || orders.Share == 0 || orders.LastShare == 0 ||
+        orders.InLast > orders.Drawings.size())
         return std::nullopt;
     return orders;
 }
@@ -142,9 +170,9 @@ WorkerPool::WorkerPool(const CommandLine& line, const std::string& outputName) :
     Orders.OutputName = outputName;
     Orders.WithSource = !line.Stage.empty();
     Orders.Parent = ProcessNumber();
-    Orders.Share = std::clamp<std::size_t>(count / (jobs * SharesEach), 1, MostOfShare);
     Orders.Overrides = line.Overrides;
     Orders.Drawings = line.Drawings;
+    PlanShares(jobs);
     Folder = MakeOwnFolder();
     if (!Folder.empty() && !WriteOwnFile(Folder / OrdersName, WorkOrdersText(Orders)))
         EndWorkers();
@@ -182,13 +210,28 @@ bool WorkerPool::StartWorker()
     return true;
 }
 
+// A process that takes the last share of a list works while the others have ended; so the last ones are
+// small.
+void WorkerPool::PlanShares(std::size_t jobs)
+{
+    const std::size_t count = Orders.Drawings.size();
+    Orders.Share = std::clamp<std::size_t>(count / (jobs * SharesEach), 1, MostOfShare);
+    Orders.LastShare = std::max<std::size_t>(Orders.Share / SmallerShare, 1);
+    const std::size_t small = std::min(count, jobs * LastShares * Orders.Share);
+    Orders.InLast = count - (count - small) / Orders.Share * Orders.Share; // the large ones are whole
+}
+
 // Not all of them at once, so that the folder stays small however long the list is.
 void WorkerPool::OpenMore(std::size_t share)
 {
-    const std::size_t shares = (Orders.Drawings.size() + Orders.Share - 1) / Orders.Share;
-    for (; !Folder.empty() && Opened < std::min(shares, share + OpenShares); ++Opened)
+    const std::size_t shares = SharesOf(Orders);
+    if (Folder.empty() || Opened == shares)
+        return;
+    for (; Opened < std::min(shares, share + OpenShares); ++Opened)
         if (!WriteOwnFile(Folder / OpenShareName(Opened), {}))
             return;
+    if (Opened == shares)
+        (void)WriteOwnFile(Folder / AllOpenName, {}); // without it the processes end with this one
 }
 
 void WorkerPool::EndWorkers()
@@ -209,7 +252,7 @@ void WorkerPool::EndWorkers()
 
 std::optional<ConvertedJob> WorkerPool::Take(std::size_t drawing)
 {
-    const std::size_t share = drawing / Orders.Share;
+    const std::size_t share = ShareOf(Orders, drawing);
     if (!CurrentIsRead || Current != share) {
         Current = share;
         CurrentIsRead = true;
@@ -218,13 +261,15 @@ std::optional<ConvertedJob> WorkerPool::Take(std::size_t drawing)
         if (!Folder.empty() && !Wait(share) && Lost.contains(share))
             ConvertSingly(share);
     }
-    const std::size_t place = drawing % Orders.Share;
+    const std::size_t place = drawing - FirstOfShare(Orders, share);
     return place < Jobs.size() ? std::exchange(Jobs[place], std::nullopt) : std::nullopt;
 }
 
 // False: nobody converts the share, or the run is aborted.
 bool WorkerPool::Wait(std::size_t share)
 {
+    const bool isLast = FirstOfShare(Orders, share) >= Orders.Drawings.size() - Orders.InLast;
+    double pause = LookSeconds;
     while (!ReadShare(share)) {
         if (AbortAsked())
             return false;
@@ -236,8 +281,10 @@ bool WorkerPool::Wait(std::size_t share)
         LookAtWorkers();
         if (Lost.contains(share) || Workers.empty())
             return ReadShare(share);
-        ShowListProgress(share * Orders.Share, Orders.Drawings.size());
-        PauseSeconds(LookSeconds);
+        ShowListProgress(FirstOfShare(Orders, share), Orders.Drawings.size());
+        PlaceWhileIdle();
+        PauseSeconds(pause);
+        pause = isLast ? LookSeconds : std::min(2 * pause, LongestLook);
     }
     return true;
 }
@@ -291,9 +338,8 @@ void WorkerPool::TakeEnded(const Worker& worker, Long exitCode)
 // Each drawing by a process of its own: one that ends its process takes no other one with it.
 void WorkerPool::ConvertSingly(std::size_t share)
 {
-    const std::size_t first = share * Orders.Share;
-    const std::size_t end = std::min(first + Orders.Share, Orders.Drawings.size());
-    for (std::size_t drawing = first; drawing < end && !AbortAsked(); ++drawing)
+    const std::size_t end = FirstOfShare(Orders, share + 1);
+    for (std::size_t drawing = FirstOfShare(Orders, share); drawing < end && !AbortAsked(); ++drawing)
         Jobs.push_back(ConvertAlone(drawing));
 }
 

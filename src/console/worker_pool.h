@@ -23,17 +23,23 @@ struct WorkOrders {
     int System = SystemOfSettings;
     std::string OutputName;
     bool WithSource = false;
-    long long Parent = 0; // process number
-    std::size_t Share = 1;
+    long long Parent = 0;      // process number
+    std::size_t Share = 1;     // drawings of a share
+    std::size_t LastShare = 1; // drawings of each of the last shares, so that all processes end together
+    std::size_t InLast = 0;    // drawings at the end of the list that are handed out so
     std::vector<std::pair<std::string, std::string>> Overrides;
     std::vector<std::string> Drawings;
 };
+std::size_t SharesOf(const WorkOrders& orders);
+std::size_t FirstOfShare(const WorkOrders& orders, std::size_t share); // after the last one: the end
+std::size_t ShareOf(const WorkOrders& orders, std::size_t drawing);
 std::string WorkOrdersText(const WorkOrders& orders);
 std::optional<WorkOrders> WorkOrdersOf(std::string_view text);
 ContentsMark MarkOfInstallation();
 
 // Names in the folder. A share is open until a worker renames it for itself.
 constexpr const char* OrdersName = "orders";
+constexpr const char* AllOpenName = "all-open"; // no share will be opened any more
 std::string OpenShareName(std::size_t share);
 std::string TakenShareName(std::size_t share, long worker);
 std::string DoneShareName(std::size_t share);
@@ -61,6 +67,7 @@ class WorkerPool {
 
     bool StartWorker();
     Long StartProcessOf(long worker, const std::string& drawing);
+    void PlanShares(std::size_t jobs);
     void OpenMore(std::size_t share);
     bool Wait(std::size_t share);
     bool ReadShare(std::size_t share);

@@ -24,6 +24,8 @@ namespace {
 using Steady = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds LongestUnplaced{2};
+constexpr double IdleSeconds = 0.2;   // at least, between two placings while others work
+constexpr double IdleBySettling = 25; // times what settling costs: a large index takes 4 % at most
 constexpr std::uint64_t MostBytesAside = std::uint64_t{64} << 20;
 
 long LastNumber = 0;
@@ -128,6 +130,14 @@ JobsTogether::~JobsTogether()
 {
     (void)PlaceJobs();
     Outputs.Together = false;
+}
+
+void PlaceWhileIdle()
+{
+    const std::chrono::duration<double> waited = Steady::now() - FirstWaits;
+    if (!Outputs.Waiting.empty() &&
+        waited.count() >= std::max(IdleSeconds, IdleBySettling * LastSettlingSeconds()))
+        (void)PlaceJobs();
 }
 
 bool PlaceJobs()

@@ -33,6 +33,10 @@ struct JobsTogether {
     JobsTogether& operator=(const JobsTogether&) = delete;
 };
 
+// For a caller that waits for other processes meanwhile: places what waits when enough has come together, so
+// that little is left to do at the end of the list.
+void PlaceWhileIdle();
+
 // Whatever waits is in its place and on the disk then. False when some drawing's files are not; those are
 // reported and listed as failed.
 bool PlaceJobs();

@@ -4,6 +4,7 @@
 #include "job/placing_set.h"
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <optional>
 #include <utility>
@@ -16,6 +17,8 @@
 namespace kv {
 
 namespace {
+
+double SettlingSeconds = 0;
 
 // No other program holds the index. Asked under the installation's lock alone, since processes that ask at
 // the same moment find each other; a control that reads it is done within half a second.
@@ -127,10 +130,8 @@ FileOutcome SettleFile(JobSet& set, SetFile& file)
 }
 
 // False when a drawing fell out: the rest is to be settled again.
-bool SettleFiles(JobSet& set)
+bool SettleGathered(JobSet& set)
 {
-    DropSetFiles(set);
-    GatherFiles(set);
     for (SetFile& file : set.Files) {
         const FileOutcome outcome = SettleFile(set, file);
         if (outcome.Ok())
@@ -141,6 +142,16 @@ bool SettleFiles(JobSet& set)
         return false;
     }
     return true;
+}
+
+bool SettleFiles(JobSet& set)
+{
+    DropSetFiles(set);
+    GatherFiles(set);
+    const auto start = std::chrono::steady_clock::now();
+    const bool all = SettleGathered(set);
+    SettlingSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return all;
 }
 
 bool FlushSet(JobSet& set)
@@ -173,6 +184,11 @@ bool FlushSet(JobSet& set)
 }
 
 } // namespace
+
+double LastSettlingSeconds()
+{
+    return SettlingSeconds;
+}
 
 // Each round that does not end it takes a drawing out.
 void SettleAndFlush(JobSet& set)

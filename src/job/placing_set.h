@@ -48,6 +48,8 @@ void EnterInstallations(JobSet& set);
 // placing_files: settles what the files become and brings all copies to the disk. A drawing that fails falls
 // out, and the rest is settled again.
 void SettleAndFlush(JobSet& set);
+// What settling cost the last time: it grows with the files that are there, not with the drawings.
+double LastSettlingSeconds();
 
 // placing_moves: the journal and the moves. What is not moved stays aside.
 void MoveSet(JobSet& set);

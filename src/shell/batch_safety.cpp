@@ -75,6 +75,14 @@ FileOutcome MoveLines(const std::string& path, const std::string& lines, const s
     return outcome;
 }
 
+std::string CountOfLines(const std::vector<BatchLine>& lines)
+{
+    return WholeText(
+        static_cast<long long>(std::count_if(lines.begin(), lines.end(), [](const BatchLine& line) {
+            return line.Kind != BatchLineKind::Blank;
+        })));
+}
+
 bool HoldsJob(const std::vector<BatchLine>& lines)
 {
     return std::any_of(lines.begin(), lines.end(),
@@ -105,6 +113,20 @@ void ForgetDoneLines(std::string_view folder, const std::string& unfinished)
     AddIdentities(folder, unfinished, open);
     AddIdentities(folder, old, open);
     KeepOpenIdentities(BatchIdentityHead(folder), open);
+}
+
+// Whoever ended the batch has reported it, perhaps to nobody. Empty when no job waits there.
+std::string LeftBatchLine(std::string_view folder)
+{
+    const std::string path = PathIn(folder, BatchOldFile);
+    std::string contents;
+    const FileAnswer answer = ReadIfThere(path, contents);
+    if (answer.Is == Presence::CannotTell)
+        return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
+    const std::vector<BatchLine> lines = BatchLines(contents);
+    return HoldsJob(lines)
+               ? "Unfinished batch of an earlier run: " + CountOfLines(lines) + " lines in " + ShownPath(path)
+               : std::string();
 }
 
 } // namespace
@@ -148,18 +170,18 @@ std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view he
         static_cast<void>(DropBatchLines(folder)); // one that stays holds no job
         return {};
     }
-    const auto count = std::count_if(lines.begin(), lines.end(),
-                                     [](const BatchLine& line) { return line.Kind != BatchLineKind::Blank; });
     const FileOutcome moved = MoveLines(path, contents, place);
     ForgetDoneLines(folder, contents);
-    return std::string(head) + WholeText(static_cast<long long>(count)) + " lines kept in " +
+    return std::string(head) + CountOfLines(lines) + " lines kept in " +
            (moved.Ok() ? ShownPath(place)
                        : ShownPath(path) + ", " + ShownPath(place) + " cannot be written: " + moved.Cause);
 }
 
 void TellUnfinishedBatch(std::string_view folder)
 {
-    const std::string line = SetUnfinishedBatchAside(folder);
+    std::string line = SetUnfinishedBatchAside(folder);
+    if (line.empty())
+        line = LeftBatchLine(folder);
     if (line.empty())
         return;
     ReportMessage(1, line);

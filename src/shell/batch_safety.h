@@ -21,7 +21,8 @@ FileOutcome DropBatchLines(std::string_view folder);
 // kept where, with the cause where that is still BATCH.RUN; empty when there was no job.
 constexpr std::string_view UnfinishedBatchHead = "Unfinished batch: ";
 std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head = UnfinishedBatchHead);
-// At program start: a BATCH.RUN of an earlier process becomes BATCH.OLD and is told in the report.
+// At program start: a BATCH.RUN of an earlier process becomes BATCH.OLD and is reported; so is a BATCH.OLD
+// that stands already.
 void TellUnfinishedBatch(std::string_view folder);
 
 } // namespace kv

@@ -4,6 +4,7 @@
 #include "shell/start_up.h"
 
 #include <limits>
+#include <utility>
 
 #include "job/placing.h"
 #include "platform/dialogs.h"
@@ -204,10 +205,19 @@ WindowPosition LoadWindowPosition(std::string_view section, bool clamp)
     return {LoadTwips(section, "Top", clamp), LoadTwips(section, "Left", clamp)};
 }
 
-void SaveWindowPosition(std::string_view section, const WindowPosition& position)
+FileOutcome SaveWindowPosition(std::string_view section, const WindowPosition& position)
 {
-    SaveUserSetting(PositionApplication, section, "Top", WholeText(position.Top));
-    SaveUserSetting(PositionApplication, section, "Left", WholeText(position.Left));
+    FileOutcome top = SaveUserSetting(PositionApplication, section, "Top", WholeText(position.Top));
+    FileOutcome left = SaveUserSetting(PositionApplication, section, "Left", WholeText(position.Left));
+    const FileOutcome outcome = top.Ok() ? std::move(left) : std::move(top);
+    if (!outcome.Ok())
+        ReportMessage(3, MarkRed + UnkeptPositionLine(outcome));
+    return outcome;
+}
+
+std::string UnkeptPositionLine(const FileOutcome& outcome)
+{
+    return "The window's position is not kept: " + UserStoreName() + ": " + outcome.Cause;
 }
 
 void StartHelp(std::string_view key)

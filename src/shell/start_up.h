@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/files.h"
 #include "platform/numbers.h"
 
 namespace kv {
@@ -37,7 +38,9 @@ struct WindowPosition {
 };
 constexpr int TwipsPerPixel = 15; // at 96 dots an inch
 WindowPosition LoadWindowPosition(std::string_view section, bool clamp);
-void SaveWindowPosition(std::string_view section, const WindowPosition& position);
+// A failure is reported; whoever closes the report notes it as left.
+FileOutcome SaveWindowPosition(std::string_view section, const WindowPosition& position);
+std::string UnkeptPositionLine(const FileOutcome& outcome);
 constexpr std::string_view MainPositionSection = "KVFrmMain";
 constexpr std::string_view AboutPositionSection = "AboutFrmMain";
 

@@ -95,7 +95,8 @@ void AboutDialog::Leave()
 void AboutDialog::done(int result)
 {
     if (isVisible())
-        SaveWindowPosition(AboutPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
+        static_cast<void>( // reported
+            SaveWindowPosition(AboutPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel}));
     QDialog::done(result);
 }
 

@@ -319,7 +319,10 @@ void MainWindow::SessionEnds()
 
 void MainWindow::StoreAll()
 {
-    SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
+    const FileOutcome kept =
+        SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
+    if (!kept.Ok())
+        NoteLeft(UnkeptPositionLine(kept));
     StopShell();
 }
 

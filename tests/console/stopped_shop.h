@@ -6,16 +6,20 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <random>
 #include <set>
 #include <sstream>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "console/run_call.h"
 #include "faults/own_readers.h"
 #include "support/dxf.h"
+#include "support/random_rounds.h"
 
 namespace console_test {
 
@@ -124,6 +128,19 @@ struct StoppedShop {
         fs::rename(Source("BATCH.NEW"), Source("BATCH.LST"));
     }
 
+    // The program, with its streams in the folder and no longer than `longestLife` seconds; 0: as long as it
+    // likes.
+    void StartProgram(const Words& call, const Words& environment, unsigned longestLife)
+    {
+        Child = ::fork();
+        if (Child != 0)
+            return;
+        ::dup2(::open((Folder / "stdout").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
+        ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
+        ::alarm(longestLife);
+        Become(Folder, call, environment);
+    }
+
     // How often the index and the cut list name each line.
     void CountEntries(std::map<std::string, int>& records, std::map<std::string, int>& rows) const
     {
@@ -219,5 +236,32 @@ inline void ExpectTheRestDone(const StoppedShop& shop, bool killed, const std::s
     for (const char* const file : {"BATCH.LST", "BATCH.RUN", "BATCH.OLD"})
         EXPECT_FALSE(fs::exists(shop.Source(file))) << name << ": " << file;
 }
+
+// Programs that are stopped, each in a shop of its own with its own Start().
+class StopTest : public testing::Test {
+  protected:
+    explicit StopTest(unsigned seed) : Random(kv::test::Seed(seed)) {}
+    void SetUp() override
+    {
+        Folder = fs::temp_directory_path() / ("kstop-" + std::to_string(::getpid()));
+        fs::remove_all(Folder);
+        fs::create_directories(Folder);
+    }
+    void TearDown() override { fs::remove_all(Folder); }
+
+    int Below(int count) { return static_cast<int>(Random() % static_cast<unsigned>(count)); }
+    double Part() { return Below(1000) / 1000.0; }
+
+    template <typename AnyShop> static void RunAll(std::vector<AnyShop>& shops, const Words& switches)
+    {
+        for (AnyShop& shop : shops)
+            shop.Start(switches);
+        for (AnyShop& shop : shops)
+            shop.Status = StatusOf(shop.Child);
+    }
+
+    fs::path Folder;
+    std::mt19937 Random;
+};
 
 } // namespace console_test

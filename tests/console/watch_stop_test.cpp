@@ -21,26 +21,13 @@ struct Shop : StoppedShop {
     {
         Words call = {KORVANTI_CONSOLE, "--home", (Folder / "home").string(), "watch"};
         call.insert(call.end(), switches.begin(), switches.end());
-        Child = ::fork();
-        if (Child != 0)
-            return;
-        ::dup2(::open((Folder / "stdout").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
-        ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
-        Become(Folder, call, {});
+        StartProgram(call, {}, 0);
     }
 };
 
-class WatchStop : public testing::Test {
+class WatchStop : public StopTest {
   protected:
-    void SetUp() override
-    {
-        Folder = fs::temp_directory_path() / ("korvanti-stop-" + std::to_string(::getpid()));
-        fs::remove_all(Folder);
-        fs::create_directories(Folder);
-    }
-    void TearDown() override { fs::remove_all(Folder); }
-
-    int Below(int count) { return static_cast<int>(Random() % static_cast<unsigned>(count)); }
+    WatchStop() : StopTest(63) {}
 
     Shop MakeShop(int number)
     {
@@ -77,13 +64,6 @@ class WatchStop : public testing::Test {
         for (Shop& shop : shops)
             shop.Status = StatusOf(shop.Child);
     }
-    static void RunAll(std::vector<Shop>& shops, const Words& switches)
-    {
-        for (Shop& shop : shops)
-            shop.Start(switches);
-        for (Shop& shop : shops)
-            shop.Status = StatusOf(shop.Child);
-    }
 
     static void ExpectKeptAndTold(const Shop& shop, const std::string& name)
     {
@@ -93,9 +73,6 @@ class WatchStop : public testing::Test {
         const bool all = shop.Done() == shop.Batch || fs::exists(shop.Source("BATCH.LST"));
         EXPECT_EQ(shop.Status, all ? 0 : 1) << name << "\n" << shop.Output();
     }
-
-    fs::path Folder;
-    std::mt19937 Random{kv::test::Seed(63)};
 };
 
 // A job that takes some time: a panel with as many bores as one program holds.

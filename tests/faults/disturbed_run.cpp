@@ -15,6 +15,8 @@ namespace {
 
 constexpr unsigned LongestSeconds = 60;
 
+} // namespace
+
 Words VariablesOf(const Shop& shop, const fs::path& root, const Disturbance& disturbance)
 {
     Words variables = shop.Environment;
@@ -34,7 +36,7 @@ Words VariablesOf(const Shop& shop, const fs::path& root, const Disturbance& dis
     return variables;
 }
 
-[[noreturn]] void BecomeProgram(const Words& call, const Words& variables, const fs::path& said)
+void BecomeDisturbed(const Words& call, const Words& variables, const fs::path& said)
 {
     const int output = ::open(said.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
     ::dup2(::open("/dev/null", O_RDONLY), 0);
@@ -44,8 +46,7 @@ Words VariablesOf(const Shop& shop, const fs::path& root, const Disturbance& dis
         ::unsetenv(name);
     for (const std::string& pair : variables)
         ::setenv(pair.substr(0, pair.find('=')).c_str(), pair.c_str() + pair.find('=') + 1, 1);
-    std::string program = ProgramUnderTest();
-    std::vector<char*> arguments = {program.data()};
+    std::vector<char*> arguments;
     for (const std::string& word : call)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
@@ -70,8 +71,6 @@ std::vector<CountedCall> CallsOf(const std::string& log)
     }
     return calls;
 }
-
-} // namespace
 
 Bench::Bench() : Folder(fs::temp_directory_path() / ("kf" + std::to_string(std::random_device{}() % 1000000)))
 {
@@ -98,8 +97,11 @@ Ran Bench::Run(const Shop& shop, const Words& call, const Disturbance& disturban
         variables.push_back("FAULT_RECORD=" + record.string());
     }
     const pid_t child = ::fork();
-    if (child == 0)
-        BecomeProgram(call, variables, said);
+    if (child == 0) {
+        Words words = {ProgramUnderTest()};
+        words.insert(words.end(), call.begin(), call.end());
+        BecomeDisturbed(words, variables, said);
+    }
     int status = 0;
     ::waitpid(child, &status, 0);
     Ran ran;

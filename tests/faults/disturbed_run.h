@@ -30,6 +30,13 @@ struct Ran {
     std::string Done; // what the writing calls did, as recorded
 };
 
+// What a program that is to be disturbed finds in its environment.
+Words VariablesOf(const Shop& shop, const fs::path& root, const Disturbance& disturbance);
+// The process becomes the program, which `call` begins with; both its streams go to `said`.
+[[noreturn]] void BecomeDisturbed(const Words& call, const Words& variables, const fs::path& said);
+// Of a list that the library between the program and the system has written.
+std::vector<CountedCall> CallsOf(const std::string& log);
+
 class Bench {
   public:
     Bench(); // makes the folder

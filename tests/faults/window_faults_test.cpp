@@ -6,10 +6,8 @@
 #include <csignal>
 #include <cstring>
 #include <iostream>
-#include <sstream>
 #include <thread>
 
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,7 +18,6 @@ namespace fault_test {
 namespace {
 
 constexpr int UsualTries = 8;
-constexpr unsigned LongestLife = 60;            // seconds
 constexpr std::chrono::seconds LongestStart{3}; // until the stop, when no lock file says that it is up
 constexpr std::chrono::milliseconds BetweenLooks{1};
 
@@ -72,53 +69,15 @@ class WindowFaults : public testing::Test {
 
     [[noreturn]] void BecomeWindow(const Disturbance& disturbance, bool lists) const
     {
-        const int output = ::open((Folder / "said").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
-        ::dup2(::open("/dev/null", O_RDONLY), 0);
-        ::dup2(output, 1);
-        ::dup2(output, 2);
-        Words variables = Present.Environment;
+        Words variables = VariablesOf(Present, Root(), disturbance);
         for (const char* const name : DesktopFolders)
             variables.push_back(name + ("=" + (Folder / "desktop").string()));
-        variables.insert(variables.end(),
-                         {"QT_QPA_PLATFORM=offscreen", std::string("LD_PRELOAD=") + KORVANTI_FAILING_CALLS,
-                          "FAULT_ROOT=" + Root().string(), "FAULT_FAST=1",
-                          "FAULT_HIT=" + (Folder / "hit").string(),
-                          "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"});
+        variables.push_back("QT_QPA_PLATFORM=offscreen");
+        variables.push_back("FAULT_HIT=" + (Folder / "hit").string());
         if (lists)
             variables.push_back("FAULT_LOG=" + (Folder / "log").string());
-        if (disturbance.At > 0)
-            variables.push_back("FAULT_AT=" + std::to_string(disturbance.At));
-        if (disturbance.Error != 0)
-            variables.push_back("FAULT_ERROR=" + std::to_string(disturbance.Error));
-        if (disturbance.Kill)
-            variables.push_back("FAULT_KILL=1");
-        if (disturbance.Lasting)
-            variables.push_back("FAULT_LASTING=1");
-        ::unsetenv("KORVANTI_HOME");
-        for (const std::string& pair : variables)
-            ::setenv(pair.substr(0, pair.find('=')).c_str(), pair.c_str() + pair.find('=') + 1, 1);
-        ::alarm(LongestLife);
-        const std::string home = (Root() / "HOME").string();
-        ::execl(KORVANTI_WINDOW_UNDER_TEST, KORVANTI_WINDOW_UNDER_TEST, "--home", home.c_str(),
-                static_cast<char*>(nullptr));
-        ::_exit(127);
-    }
-
-    static std::vector<CountedCall> CallsIn(const fs::path& file)
-    {
-        std::vector<CountedCall> calls;
-        std::istringstream lines(FileBytes(file));
-        for (std::string line; std::getline(lines, line);) {
-            std::istringstream words(line);
-            CountedCall call;
-            words >> call.Number >> call.Name >> call.Writing;
-            words.get();
-            std::getline(words, call.Path);
-            while (call.Path.size() > 1 && call.Path.back() == '/')
-                call.Path.pop_back();
-            calls.push_back(call);
-        }
-        return calls;
+        BecomeDisturbed({KORVANTI_WINDOW_UNDER_TEST, "--home", (Root() / "HOME").string()}, variables,
+                        Folder / "said");
     }
 
     // The stop comes as soon as the window's process holds the installation, and is obeyed when it is up.
@@ -150,11 +109,11 @@ class WindowFaults : public testing::Test {
         Ran ran;
         ran.Status = EndOf(child);
         ran.Said = FileBytes(Folder / "said");
-        const std::vector<CountedCall> hit = CallsIn(Folder / "hit");
+        const std::vector<CountedCall> hit = CallsOf(FileBytes(Folder / "hit"));
         if (!hit.empty())
             ran.Hit = hit.front();
         if (lists)
-            ran.Calls = CallsIn(Folder / "log");
+            ran.Calls = CallsOf(FileBytes(Folder / "log"));
         return ran;
     }
 

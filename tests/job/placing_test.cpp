@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "job/installation.h"
 #include "platform/clock.h"
@@ -269,6 +271,26 @@ TEST_F(Placement, MuchThatIsWrittenAsideIsPlacedEarlier)
     while (!fs::exists(Home.Programs / "SRG/P/0") && ++converted < 200)
         EXPECT_TRUE(Home.Convert(drawing, "P" + std::to_string(converted - 1) + ".DXF")) << Home.ReportText();
     EXPECT_LT(converted, 200);
+}
+
+// As `convert --jobs` does while other processes convert.
+TEST_F(Placement, WhileOthersWorkWhatWaitsIsPlacedNowAndThen)
+{
+    const JobsTogether together;
+    for (const std::string name : {"SIDE", "DOOR"}) {
+        EXPECT_TRUE(Home.Convert(ListedDoor(name), name + ".DXF"));
+        PlaceWhileIdle();
+        EXPECT_FALSE(Home.HasProgram(name)) << "too early";
+        constexpr int mostLooks = 1000;
+        for (int i = 0; i < mostLooks && !Home.HasProgram(name); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            PlaceWhileIdle();
+        }
+        EXPECT_TRUE(Home.HasProgram(name));
+    }
+    EXPECT_EQ(Names(), "DOOR SIDE ");
+    EXPECT_EQ(Home.Read(List()), "2.00, 2,M\r\nSIDE\r\nDOOR\r\n");
+    ExpectNothingLeft();
 }
 
 // --- Waiting for others ---

@@ -18,8 +18,8 @@ class UserStore : public ScratchFolder {
 TEST_F(UserStore, ValuesComeBackByApplicationSectionAndKey)
 {
     EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
-    EXPECT_TRUE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "120"));
-    EXPECT_TRUE(SaveUserSetting("ZLT", "AboutFrmMain", "Top", "-5"));
+    EXPECT_TRUE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "120").Ok());
+    EXPECT_TRUE(SaveUserSetting("ZLT", "AboutFrmMain", "Top", "-5").Ok());
     EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "120");
     EXPECT_EQ(GetUserSetting("ZLT", "AboutFrmMain", "Top", "none"), "-5");
     EXPECT_EQ(GetUserSetting("Other", "KVFrmMain", "Top", "none"), "none");
@@ -28,7 +28,7 @@ TEST_F(UserStore, ValuesComeBackByApplicationSectionAndKey)
 TEST_F(UserStore, AStoreThatCannotBeWrittenIsTold)
 {
     PutFile("config", "a file where the folder should be");
-    EXPECT_FALSE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "120"));
+    EXPECT_FALSE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "120").Ok());
     EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
 }
 
@@ -38,7 +38,7 @@ TEST_F(UserStore, AfterAValueThatCouldNotBeReadNothingIsStored)
     std::filesystem::create_symlink("user.ini", Folder / "config" / "korvanti" / "user.ini");
     EXPECT_EQ(GetUserSetting("ZLT", "KVFrmMain", "Top", "none"), "none");
     std::filesystem::remove(Folder / "config" / "korvanti" / "user.ini"); // it can be read from now on
-    EXPECT_FALSE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "500"));
+    EXPECT_FALSE(SaveUserSetting("ZLT", "KVFrmMain", "Top", "500").Ok());
     EXPECT_FALSE(std::filesystem::exists(Folder / "config" / "korvanti" / "user.ini"));
 }
 

@@ -70,10 +70,26 @@ TEST_F(BatchSafety, DroppedLinesAreGone)
 
 TEST_F(BatchSafety, WithoutUnfinishedBatchNothingIsTold)
 {
-    PutFile("BATCH.OLD", "A\r\n");
     TellUnfinishedBatch(At);
     EXPECT_EQ(Rows, Texts{});
-    EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n");
+    PutFile("BATCH.OLD", "!CNCOFF\r\n\r\n"); // no job
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(Rows, Texts{});
+    EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
+}
+
+TEST_F(BatchSafety, AnUnfinishedBatchThatWasSetAsideAtAnEndIsMentioned)
+{
+    PutFile("BATCH.OLD", "!CNCOFF\r\n\r\nA\r\n");
+    TellUnfinishedBatch(At);
+    const std::string place = ShownPath(At + "BATCH.OLD");
+    EXPECT_EQ(Rows, (Texts{"Unfinished batch of an earlier run: 2 lines in " + place}));
+    EXPECT_EQ(FileText("BATCH.OLD"), "!CNCOFF\r\n\r\nA\r\n");
+    Rows.clear();
+    std::filesystem::remove(Folder / "BATCH.OLD");
+    std::filesystem::create_directories(Folder / "BATCH.OLD");
+    TellUnfinishedBatch(At);
+    EXPECT_EQ(Rows, (Texts{"Unfinished batch in " + place + " cannot be read: is a folder"}));
 }
 
 TEST_F(BatchSafety, AnUnfinishedBatchIsRenamedAndToldInOneLine)
@@ -118,8 +134,7 @@ TEST_F(BatchSafety, ABatchWithoutJobsJustGoes)
     PutFile("BATCH.OLD", "A\r\n");
     for (const char* const text : {"", "\r\n", "!CNCOFF\r\n"}) {
         PutFile("BATCH.RUN", text);
-        TellUnfinishedBatch(At);
-        EXPECT_EQ(Rows, Texts{}) << text;
+        EXPECT_EQ(SetUnfinishedBatchAside(At), "") << text;
         EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n");
         EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
     }

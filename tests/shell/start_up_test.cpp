@@ -434,12 +434,26 @@ TEST_F(WindowPlace, ANegativeOneOfTheAboutWindowStays)
 
 TEST_F(WindowPlace, IsStoredInPlainNumbersAndComesBack)
 {
-    SaveWindowPosition(MainPositionSection, {1230, 45});
-    SaveWindowPosition(AboutPositionSection, {-30, 0});
+    EXPECT_TRUE(SaveWindowPosition(MainPositionSection, {1230, 45}).Ok());
+    EXPECT_TRUE(SaveWindowPosition(AboutPositionSection, {-30, 0}).Ok());
+    EXPECT_TRUE(Outside.Report.empty());
     EXPECT_EQ(FileText("person/korvanti/user.ini"), "[ZLT\\KVFrmMain]\r\nTop=1230\r\nLeft=45\r\n\r\n"
                                                     "[ZLT\\AboutFrmMain]\r\nTop=-30\r\nLeft=0\r\n");
     ExpectPlace(LoadWindowPosition(MainPositionSection, true), 1230, 45);
     ExpectPlace(LoadWindowPosition(AboutPositionSection, false), -30, 0);
+}
+
+TEST_F(WindowPlace, OneThatCannotBeStoredIsReportedWithFileAndCause)
+{
+    std::filesystem::create_directories(Folder / "person" / "korvanti" / "user.ini");
+    const FileOutcome outcome = SaveWindowPosition(MainPositionSection, {1230, 45});
+    ASSERT_FALSE(outcome.Ok());
+    const std::string line =
+        "The window's position is not kept: " + ShownPath(PathOf("person\\korvanti\\user.ini")) +
+        ": is a folder";
+    EXPECT_EQ(UnkeptPositionLine(outcome), line);
+    ASSERT_FALSE(Outside.Report.empty());
+    EXPECT_NE(Outside.Report.back().find(line), std::string::npos) << Outside.Report.back();
 }
 
 TEST_F(WindowPlace, ATextThatIsNoPlaceDoesNoHarm)

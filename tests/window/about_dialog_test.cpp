@@ -65,7 +65,7 @@ TEST_F(AboutDialogForm, EveryControlOfTheTableStands)
 
 TEST_F(AboutDialogForm, KeepsItsPosition)
 {
-    SaveWindowPosition(AboutPositionSection, {1500, 3000});
+    ASSERT_TRUE(SaveWindowPosition(AboutPositionSection, {1500, 3000}).Ok());
     InDialog(ShowAbout, [](QDialog& dialog) {
         EXPECT_EQ(dialog.pos(), QPoint(200, 100)); // 15 twips a pixel
         dialog.move(240, 120);
@@ -78,7 +78,8 @@ TEST_F(AboutDialogForm, KeepsItsPosition)
 
 TEST_F(AboutDialogForm, PlaceOffTheScreensIsNotTaken)
 {
-    SaveWindowPosition(AboutPositionSection, {-90000, -90000}); // kept as it stands, without a clamp
+    // Kept as it stands, without a clamp.
+    ASSERT_TRUE(SaveWindowPosition(AboutPositionSection, {-90000, -90000}).Ok());
     InDialog(ShowAbout, [](QDialog& dialog) {
         EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
     });

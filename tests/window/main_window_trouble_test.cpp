@@ -12,6 +12,7 @@
 #include <QSessionManager>
 
 #include "platform/file_lock.h"
+#include "platform/user_store.h"
 
 namespace kv {
 namespace {
@@ -154,6 +155,18 @@ TEST_F(WindowInTrouble, SettingsThatCannotBeStoredAtTheEndAreToldInABox)
     Window->close();
     ASSERT_EQ(AtWindow.Told.size(), 1U);
     EXPECT_EQ(AtWindow.Told[0], "No setting is kept: " + IniPlace() + ": is a folder");
+}
+
+TEST_F(WindowInTrouble, APositionThatCannotBeStoredAtTheEndIsToldInABox)
+{
+    Open();
+    const std::string store = UserStoreName();
+    std::filesystem::remove(store);
+    std::filesystem::create_directories(store + "/in the way");
+    Window->close();
+    std::filesystem::remove_all(store);
+    ASSERT_EQ(AtWindow.Told.size(), 1U);
+    EXPECT_EQ(AtWindow.Told[0], "The window's position is not kept: " + store + ": is a folder");
 }
 
 TEST_F(WindowInTrouble, WhatACloseLeavesUndoneIsToldInABox)

@@ -55,30 +55,16 @@ struct WindowShop : StoppedShop {
     {
         Words call = {KORVANTI_WINDOW_UNDER_TEST, "--home", (Folder / "home").string()};
         call.insert(call.end(), switches.begin(), switches.end());
-        Child = ::fork();
-        if (Child != 0)
-            return;
-        ::dup2(::open((Folder / "stdout").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
-        ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
-        ::alarm(LongestLife);
-        Become(Folder, call,
-               {"QT_QPA_PLATFORM=offscreen", "XDG_CONFIG_HOME=" + (Folder / "config").string(),
-                "ASAN_OPTIONS=detect_leaks=0", std::string("KORVANTI_TEST_ACT=") + Act()});
+        StartProgram(call,
+                     {"QT_QPA_PLATFORM=offscreen", "XDG_CONFIG_HOME=" + (Folder / "config").string(),
+                      "ASAN_OPTIONS=detect_leaks=0", std::string("KORVANTI_TEST_ACT=") + Act()},
+                     LongestLife);
     }
 };
 
-class WindowStop : public testing::Test {
+class WindowStop : public StopTest {
   protected:
-    void SetUp() override
-    {
-        Folder = fs::temp_directory_path() / ("kwstop-" + std::to_string(::getpid()));
-        fs::remove_all(Folder);
-        fs::create_directories(Folder);
-    }
-    void TearDown() override { fs::remove_all(Folder); }
-
-    int Below(int count) { return static_cast<int>(Random() % static_cast<unsigned>(count)); }
-    double Part() { return Below(1000) / 1000.0; }
+    WindowStop() : StopTest(67) {}
 
     WindowShop MakeShop(int number)
     {
@@ -134,13 +120,6 @@ class WindowStop : public testing::Test {
         for (std::thread& thread : threads)
             thread.join();
     }
-    static void RunAll(std::vector<WindowShop>& shops, const Words& switches)
-    {
-        for (WindowShop& shop : shops)
-            shop.Start(switches);
-        for (WindowShop& shop : shops)
-            shop.Status = StatusOf(shop.Child);
-    }
 
     // What a window stores that was left in peace, with the folder of this shop.
     std::string StoredSettings(const WindowShop& shop) const
@@ -183,9 +162,7 @@ class WindowStop : public testing::Test {
                                                                                        << shop.Output();
     }
 
-    fs::path Folder;
     std::string Before, Undisturbed;
-    std::mt19937 Random{test::Seed(67)};
 };
 
 TEST_F(WindowStop, AtAnyMomentInAnyWayNoLineIsLostOrDoneTwice)

@@ -73,7 +73,9 @@ FileAnswer AskStatus(std::string_view path, struct stat& status)
     const HostPlace place = FindHostPlace(path);
     if (place.Path.empty())
         return AnswerOf(LeadsNowhere(path, place));
-    if (StatusOf(place.Path, status))
+    if (place.New)
+        return {Presence::NotThere, {}};
+    if (StatusOf(place, status))
         return {Presence::There, {}};
     return AnswerOf(OutcomeOf(TrueError(place, errno), ErrorFileNotFound));
 }
@@ -216,7 +218,7 @@ FileOutcome MakeFolders(std::string_view path)
     if (host.empty())
         return LeadsNowhere(path, place);
     struct stat status {};
-    if (StatusOf(host, status) && S_ISDIR(status.st_mode))
+    if (StatusOf(place, status) && S_ISDIR(status.st_mode))
         return {};
     if (place.Error != 0)
         return OutcomeOf(place.Error, ErrorPathNotFound);

@@ -73,6 +73,14 @@ bool StatusOf(const std::string& host, struct stat& status)
     return ::stat(host.c_str(), &status) == 0;
 }
 
+bool StatusOf(const HostPlace& place, struct stat& status)
+{
+    if (!place.Plain)
+        return StatusOf(place.Path, status);
+    status = place.Status;
+    return true;
+}
+
 std::string HostFolder(const std::string& host)
 {
     return host.substr(0, host.rfind('/') + 1);

@@ -20,6 +20,8 @@ int TrueError(const HostPlace& place, int error);
 FileOutcome RefuseUnlessRegular(mode_t mode);
 
 bool StatusOf(const std::string& host, struct stat& status);
+// The same without a call of the system where the lookup has the answer; `errno` is only set by a call.
+bool StatusOf(const HostPlace& place, struct stat& status);
 // Folder of a host path, with its slash; empty for the current folder.
 std::string HostFolder(const std::string& host);
 

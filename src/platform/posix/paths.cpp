@@ -36,14 +36,19 @@ bool SaysNotThere(int error)
 }
 
 // Whether an entry of that name stands there; an error of the system that tells neither goes to `fault`.
-bool Exists(const std::string& host, int& fault)
+bool HasEntry(const std::string& host, struct stat& entry, int& fault)
 {
-    struct stat entry {};
     if (::lstat(host.c_str(), &entry) == 0) // a link whose end is missing is an entry too
         return true;
     if (!SaysNotThere(errno))
         fault = errno;
     return false;
+}
+
+bool Exists(const std::string& host, int& fault)
+{
+    struct stat entry {};
+    return HasEntry(host, entry, fault);
 }
 
 std::string HostVariable(const char* name)
@@ -112,10 +117,16 @@ std::string WalkDown(const std::string& root, std::string_view path, int& fault)
 // Follows `path` (CP1252) from `root`, which ends in a slash or is empty for the current folder.
 HostPlace LookUp(const std::string& root, std::string_view path)
 {
-    HostPlace place{root + WithSlashes(path), 0};
-    if (Exists(place.Path, place.Error) || place.Error != 0)
+    HostPlace place;
+    place.Path = root + WithSlashes(path);
+    if (HasEntry(place.Path, place.Status, place.Error)) {
+        place.Plain = !S_ISLNK(place.Status.st_mode);
+        return place;
+    }
+    if (place.Error != 0)
         return place;
     std::string host = LookUpInFolder(place.Path, path.substr(path.find_last_of("/\\") + 1), place.Error);
+    place.New = place.Error == 0 && host == place.Path;
     if (host.empty() && place.Error == 0)
         host = WalkDown(root, path, place.Error);
     if (!host.empty())
@@ -130,7 +141,8 @@ HostPlace DriveFolder(char letter)
     if (drives.empty())
         return {};
     drives += '/';
-    HostPlace drive{drives + letter + '/', 0};
+    HostPlace drive;
+    drive.Path = drives + letter + '/';
     if (Exists(drives + letter, drive.Error) || drive.Error != 0)
         return drive;
     const std::string entry = EntryIgnoringCase(drives, std::string_view(&letter, 1), drive.Error);
@@ -202,6 +214,7 @@ HostPlace FindHostPlace(std::string_view path)
         HostPlace place = LookUp(drive.Path, path);
         if (place.Error == 0)
             place.Error = drive.Error;
+        place.New = place.New && place.Error == 0;
         return place;
     }
     if (path[0] == '\\' || path[0] == '/')

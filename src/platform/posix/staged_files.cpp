@@ -227,12 +227,12 @@ FileOutcome StageFile(std::string_view path, std::string_view contents, StagedFi
     if (spelled.Path.empty())
         return LeadsNowhere(path, spelled);
     std::string place = spelled.Path;
-    const int hidden = GoBehindLinks(place);
+    const int hidden = spelled.Plain || spelled.New ? 0 : GoBehindLinks(place);
     if (hidden != 0)
         return OutcomeOf(hidden, ErrorPathNotFound);
-    struct stat old {};
-    const bool replaces = StatusOf(place, old);
-    if (!replaces) {
+    struct stat old = spelled.Status;
+    const bool replaces = spelled.Plain || (!spelled.New && StatusOf(place, old));
+    if (!replaces && !spelled.New) {
         const int error = TrueError(spelled, errno);
         if (error != ENOENT)
             return OutcomeOf(error, ErrorPathNotFound);

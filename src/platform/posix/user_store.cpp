@@ -12,8 +12,9 @@ namespace {
 
 constexpr std::size_t LongestValue = 4096;
 
-// Of which a value could not be read: what this process holds in its place is not the person's.
+// Of which a value could not be read, and why: what this process holds in its place is not the person's.
 std::string UnreadStore;
+FileOutcome WhyUnread;
 
 std::string StorePath()
 {
@@ -33,16 +34,26 @@ std::string GetUserSetting(std::string_view application, std::string_view sectio
     std::string value(missing);
     const FileAnswer answer =
         ReadProfileString(StoreSection(application, section), key, missing, LongestValue, StorePath(), value);
-    if (answer.Is == Presence::CannotTell)
+    if (answer.Is == Presence::CannotTell) {
         UnreadStore = StorePath();
+        WhyUnread = answer.Why;
+    }
     return value;
 }
 
-bool SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
-                     std::string_view value)
+FileOutcome SaveUserSetting(std::string_view application, std::string_view section, std::string_view key,
+                            std::string_view value)
 {
-    return UnreadStore != StorePath() && MakeFolders(UserConfigFolder()).Ok() &&
-           WriteProfileString(StoreSection(application, section), key, value, StorePath()).Ok();
+    if (UnreadStore == StorePath())
+        return {WhyUnread.Number, "could not be read: " + WhyUnread.Cause};
+    const FileOutcome outcome = MakeFolders(UserConfigFolder());
+    return outcome.Ok() ? WriteProfileString(StoreSection(application, section), key, value, StorePath())
+                        : outcome;
+}
+
+std::string UserStoreName()
+{
+    return ShownPath(StorePath());
 }
 
 } // namespace kv

@@ -60,56 +60,56 @@ FileAnswer AnswerOfUnopened(DWORD error)
     return empty ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
 }
 
+// Hands each entry to `take` until it answers false. The folder's path ends in a backslash.
+template <typename Take> FileAnswer TakeEntries(const std::string& folder, const Take& take)
+{
+    const std::wstring all = WidePath(folder + "*");
+    if (all.empty())
+        return {Presence::NotThere, {}};
+    WIN32_FIND_DATAW found{};
+    const HANDLE open = OpenFolder(all, found);
+    if (open == INVALID_HANDLE_VALUE)
+        return AnswerOfUnopened(GetLastError());
+    DWORD error = ERROR_SUCCESS;
+    while (take(found) && NextFile(open, found, error)) {
+    }
+    FindClose(open);
+    return error == ERROR_SUCCESS ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
+}
+
+bool NamesFolder(const WIN32_FIND_DATAW& found)
+{
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 } // namespace
 
 FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names)
 {
     names.clear();
-    const std::wstring all = WidePath(WithBackslash(folder) + "*");
-    if (all.empty())
-        return {Presence::NotThere, {}};
-    WIN32_FIND_DATAW found{};
-    const HANDLE open = OpenFolder(all, found);
-    if (open == INVALID_HANDLE_VALUE)
-        return AnswerOfUnopened(GetLastError());
-    DWORD error = ERROR_SUCCESS;
-    do {
+    FileAnswer answer = TakeEntries(WithBackslash(folder), [&](const WIN32_FIND_DATAW& found) {
         std::string name = AnsiFromWide(found.cFileName);
-        const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (isFolder && name != "." && name != ".." && CanBeNamed(name))
+        if (NamesFolder(found) && name != "." && name != ".." && CanBeNamed(name))
             names.push_back(std::move(name));
-    } while (NextFile(open, found, error));
-    FindClose(open);
-    if (error == ERROR_SUCCESS)
-        return {Presence::There, {}};
-    names.clear();
-    return AnswerOf(HostOutcome(error));
+        return true;
+    });
+    if (answer.Is != Presence::There)
+        names.clear();
+    return answer;
 }
 
 // Date and size come with each name at no cost, asked for or not.
 FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool(DirectoryEntry&)>& take)
 {
-    const std::wstring all = WidePath(FolderOf(pattern) + "*");
-    if (all.empty())
-        return {Presence::NotThere, {}};
     const std::string names = FileNameOf(pattern);
-    WIN32_FIND_DATAW found{};
-    const HANDLE open = OpenFolder(all, found);
-    if (open == INVALID_HANDLE_VALUE)
-        return AnswerOfUnopened(GetLastError());
-    DWORD error = ERROR_SUCCESS;
-    do {
+    return TakeEntries(FolderOf(pattern), [&](const WIN32_FIND_DATAW& found) {
         DirectoryEntry entry;
         entry.LongName = AnsiFromWide(found.cFileName);
-        const bool folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (folder || !CanBeNamed(entry.LongName) || !MatchesPattern(entry.LongName, names))
-            continue;
+        if (NamesFolder(found) || !CanBeNamed(entry.LongName) || !MatchesPattern(entry.LongName, names))
+            return true;
         ReadDateAndSize(found, entry);
-        if (!take(entry))
-            break;
-    } while (NextFile(open, found, error));
-    FindClose(open);
-    return error == ERROR_SUCCESS ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(error));
+        return take(entry);
+    });
 }
 
 FileAnswer AskDrive(std::string_view path)

@@ -47,20 +47,20 @@ class RegistryStore : public testing::Test {
 TEST_F(RegistryStore, ValuesComeBackByApplicationSectionAndKey)
 {
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "500");
-    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120"));
-    EXPECT_TRUE(SaveUserSetting(Application, "AboutFrmMain", "Top", "-5"));
+    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120").Ok());
+    EXPECT_TRUE(SaveUserSetting(Application, "AboutFrmMain", "Top", "-5").Ok());
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "120");
     EXPECT_EQ(GetUserSetting(Application, "AboutFrmMain", "top", "500"), "-5"); // without case
     EXPECT_EQ(GetUserSetting(Application + "x", "KVFrmMain", "Top", "500"), "500");
-    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "T\xFCr"));
+    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "T\xFCr").Ok());
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "T\xFCr");
-    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", ""));
+    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "").Ok());
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "");
 }
 
 TEST_F(RegistryStore, AValueStandsAsATextInTheApplicationsSection)
 {
-    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Left", "77"));
+    EXPECT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Left", "77").Ok());
     wchar_t value[16] = {};
     DWORD bytes = sizeof value, type = 0;
     EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, (KeyOf() + L"\\KVFrmMain").c_str(), L"Left", RRF_RT_ANY, &type,
@@ -81,9 +81,9 @@ TEST_F(RegistryStore, AValueThatIsNoTextIsMissing)
 
 TEST_F(RegistryStore, WithoutRightsNothingIsSavedAndTheMissingTextIsRead)
 {
-    ASSERT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120"));
+    ASSERT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120").Ok());
     SetRights(KeyOf() + L"\\KVFrmMain", NobodyMay);
-    EXPECT_FALSE(SaveUserSetting(Application, "KVFrmMain", "Top", "240"));
+    EXPECT_FALSE(SaveUserSetting(Application, "KVFrmMain", "Top", "240").Ok());
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "500");
     SetRights(KeyOf() + L"\\KVFrmMain", AllMay);
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "120");
@@ -91,14 +91,14 @@ TEST_F(RegistryStore, WithoutRightsNothingIsSavedAndTheMissingTextIsRead)
 
 TEST_F(RegistryStore, WithTheRightToReadAloneTheOldValueStays)
 {
-    ASSERT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120"));
+    ASSERT_TRUE(SaveUserSetting(Application, "KVFrmMain", "Top", "120").Ok());
     SetRights(KeyOf() + L"\\KVFrmMain", AllMayRead);
-    EXPECT_FALSE(SaveUserSetting(Application, "KVFrmMain", "Top", "240"));
+    EXPECT_FALSE(SaveUserSetting(Application, "KVFrmMain", "Top", "240").Ok());
     EXPECT_EQ(GetUserSetting(Application, "KVFrmMain", "Top", "500"), "120");
     SetRights(KeyOf() + L"\\KVFrmMain", AllMay);
 }
 
-// The whole of the person's part refuses: no message comes, the window stands where none was kept.
+// The whole of the person's part refuses: the end reports it, the window stands where none was kept.
 TEST_F(RegistryStore, AWindowWithoutRightsOpensAndClosesInItsDesignedPlace)
 {
     HKEY closed = nullptr;
@@ -108,7 +108,7 @@ TEST_F(RegistryStore, AWindowWithoutRightsOpensAndClosesInItsDesignedPlace)
     RegCloseKey(closed);
     ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, KeyOf().c_str(), 0, KEY_QUERY_VALUE, &closed), ERROR_SUCCESS);
     ASSERT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, closed), ERROR_SUCCESS);
-    SaveWindowPosition("KVFrmMain", {120, 240});
+    EXPECT_FALSE(SaveWindowPosition("KVFrmMain", {120, 240}).Ok());
     const WindowPosition position = LoadWindowPosition("KVFrmMain", true);
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegCloseKey(closed);
