@@ -52,8 +52,9 @@ struct ReaderState {
     bool TitleSeen = false; // the current record's layer is the instruction layer
     std::string Changed;    // a value whose commas became points
     std::string Upper;      // a layer in upper case
-    std::string LayerRead;  // the last layer as the file spells it, and what became of it
+    std::string LayerRead;  // the line of the last plain layer, and what became of it
     Text<114> LayerField;
+    Long LayerReadName = 0;
     std::string NameRead; // the last layer's line, and the number of the name in it
     Long NameNumber = 0;
 };
@@ -147,14 +148,11 @@ void GrowEntities(ReaderState& state)
 }
 
 // The record that begins with the line just read. The vertices of an LWPOLYLINE are the same entity.
-void NoteDrawnEntity(ReaderState& state, std::string_view kind)
+void NoteDrawnEntity(const ReaderState& state, Long owner)
 {
     DrawnEntity drawn;
     drawn.Line = static_cast<Long>(state.Scanner.LineNumber);
-    if (EqualIgnoringCase(kind, "VERTEX") || EqualIgnoringCase(kind, "SEQEND"))
-        drawn.Owner = state.Polyline;
-    else
-        state.Polyline = EqualIgnoringCase(kind, "POLYLINE") ? DrawnEntities.Last() + 1 : 0;
+    drawn.Owner = owner;
     DrawnEntities.Append(drawn);
     Entities[state.Current].Drawn = DrawnEntities.Last();
 }
@@ -229,22 +227,26 @@ bool BeginRecord(ReaderState& state, std::string_view value)
 {
     EndRecord(state);
     GrowEntities(state);
-    NoteDrawnEntity(state, value);
     state.HasLayerOfPolyline = false;
     if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
         state.Lightweight = false;
         Entities[state.Current].Kind = value;
-        if (!state.CarriedLayer.empty() && value == "VERTEX")
+        const bool isVertex = value == "VERTEX";
+        if (!isVertex)
+            state.Polyline = 0;
+        else if (!state.CarriedLayer.empty())
             TakeLayerOfPolyline(state);
+        NoteDrawnEntity(state, state.Polyline);
         return true;
     }
     const std::string word = UpperCase(value);
-    if (Holds(word, "ENDSEC")) {
-        DrawnEntities.CutTo(DrawnEntities.Last() - 1);
-        Entities[state.Current].Drawn = 0;
+    if (Holds(word, "ENDSEC"))
         return false;
-    }
     const bool isPolyline = Holds(word, "POLYLINE");
+    const bool isPart = word == "SEQEND" || word == "VERTEX";
+    NoteDrawnEntity(state, isPart ? state.Polyline : 0);
+    if (!isPart)
+        state.Polyline = isPolyline ? DrawnEntities.Last() : 0;
     if (isPolyline)
         state.CarriedLayer = LayerToCome;
     if (Holds(word, "SEQEND")) {
@@ -295,15 +297,14 @@ void TakeLayer(ReaderState& state, std::string_view line)
 {
     if (state.HasLayerOfPolyline)
         return;
-    const std::string_view value = GroupValue(state, line);
-    const Long name = NumberOfLayer(state, line);
     const bool isPlain = state.CarriedLayer.empty() && !state.Lightweight;
-    if (isPlain)
-        Entities[state.Current].LayerName = name;
-    if (isPlain && value == state.LayerRead) {
+    if (isPlain && line == state.LayerRead) { // neighbours mostly share a layer
         Entities[state.Current].Layer = state.LayerField;
+        Entities[state.Current].LayerName = state.LayerReadName;
         return;
     }
+    const std::string_view value = GroupValue(state, line);
+    const Long name = NumberOfLayer(state, line);
     std::string& upper = state.Upper; // its room is used again
     upper.assign(value);
     for (char& c : upper)
@@ -319,8 +320,9 @@ void TakeLayer(ReaderState& state, std::string_view line)
         Entities[state.Current - 1].LayerName = name;
     }
     if (isPlain) {
-        state.LayerRead.assign(value);
+        state.LayerRead.assign(line);
         state.LayerField = Entities[state.Current].Layer;
+        state.LayerReadName = name;
     }
 }
 
