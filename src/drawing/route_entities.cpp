@@ -163,7 +163,7 @@ void TakeArc(RouteWalk& walk)
 {
     const DecodedEntity& arc = CurrentEntity;
     if (arc.ExtrusionZ == -1 && !walk.ArcNormalTold) {
-        ReportMessage(1, "Incorrect Z Normal Extrusion on arc");
+        Tell(Message::ArcNormalTurned);
         walk.ArcNormalTold = true;
     }
     RouteSegment start = SegmentOfEntity(walk, -3);
@@ -281,35 +281,33 @@ void RunPass(RouteWalk& walk, const std::string& row, bool isFirstPass)
     }
 }
 
-void TellUncut(const std::string& layer, Long count, const std::string& one, const std::string& several,
-               const std::string& why, const std::string& more = {})
+void TellUncut(const std::string& layer, Long count, Message number)
 {
     if (count > 0)
-        ReportMessage(1, "Layer " + ShownLayer(layer) + ": " + WholeText(count) + " " +
-                             (count == 1 ? one : several) + why + " cannot be cut" + more);
+        Tell(number, {{"layer", ShownLayer(layer)}, {"count", count}});
 }
 
-// Other outlines on a pocket's layer may be islands.
-std::string NoIslandAt(const std::string& layer, const UnknownKind& unknown)
+void TellUnknownKind(const std::string& layer, const std::string& kind, const UnknownKind& unknown)
 {
-    if (!WantsPocketsOfAnyShape() || !Holds(layer, "EXCAV"))
-        return {};
-    return ", no island is left at X" + PlainText(unknown.X) + " Y" + PlainText(unknown.Y);
+    MessageLine line = {Message::EntitiesOfUnknownKind,
+                        {{"layer", ShownLayer(layer)}, {"count", unknown.Count}, {"kind", kind}}};
+    if (WantsPocketsOfAnyShape() && Holds(layer, "EXCAV")) { // other outlines there may be islands
+        line.Number = Message::NoIslandOfUnknownKind;
+        line.Values.emplace_back("place", "X" + PlainText(unknown.X) + " Y" + PlainText(unknown.Y));
+    }
+    Tell(std::move(line));
 }
 
 void TellUncut(const std::string& layer, const Uncut& left)
 {
-    TellUncut(layer, left.Lines, "line", "lines", " of length 0");
-    TellUncut(layer, left.Arcs, "arc", "arcs", " of length 0");
-    TellUncut(layer, left.Circles, "circle", "circles", " without a radius");
-    TellUncut(layer, left.Polylines, "polyline", "polylines", " with fewer than 2 different points");
-    if (left.Widths > 0)
-        ReportMessage(1, "Layer " + ShownLayer(layer) + ": the widths of " + WholeText(left.Widths) +
-                             (left.Widths == 1 ? " polyline" : " polylines") +
-                             " with more than 2 points are passed over");
-    TellUncut(layer, left.OnSides, "entity", "entities", " drawn in the plane of an edge");
+    TellUncut(layer, left.Lines, Message::LinesWithoutLength);
+    TellUncut(layer, left.Arcs, Message::ArcsWithoutLength);
+    TellUncut(layer, left.Circles, Message::CirclesWithoutRadius);
+    TellUncut(layer, left.Polylines, Message::PolylinesWithoutLength);
+    TellUncut(layer, left.Widths, Message::PolylineWidths);
+    TellUncut(layer, left.OnSides, Message::EntitiesInEdgePlane);
     for (const auto& [kind, unknown] : left.Unknown)
-        TellUncut(layer, unknown.Count, "entity", "entities", " of kind " + kind, NoIslandAt(layer, unknown));
+        TellUnknownKind(layer, kind, unknown);
 }
 
 } // namespace

@@ -37,8 +37,7 @@ constexpr std::string_view MissingPosition = "500"; // twips
 // What stands designed in the settings is no shop's.
 void TellSettingsFault()
 {
-    ReportMessage(3, MarkRed + ("Nothing is converted and no setting is kept: " + ShownPath(IniPath) + ": " +
-                                SettingsFault.Cause));
+    TellAtOnce(Message::SettingsNotRead, {{"file", ShownPath(IniPath)}, {"cause", SettingsFault.Cause}});
 }
 
 // All of one state of the file. The columns' widths, the boxes "D R Alternate" and "On" and the sequence
@@ -160,7 +159,7 @@ void StopShell()
     ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
     ExchangeSettings(true);
     if (!StoringFault.Ok())
-        NoteLeft(UnkeptLine(StoringFault));
+        NoteLeft(TextOf(UnkeptLine(StoringFault)));
     DoEvents();
 }
 
@@ -217,9 +216,8 @@ void StartHelp(std::string_view key)
         ForgetProcess(handle); // nobody waits for it
         return;
     }
-    ShowBox("Unable to load Help file.\r\nCheck " + ShownPath(IniPath) + " under System/" + std::string(key) +
-                " for correct path",
-            "File Problem", BoxIcon::Warning);
+    TellInABox(Message::HelpNotLoaded, {{"file", ShownPath(IniPath)}, {"key", key}}, "File Problem",
+               BoxIcon::Warning);
 }
 
 } // namespace kv
