@@ -132,7 +132,7 @@ FileOutcome DropBatchLines(std::string_view folder)
     return DeleteFile(PathIn(folder, BatchRunFile));
 }
 
-std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head)
+MessageLine SetUnfinishedBatchAside(std::string_view folder, const BatchAsideMessages& messages)
 {
     const std::string path = PathIn(folder, BatchRunFile);
     const std::string place = PathIn(folder, BatchOldFile);
@@ -141,7 +141,7 @@ std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view he
     if (answer.Is == Presence::NotThere)
         return {};
     if (answer.Is == Presence::CannotTell)
-        return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
+        return {Message::UnfinishedBatchUnread, {{"file", ShownPath(path)}, {"cause", answer.Why.Cause}}};
     const std::vector<BatchLine> lines = BatchLines(contents);
     if (!HoldsJob(lines)) {
         ForgetDoneLines(folder, contents);
@@ -152,17 +152,19 @@ std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view he
                                      [](const BatchLine& line) { return line.Kind != BatchLineKind::Blank; });
     const FileOutcome moved = MoveLines(path, contents, place);
     ForgetDoneLines(folder, contents);
-    return std::string(head) + WholeText(static_cast<long long>(count)) + " lines kept in " +
-           (moved.Ok() ? ShownPath(place)
-                       : ShownPath(path) + ", " + ShownPath(place) + " cannot be written: " + moved.Cause);
+    const MessageValue number("count", static_cast<long long>(count));
+    if (moved.Ok())
+        return {messages.Kept, {number, {"file", ShownPath(place)}}};
+    return {messages.Left,
+            {number, {"file", ShownPath(path)}, {"old", ShownPath(place)}, {"cause", moved.Cause}}};
 }
 
 void TellUnfinishedBatch(std::string_view folder)
 {
-    const std::string line = SetUnfinishedBatchAside(folder);
-    if (line.empty())
+    const MessageLine line = SetUnfinishedBatchAside(folder);
+    if (line.Empty())
         return;
-    ReportMessage(1, line);
+    Tell(line);
     ReportMessage(2, "");
 }
 
