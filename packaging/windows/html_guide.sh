@@ -21,7 +21,7 @@ name_headings() {
 }
 
 mkdir -p "$guide/pictures"
-for name in windows operators-guide drawing-guide integrators-guide scale settings programs file-formats; do
+for name in windows operators-guide drawing-guide integrators-guide messages scale settings programs file-formats; do
     title=$(sed -n 's/^# //p' "$root/docs/$name.md" | head -n 1)
     {
         cat <<END

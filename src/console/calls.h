@@ -15,6 +15,8 @@ int TraceDrawings(const CommandLine& line);
 int PlaceStages(const CommandLine& line);
 // One of the processes of `convert --jobs`; people do not call it.
 int WorkForPool(const CommandLine& line);
+// The page of a message, or all pages.
+int ExplainMessage(const CommandLine& line);
 // The unattended mode, until its switches or a signal end it. Loads the settings itself.
 int WatchFolders(const CommandLine& line);
 

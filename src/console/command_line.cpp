@@ -5,11 +5,14 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <map>
+#include <system_error>
 
 #include "console/report_output.h"
 #include "console/trace_stages.h"
+#include "state/messages.h"
 #include "state/settings.h"
 
 namespace kv {
@@ -53,6 +56,11 @@ constexpr const char* TraceFooter =
     "Behind -- every word is a drawing, also one that begins with a dash.\n"
     "Stages:";
 
+constexpr const char* ExplainText = "Prints what a message of the report means, its cause and its cure.";
+constexpr const char* ExplainFooter = "\nThe JSON report names the number of each line (convert --report "
+                                      "json). --list prints the pages of all\n"
+                                      "messages as docs/messages.md holds them.";
+
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
     "\nLooks every 500 ms for Temp.DXF or BATCH.LST in the source folders, runs what the settings allow and\n"
@@ -69,6 +77,7 @@ struct Words {
     std::string Report = "text";
     std::string System;
     std::vector<std::string> Settings;
+    std::string Explained;
 };
 
 const std::map<std::string, int> SystemNames = {{"cnc90", 0}, {"genesis", 1}, {"evolution", 2}};
@@ -142,6 +151,14 @@ void AddTrace(CLI::App& app, CommandLine& line)
         ->allow_extra_args(false);
 }
 
+void AddExplain(CLI::App& app, CommandLine& line, Words& words)
+{
+    CLI::App* const explain = app.add_subcommand("explain", ExplainText);
+    explain->footer(ExplainFooter);
+    CLI::Option* const number = explain->add_option("NUMBER", words.Explained, "Number of the message");
+    explain->add_flag("--list", line.ListsMessages, "Prints the pages of all messages")->excludes(number);
+}
+
 void AddWatch(CLI::App& app, CommandLine& line)
 {
     CLI::App* const watch = app.add_subcommand("watch", WatchText);
@@ -176,6 +193,19 @@ std::string TakeStages(const std::vector<std::string>& typed)
     return {};
 }
 
+std::string TakeExplained(const std::string& typed, CommandLine& line)
+{
+    if (line.ListsMessages)
+        return {};
+    if (typed.empty())
+        return "the number of a message is missing, or --list";
+    const char* const end = typed.data() + typed.size();
+    const auto [rest, fault] = std::from_chars(typed.data(), end, line.Explained);
+    if (fault != std::errc() || rest != end || FindPage(line.Explained) == nullptr)
+        return "there is no message \"" + typed + "\"; explain --list prints all";
+    return {};
+}
+
 CommandLine Refused(std::string_view cause, Call call)
 {
     TellUsage(cause, call);
@@ -194,6 +224,8 @@ Call CallOf(const CLI::App& app)
         return Call::Place;
     if (app.got_subcommand("work"))
         return Call::Work;
+    if (app.got_subcommand("explain"))
+        return Call::Explain;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
 }
 
@@ -212,8 +244,11 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
     const Call call = CallOf(app);
     if (call == Call::None)
         return Refused("a call is missing, such as convert", call);
-    const std::string cause =
-        call == Call::Trace ? TakeStages(line.After) : TakeSettings(words.Settings, line);
+    std::string cause;
+    if (call == Call::Explain)
+        cause = TakeExplained(words.Explained, line);
+    else
+        cause = call == Call::Trace ? TakeStages(line.After) : TakeSettings(words.Settings, line);
     if (!cause.empty())
         return Refused(cause, call);
     line.Asked = call;
@@ -234,6 +269,7 @@ void TellUsage(std::string_view cause, Call call)
     constexpr NameRow names[] = {{Call::Convert, " convert"},
                                  {Call::Place, " place"},
                                  {Call::Trace, " trace"},
+                                 {Call::Explain, " explain"},
                                  {Call::Watch, " watch"}};
     std::string text = "korvanti: ";
     text += cause;
@@ -259,6 +295,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     AddPlace(app, line, words);
     AddWork(app, line);
     AddTrace(app, line);
+    AddExplain(app, line, words);
     AddWatch(app, line);
     try {
         std::reverse(typed.begin(), typed.end()); // taken from the back

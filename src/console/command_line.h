@@ -13,6 +13,7 @@ enum class Call {
     Convert,
     Place,
     Trace,
+    Explain,
     Watch,
     Work
 }; // None: help or version was shown, or the usage was wrong
@@ -38,6 +39,8 @@ struct CommandLine {
     bool AllowGaps = false;            // between their numbers
     std::vector<std::string> Work;     // words of a process of --jobs
     std::vector<std::string> After;    // stages of a trace; empty: all
+    long long Explained = 0;           // number of a message
+    bool ListsMessages = false;        // all of them instead
     std::vector<std::string> Switches; // of the unattended mode, as typed
 };
 

@@ -138,10 +138,8 @@ DoneDrawing ConvertAtItsTurn(const ConvertedJob& job)
     const std::string why = WhyNotHere(job);
     if (!why.empty()) {
         ConvertedJob failed =
-            FailedForLater(job.Drawing, ShownPath(job.SourceFile) +
-                                            ": must be converted anew, since the installation is not as it "
-                                            "was taken to be; " +
-                                            why);
+            FailedForLater(job.Drawing, {Message::MustConvertAnew,
+                                         {{"drawing", ShownPath(job.SourceFile)}, {"cause", why}}});
         return *PlaceHere(failed); // it has no step that could come out otherwise
     }
     Counts = {};
@@ -150,14 +148,14 @@ DoneDrawing ConvertAtItsTurn(const ConvertedJob& job)
     return DoneAs(job.Drawing, std::move(outcome), SecondsSince(start));
 }
 
-ConvertedJob FailedForLater(const std::string& drawing, const std::string& line)
+ConvertedJob FailedForLater(const std::string& drawing, const MessageLine& line)
 {
     ConvertedJob job;
     job.Drawing = drawing;
     job.SourceFile = FromHostPath(drawing);
     job.Failed = true;
     job.FailedFiles = {job.SourceFile};
-    job.Rows = {{line, 0, 0, 0, false}};
+    job.Rows = {{TextOf(line), 0, 0, 0, false, line}};
     return job;
 }
 

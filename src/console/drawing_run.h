@@ -40,6 +40,6 @@ std::optional<DoneDrawing> PlaceHere(const ConvertedJob& job);
 // there any more, or is another one.
 DoneDrawing ConvertAtItsTurn(const ConvertedJob& job);
 // A drawing that came to nothing, with a line for the report.
-ConvertedJob FailedForLater(const std::string& drawing, const std::string& line);
+ConvertedJob FailedForLater(const std::string& drawing, const MessageLine& line);
 
 } // namespace kv

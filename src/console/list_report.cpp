@@ -23,9 +23,24 @@ using Json = nlohmann::ordered_json;
 
 std::vector<UnplacedJob> Unplaced; // since the last look
 
+// The arguments stand beside the rest, by their names.
 Json ShownLine(const ReportRow& row)
 {
-    return {{"text", Utf8FromAnsi(row.Text)}, {"colour", ColourName(row)}};
+    Json line;
+    const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
+    if (page != nullptr) {
+        line["number"] = static_cast<int>(page->Number);
+        line["severity"] = SeverityName(page->Severity);
+    }
+    line["text"] = Utf8FromAnsi(row.Text);
+    line["colour"] = ColourName(row);
+    for (const MessageValue& value : row.Line.Values) {
+        if (value.IsWhole)
+            line[value.Name] = std::stoll(value.Text);
+        else
+            line[value.Name] = Utf8FromAnsi(value.Text);
+    }
+    return line;
 }
 
 Json ShownLines(const std::vector<ReportRow>& rows)
@@ -84,7 +99,7 @@ void ListReport::ShowUnplaced()
         const auto place = static_cast<std::size_t>(job.Number - First);
         Fail();
         TellFailure(Names[place], "failed");
-        const ReportRow row = {job.Cause, 155, 0, 0, false};
+        const ReportRow row = {TextOf(job.Line), 155, 0, 0, false, job.Line};
         if (!AsJson) {
             WriteAtOnce(RowLine(row, RowColours::None) + "\n", stdout);
             continue;

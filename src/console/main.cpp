@@ -21,6 +21,8 @@ int MakeCall(const CommandLine& line)
 {
     if (line.Asked == Call::Work)
         return WorkForPool(line);
+    if (line.Asked == Call::Explain)
+        return ExplainMessage(line);
     const std::string folder = InstallationFolder(line.Home);
     if (folder.empty()) {
         TellUsage("the folder named by --home or KORVANTI_HOME is not there", Call::None);

@@ -361,9 +361,10 @@ std::optional<ConvertedJob> WorkerPool::ConvertAlone(std::size_t drawing)
         return ConvertedJobOf(text);
     if (exitCode == 0 || exitCode == ExitCannotWork || AbortAsked())
         return std::nullopt;
-    return FailedForLater(Orders.Drawings[drawing], ShownPath(FromHostPath(Orders.Drawings[drawing])) +
-                                                        ": the process that converted it has ended twice (" +
-                                                        HowItEnded(exitCode) + ")");
+    return FailedForLater(
+        Orders.Drawings[drawing],
+        {Message::ProcessEndedTwice,
+         {{"drawing", ShownPath(FromHostPath(Orders.Drawings[drawing]))}, {"how", HowItEnded(exitCode)}}});
 }
 
 } // namespace kv

@@ -32,11 +32,11 @@ struct Point {
 std::vector<Point> BorderPoints; // distinct, in drawing order
 Single BorderThickness = 0;
 
-bool Fail(std::initializer_list<std::string> lines)
+bool Fail(std::initializer_list<MessageLine> lines)
 {
-    for (const std::string& line : lines)
-        ReportMessage(1, line);
-    ReportMessage(1, "CONVERSION PROCESS ABORTED.");
+    for (const MessageLine& line : lines)
+        Tell(line);
+    Tell(Message::ConversionAborted);
     AddFailedFile(Run.SourceFile);
     Run.RunFailed = True;
     return false;
@@ -114,7 +114,7 @@ bool TakePanelSolid()
     Run.SideHeight[5] = Run.SideMaxY[5] - Run.SideMinY[5];
     Run.PartThickness = CurrentEntity.Thickness;
     if (Run.SideWidth[5] == 0 || Run.SideHeight[5] == 0)
-        return Fail({"Part BORDER or PANEL Layer NOT Found!!!"});
+        return Fail({{Message::NoPanel}});
     Run.PanelFound = 1;
     return true;
 }
@@ -274,14 +274,14 @@ bool AnalyseBorder()
     Single sideThickness = 0;
     if (Run.PanelFound == 0) {
         if (BorderPoints.empty())
-            return Fail({"Part BORDER or BORDER Layer NOT Found!!!"});
+            return Fail({{Message::NoBorder}});
         if (BorderPoints.size() % 4 != 0)
-            return Fail({"PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
-                         "Check for stray entities on Border Layer.   " +
-                             WholeText(static_cast<long long>(BorderPoints.size()))});
+            return Fail(
+                {{Message::BorderNotRectangular},
+                 {Message::StrayBorderEntities, {{"points", static_cast<long long>(BorderPoints.size())}}}});
         SettleFace();
         if (BorderPoints.size() > 4 && !SortIntoSides())
-            return Fail({"ERROR in Border Sides for Horizontal operations"});
+            return Fail({{Message::BorderSides}});
         sideThickness = MeasureSides();
     }
     if (Run.PartThickness == 0)

@@ -12,13 +12,13 @@ namespace kv {
 
 namespace {
 
-void TakePartName(std::string& partNameLine)
+void TakePartName(std::string& partNameRead)
 {
     const std::string before = UpperCase(FileNameOf(Run.PartName));
     Run.PartName = PartNameBy(CurrentEntity.Text);
     const std::string upper = UpperCase(FileNameOf(Run.PartName));
     if (upper != before)
-        partNameLine = "USING \"" + upper + "\" FOR THE PART NAME";
+        partNameRead = upper;
 }
 
 void AppendLine(std::vector<std::string>& lines, std::string_view line)
@@ -30,19 +30,19 @@ void AppendLine(std::vector<std::string>& lines, std::string_view line)
 
 } // namespace
 
-void TakeDrawingText(std::string& partNameLine)
+void TakeDrawingText(std::string& partNameRead)
 {
     const std::string_view layer = Trim(CurrentEntity.Layer);
     const std::string_view text = CurrentEntity.Text;
     if (layer == "NAME") {
-        TakePartName(partNameLine);
+        TakePartName(partNameRead);
     } else if (BeginsWith(layer, "DESCR")) {
         Run.PartDescription = Trim(text);
     } else if (Holds(layer, "BORDER") && BeginsWith(TrimLeft(text), "DESC")) {
         const std::string_view line = TrimLeft(text);
         const std::size_t blank = line.find(' ');
         Run.PartDescription = blank == std::string_view::npos ? line : line.substr(blank + 1);
-        ReportMessage(1, Run.PartDescription);
+        Tell(Message::BorderDescription, {{"description", Run.PartDescription}});
     } else if (Holds(layer, "CNCNOT")) {
         AppendLine(Run.CncNotes, text);
     } else if (layer == "GCODE1") {

@@ -5,7 +5,7 @@
 
 namespace kv {
 
-// Takes the TEXT in CurrentEntity by its layer. `partNameLine` is what is reported after the pass.
-void TakeDrawingText(std::string& partNameLine);
+// Takes the TEXT in CurrentEntity by its layer. `partNameRead` is what is reported after the pass.
+void TakeDrawingText(std::string& partNameRead);
 
 } // namespace kv

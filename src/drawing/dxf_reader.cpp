@@ -553,14 +553,14 @@ void ReadDrawing(std::string& path)
     if (!state.Scanner.Outcome.Ok())
         Refuse(state, state.Scanner.Outcome.Cause);
     if (!found) {
-        ShowBox("ENTITIES Section not found in  " + ShownPath(path) + "    ", "Korvanti", BoxIcon::Warning);
+        TellInABox(Message::NoEntities, {{"drawing", ShownPath(path)}}, "Korvanti", BoxIcon::Warning);
         path = "~";
         return;
     }
     const MeterWatch watch(state);
     Entities.Append(DxfEntity{}); // element 1 stays blank
     if (!ReadPairs(state)) {
-        ReportMessage(1, " USER ABORTED ");
+        Tell(Message::UserAborted);
         Run.RunFailed = True;
         return;
     }

@@ -118,7 +118,7 @@ void SetDescription(Pass& pass)
 void SetPartName(Pass& pass)
 {
     Run.PartName = PartNameBy(NextToken(pass.Position, pass.Line));
-    ReportMessage(1, FileNameOf(Run.PartName) + "  Assigned in drawing");
+    Tell(Message::PartNameAssigned, {{"name", FileNameOf(Run.PartName)}});
 }
 
 void SetOperationString(Pass& pass)
@@ -247,7 +247,7 @@ void SetCutListValue(Pass& pass)
         return;
     }
     if (token.empty()) {
-        ReportMessage(1, "PTS without a field, passed over: " + pass.Line);
+        Tell(Message::CutListWithoutField, {{"instruction", pass.Line}});
         return;
     }
     pass.Scratch = ToInt(Val(token));
@@ -256,7 +256,7 @@ void SetCutListValue(Pass& pass)
         const int slot = PtsSlotOf(token);
         if (slot < 0) {
             Run.PtsValues[0] = "ERROR";
-            ReportMessage(1, "PTS Error: " + std::string(token));
+            Tell(Message::CutListFieldUnknown, {{"field", token}});
             return;
         }
         pass.Scratch = static_cast<Int>(slot);

@@ -22,7 +22,7 @@ constexpr std::size_t HBoreRow = 3;
 constexpr double SideReach = 0.5;   // drawing units from an edge of the face
 constexpr int LinesOfAPolyline = 4; // horizontal drilling lines that one polyline gives at most
 
-std::string PartNameLine;
+std::string PartNameRead; // from a text; empty: none
 
 // The first five characters of the layer occur in the row, so "RILLI" is a drilling layer too.
 bool HeadOccursIn(std::size_t row)
@@ -216,9 +216,9 @@ void TellOfTurnedSide(const GrooveRecord& groove)
     const bool isMirrored = (Run.OriginRight != 0) != (Run.OriginTop != 0);
     if (Run.ControlType != evolution || !isMirrored || groove.GrooveSide == 0 || groove.Width < 0)
         return;
-    ReportMessage(1, "Layer " + ShownLayer(CurrentEntity.Layer) + ": the groove at X" +
-                         PlainText(groove.X1 + Run.OriginX) + " Y" + PlainText(groove.Y1 + Run.OriginY) +
-                         " is sawn on the other side of its line");
+    Tell(Message::GrooveOnOtherSide,
+         {{"layer", ShownLayer(CurrentEntity.Layer)},
+          {"place", "X" + PlainText(groove.X1 + Run.OriginX) + " Y" + PlainText(groove.Y1 + Run.OriginY)}});
 }
 
 void TakeGrooveLine()
@@ -345,7 +345,7 @@ void TakePoint()
 
 void ReadOperations()
 {
-    PartNameLine.clear();
+    PartNameRead.clear();
     for (Long i = 1; i <= Entities.Last() && Run.NoCode == False;) {
         const std::string kind = KindAt(i);
         if (kind == "EOF")
@@ -356,7 +356,7 @@ void ReadOperations()
         }
         DecodeEntity(i);
         if (kind == "TEXT")
-            TakeDrawingText(PartNameLine);
+            TakeDrawingText(PartNameRead);
         else if (kind == "POINT")
             TakePoint();
         else if (kind == "CIRCLE")
@@ -370,9 +370,9 @@ void ReadOperations()
 
 void ReportPartNameLine()
 {
-    if (!PartNameLine.empty())
-        ReportMessage(1, PartNameLine);
-    PartNameLine.clear();
+    if (!PartNameRead.empty())
+        Tell(Message::PartNameFromText, {{"name", PartNameRead}});
+    PartNameRead.clear();
 }
 
 } // namespace kv

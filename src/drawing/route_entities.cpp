@@ -165,7 +165,7 @@ void TakeArc(RouteWalk& walk)
 {
     const DecodedEntity& arc = CurrentEntity;
     if (arc.ExtrusionZ == -1 && !walk.ArcNormalTold) {
-        ReportMessage(1, "Incorrect Z Normal Extrusion on arc");
+        Tell(Message::ArcNormalTurned);
         walk.ArcNormalTold = true;
     }
     RouteSegment start = SegmentOfEntity(walk, -3);
@@ -286,48 +286,43 @@ void RunPass(RouteWalk& walk, const std::string& row, bool isFirstPass)
     }
 }
 
-void TellUncut(const std::string& layer, Long count, const std::string& one, const std::string& several,
-               const std::string& why, const std::string& more = {})
+void TellUncut(const std::string& layer, Long count, Message number)
 {
     if (count > 0)
-        ReportMessage(1, "Layer " + ShownLayer(layer) + ": " + WholeText(count) + " " +
-                             (count == 1 ? one : several) + why + " cannot be cut" + more);
+        Tell(number, {{"layer", ShownLayer(layer)}, {"count", count}});
 }
 
 void TellPlunges(const std::string& layer, const PlungeCount& plunges)
 {
-    if (plunges.Count == 0)
-        return;
-    const bool one = plunges.Count == 1;
-    ReportMessage(1, "Layer " + ShownLayer(layer) + ": " + WholeText(plunges.Count) +
-                         (one ? " polyline with fewer than 2 different points has"
-                              : " polylines with fewer than 2 different points have") +
-                         " no length, the tool only plunges" + (one ? " at X" : ", the first time at X") +
-                         PlainText(plunges.X) + " Y" + PlainText(plunges.Y));
+    if (plunges.Count > 0)
+        Tell(Message::PolylinesThatPlunge,
+             {{"layer", ShownLayer(layer)},
+              {"count", plunges.Count},
+              {"place", "X" + PlainText(plunges.X) + " Y" + PlainText(plunges.Y)}});
 }
 
-// Other outlines on a pocket's layer may be islands.
-std::string NoIslandAt(const std::string& layer, const UnknownKind& unknown)
+void TellUnknownKind(const std::string& layer, const std::string& kind, const UnknownKind& unknown)
 {
-    if (!WantsPocketsOfAnyShape() || !Holds(layer, "EXCAV"))
-        return {};
-    return ", no island is left at X" + PlainText(unknown.X) + " Y" + PlainText(unknown.Y);
+    MessageLine line = {Message::EntitiesOfUnknownKind,
+                        {{"layer", ShownLayer(layer)}, {"count", unknown.Count}, {"kind", kind}}};
+    if (WantsPocketsOfAnyShape() && Holds(layer, "EXCAV")) { // other outlines there may be islands
+        line.Number = Message::NoIslandOfUnknownKind;
+        line.Values.emplace_back("place", "X" + PlainText(unknown.X) + " Y" + PlainText(unknown.Y));
+    }
+    Tell(std::move(line));
 }
 
 void TellUncut(const std::string& layer, const Uncut& left)
 {
-    TellUncut(layer, left.Lines, "line", "lines", " of length 0");
-    TellUncut(layer, left.Arcs, "arc", "arcs", " of length 0");
-    TellUncut(layer, left.Circles, "circle", "circles", " without a radius");
-    TellUncut(layer, left.Polylines, "polyline", "polylines", " with fewer than 2 different points");
+    TellUncut(layer, left.Lines, Message::LinesWithoutLength);
+    TellUncut(layer, left.Arcs, Message::ArcsWithoutLength);
+    TellUncut(layer, left.Circles, Message::CirclesWithoutRadius);
+    TellUncut(layer, left.Polylines, Message::PolylinesWithoutLength);
     TellPlunges(layer, left.Plunges);
-    if (left.Widths > 0)
-        ReportMessage(1, "Layer " + ShownLayer(layer) + ": the widths of " + WholeText(left.Widths) +
-                             (left.Widths == 1 ? " polyline" : " polylines") +
-                             " with more than 2 points are passed over");
-    TellUncut(layer, left.OnSides, "entity", "entities", " drawn in the plane of an edge");
+    TellUncut(layer, left.Widths, Message::PolylineWidths);
+    TellUncut(layer, left.OnSides, Message::EntitiesInEdgePlane);
     for (const auto& [kind, unknown] : left.Unknown)
-        TellUncut(layer, unknown.Count, "entity", "entities", " of kind " + kind, NoIslandAt(layer, unknown));
+        TellUnknownKind(layer, kind, unknown);
 }
 
 // A start at the list's end is no route. Whether records follow it, only the later passes say.

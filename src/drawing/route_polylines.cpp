@@ -180,7 +180,7 @@ void TakeRoutePolyline(RouteWalk& walk, Long& index)
 {
     PolylineValues polyline = ValuesOfHeader();
     if (OnExcavationLayer() && !WantsPocketsOfAnyShape())
-        ReportMessage(1, "Explode Polylines for Excavation.");
+        Tell(Message::PolylinesToExplode);
     EdgeCounts edges;
     const Long first = RouteSegments.Last() + 1;
     const RouteSegment evenStart = ReadVertices(walk, polyline, edges, index);

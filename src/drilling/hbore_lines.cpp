@@ -147,7 +147,7 @@ void TellUnpaired(const EdgeOfLine& edges)
         if (HBoreLines[i].Edge != UsedAxis && edges[static_cast<std::size_t>(i)] == NoEdge)
             ++unpaired;
     if (unpaired > 0)
-        ReportMessage(1, "Horizontal drilling lines that make no bore: " + WholeText(unpaired));
+        Tell(Message::EdgeLinesWithoutBore, {{"count", unpaired}});
 }
 
 // Coordinates along the edge and into the panel: ends of the line, place of the bore, and the panel.

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <system_error>
 #include <utility>
 
 #include "job/placing.h"
@@ -36,6 +37,38 @@ void PutRow(FieldsText& fields, const ReportRow& row)
     fields.Put(row.Text);
     fields.PutNumber(row.Red << 16 | row.Green << 8 | row.Blue);
     fields.PutNumber(row.Centred ? 1 : 0);
+    fields.PutNumber(static_cast<long long>(row.Line.Number));
+    fields.PutNumber(static_cast<long long>(row.Line.Values.size()));
+    for (const MessageValue& value : row.Line.Values) {
+        fields.Put(value.Name);
+        fields.Put(value.Text);
+        fields.PutNumber(value.IsWhole ? 1 : 0);
+    }
+}
+
+bool IsWholeNumber(const std::string& text)
+{
+    long long number = 0;
+    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return fault == std::errc() && end == text.data() + text.size();
+}
+
+MessageLine TakeLine(FieldsReader& reader)
+{
+    MessageLine line;
+    const long long number = reader.TakeNumber();
+    const MessagePage* const page = FindPage(number);
+    reader.Ok = reader.Ok && (number == 0 || page != nullptr);
+    if (page != nullptr)
+        line.Number = page->Number;
+    for (std::size_t left = reader.TakeCount(); left > 0; --left) {
+        const std::string_view name = reader.Take();
+        MessageValue value(name, reader.Take());
+        value.IsWhole = reader.TakeNumber() != 0;
+        reader.Ok = reader.Ok && (!value.IsWhole || IsWholeNumber(value.Text));
+        line.Values.push_back(std::move(value));
+    }
+    return line;
 }
 
 ReportRow TakeRow(FieldsReader& reader)
@@ -47,6 +80,7 @@ ReportRow TakeRow(FieldsReader& reader)
     row.Green = static_cast<unsigned char>(colour >> 8 & 0xFF);
     row.Blue = static_cast<unsigned char>(colour & 0xFF);
     row.Centred = reader.TakeNumber() != 0;
+    row.Line = TakeLine(reader);
     return row;
 }
 

@@ -4,6 +4,7 @@
 #include "job/job_driver.h"
 
 #include <new>
+#include <utility>
 
 #include "drawing/border.h"
 #include "drawing/dxf_reader.h"
@@ -69,14 +70,9 @@ void ReadJobLine(std::string& jobLine)
     Run.DrawingFile = Run.SourceFile;
 }
 
-// One row of the report, whatever bytes of the drawing a cause quotes: a carriage return would begin
-// a second row.
-void FailJob(std::string line)
+void FailJob(MessageLine line)
 {
-    for (char& c : line)
-        if (static_cast<unsigned char>(c) < ' ')
-            c = '?';
-    ReportMessage(1, line);
+    Tell(std::move(line));
     AddFailedFile(Run.SourceFile);
     Run.RunFailed = True;
 }
@@ -85,29 +81,30 @@ void FailJob(std::string line)
 void EndByError(const std::string& cause)
 {
     ReportTakenOver(); // perhaps the reason
-    FailJob(ShownPath(Run.SourceFile) + ": " + cause);
+    FailJob({Message::DrawingRefused, {{"drawing", ShownPath(Run.SourceFile)}, {"cause", cause}}});
     ReleaseRunArrays();
     Run.ProgramFileName.clear();
 }
 
-// Why there is no drawing to read, as it stands behind its path; empty when there is one.
-std::string WhyNoDrawing()
+// Why there is no drawing to read; empty when there is one.
+MessageLine WhyNoDrawing()
 {
+    const MessageValue drawing("drawing", ShownPath(Run.SourceFile));
     const FileAnswer file = AskFile(Run.SourceFile);
     if (file.Is == Presence::There)
         return {};
     if (file.Is == Presence::CannotTell)
-        return ": " + file.Why.Cause;
+        return {Message::DrawingOutOfReach, {drawing, {"cause", file.Why.Cause}}};
     const FileAnswer folder = AskFolder(Run.SourceFile);
     switch (folder.Is) {
     case Presence::There:
-        return ": Is a folder, no drawing";
+        return {Message::DrawingIsFolder, {drawing}};
     case Presence::CannotTell:
-        return ": " + folder.Why.Cause;
+        return {Message::DrawingOutOfReach, {drawing, {"cause", folder.Why.Cause}}};
     case Presence::NotThere:
         break;
     }
-    return "  NOT FOUND";
+    return {Message::DrawingNotFound, {drawing}};
 }
 
 // Before the drawing is read, since its reading may already set what it leaves to the next one.
@@ -126,17 +123,17 @@ void StartDrawing()
 void ReadAndConvert()
 {
     if (!SettingsFault.Ok()) { // what the settings would say of this drawing is not known
-        FailJob(ShownPath(IniPath) + ": " + SettingsFault.Cause);
+        FailJob({Message::SettingsUnknown, {{"file", ShownPath(IniPath)}, {"cause", SettingsFault.Cause}}});
         return;
     }
     StartDrawing();
-    const std::string why = WhyNoDrawing();
-    if (!why.empty()) {
-        FailJob(ShownPath(Run.SourceFile) + why);
+    MessageLine why = WhyNoDrawing();
+    if (!why.Empty()) {
+        FailJob(std::move(why));
         return;
     }
     const std::string part = FileNameOf(Run.PartName);
-    ReportMessage(1, Trim(part).empty() ? Run.SourceName : part);
+    Tell(Message::PartOfJob, {{"part", Trim(part).empty() ? Run.SourceName : part}});
     Run.PartName = FolderOf(Run.PartName) + GivenFileName(part);
     ReadDrawing(Run.SourceFile);
     if (Run.RunFailed == False)
@@ -159,8 +156,7 @@ void PlanStops()
     if (Val(Config.Optimizer) == 0 && Run.Alone.OptimizeFlag == False)
         NoteTakenOver("optimizer", "on");
     if (Run.ControlType == evolution)
-        ReportMessage(1,
-                      "The drill optimizer is not used for Genesis Evolution; every bore is drilled singly");
+        Tell(Message::OptimizerNotUsed);
     else
         OptimizeDrilling();
 }
@@ -200,7 +196,7 @@ void ConvertDrawing()
     ReadOperations();
     ReportPartNameLine();
     if (!Run.PartDescription.empty())
-        ReportMessage(1, "Descr: " + Run.PartDescription);
+        Tell(Message::PartDescription, {{"description", Run.PartDescription}});
     StageDone("operations");
     // 10. A drawing without code.
     if (Run.NoCode != False) {
@@ -209,7 +205,7 @@ void ConvertDrawing()
             WriteCutListEntry();
         }
         EndRun();
-        ReportMessage(1, "Code Generation Turned Off in Drawing");
+        Tell(Message::CodeTurnedOff);
         return;
     }
     // 11. Routes.
@@ -222,7 +218,7 @@ void ConvertDrawing()
     DropDeadSegments();
     CloseLoneCircles();
     if (!ChainRoutes()) {
-        ReportMessage(1, " USER ABORTED ");
+        Tell(Message::UserAborted);
         Run.RunFailed = True;
         return;
     }

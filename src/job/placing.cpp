@@ -46,30 +46,32 @@ void PlaceSet(JobSet& set)
 
 // --- What becomes of the jobs ---
 
-void FailRunningJob(const JobOutput& job, const std::string& line)
+void FailRunningJob(const JobOutput& job, MessageLine line)
 {
-    ReportMessage(1, line);
+    Tell(std::move(line));
     if (Run.FailedFiles.empty() || Run.FailedFiles.back() != job.Drawing)
         AddFailedFile(job.Drawing);
     Run.RunFailed = True;
     FilesOfJob.clear();
 }
 
-void FailEarlierJob(const JobOutput& job, const std::string& line)
+void FailEarlierJob(const JobOutput& job, const std::string& cause)
 {
+    MessageLine line = {Message::EarlierDrawingNotPlaced,
+                        {{"drawing", ShownPath(job.Drawing)}, {"cause", cause}}};
     AddFailedFile(job.Drawing);
     ++Shell.FailedJobs;
     if (Placing.Unplaced != nullptr)
         Placing.Unplaced({job.Number, job.Drawing, line});
     else
-        ReportMessage(1, MarkRed + line);
+        Tell(std::move(line));
 }
 
 // Its programs are in their places, and the index has been named.
 void FailUnlistedJob(const JobOutput& job)
 {
     if (!JobRuns || job.Number != LastNumber) {
-        FailEarlierJob(job, ShownPath(job.Drawing) + ": the program is not in the index");
+        FailEarlierJob(job, "the program is not in the index");
         return;
     }
     if (Run.FailedFiles.empty() || Run.FailedFiles.back() != job.Drawing)
@@ -91,11 +93,13 @@ bool TellOutcomes(JobSet& set)
             continue;
         }
         all = false;
-        const std::string line = ShownPath(job.Drawing) + ": " + set.Faults[i];
-        if (JobRuns && job.Number == LastNumber) // the report of the drawing goes on; the box named the index
-            FailRunningJob(job, set.IndexFaults[i] ? set.Faults[i] : line);
+        const MessageValue cause("cause", set.Faults[i]);
+        if (!JobRuns || job.Number != LastNumber)
+            FailEarlierJob(job, set.Faults[i]);
+        else if (set.IndexFaults[i]) // the report of the drawing goes on; the box named the index
+            FailRunningJob(job, {Message::IndexNotPlaced, {cause}});
         else
-            FailEarlierJob(job, line);
+            FailRunningJob(job, {Message::DrawingNotPlaced, {{"drawing", ShownPath(job.Drawing)}, cause}});
     }
     return all;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "job/job_rows.h"
+#include "state/messages.h"
 
 namespace kv {
 
@@ -16,7 +17,7 @@ namespace kv {
 struct UnplacedJob {
     long Number = 0; // as JobNumber() was
     std::string Drawing;
-    std::string Cause; // a line for the report
+    MessageLine Line; // for the report
 };
 struct PlacingHooks {
     void (*Unplaced)(const UnplacedJob& job) = nullptr; // null: the report's line alone

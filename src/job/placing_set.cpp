@@ -58,11 +58,11 @@ void FailJobsIn(JobSet& set, const std::string& host, const std::string& cause)
 
 void TellWait(const std::string& anchor, const std::string& holder)
 {
-    const std::string line = ShownPath(anchor) + " is in use by " + holder + "; waiting";
-    ReportMessage(1, line);
+    const MessageLine line = {Message::InstallationInUse, {{"file", ShownPath(anchor)}, {"holder", holder}}};
+    Tell(line);
     ReportMessage(2, "");
     if (Placing.Waits != nullptr)
-        Placing.Waits(line);
+        Placing.Waits(TextOf(line));
 }
 
 FileOutcome TakeLock(JobSet& set, const std::string& anchor)

@@ -41,17 +41,16 @@ void SettleStartMarkSequences(ChainList& list)
 }
 
 // A route that is not cut must be seen in the report.
-void TellLeftOut(const ChainList& list, const std::vector<Chain>& leftOut, const std::string& why)
+void TellLeftOut(const ChainList& list, const std::vector<Chain>& leftOut, Message why)
 {
     std::map<Long, Long> countOfPass;
     for (const Chain& chain : leftOut)
         ++countOfPass[list.Records[chain.First].Pass];
     for (const auto& [pass, count] : countOfPass)
-        ReportMessage(1, "Layer " + ShownLayerOfPass(pass) + ": " + WholeText(count) +
-                             (count == 1 ? " route is not cut, " : " routes are not cut, ") + why);
+        Tell(why, {{"layer", ShownLayerOfPass(pass)}, {"count", count}});
 }
 
-void DropOutOfRange(ChainList& list, const std::string& why)
+void DropOutOfRange(ChainList& list, Message why)
 {
     const auto inRange = [](const Chain& chain) { return chain.SortKey >= 0 && chain.SortKey <= HighestKey; };
     const auto leftOut = std::stable_partition(list.Chains.begin(), list.Chains.end(), inRange);
@@ -129,7 +128,7 @@ void OrderByTool(ChainList& list)
     }
     for (Chain& chain : list.Chains)
         chain.SortKey = list.Records[chain.First].ToolNo;
-    DropOutOfRange(list, "its tool number is below 0");
+    DropOutOfRange(list, Message::RouteToolBelowZero);
     SortByKey(list);
 }
 
@@ -145,7 +144,7 @@ void OrderBySequence(ChainList& list)
         if (chain.SortKey > HighestKey && key + raiseAlone <= HighestKey)
             NoteTakenOver("lowest sequence", WholeText(Run.MinSequence));
     }
-    DropOutOfRange(list, "its sequence is out of range");
+    DropOutOfRange(list, Message::RouteSequenceOutOfRange);
     SortByKey(list);
 }
 

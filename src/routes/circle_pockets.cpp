@@ -30,7 +30,7 @@ Single EndAngleOf(int sign)
 
 void ReportNoPitch(Long pass, const PlanePoint& at)
 {
-    ReportMessage(1, "Excavation Pitch not specified! (Circle)");
+    Tell(Message::CirclePitchMissing);
     ReportUncleared(pass, at);
 }
 
@@ -116,7 +116,7 @@ void TellOfWood(Long pass, const PlanePoint& at, double radius, double pitch, do
     const double tool = 2 * toolRadius;
     const bool isWide = toolRadius > 0 && pitch > tool + OutlineTolerance();
     if (isWide && radius > tool + OutlineTolerance() && (radius >= 2 * tool || pitch > 2 * radius))
-        TellOfPocket(pass, at, "leaves wood between its ways");
+        TellOfPocket(pass, at, {Message::PocketLeavesWood});
 }
 
 // Twice the radius of a half turn.
@@ -182,8 +182,9 @@ bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegme
 {
     const RouteSegment& first = chain.front();
     if (!IsOneCircle(chain)) {
-        const std::string fault = open.FaultOf(chain);
-        ReportUncleared(first.Pass, PointOf(first), fault.empty() ? "its two arcs are no circle" : fault);
+        const MessageLine fault = open.FaultOf(chain);
+        ReportUncleared(first.Pass, PointOf(first),
+                        fault.Empty() ? MessageLine{Message::PocketNoCircle} : fault);
         return false;
     }
     const double pitch = PocketPitch(first.OscZ, first.Comp);

@@ -194,7 +194,7 @@ void OscillateZ()
         HandDepthOn(i);
     }
     if (isShallow)
-        ReportMessage(1, "OSCILLATION IN Z attempted on shallow route!");
+        Tell(Message::ShallowOscillation);
 }
 
 void SplitDepthPasses()

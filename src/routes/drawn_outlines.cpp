@@ -107,14 +107,15 @@ bool IsFinite(const ClosedPath& way)
 void CloseWay(DrawnOutline& outline, ClosedPath way)
 {
     const OutlineGap ends{way.back().At, way.front().At};
-    outline.Fault.clear();
+    outline.Fault = {};
     outline.OpenWay.clear();
     if (!IsFinite(way)) {
-        outline.Fault = "its outline has a point that is no number";
+        outline.Fault = {Message::PocketPointNoNumber};
         return;
     }
     if (way.size() < 3 || !Meets(ends.From, ends.To)) {
-        outline.Fault = "its outline is open at " + ShownPlace(ends.From) + " by " + ShownGap(ends);
+        outline.Fault = {Message::PocketOutlineOpen,
+                         {{"end", ShownPlace(ends.From)}, {"gap", ShownGap(ends)}}};
         outline.OpenWay = std::move(way);
         return;
     }
@@ -123,7 +124,7 @@ void CloseWay(DrawnOutline& outline, ClosedPath way)
     outline.Path = WithoutEqualPoints(way);
     if (outline.Path.size() < 2) {
         outline.Path.clear();
-        outline.Fault = "its outline encloses nothing";
+        outline.Fault = {Message::PocketEnclosesNothing};
     }
 }
 
@@ -166,7 +167,7 @@ DrawnOutline OutlineOf(OutlineRun& run, ChainSpan chain, std::size_t end)
         return outline;
     outline.ClosedGaps = run.Gaps;
     if (run.HasFitPoints)
-        outline.Fault = "its outline is a curve through points";
+        outline.Fault = {Message::PocketThroughPoints};
     else
         CloseWay(outline, std::move(run.Way));
     return outline;

@@ -8,6 +8,7 @@
 
 #include "geometry/closed_paths.h"
 #include "routes/pocket_list.h"
+#include "state/messages.h"
 
 namespace kv {
 
@@ -22,9 +23,9 @@ struct DrawnOutline {
     ClosedPath OpenWay;                 // of one that is open; its last vertex ends it
     std::optional<PlanePoint> Mark;     // where a start mark points
     std::vector<OutlineGap> ClosedGaps; // within the tolerance, but more than what digits leave open
-    std::string Fault;                  // why it cannot be cleared
+    MessageLine Fault;                  // why it cannot be cleared
     RouteSegment Pattern;               // its first record that is no mark
-    bool IsMarkAlone() const { return Path.empty() && Fault.empty(); }
+    bool IsMarkAlone() const { return Path.empty() && Fault.Empty(); }
 };
 
 // The runs of a chain, in its order.

@@ -28,12 +28,12 @@ bool IsEdgeArc(Long end)
            RouteSegments[end - 1].Kind == ArcOpens;
 }
 
-std::string LevelArcLine(const RouteSegment& start)
+MessageLine LevelArcLine(const RouteSegment& start)
 {
     const PlanePoint at = DrawnPlace(start);
     const auto text = [](double drawn) { return PlainText(ToSingle(std::round(drawn * 10000) / 10000)); };
-    return "Layer " + ShownLayerOfPass(start.Pass) + ": the arc at X" + text(at.X) + " Y" + text(at.Y) +
-           " keeps the depth of the move before it";
+    return {Message::EdgeArcLevel,
+            {{"layer", ShownLayerOfPass(start.Pass)}, {"place", "X" + text(at.X) + " Y" + text(at.Y)}}};
 }
 
 } // namespace
@@ -55,9 +55,9 @@ void TellEdgeArcDoubts()
         }
         if (std::fabs(static_cast<double>(record.Z) - depth) <= open)
             continue;
-        const std::string line = LevelArcLine(RouteSegments[i - 1]);
-        if (told.insert(line).second)
-            ReportMessage(1, line);
+        const MessageLine line = LevelArcLine(RouteSegments[i - 1]);
+        if (told.insert(TextOf(line)).second)
+            Tell(line);
     }
 }
 

@@ -281,16 +281,17 @@ std::string PlaceText(double drawn)
     return PlainText(ToSingle(std::round(drawn * 10000) / 10000));
 }
 
-std::string Line(const RouteSegment& start, const char* subject, const char* doubt)
+MessageLine DoubtAbout(const RouteSegment& start, Message number)
 {
     const PlanePoint at = DrawnPlace(start);
-    return "Layer " + ShownLayerOfPass(start.Pass) + ": the " + subject + " at X" + PlaceText(at.X) + " Y" +
-           PlaceText(at.Y) + " " + doubt;
+    return {
+        number,
+        {{"layer", ShownLayerOfPass(start.Pass)}, {"place", "X" + PlaceText(at.X) + " Y" + PlaceText(at.Y)}}};
 }
 
 } // namespace
 
-std::string LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& leads)
+MessageLine LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& leads)
 {
     const RouteSegment& start = route.front();
     const std::optional<ContourSeam> seam = SeamOf(route);
@@ -301,17 +302,15 @@ std::string LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& lea
     if (!seam->Closed && leads.In.Form == LeadForm::None) {
         // Many short steps round a curve are no corner: what they lose lies within the tolerance.
         const bool cuts = DepthWithoutLead(*seam, tool) > Run.RouteTolerance;
-        return cuts
-                   ? Line(start, "contour", "begins in an inner corner without a lead and cuts into its wall")
-                   : std::string();
+        return cuts ? DoubtAbout(start, Message::ContourInCorner) : MessageLine();
     }
     double depth = seam->Closed ? 0 : DepthOfLead(*seam, tool, leads.In, true);
     if (!seam->Closed && leads.Out.Ramp == 0) // a ramp out follows the contour, which the tool leaves whole
         depth = std::max(depth, DepthOfLead(*seam, tool, leads.Out, false));
     if (depth > Harmless())
-        return Line(start, "lead", "cuts into the walls of its corner");
-    return CutsContour(route, *seam, tool, leads) ? Line(start, "lead", "cuts into its contour")
-                                                  : std::string();
+        return DoubtAbout(start, Message::LeadCutsWalls);
+    return CutsContour(route, *seam, tool, leads) ? DoubtAbout(start, Message::LeadCutsContour)
+                                                  : MessageLine();
 }
 
 } // namespace kv

@@ -3,15 +3,15 @@
 #pragma once
 
 #include <span>
-#include <string>
 #include <vector>
 
 #include "routes/lead_records.h"
+#include "state/messages.h"
 
 namespace kv {
 
 // Of a route and its leads; empty where there is nothing to say, or the tool's radius is not known. Both
 // are measured as the pass for the sides has left them; the line has the place of the drawing.
-std::string LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& leads);
+MessageLine LeadDoubt(std::span<const RouteSegment> route, const RouteLeads& leads);
 
 } // namespace kv

@@ -122,9 +122,9 @@ void TellLeadDoubts(const std::vector<LedRoute>& routes)
     for (const LedRoute& led : routes) {
         if (!TakesLeads(led.Route))
             continue;
-        const std::string doubt = LeadDoubt(led.Lying(), led.Leads.value_or(RouteLeads()));
-        if (!doubt.empty() && told.insert(doubt).second)
-            ReportMessage(1, doubt);
+        const MessageLine doubt = LeadDoubt(led.Lying(), led.Leads.value_or(RouteLeads()));
+        if (!doubt.Empty() && told.insert(TextOf(doubt)).second)
+            Tell(doubt);
     }
 }
 

@@ -62,10 +62,10 @@ OpenOutlines::OpenOutlines()
     }
 }
 
-std::string OpenOutlines::FaultOf(std::span<const RouteSegment> outline) const
+MessageLine OpenOutlines::FaultOf(std::span<const RouteSegment> outline) const
 {
     if (std::any_of(outline.begin(), outline.end(), OpensMark))
-        return "its outline meets another start mark";
+        return {Message::PocketMeetsMark};
     if (outline.size() < 2 || Meet(PointOf(outline.front()), PointOf(outline.back())))
         return {};
     const PlanePoint start = PointOf(outline.front());
@@ -87,7 +87,8 @@ std::string OpenOutlines::FaultOf(std::span<const RouteSegment> outline) const
     }
     if (gap < static_cast<double>(Run.RouteTolerance))
         return {}; // drawn as it should be: nothing is linked behind a polyline
-    return "its outline is open at X" + Rounded(end.X) + " Y" + Rounded(end.Y) + " by " + Rounded(gap);
+    return {Message::PocketOutlineOpen,
+            {{"end", "X" + Rounded(end.X) + " Y" + Rounded(end.Y)}, {"gap", Rounded(gap)}}};
 }
 
 bool OpenOutlines::IsRestOfAnother(std::span<const RouteSegment> chain) const
@@ -110,8 +111,8 @@ void TellOfGaps(const RouteSegment& named, std::span<const RouteSegment> outline
         const double gap = Distance(PointOf(end), PointOf(next));
         if (end.Kind > 0 && next.Kind < 0 && gap > seenGap)
             TellOfPocket(named.Pass, PointOf(named),
-                         "has a gap in its outline at X" + Rounded(end.X) + " Y" + Rounded(end.Y) + " of " +
-                             Rounded(gap));
+                         {Message::PocketGap,
+                          {{"where", "X" + Rounded(end.X) + " Y" + Rounded(end.Y)}, {"gap", Rounded(gap)}}});
     }
 }
 

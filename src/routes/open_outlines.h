@@ -9,6 +9,7 @@
 
 #include "geometry/angles.h"
 #include "geometry/point_grid.h"
+#include "state/messages.h"
 #include "state/records.h"
 
 namespace kv {
@@ -25,7 +26,7 @@ class OpenOutlines {
     // mark, to its own start or to an open chain of its layer, whichever is nearer. Or "its outline meets
     // another start mark": one chain has come from both. Empty where the chain is closed, or where an
     // open one touches its end and was not linked.
-    std::string FaultOf(std::span<const RouteSegment> outline) const;
+    MessageLine FaultOf(std::span<const RouteSegment> outline) const;
 
     // Whether the chain is the rest of an open outline whose start mark begins another chain of its
     // layer: one line is enough for both.

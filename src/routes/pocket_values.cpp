@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/text.h"
 #include "state/report.h"
@@ -44,25 +45,25 @@ double OutlineTolerance()
     return std::max<double>(Run.RouteTolerance, LeastTolerance);
 }
 
-void TellOfPocket(Long pass, const PlanePoint& at, std::string_view what)
+void TellOfPocket(Long pass, const PlanePoint& at, MessageLine line)
 {
-    ReportMessage(1, "Layer " + ShownLayerOfPass(pass) + ": the pocket at X" + PlainText(ToSingle(at.X)) +
-                         " Y" + PlainText(ToSingle(at.Y)) + " " + std::string(what));
+    line.Values.emplace_back("layer", ShownLayerOfPass(pass));
+    line.Values.emplace_back("place", "X" + PlainText(ToSingle(at.X)) + " Y" + PlainText(ToSingle(at.Y)));
+    Tell(std::move(line));
 }
 
-void ReportUncleared(Long pass, const PlanePoint& at, std::string_view reason)
+void ReportUncleared(Long pass, const PlanePoint& at, MessageLine reason)
 {
-    std::string what = "is not cleared";
-    if (!reason.empty())
-        what += ", " + std::string(reason);
-    TellOfPocket(pass, at, what);
+    if (reason.Empty())
+        reason.Number = Message::PocketNotCleared;
+    TellOfPocket(pass, at, std::move(reason));
 }
 
 bool HasNoRoom(Long pass, const PlanePoint& at, double pocketWidth, double toolRadius)
 {
     if (!(toolRadius > 0) || pocketWidth >= 2 * toolRadius - LeastTolerance)
         return false;
-    ReportUncleared(pass, at, "it is narrower than its tool");
+    ReportUncleared(pass, at, {Message::PocketTooNarrow});
     return true;
 }
 
@@ -73,13 +74,13 @@ void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, doubl
     if (!(tool > 0))
         return;
     if (pocketWidth < tool)
-        TellOfPocket(pass, at, "is narrower than its tool");
+        TellOfPocket(pass, at, {Message::PocketNarrowerThanTool});
     else if (smallestWay < tool) // a control that checks its compensation refuses it
         TellOfPocket(pass, at,
                      // Beside such a way the tool reaches 2 R from its far side.
-                     pocketWidth + smallestWay < 2 * (tool - OutlineTolerance())
-                         ? "has ways that are narrower than its tool and cut outside of it"
-                         : "has ways that are narrower than its tool");
+                     {pocketWidth + smallestWay < 2 * (tool - OutlineTolerance())
+                          ? Message::PocketNarrowWaysCut
+                          : Message::PocketNarrowWays});
 }
 
 } // namespace kv

@@ -2,9 +2,8 @@
 // of the tool, and the report lines that name a pocket by its layer and place.
 #pragma once
 
-#include <string_view>
-
 #include "routes/route_runs.h"
+#include "state/messages.h"
 
 namespace kv {
 
@@ -25,10 +24,10 @@ Text<10> CompOnSide(const Text<10>& comp, PocketSide side);
 // Drawing units within which an outline's points count as one, or as lying on a line.
 double OutlineTolerance();
 
-// A report line about a pocket, by its layer and a point of it.
-void TellOfPocket(Long pass, const PlanePoint& at, std::string_view what);
-// That it stays as it was drawn; the reason may be empty.
-void ReportUncleared(Long pass, const PlanePoint& at, std::string_view reason = {});
+// Adds layer and place, a point of the pocket, to a report line about it.
+void TellOfPocket(Long pass, const PlanePoint& at, MessageLine line);
+// That it stays as it was drawn; the line about the reason may be empty.
+void ReportUncleared(Long pass, const PlanePoint& at, MessageLine reason = {});
 // Whether the pocket has no room for its tool, by more than a hundredth of a drawing unit: then it is
 // reported, and nothing of it may be cut. A radius of 0 is not known.
 bool HasNoRoom(Long pass, const PlanePoint& at, double pocketWidth, double toolRadius);

@@ -83,13 +83,13 @@ void TellRectangleDoubts(Long pass, const PlanePoint& at, const RectangleLoops& 
     if (!(loops.ToolRadius > 0) || WidthAt(loops, 0) < 2 * loops.ToolRadius)
         return;
     if (BeginsInACorner(loops, first, next))
-        TellOfPocket(pass, at, "begins in a sharp corner and cuts into its wall");
+        TellOfPocket(pass, at, {Message::PocketBeginsInCorner});
     if (LeavesWood(loops))
-        TellOfPocket(pass, at, "leaves wood between its ways");
+        TellOfPocket(pass, at, {Message::PocketLeavesWood});
     else if (LeavesIslands(loops))
-        TellOfPocket(pass, at, "leaves islands at its sharp corners");
+        TellOfPocket(pass, at, {Message::PocketLeavesIslands});
     else if (LeavesRestBetweenLoops(loops.Way))
-        TellOfPocket(pass, at, "leaves wood where its turns begin");
+        TellOfPocket(pass, at, {Message::PocketLeavesWoodAtTurns});
 }
 
 } // namespace kv

@@ -302,13 +302,14 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
     Outline outline;
     outline.Bounds = BoxOf(drawn);
     if (!IsRectangle(drawn, outline.Bounds)) {
-        const std::string fault = open.FaultOf(drawn);
-        ReportUncleared(mark.Pass, PointOf(mark), fault.empty() ? "its outline is no rectangle" : fault);
+        const MessageLine fault = open.FaultOf(drawn);
+        ReportUncleared(mark.Pass, PointOf(mark),
+                        fault.Empty() ? MessageLine{Message::PocketNoRectangle} : fault);
         return false;
     }
     outline.Pitch = PocketPitch(mark.OscZ, mark.Comp);
     if (!(outline.Pitch > 0)) {
-        ReportMessage(1, "Excavation Pitch not specified! (Rectangle)");
+        Tell(Message::RectanglePitchMissing);
         ReportUncleared(mark.Pass, PointOf(mark));
         return false;
     }

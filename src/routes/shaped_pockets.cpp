@@ -192,8 +192,8 @@ void LayerPockets::ReportStrayMarks() const
             return All[wall].Depth % 2 == 0 && LeadsInto(All[wall], *mark.Mark);
         });
         if (!isUsed)
-            ReportMessage(1, "Layer " + ShownLayerOfPass(mark.Pattern.Pass) + ": the start mark at " +
-                                 ShownPlace(*mark.Mark) + " is outside of every outline");
+            Tell(Message::StartMarkOutside,
+                 {{"layer", ShownLayerOfPass(mark.Pattern.Pass)}, {"place", ShownPlace(*mark.Mark)}});
     }
 }
 
@@ -202,14 +202,14 @@ void LayerPockets::FindUnread(const FlatPaths& paths)
 {
     for (const std::size_t number : Own) {
         const PocketShape& shape = All[number];
-        if (shape.Outline.Fault.empty() || !shape.Outline.Path.empty() || shape.PartOf != NoParent)
+        if (shape.Outline.Fault.Empty() || !shape.Outline.Path.empty() || shape.PartOf != NoParent)
             continue;
         const PlanePoint at = PlaceOfShape(shape);
         for (std::size_t k = 0; k < Walls.size(); ++k) {
             PocketShape& around = All[Walls[k]];
-            if (around.Outline.Fault.empty() && Covers(around.Box, at) &&
+            if (around.Outline.Fault.Empty() && Covers(around.Box, at) &&
                 IsInside(paths, static_cast<std::int32_t>(k), at))
-                around.Outline.Fault = "the outline inside it at " + ShownPlace(at) + " is not closed";
+                around.Outline.Fault = {Message::PocketInnerOpen, {{"inside", ShownPlace(at)}}};
         }
     }
 }
@@ -219,10 +219,10 @@ void LayerPockets::FindMeetings(const FlatPaths& paths)
     for (const PathMeeting& meeting : MeetingsOf(paths)) {
         const bool isOwn = meeting.FirstPath == meeting.SecondPath;
         for (const std::int32_t path : {meeting.FirstPath, meeting.SecondPath}) {
-            std::string& fault = All[Walls[static_cast<std::size_t>(path)]].Outline.Fault;
-            if (fault.empty())
-                fault = "its outline crosses or touches " + std::string(isOwn ? "itself" : "another one") +
-                        " at " + ShownPlace(meeting.At);
+            MessageLine& fault = All[Walls[static_cast<std::size_t>(path)]].Outline.Fault;
+            if (fault.Empty())
+                fault = {isOwn ? Message::PocketCrossesItself : Message::PocketCrossesAnother,
+                         {{"where", ShownPlace(meeting.At)}}};
         }
     }
 }
@@ -252,17 +252,17 @@ void LayerPockets::FindParents(const FlatPaths& paths)
 bool LayerPockets::IsClearable(const PocketShape& outer, const std::vector<std::size_t>& islands) const
 {
     const RouteSegment& pattern = outer.Outline.Pattern;
-    std::string fault = outer.Outline.Fault;
+    MessageLine fault = outer.Outline.Fault;
     for (const std::size_t island : islands)
-        if (fault.empty())
+        if (fault.Empty())
             fault = All[island].Outline.Fault;
-    if (fault.empty() && !(ToolRadiusOf(pattern.Comp) > 0))
-        fault = "its tool's radius is not given";
-    if (fault.empty() && !(PocketPitch(pattern.OscZ, pattern.Comp) > 0))
-        fault = "its pitch is not above 0";
-    if (!fault.empty())
+    if (fault.Empty() && !(ToolRadiusOf(pattern.Comp) > 0))
+        fault = {Message::PocketToolUnknown};
+    if (fault.Empty() && !(PocketPitch(pattern.OscZ, pattern.Comp) > 0))
+        fault = {Message::PocketPitchUnknown};
+    if (!fault.Empty())
         ReportUncleared(pattern.Pass, PlaceOfShape(outer), fault);
-    return fault.empty();
+    return fault.Empty();
 }
 
 // The outline's own mark, else a free one inside it. One that lies outside is reported.
@@ -273,7 +273,7 @@ std::optional<PlanePoint> LayerPockets::MarkOf(const PocketShape& outer) const
         return own;
     if (own)
         TellOfPocket(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
-                     "has its start mark outside, at " + ShownPlace(*own) + ": the tool goes down on a ramp");
+                     {Message::PocketMarkOutside, {{"mark", ShownPlace(*own)}}});
     for (const PlanePoint& mark : FreeMarks)
         if (LeadsInto(outer, mark))
             return mark;
@@ -366,18 +366,17 @@ void ReportDoubts(const PocketShape& outer, const PocketTask& task, const Pocket
     const PlanePoint at = PlaceOfShape(outer);
     const bool isMirrored = RunsOnRight(outer.Outline.Pattern);
     if (task.Pitch > 2 * task.ToolRadius)
-        TellOfPocket(pass, at,
-                     "has a pitch above its tool, " + PlainText(ToSingle(LargestStep(task.ToolRadius))) +
-                         " is taken");
+        TellOfPocket(
+            pass, at,
+            {Message::PocketPitchAboveTool, {{"step", PlainText(ToSingle(LargestStep(task.ToolRadius)))}}});
     for (const OutlineGap& gap : outer.Outline.ClosedGaps)
         TellOfPocket(pass, at,
-                     "has a gap in its outline at " + ShownPlace(gap.From) + ", it is closed by a line of " +
-                         ShownGap(gap));
+                     {Message::PocketGapClosed, {{"gap", ShownPlace(gap.From)}, {"length", ShownGap(gap)}}});
     if (!ways.Ways.empty() && !ways.Narrow.empty()) {
         const PlanePoint& place = ways.Narrow.front().At;
         TellOfPocket(pass, at,
-                     "has places that are narrower than its tool, one at " +
-                         ShownPlace({isMirrored ? -place.X : place.X, place.Y}));
+                     {Message::PocketNarrowPlaces,
+                      {{"where", ShownPlace({isMirrored ? -place.X : place.X, place.Y})}}});
     }
 }
 
@@ -399,22 +398,21 @@ void LayerPockets::ClearShape(std::size_t number)
     if (ways.Meeting) {
         const double sense = RunsOnRight(outer.Outline.Pattern) ? -1 : 1;
         ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
-                        "its outline crosses or touches another one at " +
-                            ShownPlace({sense * ways.Meeting->X, ways.Meeting->Y}));
+                        {Message::PocketCrossesAnother,
+                         {{"where", ShownPlace({sense * ways.Meeting->X, ways.Meeting->Y})}}});
         return;
     }
     if (ways.IsTooMuch) {
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "its ways are too many");
+        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), {Message::PocketWaysTooMany});
         return;
     }
     if (ways.IsUnsound) {
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
-                        "no way was found that the control can compensate; try another step");
+        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), {Message::PocketWithoutSoundWay});
         return;
     }
     ReportDoubts(outer, task, ways);
     if (ways.Ways.empty())
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), "it is narrower than its tool");
+        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), {Message::PocketTooNarrow});
     RouteSegment pattern = outer.Outline.Pattern;
     pattern.Drawn = DrawnFor(number, islands);
     for (const PocketWay& way : ways.Ways)
@@ -483,9 +481,7 @@ bool ClearsAnyShape()
         return true;
     const std::string_view word = Trim(Config.Pockets);
     if (!word.empty() && UpperCase(word) != UpperCase(FormsWord))
-        ReportMessage(1, "Setting Pockets: \"" + std::string(word) + "\" is neither " +
-                             std::string(FormsWord) + " nor " + std::string(AnyShapeWord) + ", " +
-                             std::string(FormsWord) + " is taken");
+        Tell(Message::PocketsSettingUnknown, {{"word", word}, {"forms", FormsWord}, {"any", AnyShapeWord}});
     return false;
 }
 

@@ -2,8 +2,6 @@
 // Relies on the report routine and its colour marks; leaves an empty message buffer.
 #include "shell/banner.h"
 
-#include <string>
-
 #include "state/report.h"
 #include "state/settings.h"
 
@@ -11,21 +9,17 @@ namespace kv {
 
 void ShowBanner()
 {
-    const std::string red(1, MarkRed), green(1, MarkGreen), blue(1, MarkBlue);
-    const std::string lines[] = {
-        "",
-        red + " " + std::string(ProductName) + " for Windows  Version " + std::string(ProductVersion),
-        "",
-        blue + " For",
-        blue + " CNC90  WINNER90",
-        blue + " GENESIS & Genesis Evolution",
-        "",
-        green + " Look at each program on the control before the machine runs it.",
-        green + " Provided without warranty of any kind.",
-        "",
-    };
-    for (const std::string& line : lines)
-        ReportMessage(1, line);
+    const auto blank = [] { ReportMessage(1, ""); };
+    blank();
+    Tell(Message::BannerProduct, {{"product", ProductName}, {"version", ProductVersion}});
+    blank();
+    Tell(Message::BannerFor);
+    Tell(Message::BannerCnc90);
+    Tell(Message::BannerGenesis);
+    blank();
+    Tell(Message::BannerLook);
+    Tell(Message::BannerWarranty);
+    blank();
     ReportMessage(2, "");
 }
 

@@ -51,7 +51,7 @@ Look LookAt(const std::string& path)
 // A batch that has been taken.
 struct TakenBatch {
     std::string Contents;
-    std::string Earlier; // the line about one that was cut off before
+    MessageLine Earlier; // about one that was cut off before
 };
 
 // Whatever stands under the name now becomes BATCH.RUN in one step: no moment in which the lines stand
@@ -63,22 +63,22 @@ bool MoveToRunFile(const std::string& folder, const Look& read, TakenBatch& batc
     batch.Earlier = SetUnfinishedBatchAside(folder);
     const FileOutcome outcome = RenameToFree(path, place);
     if (outcome.Number == ErrorFileExists) {
-        RefuseTrigger(path, read.Stamp,
-                      "is not run: " + ShownPath(place) + " of an earlier batch cannot be set aside");
+        RefuseTrigger(path, read.Stamp, {Message::EarlierBatchInTheWay, {{"earlier", ShownPath(place)}}});
         return false;
     }
     if (outcome.Number == ErrorFileNotFound)
         return false; // another process was faster
     if (!outcome.Ok()) {
-        RefuseTrigger(path, read.Stamp, "cannot be taken and is not run: " + outcome.Cause);
+        RefuseTrigger(path, read.Stamp, {Message::TriggerNotTaken, {{"cause", outcome.Cause}}});
         return false;
     }
     batch.Contents = read.Contents;
     for (;;) {
         Look now = LookAt(place);
         if (!now.Outcome.Ok()) {
-            RefuseTrigger(path, read.Stamp,
-                          "is not run, its lines stand in " + ShownPath(place) + ": " + now.Outcome.Cause);
+            RefuseTrigger(
+                path, read.Stamp,
+                {Message::BatchLinesElsewhere, {{"place", ShownPath(place)}, {"cause", now.Outcome.Cause}}});
             return false;
         }
         if (now.Contents == batch.Contents)
@@ -102,23 +102,23 @@ bool TakeBatch(const std::string& folder, TakenBatch& batch)
     if (first.Stamp != second.Stamp || first.Contents != second.Contents)
         return false; // still being written
     if (!second.Outcome.Ok()) {
-        RefuseTrigger(path, second.Stamp, "cannot be read and is not run: " + second.Outcome.Cause);
+        RefuseTrigger(path, second.Stamp, {Message::BatchUnread, {{"cause", second.Outcome.Cause}}});
         return false;
     }
     if (!second.Contents.empty())
         return MoveToRunFile(folder, second, batch);
     const FileOutcome outcome = DeleteFile(path);
     if (!outcome.Ok())
-        RefuseTrigger(path, second.Stamp, "is empty and cannot be deleted: " + outcome.Cause);
+        RefuseTrigger(path, second.Stamp, {Message::EmptyBatchNotDeleted, {{"cause", outcome.Cause}}});
     return false;
 }
 
 // Without a batch to run after it. What could not be set aside is told with the batch that waits for it.
 void TellEarlier(const std::string& folder, const TakenBatch& batch)
 {
-    if (batch.Earlier.empty() || AskFile(folder + std::string(BatchRunFile)).Is != Presence::NotThere)
+    if (batch.Earlier.Empty() || AskFile(folder + std::string(BatchRunFile)).Is != Presence::NotThere)
         return;
-    ReportMessage(1, batch.Earlier);
+    Tell(batch.Earlier);
     ReportMessage(2, "");
 }
 
@@ -158,7 +158,7 @@ bool TakeLineOff(BatchWork& work)
     if (outcome.Ok())
         return true;
     const std::string path = work.Folder + std::string(BatchRunFile);
-    ReportMessage(1, MarkRed + (ShownPath(path) + " cannot be written: " + outcome.Cause));
+    Tell(Message::BatchFileNotWritten, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
     return false;
 }
 
@@ -210,15 +210,17 @@ void KeepRest(const BatchWork& work, int jobs)
 {
     Shell.JobsLeft += jobs;
     const FileOutcome kept = KeepBatchLines(work.Folder, work.Rest);
-    std::string told;
+    MessageLine told;
     if (kept.Ok())
         told = SetUnfinishedBatchAside(work.Folder);
-    if (told.empty())
-        told = MarkRed + ("Unfinished batch: the last " + WholeText(jobs) + " jobs of " +
-                          ShownPath(work.Folder + std::string(BatchRunFile)) + " are not done" +
-                          (kept.Ok() ? "" : ": " + kept.Cause));
-    ReportMessage(1, told);
-    NoteLeft(told);
+    if (told.Empty()) {
+        told = {kept.Ok() ? Message::BatchUnfinished : Message::BatchUnfinishedNotKept,
+                {{"count", jobs}, {"file", ShownPath(work.Folder + std::string(BatchRunFile))}}};
+        if (!kept.Ok())
+            told.Values.emplace_back("cause", kept.Cause);
+    }
+    Tell(told);
+    NoteLeft(TextOf(told));
 }
 
 bool WriteProcessedList(const BatchWork& work)
@@ -226,7 +228,7 @@ bool WriteProcessedList(const BatchWork& work)
     const std::string path = work.Folder + std::string(ProcessedList);
     const FileOutcome outcome = ReplaceFile(path, work.Processed);
     if (!outcome.Ok())
-        ReportMessage(1, MarkRed + (ShownPath(path) + " cannot be written: " + outcome.Cause));
+        Tell(Message::BatchFileNotWritten, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
     return FlushJobFiles() && outcome.Ok();
 }
 
@@ -240,8 +242,8 @@ void EndBatch(const BatchWork& work)
         return;
     const FileOutcome dropped = DropBatchLines(work.Folder);
     if (!dropped.Ok())
-        ReportMessage(1, MarkRed + (ShownPath(work.Folder + std::string(BatchRunFile)) +
-                                    " is done and cannot be deleted: " + dropped.Cause));
+        Tell(Message::DoneFileNotDeleted,
+             {{"file", ShownPath(work.Folder + std::string(BatchRunFile))}, {"cause", dropped.Cause}});
 }
 
 } // namespace
@@ -264,8 +266,7 @@ bool RunBatch(const std::string& folder)
     PrepareRun();
     if (stopped)
         Run.RunState = 1;
-    if (!batch.Earlier.empty())
-        ReportMessage(1, batch.Earlier);
+    Tell(batch.Earlier);
     DoEvents();
     const int count = CountBatchLines(batch.Contents);
     Shell.BatchCount = static_cast<Int>(std::min<int>(count, std::numeric_limits<Int>::max()));

@@ -75,12 +75,10 @@ FileOutcome MoveLines(const std::string& path, const std::string& lines, const s
     return outcome;
 }
 
-std::string CountOfLines(const std::vector<BatchLine>& lines)
+long long CountOfLines(const std::vector<BatchLine>& lines)
 {
-    return WholeText(
-        static_cast<long long>(std::count_if(lines.begin(), lines.end(), [](const BatchLine& line) {
-            return line.Kind != BatchLineKind::Blank;
-        })));
+    return std::count_if(lines.begin(), lines.end(),
+                         [](const BatchLine& line) { return line.Kind != BatchLineKind::Blank; });
 }
 
 bool HoldsJob(const std::vector<BatchLine>& lines)
@@ -116,17 +114,17 @@ void ForgetDoneLines(std::string_view folder, const std::string& unfinished)
 }
 
 // Whoever ended the batch has reported it, perhaps to nobody. Empty when no job waits there.
-std::string LeftBatchLine(std::string_view folder)
+MessageLine LeftBatchLine(std::string_view folder)
 {
     const std::string path = PathIn(folder, BatchOldFile);
     std::string contents;
     const FileAnswer answer = ReadIfThere(path, contents);
     if (answer.Is == Presence::CannotTell)
-        return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
+        return {Message::UnfinishedBatchUnread, {{"file", ShownPath(path)}, {"cause", answer.Why.Cause}}};
     const std::vector<BatchLine> lines = BatchLines(contents);
-    return HoldsJob(lines)
-               ? "Unfinished batch of an earlier run: " + CountOfLines(lines) + " lines in " + ShownPath(path)
-               : std::string();
+    if (!HoldsJob(lines))
+        return {};
+    return {Message::EarlierBatchWaits, {{"count", CountOfLines(lines)}, {"file", ShownPath(path)}}};
 }
 
 } // namespace
@@ -154,7 +152,7 @@ FileOutcome DropBatchLines(std::string_view folder)
     return DeleteFile(PathIn(folder, BatchRunFile));
 }
 
-std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head)
+MessageLine SetUnfinishedBatchAside(std::string_view folder, const BatchAsideMessages& messages)
 {
     const std::string path = PathIn(folder, BatchRunFile);
     const std::string place = PathIn(folder, BatchOldFile);
@@ -163,7 +161,7 @@ std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view he
     if (answer.Is == Presence::NotThere)
         return {};
     if (answer.Is == Presence::CannotTell)
-        return "Unfinished batch in " + ShownPath(path) + " cannot be read: " + answer.Why.Cause;
+        return {Message::UnfinishedBatchUnread, {{"file", ShownPath(path)}, {"cause", answer.Why.Cause}}};
     const std::vector<BatchLine> lines = BatchLines(contents);
     if (!HoldsJob(lines)) {
         ForgetDoneLines(folder, contents);
@@ -172,19 +170,21 @@ std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view he
     }
     const FileOutcome moved = MoveLines(path, contents, place);
     ForgetDoneLines(folder, contents);
-    return std::string(head) + CountOfLines(lines) + " lines kept in " +
-           (moved.Ok() ? ShownPath(place)
-                       : ShownPath(path) + ", " + ShownPath(place) + " cannot be written: " + moved.Cause);
+    const MessageValue number("count", CountOfLines(lines));
+    if (moved.Ok())
+        return {messages.Kept, {number, {"file", ShownPath(place)}}};
+    return {messages.Left,
+            {number, {"file", ShownPath(path)}, {"old", ShownPath(place)}, {"cause", moved.Cause}}};
 }
 
 void TellUnfinishedBatch(std::string_view folder)
 {
-    std::string line = SetUnfinishedBatchAside(folder);
-    if (line.empty())
+    MessageLine line = SetUnfinishedBatchAside(folder);
+    if (line.Empty())
         line = LeftBatchLine(folder);
-    if (line.empty())
+    if (line.Empty())
         return;
-    ReportMessage(1, line);
+    Tell(line);
     ReportMessage(2, "");
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "state/messages.h"
 
 namespace kv {
 
@@ -17,10 +18,15 @@ FileOutcome KeepBatchLines(std::string_view folder, const std::vector<std::strin
 FileOutcome DropBatchLines(std::string_view folder);
 
 // A BATCH.RUN that stands goes to BATCH.OLD, after the lines that one already holds; what BATCH.OLD holds
-// already is not added again, and a BATCH.RUN without a job just goes. Gives `head` and how many lines are
-// kept where, with the cause where that is still BATCH.RUN; empty when there was no job.
-constexpr std::string_view UnfinishedBatchHead = "Unfinished batch: ";
-std::string SetUnfinishedBatchAside(std::string_view folder, std::string_view head = UnfinishedBatchHead);
+// already is not added again, and a BATCH.RUN without a job just goes. Gives the line about how many lines
+// are kept where, with the cause where that is still BATCH.RUN; empty when there was no job.
+struct BatchAsideMessages {
+    Message Kept, Left;
+};
+constexpr BatchAsideMessages UnfinishedBatch = {Message::UnfinishedBatchKept, Message::UnfinishedBatchLeft};
+constexpr BatchAsideMessages StaleBatch = {Message::StaleBatchKept, Message::StaleBatchLeft};
+MessageLine SetUnfinishedBatchAside(std::string_view folder,
+                                    const BatchAsideMessages& messages = UnfinishedBatch);
 // At program start: a BATCH.RUN of an earlier process becomes BATCH.OLD and is reported; so is a BATCH.OLD
 // that stands already.
 void TellUnfinishedBatch(std::string_view folder);

@@ -7,6 +7,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/setup_rules.h"
+#include "state/report.h"
 
 namespace kv {
 
@@ -36,7 +37,7 @@ std::string CheckPath(std::string_view path)
         path.remove_suffix(1);
     const std::string kept = std::string(path) + '\\';
     if (AskDrive(path).Is == Presence::NotThere) {
-        ShowBox("Drive " + std::string(path.substr(0, 2)) + " Invalid!", ProductName, BoxIcon::None);
+        TellInABox(Message::DriveInvalid, {{"drive", path.substr(0, 2)}}, ProductName, BoxIcon::None);
         return kept;
     }
     std::size_t start = FirstFolder(path);
@@ -48,7 +49,8 @@ std::string CheckPath(std::string_view path)
         if (folder.Is == Presence::There)
             continue;
         if (folder.Is == Presence::CannotTell) {
-            ShowBox(ShownPath(prefix) + "\r\n" + folder.Why.Cause, ProductName, BoxIcon::Warning);
+            TellInABox(Message::FolderUnknown, {{"folder", ShownPath(prefix)}, {"cause", folder.Why.Cause}},
+                       ProductName, BoxIcon::Warning);
             break;
         }
         if (!WantsFolder(path))

@@ -71,10 +71,9 @@ void RunJobs(const std::vector<std::string>& paths)
     FlushJobFiles();
     if (left == 0)
         return;
-    const std::string told =
-        "Stopped before " + WholeText(static_cast<long long>(left)) + " more drawings of the list";
-    ReportMessage(1, told);
-    NoteLeft(told);
+    const MessageLine told = {Message::ListStopped, {{"count", static_cast<long long>(left)}}};
+    Tell(told);
+    NoteLeft(TextOf(told));
 }
 
 void RunList(const std::vector<std::string>& paths)
@@ -164,7 +163,7 @@ bool FlushJobFiles()
     const bool placed = PlaceJobs();
     const FileOutcome outcome = FlushFiles();
     if (!outcome.Ok())
-        ReportMessage(1, MarkRed + ("Not on the disk: " + outcome.Cause));
+        Tell(Message::NotOnDisk, {{"cause", outcome.Cause}});
     return placed && outcome.Ok();
 }
 

@@ -217,11 +217,12 @@ std::string ListingFault;
 
 void TellListingFault(const std::string& folder, const FileAnswer& answer)
 {
-    const std::string fault = answer.Is == Presence::CannotTell
-                                  ? ShownPath(folder) + " cannot be listed: " + answer.Why.Cause
-                                  : std::string();
+    MessageLine line;
+    if (answer.Is == Presence::CannotTell)
+        line = {Message::FolderNotListed, {{"folder", ShownPath(folder)}, {"cause", answer.Why.Cause}}};
+    const std::string fault = TextOf(line);
     if (fault != ListingFault && !fault.empty())
-        ReportMessage(3, MarkRed + fault);
+        TellAtOnce(line.Number, std::move(line.Values));
     ListingFault = fault;
 }
 
@@ -297,14 +298,14 @@ void DeletePaths(const std::vector<std::string>& paths)
     for (const std::string& path : paths) {
         const std::string cause = DeletePath(path);
         if (!cause.empty())
-            ReportMessage(3, MarkRed + ShownPath(path) + " cannot be deleted: " + cause);
+            TellAtOnce(Message::DrawingNotDeleted, {{"file", ShownPath(path)}, {"cause", cause}});
     }
 }
 
 void AskAndDelete()
 {
     if (!AnyRowSelected()) {
-        ShowBox("No files selected to Delete.", DeleteTitle, BoxIcon::Information);
+        TellInABox(Message::NothingToDelete, {}, DeleteTitle, BoxIcon::Information);
         return;
     }
     // Taken before the question: a refresh behind it may take the selection, the answer is for these.

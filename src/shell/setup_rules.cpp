@@ -33,7 +33,7 @@ void SaveHbdTools(const GridCells& tools)
     if (outcome.Ok())
         return;
     const std::string file = ShownPath(ExeFolder + std::string(HbdToolFile));
-    ReportMessage(3, MarkRed + ("Unable to save " + file + ": " + outcome.Cause));
+    TellAtOnce(Message::TableNotSaved, {{"file", file}, {"cause", outcome.Cause}});
 }
 
 void SaveCutListFields()
@@ -49,7 +49,7 @@ void SaveCutListFields()
 void TellIfNotWhole()
 {
     if (!SettingsFault.Ok())
-        ReportMessage(3, MarkRed + UnkeptLine(SettingsFault));
+        TellAtOnce(Message::SettingsNotKept, UnkeptLine(SettingsFault).Values);
 }
 
 SetupView ViewOfSetup()

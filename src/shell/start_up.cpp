@@ -31,6 +31,11 @@ namespace kv {
 
 namespace {
 
+MessageLine UnkeptPosition(const FileOutcome& outcome)
+{
+    return {Message::PositionNotKept, {{"file", UserStoreName()}, {"cause", outcome.Cause}}};
+}
+
 constexpr std::string_view SequenceLetters = " VHGR"; // in the order of the boxes' lists
 constexpr std::string_view PositionApplication = "ZLT";
 constexpr std::string_view MissingPosition = "500"; // twips
@@ -38,8 +43,7 @@ constexpr std::string_view MissingPosition = "500"; // twips
 // What stands designed in the settings is no shop's.
 void TellSettingsFault()
 {
-    ReportMessage(3, MarkRed + ("Nothing is converted and no setting is kept: " + ShownPath(IniPath) + ": " +
-                                SettingsFault.Cause));
+    TellAtOnce(Message::SettingsNotRead, {{"file", ShownPath(IniPath)}, {"cause", SettingsFault.Cause}});
 }
 
 // All of one state of the file. The columns' widths, the boxes "D R Alternate" and "On" and the sequence
@@ -161,7 +165,7 @@ void StopShell()
     ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
     ExchangeSettings(true);
     if (!StoringFault.Ok())
-        NoteLeft(UnkeptLine(StoringFault));
+        NoteLeft(TextOf(UnkeptLine(StoringFault)));
     DoEvents();
 }
 
@@ -211,13 +215,13 @@ FileOutcome SaveWindowPosition(std::string_view section, const WindowPosition& p
     FileOutcome left = SaveUserSetting(PositionApplication, section, "Left", WholeText(position.Left));
     const FileOutcome outcome = top.Ok() ? std::move(left) : std::move(top);
     if (!outcome.Ok())
-        ReportMessage(3, MarkRed + UnkeptPositionLine(outcome));
+        TellAtOnce(Message::PositionNotKept, UnkeptPosition(outcome).Values);
     return outcome;
 }
 
 std::string UnkeptPositionLine(const FileOutcome& outcome)
 {
-    return "The window's position is not kept: " + UserStoreName() + ": " + outcome.Cause;
+    return TextOf(UnkeptPosition(outcome));
 }
 
 void StartHelp(std::string_view key)
@@ -227,9 +231,8 @@ void StartHelp(std::string_view key)
         ForgetProcess(handle); // nobody waits for it
         return;
     }
-    ShowBox("Unable to load Help file.\r\nCheck " + ShownPath(IniPath) + " under System/" + std::string(key) +
-                " for correct path",
-            "File Problem", BoxIcon::Warning);
+    TellInABox(Message::HelpNotLoaded, {{"file", ShownPath(IniPath)}, {"key", key}}, "File Problem",
+               BoxIcon::Warning);
 }
 
 } // namespace kv

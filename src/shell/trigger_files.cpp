@@ -30,7 +30,6 @@ constexpr double SecondsOfDay = 86400;
 constexpr int MostAsides = 10000; // names that are tried for a drawing that is set aside
 constexpr FileStamp OutOfReach{~std::uint64_t{0}, 0,
                                0}; // of a file that cannot be asked for; none is so long
-constexpr std::string_view LeftHead = "Left from an earlier start and not run: ";
 
 // Of a trigger file, by its path.
 struct TriggerMemory {
@@ -84,18 +83,30 @@ FileOutcome SetDrawingAside(const std::string& folder, const std::string& path, 
     return outcome;
 }
 
-// Gives the line that was told, if any.
-std::string TellDrawingAside(const std::string& folder, const std::string& path, std::string_view head)
+// Where the drawing has its new name, and where it could not get one.
+struct AsideMessages {
+    Message Kept, Left;
+};
+constexpr AsideMessages UnfinishedAside = {Message::UnfinishedDrawingKept, Message::UnfinishedDrawingLeft};
+constexpr AsideMessages UncertainAside = {Message::UncertainDrawingKept, Message::UncertainDrawingLeft};
+constexpr AsideMessages UndoneAside = {Message::UndoneDrawingKept, Message::UndoneDrawingLeft};
+constexpr AsideMessages StaleAside = {Message::StaleDrawingKept, Message::StaleDrawingLeft};
+
+// Gives the text that was told, if any.
+std::string TellDrawingAside(const std::string& folder, const std::string& path,
+                             const AsideMessages& messages)
 {
     std::string place;
     const FileOutcome outcome = SetDrawingAside(folder, path, place);
     if (outcome.Number == ErrorFileNotFound)
         return {}; // another process has taken it
-    std::string line = std::string(head) + std::string(TempDrawing) + ", kept as " + ShownPath(place);
-    if (!outcome.Ok())
-        line = MarkRed + line + ": " + outcome.Cause;
-    ReportMessage(1, line);
-    return line;
+    MessageLine line = {messages.Kept, {{"file", ShownPath(place)}}};
+    if (!outcome.Ok()) {
+        line.Number = messages.Left;
+        line.Values.emplace_back("cause", outcome.Cause);
+    }
+    Tell(line);
+    return TextOf(line);
 }
 
 // The lines of BATCH.LST go the way of a batch that was cut off, by way of BATCH.RUN.
@@ -106,12 +117,11 @@ void SetStaleBatchAside(const std::string& folder)
     if (outcome.Number == ErrorFileNotFound || outcome.Number == ErrorPathNotFound)
         return;
     if (!outcome.Ok()) {
-        ReportMessage(1, MarkRed + (ShownPath(path) + " cannot be set aside: " + outcome.Cause));
+        Tell(Message::StaleBatchNotAside, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
         return;
     }
-    const std::string head = std::string(LeftHead) + std::string(BatchList) + ", ";
-    const std::string line = SetUnfinishedBatchAside(folder, head);
-    ReportMessage(1, line.empty() ? head + "which names no job" : line);
+    const MessageLine line = SetUnfinishedBatchAside(folder, StaleBatch);
+    Tell(line.Empty() ? MessageLine{Message::StaleBatchWithoutJob} : line);
 }
 
 // Of an earlier process, or one that was done and could not be deleted.
@@ -124,18 +134,19 @@ void TellUnfinishedDrawing(const std::string& folder)
     if (done != FileStamp{} && done == StampOfTrigger(path))
         static_cast<void>(DeleteFile(path)); // the rename over it says why it cannot be
     else
-        TellDrawingAside(folder, path, "Unfinished: ");
+        TellDrawingAside(folder, path, UnfinishedAside);
 }
 
 } // namespace
 
-void RefuseTrigger(const std::string& path, const FileStamp& stamp, const std::string& cause)
+void RefuseTrigger(const std::string& path, const FileStamp& stamp, MessageLine line)
 {
     FileStamp& refused = Triggers[path].Refused;
     if (refused == stamp)
         return;
     refused = stamp;
-    ReportMessage(1, MarkRed + (ShownPath(path) + " " + cause));
+    line.Values.emplace_back("file", ShownPath(path));
+    Tell(std::move(line));
     ReportMessage(2, "");
 }
 
@@ -153,7 +164,7 @@ bool TriggerIsThere(const std::string& path)
 {
     const FileAnswer answer = AskFile(path);
     if (answer.Is == Presence::CannotTell)
-        RefuseTrigger(path, OutOfReach, "cannot be looked for: " + answer.Why.Cause);
+        RefuseTrigger(path, OutOfReach, {Message::TriggerNotLookedFor, {{"cause", answer.Why.Cause}}});
     else if (const auto known = Triggers.find(path);
              known != Triggers.end() && known->second.Refused == OutOfReach)
         known->second.Refused = {};
@@ -172,7 +183,7 @@ FileStamp StampOrTell(const std::string& path)
     FileStamp stamp;
     const FileAnswer answer = AskStamp(path, stamp);
     if (answer.Is == Presence::CannotTell)
-        RefuseTrigger(path, OutOfReach, "cannot be asked for: " + answer.Why.Cause);
+        RefuseTrigger(path, OutOfReach, {Message::TriggerNotAskedFor, {{"cause", answer.Why.Cause}}});
     return stamp;
 }
 
@@ -186,7 +197,7 @@ bool ReadyToRun(const std::string& path)
     const bool ended = stamp.Size > 0 && HoldsEndLine(path, outcome);
     if (!outcome.Ok() && !outcome.Missing)
         RefuseTrigger(path, answer.Is == Presence::There ? stamp : OutOfReach,
-                      "cannot be read: " + outcome.Cause);
+                      {Message::TriggerUnread, {{"cause", outcome.Cause}}});
     if (ended || stamp.Size == 0)
         return ended;
     TriggerMemory& memory = Triggers[path];
@@ -231,7 +242,7 @@ std::string TakeTempDrawing(const std::string& folder, FileLock& lock)
     if (outcome.Number == ErrorFileNotFound)
         return {}; // another process was faster
     if (!outcome.Ok()) {
-        RefuseTrigger(path, ready, "cannot be taken and is not run: " + outcome.Cause);
+        RefuseTrigger(path, ready, {Message::TriggerNotTaken, {{"cause", outcome.Cause}}});
         return {};
     }
     ForgetTrigger(path);
@@ -245,7 +256,7 @@ void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done
     const std::string path = folder + std::string(TempRunFile);
     const FileStamp now = StampOrTell(path);
     if (stamp == FileStamp{} || now == FileStamp{}) {
-        TellDrawingAside(folder, path, "Nobody knows whether it has changed meanwhile: ");
+        TellDrawingAside(folder, path, UncertainAside);
         return;
     }
     // Whoever wrote it has written more into it meanwhile: that is another job.
@@ -253,7 +264,7 @@ void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done
     if (changed && RenameToFree(path, folder + std::string(TempDrawing)).Ok())
         return;
     if (changed || !done) {
-        const std::string told = TellDrawingAside(folder, path, "Not done: ");
+        const std::string told = TellDrawingAside(folder, path, UndoneAside);
         if (!told.empty())
             NoteLeft(told);
         return;
@@ -262,7 +273,7 @@ void EndTempDrawing(const std::string& folder, const FileStamp& stamp, bool done
     if (outcome.Ok())
         return;
     Triggers[path].Done = stamp;
-    ReportMessage(1, MarkRed + (ShownPath(path) + " is done and cannot be deleted: " + outcome.Cause));
+    Tell(Message::DoneFileNotDeleted, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
 }
 
 void TellUnfinishedTriggers(const std::string& folder)
@@ -280,7 +291,7 @@ void SetStaleTriggersAside(const std::string& folder)
     const std::string temp = folder + std::string(TempDrawing);
     FileLock batch, drawing;
     if (AskFile(temp).Is != Presence::NotThere && TakeRunLock(drawing, folder, TempRunFile))
-        TellDrawingAside(folder, temp, LeftHead);
+        TellDrawingAside(folder, temp, StaleAside);
     if (AskFile(folder + std::string(BatchList)).Is != Presence::NotThere &&
         TakeRunLock(batch, folder, BatchRunFile))
         SetStaleBatchAside(folder);

@@ -7,6 +7,7 @@
 
 #include "platform/file_lock.h"
 #include "platform/files.h"
+#include "state/messages.h"
 
 namespace kv {
 
@@ -14,8 +15,8 @@ constexpr std::string_view TempDrawing = "Temp.DXF";
 constexpr std::string_view TempRunFile = "Temp.DXF.RUN"; // while its job runs; no drawing for any list
 constexpr std::string_view BatchList = "BATCH.LST";
 
-// The file cannot be run now; told once for each state of it.
-void RefuseTrigger(const std::string& path, const FileStamp& stamp, const std::string& cause);
+// The file cannot be run now; told once for each state of it. `line` is without the file.
+void RefuseTrigger(const std::string& path, const FileStamp& stamp, MessageLine line);
 // As when it was never seen.
 void ForgetTrigger(const std::string& path);
 void ForgetTriggers();

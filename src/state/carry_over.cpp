@@ -18,8 +18,7 @@ bool StartsClean()
     if (EqualIgnoringCase(word, "clean"))
         return true;
     if (!word.empty() && !EqualIgnoringCase(word, "kept"))
-        ReportMessage(1, "Setting CarryOver: \"" + std::string(word) +
-                             "\" is neither kept nor clean, kept is taken");
+        Tell(Message::CarryOverUnknown, {{"word", word}});
     return false;
 }
 
@@ -37,10 +36,7 @@ void ReportTakenOver()
         line += (line.empty() ? "" : ", ") + noted.What + " " + noted.Value;
     if (line.empty())
         return;
-    for (char& c : line)
-        if (static_cast<unsigned char>(c) < ' ') // a carriage return would begin a second row
-            c = '?';
-    ReportMessage(1, "Taken over from an earlier drawing: " + line);
+    Tell(Message::TakenOver, {{"values", line}});
     Run.TakenOver.clear();
 }
 

@@ -9,25 +9,11 @@
 
 namespace kv {
 
-namespace {
-
-// What would end the row or colour it is no part of what is shown.
-std::string ShownText(std::string_view text)
-{
-    std::string shown(text);
-    for (char& c : shown)
-        if (static_cast<unsigned char>(c) < ' ')
-            c = '?';
-    return shown;
-}
-
-} // namespace
-
 std::string NameWithoutFolder(std::string_view word, std::string_view text)
 {
     const std::string_view folder = FolderPartOf(text);
     if (!folder.empty())
-        ReportMessage(1, std::string(word) + " names a folder, which is left out: " + ShownText(folder));
+        Tell(Message::FolderLeftOut, {{"word", word}, {"folder", folder}});
     return std::string(text.substr(folder.size()));
 }
 
@@ -52,7 +38,7 @@ void ReportNameChange(std::string_view name, std::string_view made)
     if (Run.FileNameChanged)
         return;
     Run.FileNameChanged = true;
-    ReportMessage(1, "No file can have the name " + ShownText(name) + "; it is called " + std::string(made));
+    Tell(Message::NameMadeForFile, {{"name", name}, {"made", made}});
 }
 
 } // namespace kv

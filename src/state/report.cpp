@@ -6,6 +6,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
+#include <map>
+#include <optional>
+#include <utility>
 
 #include "platform/events.h"
 #include "platform/text.h"
@@ -32,7 +36,12 @@ constexpr char RowEnd = '\r';
 constexpr int LastPlainCode = 127;
 constexpr int ReaderInterval = 100; // ms; a meter timer below this follows the reader
 
-std::string MessageBuffer; // each line ended by a carriage return
+struct BufferedLine {
+    MessageLine Line;
+    std::string Text; // with its mark; a carriage return begins a second row
+};
+std::vector<BufferedLine> MessageBuffer;
+MessageLine LineOfBox; // of the box that is shown at the moment
 int RowCount = 0;
 std::array<int, MeterCount> MeterValues{};
 int Interval = 0; // ms; 0: the timer is off
@@ -64,9 +73,9 @@ void ShowRow(ReportRow& row, std::string_view text)
         Report.ShowRow(row);
 }
 
-void ShowReportLines(std::string_view text)
+// Each row is `row` with its own text; what one row colours goes on to the next.
+void ShowReportLines(ReportRow& row, std::string_view text)
 {
-    ReportRow row; // black at each call
     std::size_t start = 0;
     std::size_t end = text.find(RowEnd);
     while (end != std::string_view::npos) {
@@ -75,6 +84,57 @@ void ShowReportLines(std::string_view text)
         end = text.find(RowEnd, start);
     }
     ShowRow(row, text.substr(start));
+}
+
+void ShowAtOnce(MessageLine line, std::string_view text)
+{
+    ReportRow row; // black at each call
+    row.Line = std::move(line);
+    ShowReportLines(row, text);
+    DoEvents();
+}
+
+BufferedLine LineToShow(MessageLine line)
+{
+    assert(MissingValues(line).empty()); // a text of the table has a place that this call does not fill
+    const MessagePage* const page = FindPage(static_cast<long long>(line.Number));
+    std::string text;
+    if (page != nullptr && page->Mark != '\0')
+        text += page->Mark;
+    text += TextOf(line);
+    return {std::move(line), std::move(text)};
+}
+
+// Number and layer; nothing of a line that stands alone: without a layer, or with a count of its own.
+using EqualLines = std::pair<Message, std::string>;
+std::optional<EqualLines> EqualLinesOf(const MessageLine& line)
+{
+    const MessageValue* const layer = FindValue(line, "layer");
+    if (layer == nullptr || FindValue(line, "count") != nullptr)
+        return std::nullopt;
+    return EqualLines{line.Number, layer->Text};
+}
+
+// A drawing with hundreds of equal doubts would push all else out of sight.
+std::vector<BufferedLine> CountedLines(const std::vector<BufferedLine>& lines)
+{
+    std::map<EqualLines, std::size_t> counts;
+    for (const BufferedLine& line : lines)
+        if (const std::optional<EqualLines> equal = EqualLinesOf(line.Line))
+            ++counts[*equal];
+    std::vector<BufferedLine> shown;
+    for (const BufferedLine& line : lines) {
+        const std::optional<EqualLines> equal = EqualLinesOf(line.Line);
+        if (!equal || counts[*equal] <= Report.MostEqualLines) {
+            if (!equal || counts[*equal] > 0)
+                shown.push_back(line);
+            continue;
+        }
+        MessageLine first = line.Line;
+        first.Values.emplace_back("count", static_cast<long long>(std::exchange(counts[*equal], 0)));
+        shown.push_back(LineToShow(std::move(first)));
+    }
+    return shown;
 }
 
 void ClearReport()
@@ -88,8 +148,11 @@ void FlushBuffer()
 {
     if (MessageBuffer.empty())
         return;
-    const std::string shown = MessageBuffer.substr(0, MessageBuffer.size() - 1);
-    ShowReportLines(shown);
+    ReportRow row; // black at each call
+    for (BufferedLine& line : CountedLines(MessageBuffer)) {
+        row.Line = std::move(line.Line);
+        ShowReportLines(row, line.Text);
+    }
     DoEvents();
     MessageBuffer.clear(); // with what the events have added meanwhile
 }
@@ -103,19 +166,42 @@ void ReportMessage(int code, std::string_view text)
         ClearReport();
         return;
     case 1:
-        MessageBuffer += text;
-        MessageBuffer += RowEnd;
+        MessageBuffer.push_back({{}, std::string(text)});
         return;
     case 2:
         FlushBuffer();
         return;
     case 3:
-        ShowReportLines(text);
-        DoEvents();
+        ShowAtOnce({}, text);
         return;
     default:
         return;
     }
+}
+
+void Tell(MessageLine line)
+{
+    if (!line.Empty())
+        MessageBuffer.push_back(LineToShow(std::move(line)));
+}
+
+void Tell(Message number, MessageValues values)
+{
+    Tell(MessageLine{number, std::move(values)});
+}
+
+void TellAtOnce(Message number, MessageValues values)
+{
+    BufferedLine line = LineToShow({number, std::move(values)});
+    ShowAtOnce(std::move(line.Line), line.Text);
+}
+
+void TellInABox(Message number, MessageValues values, std::string_view title, BoxIcon icon)
+{
+    const BufferedLine line = LineToShow({number, std::move(values)});
+    MessageLine outer = std::exchange(LineOfBox, line.Line);
+    ShowBox(line.Text, title, icon);
+    LineOfBox = std::move(outer); // events run while a box is shown, and may show another
 }
 
 void BufferBoxText(std::string_view text)
@@ -127,7 +213,7 @@ void BufferBoxText(std::string_view text)
         else if (lines.empty() || lines.back() != RowEnd)
             lines += RowEnd;
     }
-    ReportMessage(1, lines);
+    MessageBuffer.push_back({LineOfBox, lines});
 }
 
 int ReportRowCount()
@@ -189,9 +275,9 @@ void ReportFailedFiles(const std::vector<std::string>& failed)
 {
     if (failed.size() < 2)
         return;
-    ReportMessage(1, " *** The Following files failed to process: ***");
+    Tell(Message::FailedFiles);
     for (std::size_t i = 1; i < failed.size(); ++i)
-        ReportMessage(1, failed[i]);
+        Tell(Message::FailedFile, {{"drawing", failed[i]}});
     ReportMessage(2, "");
 }
 

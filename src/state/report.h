@@ -6,6 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/dialogs.h"
+#include "state/messages.h"
+
 namespace kv {
 
 // First character of a line: the colour for it and the following lines of the same call.
@@ -18,6 +21,7 @@ struct ReportRow {
     std::string Text; // trimmed, mark removed, CP1252
     unsigned char Red = 0, Green = 0, Blue = 0;
     bool Centred = false;
+    MessageLine Line{}; // what it says; of a frame or a blank line none
 };
 
 enum class Meter { Parsing, ReadingInfo, Processing, Sequencing, SynLeads, PgmCode };
@@ -27,12 +31,21 @@ struct ReportHooks {
     void (*ShowRow)(const ReportRow& row) = nullptr;
     void (*ClearRows)() = nullptr;
     void (*MeterMoved)(Meter meter, int percent) = nullptr;
+    std::size_t MostEqualLines = 3; // of one number on one layer; more are shown as one with their count
 };
 extern ReportHooks Report;
 
 // 0 clears the shown report, 1 buffers a line, 2 shows the buffer and lets events run, 3 shows the
 // text at once and lets events run; any other code is ignored.
+// For frames and blank lines; what says something has a number.
 void ReportMessage(int code, std::string_view text);
+// Buffers a line. Where the buffer is shown, many lines of one number on one layer become one line, with the
+// values of the first and the {count} of all.
+void Tell(MessageLine line);
+void Tell(Message number, MessageValues values = {});
+void TellAtOnce(Message number, MessageValues values); // as code 3
+// In a message box; the console keeps it as lines of the report.
+void TellInABox(Message number, MessageValues values, std::string_view title, BoxIcon icon);
 // The text of a message box as lines of the report, buffered; line ends of any kind.
 void BufferBoxText(std::string_view text);
 int ReportRowCount(); // rows shown since the last clear

@@ -139,18 +139,19 @@ void PutIniValues(std::string_view section, const std::vector<ProfileEntry>& ent
         TellUnkept(StoringFault);
 }
 
-std::string UnkeptLine(const FileOutcome& outcome)
+MessageLine UnkeptLine(const FileOutcome& outcome)
 {
-    return "No setting is kept: " + ShownPath(IniPath) + ": " + outcome.Cause;
+    return {Message::SettingsNotKept, {{"file", ShownPath(IniPath)}, {"cause", outcome.Cause}}};
 }
 
 void TellUnkept(const FileOutcome& outcome)
 {
-    const std::string line = UnkeptLine(outcome);
-    if (line == ToldUnkept)
+    MessageLine line = UnkeptLine(outcome);
+    const std::string text = TextOf(line);
+    if (text == ToldUnkept)
         return;
-    ToldUnkept = line;
-    ReportMessage(3, MarkRed + line);
+    ToldUnkept = text;
+    TellAtOnce(line.Number, std::move(line.Values));
 }
 
 bool IsTrueText(std::string_view text)

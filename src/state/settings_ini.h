@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/ini_file.h"
+#include "state/messages.h"
 
 namespace kv {
 
@@ -15,7 +16,7 @@ bool GetIniValues(std::string_view section, std::vector<ProfileEntry>& entries);
 // that two processes do not take each other's keys away. A failure is StoringFault, and told.
 void PutIniValues(std::string_view section, const std::vector<ProfileEntry>& entries);
 // The line about settings that are not kept, told once for each cause.
-std::string UnkeptLine(const FileOutcome& outcome);
+MessageLine UnkeptLine(const FileOutcome& outcome);
 void TellUnkept(const FileOutcome& outcome);
 
 } // namespace kv

@@ -58,7 +58,7 @@ void WaitForStart(const ProgramCall& command, Long handle)
 {
     PauseSeconds(StartDelay());
     if (handle == 0)
-        ShowBox(CommandText(command) + " Not Loaded", "Error", BoxIcon::Error);
+        TellInABox(Message::ProgramNotLoaded, {{"command", CommandText(command)}}, "Error", BoxIcon::Error);
 }
 
 // In the host's form, since a viewer of the settings is the host's program; CP1252 like any command line.

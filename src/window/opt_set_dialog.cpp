@@ -81,8 +81,8 @@ void OptSetDialog::ShowSorting()
     const FileAnswer answer = LoadSortOptions(cells);
     SortingRead = answer.Is != Presence::CannotTell;
     if (!SortingRead)
-        ReportMessage(3, MarkRed + ShownPath(ExeFolder + std::string(SortOptionFile)) +
-                             " is left as it is: " + answer.Why.Cause);
+        TellAtOnce(Message::TableLeft, {{"file", ShownPath(ExeFolder + std::string(SortOptionFile))},
+                                        {"cause", answer.Why.Cause}});
     Sorting->ShowCells(cells);
 }
 
@@ -103,7 +103,7 @@ void OptSetDialog::accept()
     if (outcome.Ok())
         return;
     const std::string file = ShownPath(ExeFolder + std::string(SortOptionFile));
-    ReportMessage(3, MarkRed + ("Unable to save " + file + ": " + outcome.Cause));
+    TellAtOnce(Message::TableNotSaved, {{"file", file}, {"cause", outcome.Cause}});
 }
 
 } // namespace kv

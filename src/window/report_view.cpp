@@ -164,7 +164,7 @@ void ReportView::AskWhereToSave()
                                                       QStringLiteral("Text files (*.txt);;All files (*)"));
     if (file.isEmpty() || SaveTo(file))
         return;
-    ShowBox("The report cannot be written to " + Ansi(file), ProductName, BoxIcon::Error);
+    TellInABox(Message::ReportNotWritten, {{"file", Ansi(file)}}, ProductName, BoxIcon::Error);
 }
 
 void ReportView::changeEvent(QEvent* event)

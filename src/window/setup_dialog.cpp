@@ -434,8 +434,8 @@ void SetupDialog::ShowTools()
     const FileAnswer answer = LoadHbdTools(tools);
     ToolsRead = answer.Is != Presence::CannotTell;
     if (!ToolsRead)
-        ReportMessage(3, MarkRed + ShownPath(ExeFolder + std::string(HbdToolFile)) +
-                             " is left as it is: " + answer.Why.Cause);
+        TellAtOnce(Message::TableLeft,
+                   {{"file", ShownPath(ExeFolder + std::string(HbdToolFile))}, {"cause", answer.Why.Cause}});
     Tools->ShowCells(tools);
 }
 

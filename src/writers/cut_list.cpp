@@ -112,7 +112,7 @@ void AddRow(const PtsTexts& values)
     std::string row = Row(values);
     if (!IsRecorded({StepKind::CutList, {}, path, row, {}, Config.PTSMetric}))
         ThrowUnlessOk(path, HandOverRow(path, std::move(row), Config.PTSMetric));
-    ReportMessage(1, "Entry to PTS: " + ShownPath(path));
+    Tell(Message::CutListEntry, {{"file", ShownPath(path)}});
 }
 
 } // namespace
@@ -142,9 +142,9 @@ void WriteCutListEntry()
     if (!off && !error && anyValue)
         AddRow(values);
     if (error)
-        ReportMessage(1, "Entry not made to PTS file due to Error");
+        Tell(Message::CutListError);
     if (off)
-        ReportMessage(1, "PTS File Generation Turned OFF in Drawing");
+        Tell(Message::CutListOff);
 }
 
 } // namespace kv

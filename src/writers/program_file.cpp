@@ -20,9 +20,11 @@ bool Written(const std::string& path, const FileOutcome& outcome)
 {
     if (outcome.Ok())
         return true;
-    ReportMessage(1, outcome.Number == ErrorPathNotFound ? "ERROR: Destination Path Not Found."
-                                                         : WholeText(outcome.Number));
-    ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
+    if (outcome.Number == ErrorPathNotFound)
+        Tell(Message::DestinationNotFound);
+    else
+        Tell(Message::FileErrorNumber, {{"error", outcome.Number}});
+    Tell(Message::FileErrorCause, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
     Run.RunFailed = True;
     return false;
 }

@@ -77,7 +77,7 @@ void ReportProcessingTime()
 {
     const double now = ToSingle(SecondsSinceMidnight());
     const Single seconds = ToSingle(now - static_cast<double>(Run.RunStartTime));
-    ReportMessage(1, "Processed in " + PlainText(RoundToPrecision(seconds)) + " Sec.");
+    Tell(Message::ProcessingTime, {{"seconds", PlainText(RoundToPrecision(seconds))}});
 }
 
 void FailDrawing()

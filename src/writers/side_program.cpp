@@ -76,8 +76,8 @@ bool PlaceSideProgram(const std::string& path, const TemplateFields& fields, con
         NoteLines(path, std::move(drawn));
         return true;
     }
-    ReportMessage(1, " Destination Path not Ready  " + ShownPath(path));
-    ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
+    Tell(Message::SideProgramNotPlaced, {{"file", ShownPath(path)}});
+    Tell(Message::SideProgramCause, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
     Run.RunFailed = True;
     return false;
 }

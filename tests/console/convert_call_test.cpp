@@ -224,7 +224,69 @@ TEST_F(ConvertCall, ReportAsJson)
     const json& missing = document["drawings"][1];
     EXPECT_EQ(missing["outcome"], "failed");
     EXPECT_EQ(missing["files"], json::array());
-    EXPECT_EQ(missing["lines"].size(), 1U);
+    EXPECT_EQ(missing["lines"], json({{{"number", 101},
+                                       {"severity", "fault"},
+                                       {"text", Shown("missing.dxf") + "  NOT FOUND"},
+                                       {"colour", "black"},
+                                       {"drawing", Shown("missing.dxf")}}}));
+}
+
+// Circles that are smaller than the tool.
+std::string SmallPockets(int count)
+{
+    std::string text;
+    for (int i = 1; i <= count; ++i)
+        text += "0\nCIRCLE\n8\nEXCAV_K8_Z6_R5\n10\n" + std::to_string(20 * i) + "\n20\n200\n40\n2\n";
+    return text;
+}
+
+TEST_F(ConvertCall, EqualDoubtsOfALayerAreCountedFromTheFourthOn)
+{
+    Put(Folder / "three.dxf", BoredPanel(SmallPockets(3)));
+    Put(Folder / "many.dxf", BoredPanel(SmallPockets(12)));
+    const json drawings =
+        json::parse(Run({"convert", "three.dxf", "many.dxf", "--report", "json"}).Output)["drawings"];
+    std::vector<std::vector<json>> doubts(2);
+    for (std::size_t i = 0; i < 2; ++i)
+        for (const json& line : drawings[i]["lines"])
+            if (line.value("severity", "") == "doubt")
+                doubts[i].push_back(line);
+    ASSERT_EQ(doubts[0].size(), 3U);
+    EXPECT_EQ(doubts[0][2],
+              json({{"number", 421},
+                    {"severity", "doubt"},
+                    {"text", "Layer EXCAV_K8_Z6_R5: the pocket at X60 Y200 is not cleared, it is "
+                             "narrower than its tool"},
+                    {"colour", "black"},
+                    {"layer", "EXCAV_K8_Z6_R5"},
+                    {"place", "X60 Y200"}}));
+    ASSERT_EQ(doubts[1].size(), 1U);
+    EXPECT_EQ(doubts[1][0],
+              json({{"number", 421},
+                    {"severity", "doubt"},
+                    {"text", "Layer EXCAV_K8_Z6_R5: 12 pockets are not cleared, they are narrower "
+                             "than their tool, the first at X20 Y200"},
+                    {"colour", "black"},
+                    {"layer", "EXCAV_K8_Z6_R5"},
+                    {"place", "X20 Y200"},
+                    {"count", 12}}));
+}
+
+TEST_F(ConvertCall, TextsOfADrawingAreShownAsText)
+{
+    const std::string text = "%1 %n {count} {description} \"x\" \x1b[31m $(x) \\n";
+    Put(Folder / "texts.dxf", BoredPanel("0\nTEXT\n8\nDESCR\n10\n0\n20\n0\n1\n" + text + "\n"));
+    const Ended told = Run({"convert", "texts.dxf"});
+    EXPECT_TRUE(Holds(told.Output, "Descr: %1 %n {count} {description} \"x\" ?[31m $(x) \\n\n"))
+        << told.Output;
+    EXPECT_FALSE(Holds(told.Output, "\x1b"));
+    const json lines =
+        json::parse(Run({"convert", "texts.dxf", "--report", "json"}).Output)["drawings"][0]["lines"];
+    const auto described = std::find_if(lines.begin(), lines.end(),
+                                        [](const json& line) { return line.value("number", 0) == 109; });
+    ASSERT_NE(described, lines.end());
+    EXPECT_EQ((*described)["description"], text);
+    EXPECT_EQ((*described)["severity"], "note");
 }
 
 // The cut list's folder is looked for when the drawings of a list are placed.

@@ -119,7 +119,7 @@ class SpreadList : public Console {
 
     static std::string WithoutTimes(const std::string& text)
     {
-        static const std::regex processed("Processed in [^ ]* Sec"), seconds("\"seconds\": [-+.0-9e]*");
+        static const std::regex processed("Processed in [^ ]* Sec"), seconds("\"seconds\": \"?[-+.0-9e]*\"?");
         return std::regex_replace(std::regex_replace(text, processed, "Processed"), seconds, "seconds");
     }
     std::map<std::string, std::string> InstalledFiles() const

@@ -28,6 +28,20 @@ class ConvertedJobs : public testing::Test {
             text = Text();
         return texts;
     }
+    MessageLine Line()
+    {
+        const auto pages = MessagePages();
+        MessageLine line;
+        if (Below(3) > 0)
+            line.Number = pages[static_cast<std::size_t>(Below(static_cast<int>(pages.size())))].Number;
+        for (int left = Below(4); left > 0; --left) {
+            if (Below(2) == 0)
+                line.Values.emplace_back(Text(), Text());
+            else
+                line.Values.emplace_back(Text(), Below(1000) - 500);
+        }
+        return line;
+    }
     ConvertedJob Job()
     {
         ConvertedJob job;
@@ -41,7 +55,7 @@ class ConvertedJobs : public testing::Test {
         for (int left = Below(5); left > 0; --left)
             job.Rows.push_back({Text(), static_cast<unsigned char>(Below(256)),
                                 static_cast<unsigned char>(Below(256)),
-                                static_cast<unsigned char>(Below(256)), Below(2) == 0});
+                                static_cast<unsigned char>(Below(256)), Below(2) == 0, Line()});
         job.Counts = {1, 0, Below(99)};
         job.Seconds = Below(1000) / 512.0;
         for (int left = Below(6); left > 0; --left)
@@ -82,6 +96,14 @@ TEST_F(ConvertedJobs, ComeBackAsTheyWere)
             EXPECT_EQ(read->Rows[row].Text, job.Rows[row].Text);
             EXPECT_EQ(read->Rows[row].Green, job.Rows[row].Green);
             EXPECT_EQ(read->Rows[row].Centred, job.Rows[row].Centred);
+            EXPECT_EQ(read->Rows[row].Line.Number, job.Rows[row].Line.Number);
+            ASSERT_EQ(read->Rows[row].Line.Values.size(), job.Rows[row].Line.Values.size());
+            for (std::size_t value = 0; value < job.Rows[row].Line.Values.size(); ++value) {
+                EXPECT_EQ(read->Rows[row].Line.Values[value].Name, job.Rows[row].Line.Values[value].Name);
+                EXPECT_EQ(read->Rows[row].Line.Values[value].Text, job.Rows[row].Line.Values[value].Text);
+                EXPECT_EQ(read->Rows[row].Line.Values[value].IsWhole,
+                          job.Rows[row].Line.Values[value].IsWhole);
+            }
         }
         ASSERT_EQ(read->Steps.size(), job.Steps.size());
         for (std::size_t step = 0; step < job.Steps.size(); ++step) {

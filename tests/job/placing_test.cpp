@@ -171,8 +171,8 @@ TEST_F(Placement, AProgramThatCannotBeMovedFailsItsDrawingAlone)
     ASSERT_EQ(Told.size(), 1U);
     EXPECT_TRUE(Told[0].Drawing.ends_with("\\DOOR.DXF"));
     const std::string place = (Home.Programs / "SRG/D/OOR").string();
-    EXPECT_EQ(Told[0].Cause.find((Home.Folder / "DOOR.DXF").string() + ": " + place + ": "), 0U)
-        << Told[0].Cause;
+    EXPECT_EQ(TextOf(Told[0].Line).find((Home.Folder / "DOOR.DXF").string() + ": " + place + ": "), 0U)
+        << TextOf(Told[0].Line);
     EXPECT_EQ(Told[0].Number + 1, JobNumber());
     EXPECT_EQ(Run.FailedFiles.size(), 2U);
     EXPECT_EQ(Shell.FailedJobs, 1);

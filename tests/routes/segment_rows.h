@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -82,14 +83,19 @@ inline std::string Difference(const std::vector<RouteSegment>& got, const std::v
     return "";
 }
 
-// The report while the object lives.
+// The report while the object lives, each line of it.
 struct ReportLines {
     ReportLines()
     {
         Lines().clear();
         Report.ShowRow = [](const ReportRow& row) { Lines().push_back(row.Text); };
+        Report.MostEqualLines = std::numeric_limits<std::size_t>::max();
     }
-    ~ReportLines() { Report.ShowRow = nullptr; }
+    ~ReportLines()
+    {
+        Report.ShowRow = nullptr;
+        Report.MostEqualLines = ReportHooks().MostEqualLines;
+    }
     ReportLines(const ReportLines&) = delete;
     ReportLines& operator=(const ReportLines&) = delete;
 

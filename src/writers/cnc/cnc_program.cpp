@@ -165,12 +165,12 @@ bool WriteProgramOfDrawing()
     SetMeter(Meter::PgmCode, 25);
     CncProgram program;
     if (!BuildProgram(program)) {
-        ReportMessage(1, " USER ABORTED ");
+        Tell(Message::UserAborted);
         Run.RunFailed = True;
         return true;
     }
     if (Recall(&WriterMemory::ToolSubstituted, "tool substitution"))
-        ReportMessage(1, "Tool Substitution Made.");
+        Tell(Message::ToolSubstituted);
     if (Val(Config.DRAlternate) != 0 || Run.DrAlt != 0)
         AlternateDrillingsAndRoutes(program.Lines);
     bool written = true;
@@ -178,7 +178,7 @@ bool WriteProgramOfDrawing()
         ReportProcessingTime();
         written = WriteOutput(program);
     } else {
-        ReportMessage(1, " No Selected Operations found for PTP");
+        Tell(Message::NothingSelected);
     }
     SetMeter(Meter::PgmCode, 100);
     return written;
@@ -200,11 +200,12 @@ void WriteCncProgram()
             drop();
     } catch (const RunError& error) {
         drop();
-        ReportMessage(1, error.Number == ErrorPathNotFound
-                             ? "Unable to Find Destination Path"
-                             : "Unable to Process file. " + WholeText(error.Number));
+        if (error.Number == ErrorPathNotFound)
+            Tell(Message::ProgramPathNotFound);
+        else
+            Tell(Message::ProgramNotProcessed, {{"error", error.Number}});
         if (!error.Cause.empty())
-            ReportMessage(1, ShownPath(Run.SourceFile) + ": " + error.Cause);
+            Tell(Message::ProgramCause, {{"drawing", ShownPath(Run.SourceFile)}, {"cause", error.Cause}});
         FailDrawing();
     }
 }

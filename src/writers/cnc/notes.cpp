@@ -109,9 +109,9 @@ void HandOverNotes(const std::string& folder, const std::string& place)
         return;
     const std::string root = NotesRoot(folder);
     if (root.empty()) {
-        ReportMessage(1, "CNC NOTES found in drawing");
-        ReportMessage(1, "Environment Variable DIRNOT Not Found.");
-        ReportMessage(1, "CNC NOTES NOT SAVED");
+        Tell(Message::NotesFound);
+        Tell(Message::NotesWithoutFolder);
+        Tell(Message::NotesNotSaved);
         return;
     }
     const std::string path = root + "NOC\\" + place;

@@ -59,20 +59,20 @@ char KindLetter(bool horizontalWritten)
     return letter;
 }
 
-void Warn(const std::string& text)
+void Warn(Message number, const std::string& file)
 {
-    ShowBox(text, ProductName, BoxIcon::Warning);
+    TellInABox(number, {{"file", file}}, ProductName, BoxIcon::Warning);
 }
 
 void FailWithoutIndex(const std::string& folder)
 {
     const std::string shown = folder.empty() ? folder : ShownPath(folder);
-    Warn("CNC90/Winner90 Index File " + shown + std::string(IndexFileName) + " Not Found");
-    ReportMessage(1, "Import Failed");
+    Warn(Message::IndexNotFound, shown + std::string(IndexFileName));
+    Tell(Message::ImportFailed);
     if (folder.empty())
-        ReportMessage(1, "No program folder is set");
+        Tell(Message::NoProgramFolderSet);
     else if (!FolderIsThere(folder))
-        ReportMessage(1, shown + ": the program folder does not exist");
+        Tell(Message::ProgramFolderMissing, {{"folder", shown}});
     FailDrawing();
 }
 
@@ -117,7 +117,7 @@ bool HandOverRecord(const std::string& folder, const std::string& path, std::str
     if (outcome.Ok())
         return true;
     WarnOfIndex(path);
-    ReportMessage(1, ShownPath(path) + ": " + outcome.Cause);
+    Tell(Message::IndexCause, {{"file", ShownPath(path)}, {"cause", outcome.Cause}});
     FailDrawing();
     return false;
 }
@@ -152,14 +152,13 @@ std::string IndexPathIn(const std::string& programFolder)
 
 void WarnOfIndex(const std::string& path)
 {
-    Warn("PROBLEM ACCESSING " + ShownPath(path) + " FOR WRITE");
+    Warn(Message::IndexNotWritable, ShownPath(path));
 }
 
 void ReportBrokenIndex(const std::string& path, std::uint64_t size)
 {
-    Warn("!!! PROBLEM DETECTED WITH " + std::string(IndexFileName) + " FILE !!!");
-    ReportMessage(1, ShownPath(path) + ": left as it is, " + WholeText(static_cast<long long>(size)) +
-                         " bytes are no whole records; the program is not in it");
+    Warn(Message::IndexBroken, std::string(IndexFileName));
+    Tell(Message::IndexLeft, {{"file", ShownPath(path)}, {"bytes", static_cast<long long>(size)}});
 }
 
 std::string IndexRecord(std::string_view programName, bool horizontalWritten)

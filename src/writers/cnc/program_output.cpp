@@ -26,7 +26,7 @@ bool Place(const ProgramPart& part)
 
 void ReportCompleted(const CncProgram& program)
 {
-    ReportMessage(1, "CONVERSION COMPLETED.  " + WholeText(program.LastLine() + 1) + " Lines");
+    Tell(Message::ProgramCompleted, {{"lines", program.LastLine() + 1}});
 }
 
 // G183 and G184 lines are no places to cut.
@@ -71,7 +71,7 @@ std::string PortionName(std::string output, int count)
 void ReportPortion(int count, const std::string& name)
 {
     const std::string shown = Holds(name, "\\") ? ShownPath(name) : name;
-    ReportMessage(1, "PORTION" + WholeText(count) + " - " + shown + " COMPLETED. ");
+    Tell(Message::PortionCompleted, {{"portion", count}, {"program", shown}});
 }
 
 bool WritePortions(const CncProgram& program, const std::string& output, Long limit)
@@ -80,12 +80,12 @@ bool WritePortions(const CncProgram& program, const std::string& output, Long li
     Long first = 0;
     Long last = limit;
     for (int count = 1;; ++count) {
-        ReportMessage(1, "Breaking up into multiples...");
+        Tell(Message::BreakingUp);
         if (last - first >= limit)
             last = CutBefore(program.Lines, first, last);
         if (last < first) {
-            ReportMessage(1, "Too many segements in single route for portion");
-            ReportMessage(1, "Import Aborted");
+            Tell(Message::RouteTooLong);
+            Tell(Message::ImportAborted);
             FailDrawing();
             return true; // the portions so far are programs
         }
@@ -113,7 +113,7 @@ bool WriteOutput(const CncProgram& program)
         return WritePortions(program, output, limit);
     if (!Place({output, output, TextOfProgramLines(program.Lines), program.Lines, program.HorizontalWritten}))
         return false;
-    ReportMessage(1, std::string(ControlCaptions[Run.ControlType]));
+    Tell(Message::ControlOfProgram, {{"control", ControlCaptions[Run.ControlType]}});
     ReportCompleted(program);
     return true;
 }

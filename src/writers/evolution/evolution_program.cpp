@@ -45,7 +45,7 @@ void PlaceEvolutionProgram(const EvolutionProgram& program)
     if (!PlaceSideProgram(path, program.Fields, program.Sides))
         return;
     NoteWrittenProgram(FileNameOf(path), path);
-    ReportMessage(1, "Genesis Evolution");
+    Tell(Message::EvolutionWritten);
     ReportProcessingTime();
 }
 
@@ -73,7 +73,7 @@ void WriteEvolutionProgram()
         return;
     FillEvolutionTemplate(program.Fields);
     if (!WriteOperations(program)) {
-        ReportMessage(1, " USER ABORTED ");
+        Tell(Message::UserAborted);
         Run.RunFailed = True;
         return;
     }
@@ -82,7 +82,7 @@ void WriteEvolutionProgram()
     if (Recall(&WriterMemory::EvolutionWritten, "output flag"))
         PlaceEvolutionProgram(program);
     else
-        ReportMessage(1, " No Selected Operations found for PTP");
+        Tell(Message::NothingSelected);
 }
 
 } // namespace kv

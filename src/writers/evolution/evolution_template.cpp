@@ -153,10 +153,10 @@ bool LoadEvolutionTemplate(TemplateFields& fields)
         fields = CutFields(std::move(text));
         return true;
     case Presence::NotThere:
-        ShowBox("EvHeader.dat file not found", "Alert!", BoxIcon::Error);
+        TellInABox(Message::EvolutionTemplateMissing, {}, "Alert!", BoxIcon::Error);
         break;
     case Presence::CannotTell:
-        ReportMessage(1, ShownPath(path) + ": " + answer.Why.Cause);
+        Tell(Message::EvolutionTemplateUnread, {{"file", ShownPath(path)}, {"cause", answer.Why.Cause}});
         break;
     }
     FailDrawing();

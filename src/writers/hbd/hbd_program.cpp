@@ -316,10 +316,10 @@ void WriteHbdProgram()
     const std::string name = FileNameOf(OutputName());
     if (program.AnyBore) {
         const std::string adapted = NameForMachine(name);
-        ReportMessage(1, MarkGreen + ("Part name adapted to \"" + adapted + "\" for HBD."));
+        Tell(Message::HbdName, {{"name", adapted}});
         PlaceSideProgram(WithBackslash(Trim(Config.HBDDestinationPath)) + adapted, fields, program.Sides);
     } else {
-        ReportMessage(1, MarkBlue + ("HBD not indicated for \"" + name + "\""));
+        Tell(Message::HbdNotIndicated, {{"name", name}});
     }
     SetMeter(Meter::PgmCode, 100);
 }
