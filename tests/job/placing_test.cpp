@@ -204,7 +204,8 @@ TEST_F(Placement, AnIndexOfABrokenLengthIsLeftAndTheProgramsStand)
     }
     ReportMessage(2, "");
     ASSERT_EQ(Told.size(), 1U);
-    EXPECT_EQ(Told[0].Cause, (Home.Folder / "DOOR.DXF").string() + ": the program is not in the index");
+    EXPECT_EQ(TextOf(Told[0].Line),
+              (Home.Folder / "DOOR.DXF").string() + ": the program is not in the index");
     EXPECT_EQ(Run.FailedFiles.size(), 2U);
     EXPECT_TRUE(Home.HasProgram("DOOR"));
     EXPECT_EQ(Home.Read(Index()), std::string(83, 'x'));

@@ -134,7 +134,7 @@ TEST_F(BatchSafety, ABatchWithoutJobsJustGoes)
     PutFile("BATCH.OLD", "A\r\n");
     for (const char* const text : {"", "\r\n", "!CNCOFF\r\n"}) {
         PutFile("BATCH.RUN", text);
-        EXPECT_EQ(SetUnfinishedBatchAside(At), "") << text;
+        EXPECT_EQ(TextOf(SetUnfinishedBatchAside(At)), "") << text;
         EXPECT_EQ(FileText("BATCH.OLD"), "A\r\n");
         EXPECT_EQ(Names(), (Texts{"BATCH.OLD"}));
     }
