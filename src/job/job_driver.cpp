@@ -29,6 +29,7 @@
 #include "routes/route_chains.h"
 #include "routes/route_sides.h"
 #include "state/carry_over.h"
+#include "state/drawn_entities.h"
 #include "state/given_names.h"
 #include "state/report.h"
 #include "state/run.h"
@@ -174,6 +175,7 @@ void ConvertDrawing()
     // 1. Reset.
     ResetRun();
     ForgetProgramTraces();
+    NameDrawnEntities();
     CurrentEntity.SearchNotes = False;
     StageDone("entities");
     // 2. Instructions of the drawing.

@@ -3,6 +3,10 @@
 
 #include <algorithm>
 
+#include "platform/text.h"
+#include "state/drawn_names.h"
+#include "state/run.h"
+
 namespace kv {
 
 RecordArray<DrawnEntity> DrawnEntities;
@@ -27,6 +31,35 @@ void ForgetDrawnEntities()
 {
     DrawnEntities.Clear();
     Sets.clear();
+}
+
+void NameDrawnEntities()
+{
+    Text<10> kind; // neighbours mostly share a kind
+    Long kindNumber = 0;
+    for (const DxfEntity& entity : Entities) {
+        DrawnEntity& drawn = DrawnEntities[entity.Drawn];
+        if (entity.Drawn == 0 || drawn.Kind != 0)
+            continue;
+        if (!(entity.Kind == kind)) {
+            kind = entity.Kind;
+            kindNumber = NumberOfName(kind.Trimmed());
+        }
+        drawn.Kind = entity.KindName != 0 ? entity.KindName : kindNumber;
+        drawn.Layer = entity.LayerName;
+    }
+}
+
+MessageValues WithPlace(MessageValues values, Long drawn)
+{
+    const std::vector<Long> entities = EntitiesOf(drawn);
+    if (entities.empty())
+        return values;
+    const DrawnEntity& first = DrawnEntities[entities.front()];
+    values.emplace_back("line", static_cast<long long>(first.Line));
+    if (!first.Handle.Trimmed().empty())
+        values.emplace_back("handle", first.Handle.Trimmed());
+    return values;
 }
 
 std::vector<Long> EntitiesOf(std::span<const Long> drawn)

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/numbers.h"
-#include "platform/text.h"
+#include "state/messages.h"
 #include "state/records.h"
 
 namespace kv {
@@ -16,11 +16,17 @@ struct DrawnEntity {
     Long Line = 0;   // of the file, where its kind stands
     Long Owner = 0;  // the polyline of a vertex; 0: none
     Text<16> Handle; // group 5, as written; blank where the drawing gives none
+    Long Kind = 0;   // numbers of names, as the drawing spells them
+    Long Layer = 0;
 };
 extern RecordArray<DrawnEntity> DrawnEntities; // from 1, in the order of the file
 
 // Before a drawing is read.
 void ForgetDrawnEntities();
+// Kinds and layers of all, from Entities as they were read.
+void NameDrawnEntities();
+// A message's values with the "line" and "handle" of the first entity that the number stands for.
+MessageValues WithPlace(MessageValues values, Long drawn);
 // The entities of both, as one number.
 Long DrawnTogether(Long drawn, Long other);
 // The entities that a record's number stands for, without 0, each once.

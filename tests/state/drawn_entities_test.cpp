@@ -36,5 +36,31 @@ TEST_F(DrawnTogetherTest, EachEntityOfASetStandsInItOnce)
     EXPECT_EQ(EntitiesOf(set), (std::vector<Long>{1, 2, 3}));
 }
 
+std::string ValueOf(const MessageValues& values, std::string_view name)
+{
+    for (const MessageValue& value : values)
+        if (value.Name == name)
+            return value.Text;
+    return "none";
+}
+
+TEST_F(DrawnTogetherTest, AMessageNamesLineAndHandleOfTheFirstEntity)
+{
+    DrawnEntity entity;
+    entity.Line = 40;
+    entity.Handle = "2F";
+    DrawnEntities.Append(entity);
+    entity.Line = 60;
+    entity.Handle = "";
+    DrawnEntities.Append(entity);
+    const MessageValues both = WithPlace({{"layer", "A"}}, DrawnTogether(2, 1));
+    EXPECT_EQ(ValueOf(both, "layer"), "A");
+    EXPECT_EQ(ValueOf(both, "line"), "40");
+    EXPECT_EQ(ValueOf(both, "handle"), "2F");
+    EXPECT_EQ(ValueOf(WithPlace({}, 2), "line"), "60");
+    EXPECT_EQ(ValueOf(WithPlace({}, 2), "handle"), "none"); // the drawing gives it none
+    EXPECT_EQ(ValueOf(WithPlace({}, 0), "line"), "none");
+}
+
 } // namespace
 } // namespace kv
