@@ -67,6 +67,7 @@ void TakeBorderPoints(bool isLine)
 {
     const Point first{CurrentEntity.X1, CurrentEntity.Y1};
     const Point second{CurrentEntity.X2, CurrentEntity.Y2};
+    Run.BorderDrawn.push_back(CurrentEntity.Drawn);
     WidenSide(5, first);
     if (isLine)
         WidenSide(5, second);
@@ -102,6 +103,7 @@ void TakeBorderPolyline(Long& index)
 // SCALE, as the other three are.
 bool TakePanelSolid()
 {
+    Run.BorderDrawn.push_back(CurrentEntity.Drawn);
     Run.SideMinX[5] = CurrentEntity.X1;
     Run.SideMinY[5] = CurrentEntity.StartAngle;
     Run.SideMaxX[5] = CurrentEntity.X2;

@@ -313,6 +313,7 @@ void PinNote(const Pass& pass)
     if (Trim(pass.Line).empty())
         return;
     const DxfEntity& text = *pass.Entity;
+    Run.TextsRead.push_back({text.Drawn, "note", pass.Line});
     const bool aligned = text.TextAlign != 0;
     Run.NoteCount = ToInt(Run.NoteCount + 1.0);
     const auto slots = static_cast<std::size_t>(Run.NoteCount) + 1;
@@ -328,11 +329,14 @@ void ObeyLine(Pass& pass)
 {
     pass.Position = 1;
     const std::string word = UpperCase(ParseString(pass.Position, pass.Line, " ="));
-    if (word == UpperCase(ProductName) || word == "POST")
+    if (word == UpperCase(ProductName) || word == "POST") {
+        Run.TextsRead.push_back({pass.Entity->Drawn, "title of the instructions", pass.Line});
         return;
+    }
     for (const Keyword& keyword : Keywords) {
         if (word != keyword.Word)
             continue;
+        Run.TextsRead.push_back({pass.Entity->Drawn, word, pass.Line});
         keyword.Obey(pass);
         return;
     }

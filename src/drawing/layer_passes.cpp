@@ -6,6 +6,7 @@
 
 #include "drawing/layer_rules.h"
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 #include "state/drawn_names.h"
 
 namespace kv {
@@ -51,12 +52,14 @@ NameNumber ReadNameNumber(std::string_view name)
 void SplitBorders()
 {
     const Long last = Entities.Last();
+    DrawnCopies copies;
     for (Long i = 1; i <= last; ++i) {
         const std::string name(Entities[i].Layer.Trimmed());
         const std::size_t split = name.find('$');
         if (!BeginsWith(name, "BORDER") || split == std::string::npos)
             continue;
         DxfEntity& copy = Entities.Append(Entities[i]);
+        copy.Drawn = copies.Of(copy.Drawn);
         copy.Layer = "ROUTE" + name.substr(split + 1);
         Entities[i].Layer = name.substr(0, split);
     }
@@ -129,7 +132,7 @@ std::string InheritedParts(std::string_view pass, std::string_view shortened, co
 }
 
 // Splits the first pass off a record's name. True when the copy holds a further "$".
-bool SplitPass(Long index, const PassWord& word)
+bool SplitPass(Long index, const PassWord& word, DrawnCopies& copies)
 {
     std::string name(Entities[index].Layer.Trimmed());
     std::string next;
@@ -146,6 +149,7 @@ bool SplitPass(Long index, const PassWord& word)
     std::string_view pass = TrimRight(std::string_view(name).substr(split + 1, second - split - 1));
     pass = WithoutHead(WithoutHead(WithoutHead(pass, word.Head), "_"), " ");
     DxfEntity copy = Entities[index];
+    copy.Drawn = copies.Of(copy.Drawn);
     NoteDrawnLayer(shortened, copy.LayerName); // a value that is refused names it
     copy.Layer =
         std::string(word.Word) + next + std::string(pass) + InheritedParts(pass, shortened, word) + tail;
@@ -157,12 +161,13 @@ bool SplitPass(Long index, const PassWord& word)
 bool SplitPasses()
 {
     bool more = false;
+    DrawnCopies copies;
     const Long last = Entities.Last();
     for (Long i = 1; i <= last; ++i) {
         const std::string_view name = Entities[i].Layer.Trimmed();
         const PassWord* const word = Holds(name, "$") ? PassWordOf(name) : nullptr;
         if (word != nullptr)
-            more |= SplitPass(i, *word);
+            more |= SplitPass(i, *word, copies);
     }
     return more;
 }
@@ -188,6 +193,7 @@ void ExpandLayerPasses()
     while (SplitPasses()) {
     }
     NoteDrawnLayers();
+    NameLayerStates();
     CurrentEntity.NoteText.clear();
     Run.EntityCount = Entities.Last();
 }

@@ -50,6 +50,65 @@ void NameDrawnEntities()
     }
 }
 
+void NameLayerStates()
+{
+    Text<114> layer;
+    Long number = 0;
+    for (const DxfEntity& entity : Entities) {
+        if (entity.Drawn == 0)
+            continue;
+        if (!(entity.Layer == layer)) {
+            layer = entity.Layer;
+            number = NumberOfName(layer.Trimmed());
+        }
+        DrawnEntities[entity.Drawn].State = number;
+    }
+}
+
+Long WholeOf(Long drawn)
+{
+    const Long owner = DrawnEntities[drawn].Owner;
+    return owner != 0 ? owner : drawn;
+}
+
+Long DrawnAs(Long drawn)
+{
+    const Long whole = WholeOf(drawn);
+    const Long first = DrawnEntities[whole].CopyOf;
+    return first != 0 ? first : whole;
+}
+
+Long DrawnCopies::Of(Long drawn)
+{
+    if (drawn <= 0)
+        return drawn;
+    if (drawn == Last) // the records of a lightweight polyline are one entity
+        return CopyOfLast;
+    DrawnEntity copy = DrawnEntities[drawn];
+    if (copy.Owner != 0 && copy.Owner == Whole)
+        copy.Owner = CopyOfWhole;
+    if (copy.CopyOf == 0)
+        copy.CopyOf = drawn;
+    DrawnEntities.Append(copy);
+    Last = drawn;
+    CopyOfLast = DrawnEntities.Last();
+    if (copy.Owner == 0) {
+        Whole = Last;
+        CopyOfWhole = CopyOfLast;
+    }
+    return CopyOfLast;
+}
+
+std::string DrawnLayerOf(Long drawn)
+{
+    return std::string(NameOfNumber(DrawnEntities[drawn].Layer));
+}
+
+std::string DrawnKindOf(Long drawn)
+{
+    return std::string(NameOfNumber(DrawnEntities[drawn].Kind));
+}
+
 MessageValues WithPlace(MessageValues values, Long drawn)
 {
     const std::vector<Long> entities = EntitiesOf(drawn);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <vector>
 
 #include "platform/numbers.h"
@@ -18,6 +19,9 @@ struct DrawnEntity {
     Text<16> Handle; // group 5, as written; blank where the drawing gives none
     Long Kind = 0;   // numbers of names, as the drawing spells them
     Long Layer = 0;
+    // An entity whose layer asks for several operations stands in the list once for each of them.
+    Long CopyOf = 0; // the one as drawn; 0: this one is
+    Long State = 0;  // number of its layer's name as the passes know it
 };
 extern RecordArray<DrawnEntity> DrawnEntities; // from 1, in the order of the file
 
@@ -25,6 +29,24 @@ extern RecordArray<DrawnEntity> DrawnEntities; // from 1, in the order of the fi
 void ForgetDrawnEntities();
 // Kinds and layers of all, from Entities as they were read.
 void NameDrawnEntities();
+// The layers of all, from Entities as the layer rules have rewritten them.
+void NameLayerStates();
+// The entity whose part it is, a vertex's polyline say, in the same operation.
+Long WholeOf(Long drawn);
+// The whole entity as it is drawn.
+Long DrawnAs(Long drawn);
+// Numbers for records that are copied for a further operation, one after the other in their order.
+class DrawnCopies {
+  public:
+    Long Of(Long drawn);
+
+  private:
+    Long Last = 0, CopyOfLast = 0;
+    Long Whole = 0, CopyOfWhole = 0; // the polyline whose vertices follow
+};
+// Layer and kind as the drawing spells them.
+std::string DrawnLayerOf(Long drawn);
+std::string DrawnKindOf(Long drawn);
 // A message's values with the "line" and "handle" of the first entity that the number stands for.
 MessageValues WithPlace(MessageValues values, Long drawn);
 // The entities of both, as one number.

@@ -44,6 +44,12 @@ struct TakenOverValue {
     std::string What, Value;
 };
 
+// A text of the drawing that was read, and as what: "LAYER", "part name".
+struct TextRead {
+    Long Drawn = 0;
+    std::string As, Line;
+};
+
 struct RunBlock {
     // The job. Set by the driver before the run, so kept by the reset.
     Single RunStartTime = 0; // seconds since midnight
@@ -103,6 +109,8 @@ struct RunBlock {
     std::vector<std::string> LayerTable; // row 0 BORDER, 1 VBORE DRILLING, 2 GROOVE, 3 HBORE, then routes
     Int RoutePass = 0;                   // row of the route pass that runs; 0 outside
     std::vector<TakenOverValue> TakenOver;
+    std::vector<Long> BorderDrawn; // entities that gave the panel
+    std::vector<TextRead> TextsRead;
 };
 extern RunBlock Run;
 
