@@ -17,6 +17,7 @@ BEGIN {
     words["routes"] = "order, links, pockets, depths, sides, leads"
     words["drilling"] = "tour, grooves, edge bores, drill head"
     words["writers"] = "programs, index, notes, cut list"
+    words["ledger"] = "what became of each entity"
     words["job"] = "the order of all passes"
     words["toolchain"] = "viewers, binaries"
     words["shell"] = "unattended mode, file list, rules of windows"

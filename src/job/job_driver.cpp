@@ -18,6 +18,8 @@
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
 #include "job/placing.h"
+#include "ledger/ledger_report.h"
+#include "ledger/stage_marks.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -143,6 +145,7 @@ void ReadAndConvert()
 
 void StageDone(std::string_view stage)
 {
+    MarkStage(stage);
     if (Stages.Done != nullptr)
         Stages.Done(stage);
 }
@@ -162,6 +165,14 @@ void PlanStops()
         OptimizeDrilling();
 }
 
+// What became of the entities, when the programs are there.
+void CloseLedger()
+{
+    MarkStage("programs");
+    if (Run.RunFailed == False)
+        ReportLeftOut(AnswersOfRun());
+}
+
 void EndRun()
 {
     ReleaseRunArrays();
@@ -175,6 +186,7 @@ void ConvertDrawing()
     // 1. Reset.
     ResetRun();
     ForgetProgramTraces();
+    ForgetMarks();
     NameDrawnEntities();
     CurrentEntity.SearchNotes = False;
     StageDone("entities");
@@ -249,6 +261,8 @@ void ConvertDrawing()
     // 21. and 22. Programs and cut list; the list also when a program failed.
     if (!Stages.StopBeforeWriters) {
         RunProgramWriters();
+        CloseLedger();
+        EndProgramsReport();
         WriteCutListEntry();
         StageDone("programs");
     }
@@ -259,6 +273,7 @@ void ConvertDrawing()
 void ProcessDrawingFile(std::string& jobLine)
 {
     Run.RunStartTime = static_cast<Single>(SecondsSinceMidnight());
+    ForgetTold();
     ReadJobLine(jobLine);
     BeginJobOutput();
     bool ended = false; // by an error: nothing of the drawing is placed

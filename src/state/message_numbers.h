@@ -191,6 +191,27 @@ enum class Message : int {
     StaleDrawingKept = 746,
     StaleDrawingLeft = 747,
     ListStopped = 750,
+
+    // 8xx: what became of the drawing's entities
+    KindNotMachined = 811,
+    EntityWithoutPoints = 812,
+    GrooveAskew = 813,
+    GrooveHalf = 814,
+    EdgeBoreInNoView = 815,
+    StopWithoutDrill = 816,
+    DoubleBore = 817,
+    BlockNotInSequence = 818,
+    ClassSwitchedOff = 819,
+    CircleNotWritten = 820,
+    MirrorImage = 821,
+    DroppedByAlternation = 822,
+    RouteOnOutlineRemoved = 823,
+    ProgramCut = 828,
+    LineReplaced = 829,
+    LayerNearWord = 830,
+    FurtherLayers = 831,
+    TextNotMachined = 840,
+    ProgramsSwitchedOff = 841,
 };
 
 } // namespace kv

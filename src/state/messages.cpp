@@ -24,6 +24,7 @@ constexpr RoomRow RoomRows[] = {
     {5, "Programs and cut list"},
     {6, "Files and installation"},
     {7, "Batches, trigger files, lists and window"},
+    {8, "What became of the entities"},
 };
 
 // Calls `take` with each stretch of plain text and each name, in their order.

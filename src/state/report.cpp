@@ -9,6 +9,7 @@
 #include <cassert>
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "platform/events.h"
@@ -41,7 +42,8 @@ struct BufferedLine {
     std::string Text; // with its mark; a carriage return begins a second row
 };
 std::vector<BufferedLine> MessageBuffer;
-MessageLine LineOfBox; // of the box that is shown at the moment
+std::map<Message, std::set<std::string, std::less<>>> ToldLayers; // of the job; empty: a line without a layer
+MessageLine LineOfBox;                                            // of the box that is shown at the moment
 int RowCount = 0;
 std::array<int, MeterCount> MeterValues{};
 int Interval = 0; // ms; 0: the timer is off
@@ -96,6 +98,8 @@ void ShowAtOnce(MessageLine line, std::string_view text)
 
 BufferedLine LineToShow(MessageLine line)
 {
+    const MessageValue* const layer = FindValue(line, "layer");
+    ToldLayers[line.Number].insert(layer == nullptr ? std::string() : layer->Text);
     assert(MissingValues(line).empty()); // a text of the table has a place that this call does not fill
     const MessagePage* const page = FindPage(static_cast<long long>(line.Number));
     std::string text;
@@ -177,6 +181,22 @@ void ReportMessage(int code, std::string_view text)
     default:
         return;
     }
+}
+
+bool WasTold(Message number)
+{
+    return ToldLayers.contains(number);
+}
+
+bool WasTold(Message number, std::string_view layer)
+{
+    const auto told = ToldLayers.find(number);
+    return told != ToldLayers.end() && told->second.contains(layer);
+}
+
+void ForgetTold()
+{
+    ToldLayers.clear();
 }
 
 void Tell(MessageLine line)

@@ -48,6 +48,11 @@ void TellAtOnce(Message number, MessageValues values); // as code 3
 void TellInABox(Message number, MessageValues values, std::string_view title, BoxIcon icon);
 // The text of a message box as lines of the report, buffered; line ends of any kind.
 void BufferBoxText(std::string_view text);
+// Whether a line of that number was told since the job began; with a layer: about that layer, as the line
+// shows it.
+bool WasTold(Message number);
+bool WasTold(Message number, std::string_view layer);
+void ForgetTold();
 int ReportRowCount(); // rows shown since the last clear
 
 void SetMeter(Meter meter, int percent);

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/paths.h"
+#include "state/report.h"
+
 namespace kv {
 
 std::vector<ProgramTrace> ProgramTraces;
@@ -23,14 +26,18 @@ void NoteLines(std::string_view path, const std::vector<ProgramLine>& lines, std
     constexpr std::size_t lineEnd = 2; // bytes
     std::vector<Long> drawn;
     std::size_t bytes = 0;
+    Long left = static_cast<Long>(lines.size());
     for (const ProgramLine& line : lines) {
         bytes += line.Text.size() + lineEnd;
         if (bytes > contents.size())
             break;
+        --left;
         const auto own = std::count(line.Text.begin(), line.Text.end(), '\n') + 1;
         drawn.insert(drawn.end(), static_cast<std::size_t>(own), line.Drawn);
     }
     NoteLines(path, std::move(drawn));
+    if (left > 0)
+        Tell(Message::ProgramCut, {{"program", ShownPath(path)}, {"count", left}});
 }
 
 } // namespace kv

@@ -34,6 +34,10 @@ void RunProgramWriters()
         WriteCncProgram();
     if (Run.CncOff == 0 && Run.ControlType == 2)
         WriteEvolutionProgram();
+}
+
+void EndProgramsReport()
+{
     ReportTakenOver();
     ReportMessage(
         1, MarkPink +

@@ -27,6 +27,8 @@ void NoteWrittenProgram(std::string_view fileName, std::string_view path);
 void ApplyMachineOrigin();
 // HBD first, since it takes bores away from the others, then the writer of the control.
 void RunProgramWriters();
+// What was taken over, and the line that ends a drawing's programs in the report.
+void EndProgramsReport();
 // The writers' working variables as at program start.
 void ResetWriters();
 // At the start of a job: nothing is taken over yet; `clean` forgets what earlier drawings left.

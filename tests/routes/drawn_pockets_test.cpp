@@ -155,8 +155,9 @@ TEST_F(DrawnPocket, HalfCirclesFromAnyPointInBothTurnings)
             // Arcs that are drawn are cut clockwise, so the chained records are exchanged.
             const AtStage look("chained", [&] {
                 std::vector<RouteSegment> chain = rows::HalfCircles({100, 100}, 10, begin, counterClockwise);
+                Long next = 0;
                 for (RouteSegment& record : chain) {
-                    RouteSegment drawn = RouteSegments[1];
+                    RouteSegment drawn = RouteSegments[++next];
                     drawn.Kind = record.Kind;
                     drawn.X = record.X;
                     drawn.Y = record.Y;

@@ -131,6 +131,7 @@ class ProgramScene : public testing::Test {
     static void RunProgramWriters()
     {
         kv::RunProgramWriters();
+        EndProgramsReport();
         FinishJobOutput(true);
     }
     static void WriteCutListEntry()

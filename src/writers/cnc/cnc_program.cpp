@@ -78,21 +78,19 @@ void WriteOffsets(CncProgram& program)
                 PlainWord("X", Run.OffsetX));
 }
 
-std::string SequenceOfRun()
+std::string SequenceOfSettings()
 {
-    const std::string sequence =
-        std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence).substr(0, SequenceLength);
-    if (Run.SequenceName.size() != SequenceLength)
-        return sequence;
-    if (Run.SequenceName != Run.Alone.SequenceName && Run.SequenceName != sequence)
-        NoteTakenOver("sequence", Run.SequenceName);
-    return Run.SequenceName;
+    return std::string(Config.Sequence.empty() ? DesignedSequence : Config.Sequence)
+        .substr(0, SequenceLength);
 }
 
 // Other letters run nothing, one that stands twice runs its block twice.
 bool WriteBlocks(CncProgram& program)
 {
-    for (const char letter : SequenceOfRun()) {
+    const std::string sequence = SequenceInForce();
+    if (sequence != SequenceOfSettings() && Run.SequenceName != Run.Alone.SequenceName)
+        NoteTakenOver("sequence", sequence);
+    for (const char letter : sequence) {
         for (const Block& block : Blocks) {
             if (block.Letter == letter && !block.Write(program))
                 return false;
@@ -185,6 +183,11 @@ bool WriteProgramOfDrawing()
 }
 
 } // namespace
+
+std::string SequenceInForce()
+{
+    return Run.SequenceName.size() == SequenceLength ? Run.SequenceName : SequenceOfSettings();
+}
 
 void WriteCncProgram()
 {

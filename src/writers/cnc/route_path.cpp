@@ -7,6 +7,7 @@
 #include "platform/text.h"
 #include "routes/route_runs.h"
 #include "state/drawn_entities.h"
+#include "state/report.h"
 #include "writers/cnc/cnc_words.h"
 #include "writers/cnc/cnc_writer.h"
 #include "writers/cnc/route_words.h"
@@ -144,11 +145,22 @@ void TakeFitPoint(CncProgram& program, FitPoints& fit, const RouteSegment& recor
     Remember(&WriterMemory::FitY, record.Y);
 }
 
+void TellReplacedLine(const ProgramLine& line, const RouteSegment& by)
+{
+    const std::vector<Long> entities = EntitiesOf(line.Drawn);
+    if (entities.empty() || EntitiesOf(by.Drawn) == entities)
+        return;
+    const std::string layer = DrawnLayerOf(entities.front());
+    Tell(Message::LineReplaced, WithPlace({{"layer", layer}, {"words", line.Text}}, line.Drawn));
+}
+
 // A point that still waits at the end takes the place of the last line.
 void EndFitPoints(CncProgram& program, const FitPoints& fit)
 {
-    if (fit.Pending)
-        program.Lines.back() = {MotionLine("G1", fit.Middle.Feed, PointOnFace(fit.Middle)), fit.Middle.Drawn};
+    if (!fit.Pending)
+        return;
+    TellReplacedLine(program.Lines.back(), fit.Middle);
+    program.Lines.back() = {MotionLine("G1", fit.Middle.Feed, PointOnFace(fit.Middle)), fit.Middle.Drawn};
 }
 
 } // namespace

@@ -1,0 +1,39 @@
+// The ledger of a drawing: what became of each of its entities. It is worked out at the end of a run, from
+// the records and the program lines alone, so that a pass that forgets something is found.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/numbers.h"
+#include "state/message_numbers.h"
+
+namespace kv {
+
+enum class EntityFate {
+    Machined,     // lines of a program come from it
+    Border,       // the panel was taken from it
+    Read,         // a text that set something, or a mark that says where a route begins
+    Left,         // by a rule, which has the number of a message
+    MeansNothing, // its layer has no word of the language
+    Unreached,    // the conversion ended before
+    Lost          // no rule explains it: a fault of this program
+};
+std::string FateName(EntityFate fate); // "machined"
+
+struct EntityAnswer {
+    EntityFate Fate = EntityFate::Unreached;
+    Message Why = Message::None; // of Left; its page says more
+    std::size_t Program = 0;     // of ProgramTraces, of the first line
+    Long FirstLine = 0;          // in that file, from 1
+    Long Lines = 0;              // in all programs
+};
+
+// By number of the entity, as it stands on each layer state; parts, such as vertices, have no answer of their
+// own. Valid until the next drawing.
+using EntityAnswers = std::vector<EntityAnswer>;
+EntityAnswers AnswersOfRun();
+// Whether the number has an answer of its own.
+bool AnswersForItself(Long drawn);
+
+} // namespace kv

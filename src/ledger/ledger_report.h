@@ -1,0 +1,12 @@
+// The lines of the report about entities that came to nothing.
+#pragma once
+
+#include "ledger/entity_answers.h"
+
+namespace kv {
+
+// One line for each rule and layer, for what no pass has reported. An entity that is lost is a RunError:
+// nothing of the drawing is written then.
+void ReportLeftOut(const EntityAnswers& answers);
+
+} // namespace kv

@@ -1,0 +1,199 @@
+// Relies on the marks of the stages, on the messages that passes told about the entity's layer, and, for the
+// last stage, on what the writers had before them: each rule is looked up in the settings once more.
+#include "ledger/left_out.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <string>
+
+#include "drawing/layer_rules.h"
+#include "ledger/layer_words.h"
+#include "ledger/stage_marks.h"
+#include "state/drawn_entities.h"
+#include "state/drawn_names.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+
+namespace kv {
+
+namespace {
+
+constexpr Int Evolution = 2; // control system
+
+// As messages name it.
+std::string LayerOf(Long drawn)
+{
+    return ShownLayer(NameOfNumber(DrawnEntities[drawn].State));
+}
+
+// The first of the messages that was told about the entity's layer.
+Message ToldAbout(Long drawn, std::initializer_list<Message> messages)
+{
+    const std::string layer = LayerOf(drawn);
+    for (const Message message : messages)
+        if (WasTold(message, layer))
+            return message;
+    return Message::None;
+}
+
+Message WhyNoRoute(Long drawn)
+{
+    return ToldAbout(drawn, {Message::RouteToolBelowZero, Message::RouteSequenceOutOfRange,
+                             Message::PolylinesWithoutLength});
+}
+
+Message WhyNoPocket(Long drawn)
+{
+    return ToldAbout(drawn,
+                     {Message::PocketNotCleared, Message::PocketOutlineOpen, Message::PocketMeetsMark,
+                      Message::PocketPointNoNumber, Message::PocketEnclosesNothing,
+                      Message::PocketThroughPoints, Message::PocketInnerOpen, Message::PocketCrossesItself,
+                      Message::PocketCrossesAnother, Message::PocketToolUnknown, Message::PocketPitchUnknown,
+                      Message::PocketTooNarrow, Message::PocketWaysTooMany, Message::PocketWithoutSoundWay,
+                      Message::PocketNoCircle, Message::PocketNoRectangle, Message::PocketNarrowerThanTool});
+}
+
+bool ComesFrom(Long number, Long drawn)
+{
+    const std::vector<Long> entities = EntitiesOf(number);
+    return std::any_of(entities.begin(), entities.end(),
+                       [drawn](Long entity) { return WholeOf(entity) == drawn; });
+}
+
+Message WhyNoGroove(Long drawn)
+{
+    for (const GrooveRecord& groove : Grooves)
+        if (ComesFrom(groove.Drawn, drawn))
+            return groove.Width < 0 ? Message::GrooveHalf : Message::GrooveAskew;
+    return Message::None;
+}
+
+Message WhyNotAfterOperations(Long drawn)
+{
+    const DrawnEntity& entity = DrawnEntities[drawn];
+    const std::string_view kind = NameOfNumber(entity.Kind);
+    switch (WorkOfLayer(NameOfNumber(entity.State), kind)) {
+    case LayerWork::EdgeBore:
+        if (kind == "CIRCLE")
+            return Message::EdgeBoreInNoView;
+        return WasTold(Message::EdgeLinesWithoutBore) ? Message::EdgeLinesWithoutBore : Message::None;
+    case LayerWork::Groove:
+        return WhyNoGroove(drawn);
+    default:
+        return Message::None;
+    }
+}
+
+// A stop whose bores no drill of the head fits has no tools and gives no line.
+bool IsInStopWithoutTools(Long drawn)
+{
+    return std::any_of(HeadPositions.begin(), HeadPositions.end(), [drawn](const HeadPosition& stop) {
+        return stop.Tool.Trimmed().empty() && ComesFrom(stop.Drawn, drawn);
+    });
+}
+
+// The horizontal drilling machine makes it when the panel is turned round.
+bool IsMirrorImage(Long drawn)
+{
+    return std::any_of(VBores.begin(), VBores.end(),
+                       [drawn](const VBoreRecord& bore) { return bore.Drawn == drawn && bore.Group == 0; });
+}
+
+bool IsSwitchedOff(Long drawn)
+{
+    if (RunMarks.Has(drawn, WorkKind::Bore))
+        return !Config.EvVBore;
+    if (RunMarks.Has(drawn, WorkKind::EdgeBore))
+        return !Config.EvHBore;
+    if (RunMarks.Has(drawn, WorkKind::Groove))
+        return !Config.EvGroove;
+    return !Config.EvRoute;
+}
+
+Message WhyNotInEvolution(Long drawn)
+{
+    if (IsSwitchedOff(drawn))
+        return Message::ClassSwitchedOff;
+    return RunMarks.Has(drawn, WorkKind::Circle) ? Message::CircleNotWritten : Message::None;
+}
+
+char BlockLetter(Long drawn)
+{
+    if (RunMarks.Has(drawn, WorkKind::Bore))
+        return 'V';
+    if (RunMarks.Has(drawn, WorkKind::EdgeBore))
+        return 'H';
+    return RunMarks.Has(drawn, WorkKind::Groove) ? 'G' : 'R';
+}
+
+bool IsDrilled(Long drawn)
+{
+    return RunMarks.Has(drawn, WorkKind::Bore) || RunMarks.Has(drawn, WorkKind::EdgeBore);
+}
+
+Message WhyNotInCncProgram(Long drawn)
+{
+    if (RunMarks.Sequence.find(BlockLetter(drawn)) == std::string::npos)
+        return Message::BlockNotInSequence;
+    if (WasTold(Message::ProgramCut))
+        return Message::ProgramCut;
+    if (WasTold(Message::LineReplaced, LayerOf(drawn)))
+        return Message::LineReplaced;
+    const bool alternates = Val(Config.DRAlternate) != 0 || Run.DrAlt != 0;
+    return alternates && IsDrilled(drawn) ? Message::DroppedByAlternation : Message::None;
+}
+
+Message WhyNotWritten(Long drawn)
+{
+    if (Run.CncOff != 0)
+        return Message::ProgramsSwitchedOff;
+    if (RunMarks.Has(drawn, WorkKind::Bore) && IsMirrorImage(drawn))
+        return Message::MirrorImage;
+    return Run.ControlType == Evolution ? WhyNotInEvolution(drawn) : WhyNotInCncProgram(drawn);
+}
+
+} // namespace
+
+Message WhyLeftOut(Long drawn)
+{
+    switch (RunMarks.LastStage(drawn)) {
+    case RunStage::Operations:
+        return WhyNotAfterOperations(drawn);
+    case RunStage::Routes:
+    case RunStage::Chained:
+        if (const Message told = WhyNoRoute(drawn); told != Message::None)
+            return told;
+        return WhyNoPocket(drawn);
+    case RunStage::Tour:
+        return IsInStopWithoutTools(drawn) ? Message::StopWithoutDrill : Message::DoubleBore;
+    case RunStage::Final:
+        return WhyNotWritten(drawn);
+    case RunStage::Pockets:
+    case RunStage::Optimized:
+    case RunStage::Leads:
+    case RunStage::Programs:
+        break;
+    }
+    return Message::None;
+}
+
+Message WhyWithoutWork(Long drawn)
+{
+    const std::string_view kind = NameOfNumber(DrawnEntities[drawn].Kind);
+    if (IsTextKind(kind))
+        return Message::TextNotMachined;
+    const LayerWork work = WorkOfLayer(NameOfNumber(DrawnEntities[drawn].State), kind);
+    if (work == LayerWork::Route || work == LayerWork::Pocket) {
+        const Message told = ToldAbout(
+            drawn, {Message::EntitiesInEdgePlane, Message::LinesWithoutLength, Message::ArcsWithoutLength,
+                    Message::CirclesWithoutRadius, Message::PolylinesWithoutLength,
+                    Message::EntitiesOfUnknownKind, Message::NoIslandOfUnknownKind});
+        if (told != Message::None || Run.RemoveBorder == False)
+            return told;
+        return kind == "POLYLINE" ? Message::RouteOnOutlineRemoved : Message::None;
+    }
+    return TakesKind(work, kind) ? Message::EntityWithoutPoints : Message::KindNotMachined;
+}
+
+} // namespace kv
