@@ -17,6 +17,8 @@ int PlaceStages(const CommandLine& line);
 int WorkForPool(const CommandLine& line);
 // The page of a message, or all pages.
 int ExplainMessage(const CommandLine& line);
+// What became of each entity of the drawings; nothing is written.
+int ExplainDrawings(const CommandLine& line);
 // The unattended mode, until its switches or a signal end it. Loads the settings itself.
 int WatchFolders(const CommandLine& line);
 

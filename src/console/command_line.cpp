@@ -56,10 +56,19 @@ constexpr const char* TraceFooter =
     "Behind -- every word is a drawing, also one that begins with a dash.\n"
     "Stages:";
 
-constexpr const char* ExplainText = "Prints what a message of the report means, its cause and its cure.";
-constexpr const char* ExplainFooter = "\nThe JSON report names the number of each line (convert --report "
-                                      "json). --list prints the pages of all\n"
-                                      "messages as docs/messages.md holds them.";
+constexpr const char* ExplainText =
+    "Explains what became of each entity of a drawing, or what a message of the report means.";
+constexpr const char* ExplainFooter = "\nDRAWING is converted in memory and nothing is written: the panel "
+                                      "comes first, then each layer with the\n"
+                                      "values that were read from its name and what became of its entities, "
+                                      "texts, tools, programs, doubts and\n"
+                                      "the sum. NUMBER prints the page of a message: its cause and its cure; "
+                                      "the JSON report names the number of\n"
+                                      "each line (convert --report json). --list prints the pages of all "
+                                      "messages as docs/messages.md holds them.\n"
+                                      "A drawing whose name is a number is written with its .DXF. Exit "
+                                      "status: 0, or 1 when a drawing could not\n"
+                                      "be converted.";
 
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
@@ -77,7 +86,7 @@ struct Words {
     std::string Report = "text";
     std::string System;
     std::vector<std::string> Settings;
-    std::string Explained;
+    std::vector<std::string> Explained;
 };
 
 const std::map<std::string, int> SystemNames = {{"cnc90", 0}, {"genesis", 1}, {"evolution", 2}};
@@ -137,7 +146,18 @@ void AddWork(CLI::App& app, CommandLine& line)
     work->add_option("WORDS", line.Work)->required();
 }
 
-void AddTrace(CLI::App& app, CommandLine& line)
+// Under which a drawing is converted, for calls that write nothing.
+void AddConditions(CLI::App& call, CommandLine& line, Words& words)
+{
+    call.add_option("-o,--output", line.Output, "Name, path or folder that the programs would go to");
+    call.add_option("--system", words.System, "Machine control, instead of the one in the settings")
+        ->check(CLI::IsMember({"cnc90", "genesis", "evolution"}));
+    call.add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+}
+
+void AddTrace(CLI::App& app, CommandLine& line, Words& words)
 {
     CLI::App* const trace = app.add_subcommand("trace", TraceText);
     std::string footer = TraceFooter;
@@ -149,14 +169,22 @@ void AddTrace(CLI::App& app, CommandLine& line)
     trace->add_option("--after", line.After, "Stage to show; may be given again")
         ->type_name("STAGE")
         ->allow_extra_args(false);
+    AddConditions(*trace, line, words);
 }
 
 void AddExplain(CLI::App& app, CommandLine& line, Words& words)
 {
     CLI::App* const explain = app.add_subcommand("explain", ExplainText);
     explain->footer(ExplainFooter);
-    CLI::Option* const number = explain->add_option("NUMBER", words.Explained, "Number of the message");
-    explain->add_flag("--list", line.ListsMessages, "Prints the pages of all messages")->excludes(number);
+    CLI::Option* const what =
+        explain->add_option("WHAT", words.Explained, "Number of a message, or DXF drawings")->type_name("");
+    explain->add_flag("--list", line.ListsMessages, "Prints the pages of all messages")->excludes(what);
+    explain->add_option("--report", words.Report, "Form of the explanation of drawings")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+    explain->add_option("--html", line.Page, "Writes the explanation of drawings as a page for a browser")
+        ->type_name("FILE");
+    AddConditions(*explain, line, words);
 }
 
 void AddWatch(CLI::App& app, CommandLine& line)
@@ -193,16 +221,27 @@ std::string TakeStages(const std::vector<std::string>& typed)
     return {};
 }
 
-std::string TakeExplained(const std::string& typed, CommandLine& line)
+bool IsNumber(const std::string& word)
+{
+    return !word.empty() &&
+           std::all_of(word.begin(), word.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::string TakeExplained(const std::vector<std::string>& typed, CommandLine& line)
 {
     if (line.ListsMessages)
         return {};
     if (typed.empty())
-        return "the number of a message is missing, or --list";
-    const char* const end = typed.data() + typed.size();
-    const auto [rest, fault] = std::from_chars(typed.data(), end, line.Explained);
+        return "the number of a message or a drawing is missing, or --list";
+    const std::string& first = typed.front();
+    if (typed.size() > 1 || !IsNumber(first)) {
+        line.Drawings = typed;
+        return {};
+    }
+    const char* const end = first.data() + first.size();
+    const auto [rest, fault] = std::from_chars(first.data(), end, line.Explained);
     if (fault != std::errc() || rest != end || FindPage(line.Explained) == nullptr)
-        return "there is no message \"" + typed + "\"; explain --list prints all";
+        return "there is no message \"" + first + "\"; explain --list prints all";
     return {};
 }
 
@@ -247,8 +286,10 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
     std::string cause;
     if (call == Call::Explain)
         cause = TakeExplained(words.Explained, line);
-    else
-        cause = call == Call::Trace ? TakeStages(line.After) : TakeSettings(words.Settings, line);
+    if (call == Call::Trace)
+        cause = TakeStages(line.After);
+    if (cause.empty())
+        cause = TakeSettings(words.Settings, line);
     if (!cause.empty())
         return Refused(cause, call);
     line.Asked = call;
@@ -294,7 +335,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     AddConvert(app, line, words);
     AddPlace(app, line, words);
     AddWork(app, line);
-    AddTrace(app, line);
+    AddTrace(app, line, words);
     AddExplain(app, line, words);
     AddWatch(app, line);
     try {

@@ -41,6 +41,7 @@ struct CommandLine {
     std::vector<std::string> After;    // stages of a trace; empty: all
     long long Explained = 0;           // number of a message
     bool ListsMessages = false;        // all of them instead
+    std::string Page;                  // HTML file of explained drawings, as typed
     std::vector<std::string> Switches; // of the unattended mode, as typed
 };
 

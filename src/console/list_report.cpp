@@ -43,20 +43,12 @@ Json ShownLine(const ReportRow& row)
     return line;
 }
 
-Json ShownLines(const std::vector<ReportRow>& rows)
-{
-    Json lines = Json::array();
-    for (const ReportRow& row : rows)
-        lines.push_back(ShownLine(row));
-    return lines;
-}
-
 Json ShownDrawing(const DoneDrawing& done)
 {
     Json shown;
     shown["drawing"] = done.Drawing;
     shown["outcome"] = done.Outcome;
-    shown["lines"] = ShownLines(done.Rows);
+    shown["lines"] = ShownReportLines(done.Rows);
     shown["files"] = done.Files;
     shown["operations"] = {{"bores", done.Counts.Bores},
                            {"grooves", done.Counts.Grooves},
@@ -86,6 +78,14 @@ void TellWaitAtOnce(const std::string& line)
 }
 
 } // namespace
+
+Json ShownReportLines(const std::vector<ReportRow>& rows)
+{
+    Json lines = Json::array();
+    for (const ReportRow& row : rows)
+        lines.push_back(ShownLine(row));
+    return lines;
+}
 
 ListReport::ListReport(bool json) : AsJson(json), First(JobNumber() + 1)
 {

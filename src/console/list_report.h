@@ -10,6 +10,9 @@
 
 namespace kv {
 
+// Lines of the report for scripts: number, severity, text, colour and arguments.
+nlohmann::ordered_json ShownReportLines(const std::vector<ReportRow>& rows);
+
 class ListReport {
   public:
     // Sets the hooks of the report and of placing. One at a time.

@@ -21,7 +21,7 @@ int MakeCall(const CommandLine& line)
 {
     if (line.Asked == Call::Work)
         return WorkForPool(line);
-    if (line.Asked == Call::Explain)
+    if (line.Asked == Call::Explain && line.Drawings.empty())
         return ExplainMessage(line);
     const std::string folder = InstallationFolder(line.Home);
     if (folder.empty()) {
@@ -37,6 +37,8 @@ int MakeCall(const CommandLine& line)
     InstallAbort();
     if (line.Asked == Call::Place)
         return PlaceStages(line);
+    if (line.Asked == Call::Explain)
+        return ExplainDrawings(line);
     return line.Asked == Call::Trace ? TraceDrawings(line) : ConvertDrawings(line);
 }
 

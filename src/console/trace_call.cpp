@@ -39,6 +39,7 @@ int TraceDrawings(const CommandLine& line)
     Stages.Done = KeepStage;
     Stages.StopBeforeWriters = std::find(Wanted.begin(), Wanted.end(), ProgramsStage) == Wanted.end();
     const StepsRecorded recorded; // the writers' programs reach no disk
+    const std::string outputName = line.Output.empty() ? std::string() : OutputName(line.Output);
     const bool many = line.Drawings.size() > 1;
     int status = ExitConverted;
     const char* lead = many ? "[\n" : "";
@@ -46,7 +47,7 @@ int TraceDrawings(const CommandLine& line)
     for (const std::string& drawing : line.Drawings) {
         --left;
         Shown = Json::object();
-        const std::string outcome = RunJob(drawing, {}, line.System);
+        const std::string outcome = RunJob(drawing, outputName, line.System);
         EraseProgress();
         // One at a time: the traces of many drawings would not fit in memory together.
         Print(lead + Shown.dump(1));

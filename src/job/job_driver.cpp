@@ -263,8 +263,8 @@ void ConvertDrawing()
         RunProgramWriters();
         CloseLedger();
         EndProgramsReport();
-        WriteCutListEntry();
         StageDone("programs");
+        WriteCutListEntry();
     }
     // 23. Release.
     EndRun();

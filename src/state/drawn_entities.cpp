@@ -62,6 +62,7 @@ void NameLayerStates()
             number = NumberOfName(layer.Trimmed());
         }
         DrawnEntities[entity.Drawn].State = number;
+        DrawnEntities[entity.Drawn].Named = entity.LayerName;
     }
 }
 

@@ -22,6 +22,7 @@ struct DrawnEntity {
     // An entity whose layer asks for several operations stands in the list once for each of them.
     Long CopyOf = 0; // the one as drawn; 0: this one is
     Long State = 0;  // number of its layer's name as the passes know it
+    Long Named = 0;  // that of the name by which an instruction renames its layer, else of the layer's own
 };
 extern RecordArray<DrawnEntity> DrawnEntities; // from 1, in the order of the file
 

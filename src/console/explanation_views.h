@@ -1,0 +1,36 @@
+// An explained drawing as text for a terminal, as JSON for scripts and as a page for a browser.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <vector>
+
+#include "ledger/explanation.h"
+#include "state/report.h"
+
+namespace kv {
+
+struct ExplainedDrawing {
+    std::string Drawing; // as typed, UTF-8
+    std::string Outcome; // of its conversion
+    Explanation What;
+    std::vector<ReportRow> Rows;
+};
+
+std::string ExplanationText(const ExplainedDrawing& drawing); // UTF-8
+nlohmann::ordered_json ExplanationJson(const ExplainedDrawing& drawing);
+// One page that needs nothing from elsewhere.
+std::string ExplanationPage(const std::vector<ExplainedDrawing>& drawings);
+
+// Sentences that all views share; CP1252.
+std::string PanelSentence(const ExplainedPanel& panel);
+std::string KindSentence(const ExplainedKind& kind);
+std::string ValuesSentence(const ExplainedState& state);
+std::string StateTitle(const ExplainedLayer& layer, const ExplainedState& state);
+std::string SumSentence(const Explanation& explanation);
+std::string ToolSentence(const ExplainedTool& tool, bool hasHead);
+// Of a count: "1 bore", "2 bores".
+std::string Counted(Long count, const std::string& word);
+
+} // namespace kv
