@@ -59,16 +59,14 @@ void TellOfEdgePlace(const DoubtedWork& work, const HBoreRecord& bore, const Edg
     const double along = bore.Side <= 2 ? bore.PosX : bore.PosY;
     const double reach = PlaceReach();
     if (along < -reach || along > sizes.Length + reach)
-        TellDoubt(Message::EdgeBoreOffEdge, work,
-                  {{"side", static_cast<long long>(bore.Side)},
-                   {"along", LengthText(Millimetres(along))},
-                   {"length", LengthText(Millimetres(sizes.Length))}});
+        TellDoubt(
+            Message::EdgeBoreOffEdge, work,
+            {{"along", LengthText(Millimetres(along))}, {"length", LengthText(Millimetres(sizes.Length))}});
     const bool isInside = bore.Z > reach && bore.Z < sizes.Thickness - reach;
     if (isInside || !(sizes.Thickness > 0) || TellDepthCode(work, bore.Z))
         return;
     TellDoubt(Message::EdgeBoreOffThickness, work,
-              {{"side", static_cast<long long>(bore.Side)},
-               {"height", LengthText(Millimetres(bore.Z))},
+              {{"height", LengthText(Millimetres(bore.Z))},
                {"thickness", LengthText(Millimetres(sizes.Thickness))}});
 }
 

@@ -34,7 +34,7 @@ void TellBeyond(const DoubtedWork& work, double depth, double size)
 
 bool TellNoDepth(const DoubtedWork& work, double depth)
 {
-    if (std::fabs(Millimetres(depth)) >= NoDepth)
+    if (!IsNoDepth(depth))
         return false;
     TellDoubt(Message::DepthOfNothing, work);
     return true;
@@ -57,6 +57,11 @@ std::string PlaceText(double x, double y)
 double Millimetres(double length)
 {
     return length * static_cast<double>(Run.UnitFactor);
+}
+
+bool IsNoDepth(double depth)
+{
+    return std::fabs(Millimetres(depth)) < NoDepth;
 }
 
 std::string LengthText(double millimetres)

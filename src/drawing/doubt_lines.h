@@ -30,6 +30,7 @@ void TellDoubt(Message number, const DoubtedWork& work, MessageValues values = {
 // A depth, in drawing units, that says nothing, is a code, or goes through the panel. `size` is what the
 // panel measures in the tool's direction; 0: not known.
 void TellDepthDoubts(const DoubtedWork& work, double depth, double size);
+bool IsNoDepth(double depth); // what no tool cuts
 // Depths from here on are no lengths to the writers of most controls.
 constexpr double FirstDoubtedCode = 90;
 // The same for work whose depth is a length to every control, however deep.

@@ -72,6 +72,7 @@ struct EntityDepth {
     DoubtedWork Work;
 };
 
+// Of the deepest entity, and of the first without a depth: a chain is one operation.
 void TellDepthsOfChain(const std::vector<Long>& cuts, double size)
 {
     std::vector<EntityDepth> depths; // in the order of the chain
@@ -90,8 +91,16 @@ void TellDepthsOfChain(const std::vector<Long>& cuts, double size)
             entity.Depth = std::max(entity.Depth, static_cast<double>(record.Z));
         }
     }
-    for (const EntityDepth& entity : depths)
-        TellDepthDoubts(entity.Work, entity.Depth, size);
+    if (depths.empty())
+        return;
+    const EntityDepth* const deepest =
+        &*std::max_element(depths.begin(), depths.end(),
+                           [](const EntityDepth& a, const EntityDepth& b) { return a.Depth < b.Depth; });
+    TellDepthDoubts(deepest->Work, deepest->Depth, size);
+    const auto flat = std::find_if(depths.begin(), depths.end(),
+                                   [](const EntityDepth& entity) { return IsNoDepth(entity.Depth); });
+    if (flat != depths.end() && !IsNoDepth(deepest->Depth))
+        TellDepthDoubts(flat->Work, flat->Depth, size);
 }
 
 // A box round all that the way between two records can be; a line is itself.
@@ -101,7 +110,7 @@ struct Way {
     bool IsStraight = true;
 };
 
-PanelRectangle BoxOf(const Stretch& line, double by)
+PanelRectangle BoxAround(const Stretch& line, double by)
 {
     return Widened({std::min(line.X1, line.X2), std::min(line.Y1, line.Y2), std::max(line.X1, line.X2),
                     std::max(line.Y1, line.Y2)},
@@ -130,7 +139,7 @@ Way WayOf(const RouteSegment& from, const RouteSegment& to)
         by = length;
         way.IsStraight = false;
     }
-    way.Box = BoxOf(way.Line, by);
+    way.Box = BoxAround(way.Line, by);
     return way;
 }
 
@@ -167,7 +176,7 @@ bool IsOffPanel(const std::vector<Long>& cuts)
 {
     const RouteSegment& head = RouteSegments[cuts.front()];
     const double halfTool = HalfToolOf(head.Diameter, head.Comp);
-    PanelRectangle all = BoxOf({head.X, head.Y, head.X, head.Y}, 0);
+    PanelRectangle all = BoxAround({head.X, head.Y, head.X, head.Y}, 0);
     for (std::size_t i = 0; i < cuts.size(); ++i) {
         const RouteSegment& from = RouteSegments[cuts[i]];
         const RouteSegment& to = i + 1 < cuts.size() ? RouteSegments[cuts[i + 1]] : from;

@@ -157,17 +157,20 @@ constexpr MessagePage Pages[] = {
      "would be missing from it.",
      "Nothing is to be done; switch the optimizer off to be rid of the line."},
     {Message::BorderBelowZero, Doubt, NoMark,
-     "Layer {layer}: the border reaches below zero, to {place}; the panel is not the one drawn", "",
+     "Layer {layer}: the border reaches below zero, to {place}; the panel is not the one drawn",
+     "Layer {layer}: {count} borders reach below zero, the first to {place}; the panel is not the one drawn",
      "The face is looked for among the border's points from 0 on, and none of them is its lower left corner. "
      "The panel begins at 0 instead, and all operations are measured from there.",
      "Move the drawing so that no point of the panel is below zero, or draw the panel as a SOLID."},
     {Message::UnitsContradict, Doubt, NoMark,
-     "Layer {layer}: the panel of {size} is taken for {taken}; $INSUNITS says {unit}", "",
+     "Layer {layer}: the panel of {size} is taken for {taken}; $INSUNITS says {unit}",
+     "Layer {layer}: {count} panels are taken for {taken}, the first of {size}; $INSUNITS says {unit}",
      "The size of the panel, or the setting UnitMode, says in which unit the drawing is read; its header "
      "says "
      "another one.",
      "Set UnitMode to the unit of the drawing, or correct $INSUNITS in the design program."},
-    {Message::PanelWithoutThickness, Doubt, NoMark, "Layer {layer}: the panel has no thickness", "",
+    {Message::PanelWithoutThickness, Doubt, NoMark, "Layer {layer}: the panel has no thickness",
+     "Layer {layer}: {count} panels have no thickness",
      "No Z of the border's layer, no thickness of its entities and no view of an edge tells it. The program "
      "says 0, and no depth can be held against the panel.",
      "Give the border's layer its thickness as Z, BORDER Z18 say."},
@@ -233,16 +236,15 @@ constexpr MessagePage Pages[] = {
      "Move it onto the panel, or give what is no work another layer."},
     {Message::EdgeBoreOffEdge, Doubt, NoMark,
      "Layer {layer}: the {work} is {along} mm along an edge of {length} mm",
-     "Layer {layer}: {count} bores are beyond the ends of their edges, the first at {along} mm along edge "
-     "{side} of {length} mm",
+     "Layer {layer}: {count} bores are beyond the ends of their edges, the first at {along} mm along an "
+     "edge of {length} mm",
      "The bore's place along the edge is below 0 or greater than the edge is long.",
      "Move the bore onto the edge."},
     {Message::EdgeBoreOffThickness, Doubt, NoMark,
      "Layer {layer}: the {work} at {place} has a height of {height} mm, not within the panel's {thickness} "
      "mm",
-     "Layer {layer}: {count} bores in edges are not within the panel's {thickness} mm, the first in edge "
-     "{side} "
-     "at {place} with a height of {height} mm",
+     "Layer {layer}: {count} bores in edges are not within the panel's {thickness} mm, the first at "
+     "{place} with a height of {height} mm",
      "The middle of the bore is not between the two faces of the panel.",
      "Give the bore's layer a Z, or draw the bore within the view of the edge."},
     {Message::RouteWithoutTool, Doubt, NoMark,
