@@ -38,7 +38,7 @@ def door(folder):
 
 def side(folder):
     """A cabinet side with two rows at 32 mm and grooves, in R2010: border as four lines."""
-    drawing = ezdxf.new("R2010")
+    drawing = ezdxf.new("R2010", units=ezdxf.units.MM)
     space = drawing.modelspace()
     corners = rectangle(0, 0, 720, 560)
     for start, end in zip(corners, corners[1:] + corners[:1]):
@@ -57,7 +57,7 @@ def side(folder):
 
 def bottom(folder):
     """A bottom with dowel bores in its edges, drawn as circles that face the edge, in R2010."""
-    drawing = ezdxf.new("R2010")
+    drawing = ezdxf.new("R2010", units=ezdxf.units.MM)
     space = drawing.modelspace()
     x0, y0, width, height = 20, 10, 568, 500
     space.add_lwpolyline(rectangle(x0, y0, width, height), close=True, dxfattribs={"layer": "BORDER_Z19"})
@@ -132,7 +132,7 @@ def clockwise(outline):
 
 def routed_door(folder):
     """A door with a profile, an open ornament, a pocket of each kind and its outline, in R2010."""
-    drawing = ezdxf.new("R2010")
+    drawing = ezdxf.new("R2010", units=ezdxf.units.MM)
     space = drawing.modelspace()
     space.add_lwpolyline(rectangle(50, 40, 596, 716), close=True, dxfattribs={"layer": "BORDER_Z19"})
     for handle_y in (340, 468):
@@ -198,7 +198,7 @@ def countertop(folder):
 
 def nested_sheet(folder):
     """A sheet with 32 parts in four shapes, each with bores and a cut-out, in R2010."""
-    drawing = ezdxf.new("R2010")
+    drawing = ezdxf.new("R2010", units=ezdxf.units.MM)
     space = drawing.modelspace()
     x0, y0 = 10, 10
     space.add_lwpolyline(rectangle(x0, y0, 2500, 1250), close=True, dxfattribs={"layer": "BORDER_Z18"})
@@ -268,7 +268,7 @@ def edge_views(folder):
 
 def t_lines(folder):
     """A panel whose edge bores are drawn in plan: an axis from the edge, a line across its inner end."""
-    drawing = ezdxf.new("R2010")
+    drawing = ezdxf.new("R2010", units=ezdxf.units.MM)
     space = drawing.modelspace()
     x0, y0, width, height = 30, 20, 600, 400
     space.add_lwpolyline(rectangle(x0, y0, width, height), close=True, dxfattribs={"layer": "BORDER_Z18"})
@@ -314,7 +314,7 @@ def t_lines(folder):
 
 def system_rows(folder):
     """A cabinet side with rows of bores at 32 mm both ways; its border asks for the drill optimizer."""
-    drawing = ezdxf.new("R2010")
+    drawing = ezdxf.new("R2010", units=ezdxf.units.MM)
     space = drawing.modelspace()
     x0, y0 = 15, 25
     space.add_lwpolyline(rectangle(x0, y0, 1184, 560), close=True, dxfattribs={"layer": "BORDER_OP_Z19"})

@@ -16,6 +16,9 @@ namespace {
 
 // The drawing itself.
 
+using Lines = std::vector<std::string>;
+const Lines NoThickness = {"Layer BORDER: the panel has no thickness"};
+
 TEST_F(BadInput, NoSuchFile)
 {
     EXPECT_FALSE(Process("BAD.DXF"));
@@ -239,7 +242,7 @@ TEST_F(BadInput, MoreThan32767Bores)
     std::string entities = Rectangle("BORDER", 10, 20, 600, 400);
     for (int i = 0; i < 32768; ++i)
         entities += "0\nPOINT\n8\nVBORE D5\n10\n50\n20\n60\n";
-    ExpectRefused(Drawing(entities), "More than 32767 vertical bores");
+    ExpectRefused(Drawing(entities), "More than 32767 vertical bores", NoThickness);
 }
 
 TEST_F(BadInput, APolylineWithoutSeqend)
@@ -250,7 +253,7 @@ TEST_F(BadInput, APolylineWithoutSeqend)
                                      Pair(8, layer) + Pair(10, 1.0) + Pair(20, 2.0) + Pair(0, "VERTEX") +
                                      Pair(10, 9.0) + Pair(20, 8.0);
         ExpectRefused(Drawing(Rectangle("BORDER", 10, 20, 600, 400) + polyline),
-                      "Polyline without SEQEND on layer " + layer);
+                      "Polyline without SEQEND on layer " + layer, layer == "BORDER" ? Lines{} : NoThickness);
     }
 }
 
@@ -261,7 +264,7 @@ TEST_F(BadInput, APolylineThatTheNextEntityInterrupts)
         const std::string polyline = Pair(0, "POLYLINE") + Pair(8, layer) + Pair(0, "VERTEX") +
                                      Pair(10, 1.0) + Pair(20, 2.0) + Pair(0, "POINT") + Pair(8, "X");
         ExpectRefused(Drawing(Rectangle("BORDER", 10, 20, 600, 400) + polyline),
-                      "Polyline without SEQEND on layer " + layer);
+                      "Polyline without SEQEND on layer " + layer, layer == "BORDER" ? Lines{} : NoThickness);
     }
 }
 
@@ -269,10 +272,11 @@ TEST_F(BadInput, ALayerNameThatDrivesASpeedOutOfRange)
 {
     EXPECT_FALSE(Home.Convert(
         Drawing(Rectangle("BORDER", 10, 20, 600, 400) + Circle("VBORE S40000", 110, 70, 4)), "BAD.DXF"));
-    ASSERT_EQ(Home.Lines.size(), 2U) << Home.ReportText();
-    EXPECT_TRUE(Home.Lines[1].starts_with(Place() + ": ")) << Home.Lines[1];
-    EXPECT_TRUE(Holds(Home.Lines[1], "40000")) << Home.Lines[1];
-    EXPECT_TRUE(Holds(Home.Lines[1], "VBORE S40000")) << Home.Lines[1];
+    ASSERT_EQ(Home.Lines.size(), 3U) << Home.ReportText();
+    EXPECT_EQ(Home.Lines[1], NoThickness[0]);
+    EXPECT_TRUE(Home.Lines[2].starts_with(Place() + ": ")) << Home.Lines[2];
+    EXPECT_TRUE(Holds(Home.Lines[2], "40000")) << Home.Lines[2];
+    EXPECT_TRUE(Holds(Home.Lines[2], "VBORE S40000")) << Home.Lines[2];
     ExpectListed();
     ExpectFit();
 }

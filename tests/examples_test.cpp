@@ -101,8 +101,14 @@ const std::string ClosingRow =
 TEST_F(Examples, DoorWithHingeCups)
 {
     ExpectProgram("door", "SRG/D/OOR");
-    const std::vector<std::string> rows = {"door", "Processed in 0 Sec.", "CNC90/WINNER90",
-                                           "CONVERSION COMPLETED.  11 Lines", ClosingRow};
+    const std::vector<std::string> rows = {
+        "door",
+        "Layer DRILLING_Z20: the bore at X606 Y340 goes 1 mm through the panel of 19 mm",
+        "Layer DRILLING_Z20: the bore at X606 Y468 goes 1 mm through the panel of 19 mm",
+        "Processed in 0 Sec.",
+        "CNC90/WINNER90",
+        "CONVERSION COMPLETED.  11 Lines",
+        ClosingRow};
     EXPECT_EQ(Rows, rows);
 }
 
@@ -136,15 +142,17 @@ TEST_F(Examples, DrawerFrontWithTextsAndInstructions)
     EXPECT_EQ(FileBytes(Root / "CUTLIST.PTS"),
               "2.00, 1,M\r\n"
               "\"DF597\",176,597,2,\"OAK 19\",\"DRAWER FRONT WALNUT 597X176\",12\r\n");
-    ASSERT_EQ(Rows.size(), 8U);
+    ASSERT_EQ(Rows.size(), 10U);
     EXPECT_EQ(Rows[0], "drawer_front");
     EXPECT_EQ(Rows[1], "USING \"DF597\" FOR THE PART NAME");
     EXPECT_EQ(Rows[2], "Descr: DRAWER FRONT WALNUT 597X176");
-    EXPECT_EQ(Rows[3], "Processed in 0 Sec.");
-    EXPECT_EQ(Rows[4], "CNC90/WINNER90");
-    EXPECT_EQ(Rows[5], "CONVERSION COMPLETED.  13 Lines");
-    EXPECT_EQ(Rows[6], ClosingRow);
-    EXPECT_EQ(Rows[7].substr(0, 14), "Entry to PTS: ");
+    EXPECT_EQ(Rows[3], "Layer HOLES5: the bore at X434.5 Y188 goes 3 mm through the panel of 19 mm");
+    EXPECT_EQ(Rows[4], "Layer HOLES5: the bore at X562.5 Y188 goes 3 mm through the panel of 19 mm");
+    EXPECT_EQ(Rows[5], "Processed in 0 Sec.");
+    EXPECT_EQ(Rows[6], "CNC90/WINNER90");
+    EXPECT_EQ(Rows[7], "CONVERSION COMPLETED.  13 Lines");
+    EXPECT_EQ(Rows[8], ClosingRow);
+    EXPECT_EQ(Rows[9].substr(0, 14), "Entry to PTS: ");
 }
 
 TEST_F(Examples, DrawerFrontTwiceMakesTwoRowsInTheCutList)
@@ -172,7 +180,11 @@ TEST_F(Examples, RoutedDoorWithProfileAndPockets)
     ExpectProgram("routed_door", "SRG/R/OUTED_DO.OR");
     const std::vector<std::string> rows = {
         "routed_door",
+        "Layer DRILLING_Z20: the bore at X606 Y340 goes 1 mm through the panel of 19 mm",
+        "Layer DRILLING_Z20: the bore at X606 Y468 goes 1 mm through the panel of 19 mm",
         "Explode Polylines for Excavation.",
+        "Layer ROUTE9_Z20_T71_R8_S18_F6000_FA3000_FD3000: the route at X348 Y40 goes 1 mm through the panel "
+        "of 19 mm",
         "Layer EXCAV_K8_Z8_T103_R6_S18_F5000_FD1500: the pocket at X276 Y200 has ways that are narrower "
         "than its tool",
         "Processed in 0 Sec.",

@@ -55,6 +55,7 @@ std::map<std::string, std::string> CallersByName()
 std::string SharedTellers()
 {
     return SourceText(test::SourceFolder / "src/routes/pocket_values.cpp") +
+           SourceText(test::SourceFolder / "src/drawing/doubt_lines.cpp") +
            SourceText(test::SourceFolder / "src/shell/trigger_files.cpp") +
            SourceText(test::SourceFolder / "src/shell/batch_safety.cpp");
 }

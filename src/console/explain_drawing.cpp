@@ -46,7 +46,7 @@ bool WritePage(const std::string& file, const std::vector<ExplainedDrawing>& dra
     return outcome.Ok();
 }
 
-void PrintDocument(const std::vector<ExplainedDrawing>& drawings)
+void PrintExplanations(const std::vector<ExplainedDrawing>& drawings)
 {
     nlohmann::ordered_json shown = nlohmann::ordered_json::array();
     for (const ExplainedDrawing& drawing : drawings)
@@ -83,7 +83,7 @@ int ExplainDrawings(const CommandLine& line)
         }
     }
     if (line.ReportJson)
-        PrintDocument(drawings);
+        PrintExplanations(drawings);
     if (!line.Page.empty() && !WritePage(line.Page, drawings))
         status = ExitSomeFailed;
     return status;

@@ -56,7 +56,7 @@ std::string Cell(std::string_view ansi, std::string_view style = {})
     return cell + ">" + Escaped(ansi) + "</td>";
 }
 
-std::string_view StyleOf(EntityFate fate)
+std::string_view FateStyle(EntityFate fate)
 {
     switch (fate) {
     case EntityFate::Machined:
@@ -80,7 +80,7 @@ std::string LayerRows(const ExplainedLayer& layer)
         std::string entities;
         for (const ExplainedKind& kind : state.Kinds) {
             entities += "<div";
-            if (const std::string_view style = StyleOf(kind.Fate); !style.empty())
+            if (const std::string_view style = FateStyle(kind.Fate); !style.empty())
                 entities += " class=\"" + std::string(style) + "\"";
             entities += ">" + Escaped(KindSentence(kind)) + "</div>";
         }

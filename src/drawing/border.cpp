@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "drawing/drawing_facts.h"
 #include "drawing/layer_rules.h"
 #include "platform/text.h"
 #include "state/report.h"
@@ -27,10 +28,13 @@ constexpr int HighestSideCount = 6;            // a side's count of points stops
 
 struct Point {
     Single X = 0, Y = 0;
+    bool IsShown = false; // an entity that a person sees has it too
 };
 
 std::vector<Point> BorderPoints; // distinct, in drawing order
 Single BorderThickness = 0;
+Single ShownThickness = 0; // of the panel, had it no hidden entities
+PanelSources Sources;
 
 bool Fail(std::initializer_list<MessageLine> lines)
 {
@@ -53,27 +57,67 @@ void WidenSide(std::size_t side, Point point)
 void AppendDistinct(Point point)
 {
     const double tolerance = Run.RouteTolerance;
-    for (const Point& known : BorderPoints)
+    for (Point& known : BorderPoints)
         if (std::abs(static_cast<double>(known.X) - point.X) < tolerance &&
-            std::abs(static_cast<double>(known.Y) - point.Y) < tolerance)
+            std::abs(static_cast<double>(known.Y) - point.Y) < tolerance) {
+            known.IsShown |= point.IsShown;
             return;
+        }
     if (BorderPoints.size() >= MaxIndex)
         throw RunError{ErrorOverflow, "More than " + WholeText(MaxIndex) + " border points on layer " +
                                           ShownLayer(CurrentEntity.Layer)};
     BorderPoints.push_back(point);
 }
 
+// Whether a person sees CurrentEntity. One that is hidden is kept, and each polyline of such once.
+bool NoteSource()
+{
+    const Long drawn = CurrentEntity.Drawn;
+    if (Sources.First == 0)
+        Sources.First = drawn;
+    const bool isShown = SightOf(drawn) == Sight::Shown;
+    if (!isShown)
+        Sources.Hidden.push_back(drawn);
+    return isShown;
+}
+
+void NoteBelowZero(Point point)
+{
+    if (point.X >= 0 && point.Y >= 0)
+        return;
+    if (Sources.BelowZero == 0)
+        Sources.BelowZero = CurrentEntity.Drawn;
+    Sources.LowestX = std::min(Sources.LowestX, point.X);
+    Sources.LowestY = std::min(Sources.LowestY, point.Y);
+}
+
+using PanelState = std::array<Single, 5>;
+
+PanelState StateOfPanel()
+{
+    return {Run.SideMinX[5], Run.SideMinY[5], Run.SideMaxX[5], Run.SideMaxY[5], Run.PartThickness};
+}
+
 void TakeBorderPoints(bool isLine)
 {
-    const Point first{CurrentEntity.X1, CurrentEntity.Y1};
-    const Point second{CurrentEntity.X2, CurrentEntity.Y2};
     Run.BorderDrawn.push_back(CurrentEntity.Drawn);
+    const PanelState before = StateOfPanel();
+    const bool isShown = NoteSource();
+    const Point first{CurrentEntity.X1, CurrentEntity.Y1, isShown};
+    const Point second{CurrentEntity.X2, CurrentEntity.Y2, isShown};
+    NoteBelowZero(first);
+    if (isLine)
+        NoteBelowZero(second);
     WidenSide(5, first);
     if (isLine)
         WidenSide(5, second);
     Run.PartThickness = ReadDepth();
     if (Run.PartThickness == 0)
         Run.PartThickness = BorderThickness;
+    if (isShown)
+        ShownThickness = Run.PartThickness;
+    else if (Run.PanelFound != 0 && StateOfPanel() != before) // a solid's face can still be widened
+        Sources.HiddenChangedIt = true;
     AppendDistinct(first);
     if (isLine)
         AppendDistinct(second);
@@ -104,6 +148,9 @@ void TakeBorderPolyline(Long& index)
 bool TakePanelSolid()
 {
     Run.BorderDrawn.push_back(CurrentEntity.Drawn);
+    Sources = {}; // it alone gives the face
+    NoteSource();
+    Sources.HiddenChangedIt = !Sources.Hidden.empty();
     Run.SideMinX[5] = CurrentEntity.X1;
     Run.SideMinY[5] = CurrentEntity.StartAngle;
     Run.SideMaxX[5] = CurrentEntity.X2;
@@ -140,6 +187,7 @@ void CollectRouteLayer(std::string_view layer)
 // Of the border points that lie in a quadrant around the middle, the nearest in both axes.
 struct FaceCorners {
     Point LowerLeft, UpperRight; // (0, 0) when no point passes
+    bool HasLowerLeft = false;
 };
 
 FaceCorners FindFaceCorners()
@@ -155,6 +203,7 @@ FaceCorners FindFaceCorners()
     for (const Point& point : BorderPoints) {
         if (point.X >= left && point.X < midX && point.Y >= lower && point.Y < midY) {
             corners.LowerLeft = point;
+            corners.HasLowerLeft = true;
             left = point.X;
             lower = point.Y;
         }
@@ -235,6 +284,15 @@ void SettleFace()
     Run.SideMaxX[5] = corners.UpperRight.X;
     Run.SideMaxY[5] = corners.UpperRight.Y;
     Run.SidePresent[5] = True;
+    Sources.CornerMissed = !corners.HasLowerLeft;
+}
+
+// A hidden entity counts where a point or the thickness is its alone.
+bool HiddenChangedBorder()
+{
+    return !Sources.Hidden.empty() &&
+           (ShownThickness != Run.PartThickness ||
+            std::any_of(BorderPoints.begin(), BorderPoints.end(), [](const Point& p) { return !p.IsShown; }));
 }
 
 } // namespace
@@ -242,7 +300,8 @@ void SettleFace()
 bool FindPanel()
 {
     BorderPoints.clear();
-    BorderThickness = 0;
+    BorderThickness = ShownThickness = 0;
+    Sources = {};
     std::string lastLayer;
     for (Long i = 1; i <= Entities.Last();) {
         const std::string_view layer = Entities[i].Layer.Trimmed();
@@ -277,6 +336,7 @@ bool AnalyseBorder()
     if (Run.PanelFound == 0) {
         if (BorderPoints.empty())
             return Fail({{Message::NoBorder}});
+        Sources.HiddenChangedIt = HiddenChangedBorder();
         if (BorderPoints.size() % 4 != 0)
             return Fail(
                 {{Message::BorderNotRectangular},
@@ -289,6 +349,11 @@ bool AnalyseBorder()
     if (Run.PartThickness == 0)
         Run.PartThickness = sideThickness;
     return true;
+}
+
+const PanelSources& SourcesOfPanel()
+{
+    return Sources;
 }
 
 void SettleOriginAndUnits()

@@ -2,12 +2,27 @@
 // views around it. Settles origin, thickness, units and tolerance.
 #pragma once
 
+#include <vector>
+
+#include "platform/numbers.h"
+
 namespace kv {
+
+// Where the panel comes from, for those who doubt it. Entities by their numbers among the drawn ones.
+struct PanelSources {
+    Long First = 0;                  // the border's first entity, or the solid
+    Long BelowZero = 0;              // the first of the border with a point below zero; 0: none
+    Single LowestX = 0, LowestY = 0; // where such points reach to
+    bool CornerMissed = false;       // no point of the border is the face's lower left corner
+    std::vector<Long> Hidden;        // entities and vertices that a person does not see
+    bool HiddenChangedIt = false;    // without them the panel would be another one
+};
 
 // Collects the route layers, the border points and the PANEL solid. False when the run must end.
 bool FindPanel();
 // Face and edge views out of the border points, unless a solid gave the panel. False as above.
 bool AnalyseBorder();
+const PanelSources& SourcesOfPanel();
 void SettleOriginAndUnits();
 
 } // namespace kv

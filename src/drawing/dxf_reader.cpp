@@ -10,6 +10,7 @@
 #include <iterator>
 #include <limits>
 
+#include "drawing/drawing_facts.h"
 #include "drawing/group_codes.h"
 #include "drawing/section_search.h"
 #include "platform/dialogs.h"
@@ -337,6 +338,13 @@ void FinishLightweightVertex(ReaderState& state)
     state.FirstVertexDone = true;
 }
 
+// 1: the entity is on a sheet of paper, not in the model.
+void TakeSpace(std::string_view line)
+{
+    if (Trim(line) == "1")
+        NotePaperSpace(DrawnEntities.Last());
+}
+
 void TakeExtrusion(ReaderState& state, Single& component, std::string_view line)
 {
     component = NumberField(state, line);
@@ -453,6 +461,7 @@ bool IsKept(int code)
     case 51:
     case 62:
     case 66:
+    case 67:
     case 70:
     case 72:
     case 73:
@@ -505,6 +514,8 @@ bool ReadPair(ReaderState& state)
         DrawnEntities[DrawnEntities.Last()].Handle = Trim(raw);
     else if (code == 8)
         TakeLayer(state, raw);
+    else if (code == 67)
+        TakeSpace(raw);
     else
         TakeNumber(state, code, raw);
     return true;
@@ -547,6 +558,7 @@ void ReadDrawing(std::string& path)
     EntityTexts.assign(1, {});
     ForgetDrawnEntities();
     ForgetDrawnNames();
+    ForgetDrawingFacts();
     ReaderState state;
     state.Path = path;
     const bool found = OpenAtEntities(state.Scanner, state.Path);

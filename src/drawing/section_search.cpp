@@ -1,6 +1,8 @@
-// Looks for the head of the section line by line. Leaves the scanner on the line that names it.
+// Looks for the head of the section line by line, and lets the drawing's facts be read on the way. Leaves
+// the scanner on the line that names it.
 #include "drawing/section_search.h"
 
+#include "drawing/drawing_facts.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -34,6 +36,7 @@ class SectionHead {
 bool OpenAtEntities(LineScanner& scanner, const std::string& path)
 {
     SectionHead head;
+    FactsReader facts;
     scanner.Open(path);
     bool isHeld = false;
     while (!scanner.AtEnd && scanner.Outcome.Ok()) {
@@ -43,6 +46,10 @@ bool OpenAtEntities(LineScanner& scanner, const std::string& path)
                 return true;
             isHeld = true;
         }
+        if (head.IsComplete())
+            facts.BeginSection(Trim(line));
+        else if (facts.IsReading())
+            facts.Take(line);
         head.Take(line);
     }
     return isHeld && !scanner.OpenAt(path, SectionWord).empty();

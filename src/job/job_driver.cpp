@@ -7,10 +7,12 @@
 #include <utility>
 
 #include "drawing/border.h"
+#include "drawing/bore_doubts.h"
 #include "drawing/dxf_reader.h"
 #include "drawing/instructions.h"
 #include "drawing/layer_rules.h"
 #include "drawing/operations.h"
+#include "drawing/panel_doubts.h"
 #include "drawing/route_entities.h"
 #include "drawing/run_parameters.h"
 #include "drilling/drill_tour.h"
@@ -29,6 +31,7 @@
 #include "routes/leads.h"
 #include "routes/pockets.h"
 #include "routes/route_chains.h"
+#include "routes/route_doubts.h"
 #include "routes/route_sides.h"
 #include "state/carry_over.h"
 #include "state/drawn_entities.h"
@@ -205,6 +208,7 @@ void ConvertDrawing()
         return;
     SettleOriginAndUnits();
     SettleRunParameters();
+    TellPanelDoubts();
     StageDone("border");
     // 8. and 9. Bores, grooves and texts.
     ReadOperations();
@@ -222,6 +226,7 @@ void ConvertDrawing()
         Tell(Message::CodeTurnedOff);
         return;
     }
+    TellFaceDoubts();
     // 11. Routes.
     ReadRoutePasses();
     StageDone("routes");
@@ -229,6 +234,7 @@ void ConvertDrawing()
     Entities.Clear();
     ExpandGrooves();
     BuildHorizontalBores();
+    TellEdgeBoreDoubts();
     DropDeadSegments();
     CloseLoneCircles();
     if (!ChainRoutes()) {
@@ -236,6 +242,7 @@ void ConvertDrawing()
         Run.RunFailed = True;
         return;
     }
+    TellRouteDoubts();
     StageDone("chained");
     // 15. Pockets and the drill tour.
     SetMeter(Meter::Processing, 100);

@@ -6,6 +6,7 @@
 #include <set>
 #include <tuple>
 
+#include "drawing/drawing_facts.h"
 #include "drilling/drill_head.h"
 #include "ledger/stage_marks.h"
 #include "platform/text.h"
@@ -98,7 +99,7 @@ void AddSequence(ExplainedState& state, std::string_view name)
                             {"number", "place in the order", PlainText(static_cast<Single>(number)), "name"});
 }
 
-ExplainedLayer LayerOf(const LayerCounts& counted)
+ExplainedLayer ExplainedFrom(const LayerCounts& counted)
 {
     ExplainedLayer layer;
     layer.Name = Shown(counted.Layer);
@@ -130,6 +131,8 @@ ExplainedPanel PanelOfRun()
     panel.X = Run.SideMinX[Face];
     panel.Y = Run.SideMinY[Face];
     panel.IsInch = Run.DrawingInInch != False;
+    if (const DrawnUnit* const unit = UnitOfDrawing(); unit != nullptr)
+        panel.DrawnUnit = unit->Name;
     KindCounts kinds;
     std::set<Long> seen;
     for (const Long drawn : Run.BorderDrawn)
@@ -244,7 +247,7 @@ Explanation ExplanationOfRun()
     explanation.IsWhole = RunMarks.Reached > static_cast<int>(RunStage::Programs);
     explanation.Panel = PanelOfRun();
     for (const LayerCounts& layer : CountLayers(answers))
-        explanation.Layers.push_back(LayerOf(layer));
+        explanation.Layers.push_back(ExplainedFrom(layer));
     explanation.Texts = TextsOfRun();
     ExplainTools(explanation);
     ExplainPrograms(explanation, answers);

@@ -22,7 +22,7 @@ namespace {
 constexpr Int Evolution = 2; // control system
 
 // As messages name it.
-std::string LayerOf(Long drawn)
+std::string ReportedLayer(Long drawn)
 {
     return ShownLayer(NameOfNumber(DrawnEntities[drawn].State));
 }
@@ -30,7 +30,7 @@ std::string LayerOf(Long drawn)
 // The first of the messages that was told about the entity's layer.
 Message ToldAbout(Long drawn, std::initializer_list<Message> messages)
 {
-    const std::string layer = LayerOf(drawn);
+    const std::string layer = ReportedLayer(drawn);
     for (const Message message : messages)
         if (WasTold(message, layer))
             return message;
@@ -138,7 +138,7 @@ Message WhyNotInCncProgram(Long drawn)
         return Message::BlockNotInSequence;
     if (WasTold(Message::ProgramCut))
         return Message::ProgramCut;
-    if (WasTold(Message::LineReplaced, LayerOf(drawn)))
+    if (WasTold(Message::LineReplaced, ReportedLayer(drawn)))
         return Message::LineReplaced;
     const bool alternates = Val(Config.DRAlternate) != 0 || Run.DrAlt != 0;
     return alternates && IsDrilled(drawn) ? Message::DroppedByAlternation : Message::None;

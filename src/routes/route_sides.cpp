@@ -187,6 +187,11 @@ void AssignRouteSides()
     }
 }
 
+std::size_t ViewOfDrawnRoute(Long first, Long last)
+{
+    return ViewOfRoute(first, last);
+}
+
 std::vector<RouteSegment> AsInItsView(std::span<const RouteSegment> route)
 {
     if (Run.ControlType != Evolution || std::none_of(route.begin(), route.end(), IsInEdgeView))

@@ -156,6 +156,116 @@ constexpr MessagePage Pages[] = {
      "A Genesis Evolution program has no words for stops of the drill head, and bores that became stops "
      "would be missing from it.",
      "Nothing is to be done; switch the optimizer off to be rid of the line."},
+    {Message::BorderBelowZero, Doubt, NoMark,
+     "Layer {layer}: the border reaches below zero, to {place}; the panel is not the one drawn",
+     "Layer {layer}: {count} borders reach below zero, the first to {place}; the panel is not the one drawn",
+     "The face is looked for among the border's points from 0 on, and none of them is its lower left corner. "
+     "The panel begins at 0 instead, and all operations are measured from there.",
+     "Move the drawing so that no point of the panel is below zero, or draw the panel as a SOLID."},
+    {Message::UnitsContradict, Doubt, NoMark,
+     "Layer {layer}: the panel of {size} is taken for {taken}; $INSUNITS says {unit}",
+     "Layer {layer}: {count} panels are taken for {taken}, the first of {size}; $INSUNITS says {unit}",
+     "The size of the panel, or the setting UnitMode, says in which unit the drawing is read; its header "
+     "says "
+     "another one.",
+     "Set UnitMode to the unit of the drawing, or correct $INSUNITS in the design program."},
+    {Message::PanelWithoutThickness, Doubt, NoMark, "Layer {layer}: the panel has no thickness",
+     "Layer {layer}: {count} panels have no thickness",
+     "No Z of the border's layer, no thickness of its entities and no view of an edge tells it. The program "
+     "says 0, and no depth can be held against the panel.",
+     "Give the border's layer its thickness as Z, BORDER Z18 say."},
+    {Message::PanelFromPaperSpace, Doubt, NoMark,
+     "Layer {layer}: {count} entity in paper space changed the panel",
+     "Layer {layer}: {count} entities in paper space changed the panel",
+     "Entities of a sheet are on the layer of the border too. They were taken for the border, and the panel "
+     "would be another one without them.",
+     "Remove them from the border's layer, or save the drawing without its sheets."},
+    {Message::PanelFromFrozenLayer, Doubt, NoMark,
+     "Layer {layer}: {count} entity of the frozen layer changed the panel",
+     "Layer {layer}: {count} entities of the frozen layer changed the panel",
+     "A frozen layer is not shown, but it is read. Its entities were taken for the border, and the panel "
+     "would "
+     "be another one without them.",
+     "Remove the layer, or give it a name that means no border."},
+    {Message::PanelFromLayerOff, Doubt, NoMark,
+     "Layer {layer}: {count} entity of the switched-off layer changed the panel",
+     "Layer {layer}: {count} entities of the switched-off layer changed the panel",
+     "A layer that is switched off is not shown, but it is read. Its entities were taken for the border, and "
+     "the panel would be another one without them.",
+     "Remove the layer, or give it a name that means no border."},
+    {Message::DepthOfNothing, Doubt, NoMark, "Layer {layer}: the {work} at {place} has a depth of 0",
+     "Layer {layer}: {count} operations have a depth of 0, the first at {place}",
+     "Neither the layer nor the entity says how deep the tool goes. It moves on the panel's surface and cuts "
+     "nothing.",
+     "Give the layer a Z, or the entity a thickness or elevation."},
+    {Message::DepthOf90, Doubt, NoMark, "Layer {layer}: the {work} at {place} is {depth} deep",
+     "Layer {layer}: {count} operations are 90 deep and more, the first {depth} at {place}",
+     "A depth of 90 and more, in drawing units, is deeper than panels are thick. Here it is no code and is "
+     "written as it is.",
+     "Look at the Z of the layer's name; nothing is to be done where the work is to be that deep."},
+    {Message::DepthOfCode, Doubt, NoMark,
+     "Layer {layer}: the depth {depth} of the {work} at {place} is the code \"{code}\" to the control",
+     "Layer {layer}: {count} depths are codes to the control, the first {depth}, \"{code}\", at {place}",
+     "A depth of 90 and more is no length: the program has \"=\" and the character of that number, by which "
+     "the control knows a depth of its own.",
+     "Write the code by its letter (ZA to ZI, ZD, ZR) where it is wanted; else correct the Z of the layer's "
+     "name."},
+    {Message::DepthOfVariable, Doubt, NoMark,
+     "Layer {layer}: the depth {depth} of the {work} at {place} is that of the variable {variable}",
+     "Layer {layer}: {count} depths are those of variables, the first {depth}, {variable}, at {place}",
+     "To Genesis Evolution a depth of 200 and more names a variable of the control.",
+     "Write ZR and the variable's number where it is wanted; else correct the Z of the layer's name."},
+    {Message::DepthBeyondPanel, Doubt, NoMark,
+     "Layer {layer}: the {work} at {place} goes {over} mm beyond the panel of {size} mm",
+     "Layer {layer}: {count} operations go beyond the panel of {size} mm, the first at {place} by {over} mm",
+     "The depth is more than 5 mm greater than what the panel measures in that direction. So deep a tool may "
+     "cut the table.",
+     "Correct the depth or the panel's thickness."},
+    {Message::DepthThroughPanel, Note, NoMark,
+     "Layer {layer}: the {work} at {place} goes {over} mm through the panel of {size} mm",
+     "Layer {layer}: {count} operations go through the panel of {size} mm, the first at {place} by {over} mm",
+     "The depth is up to 5 mm greater than what the panel measures in that direction, as is usual for cuts "
+     "into a spoil board.",
+     "Nothing is to be done where the work is to go through."},
+    {Message::DepthByCode, Note, NoMark,
+     "Layer {layer}: the depth of the {work} at {place} is the code \"{code}\" to the control",
+     "Layer {layer}: {count} depths are codes to the control, the first, \"{code}\", at {place}",
+     "ZA to ZI, ZD and ZR are codes by which the control knows a depth of its own.",
+     "Nothing is to be done."},
+    {Message::DepthByVariable, Note, NoMark,
+     "Layer {layer}: the depth of the {work} at {place} is that of the variable {variable}",
+     "Layer {layer}: {count} depths are those of variables, the first, {variable}, at {place}",
+     "ZR and a number name a variable of the control.", "Nothing is to be done."},
+    {Message::BoreOffPanel, Doubt, NoMark, "Layer {layer}: the {work} at {place} is off the panel",
+     "Layer {layer}: {count} bores are off the panel, the first at {place}",
+     "The middle of the bore is outside the panel's face.",
+     "Move the bore onto the panel, or give what is no bore another layer."},
+    {Message::WorkOffPanel, Doubt, NoMark, "Layer {layer}: the {work} at {place} is wholly off the panel",
+     "Layer {layer}: {count} operations are wholly off the panel, the first at {place}",
+     "No part of the groove or route is on the panel's face or on a view of its edges.",
+     "Move it onto the panel, or give what is no work another layer."},
+    {Message::EdgeBoreOffEdge, Doubt, NoMark,
+     "Layer {layer}: the {work} is {along} mm along an edge of {length} mm",
+     "Layer {layer}: {count} bores are beyond the ends of their edges, the first at {along} mm along an "
+     "edge of {length} mm",
+     "The bore's place along the edge is below 0 or greater than the edge is long.",
+     "Move the bore onto the edge."},
+    {Message::EdgeBoreOffThickness, Doubt, NoMark,
+     "Layer {layer}: the {work} at {place} has a height of {height} mm, not within the panel's {thickness} "
+     "mm",
+     "Layer {layer}: {count} bores in edges are not within the panel's {thickness} mm, the first at "
+     "{place} with a height of {height} mm",
+     "The middle of the bore is not between the two faces of the panel.",
+     "Give the bore's layer a Z, or draw the bore within the view of the edge."},
+    {Message::RouteWithoutTool, Doubt, NoMark,
+     "Layer {layer}: the {work} at {place} has neither tool nor diameter and takes over those of the work "
+     "before it",
+     "Layer {layer}: {count} routes have neither tool nor diameter and take over those of the work before "
+     "them, "
+     "the first at {place}",
+     "Neither the layer nor the entity names a tool. The program names none either, or the last one that was "
+     "named: that of a bore or route in front, or of an earlier drawing.",
+     "Give the layer a T or a D."},
 
     {Message::RouteToolBelowZero, Doubt, NoMark,
      "Layer {layer}: {count} route is not cut, its tool number is below 0",

@@ -251,6 +251,10 @@ TEST_F(ConvertCall, EqualDoubtsOfALayerAreCountedFromTheFourthOn)
         for (const json& line : drawings[i]["lines"])
             if (line.value("severity", "") == "doubt")
                 doubts[i].push_back(line);
+    // The pockets name no tool either; that is told where they are chained, before they are cleared.
+    const auto isOfTool = [](const json& line) { return line["number"] == 350; };
+    for (std::vector<json>& lines : doubts)
+        EXPECT_EQ(std::erase_if(lines, isOfTool), &lines == &doubts[0] ? 3U : 1U);
     ASSERT_EQ(doubts[0].size(), 3U);
     EXPECT_EQ(doubts[0][2],
               json({{"number", 421},

@@ -258,10 +258,11 @@ TEST_F(JobDriver, DescriptionIsReportedBehindThePartNameLine)
     const std::string drawing = Drawing(Rectangle("BORDER", 10, 20, 600, 400) + TextAt("DESCR", 0, 0, "OAK") +
                                         TextAt("NAME", 0, 0, "side") + Circle("VBORE Z12", 110, 70, 4));
     ASSERT_TRUE(Home.Convert(drawing)) << Home.ReportText();
-    ASSERT_GE(Home.Lines.size(), 3U);
+    ASSERT_GE(Home.Lines.size(), 4U);
     EXPECT_EQ(Home.Lines[0], "DOOR");
-    EXPECT_EQ(Home.Lines[1], "USING \"SIDE\" FOR THE PART NAME");
-    EXPECT_EQ(Home.Lines[2], "Descr: OAK");
+    EXPECT_EQ(Home.Lines[1], "Layer BORDER: the panel has no thickness");
+    EXPECT_EQ(Home.Lines[2], "USING \"SIDE\" FOR THE PART NAME");
+    EXPECT_EQ(Home.Lines[3], "Descr: OAK");
 }
 
 TEST_F(JobDriver, TheOptimizerRunsBySettingOrFlagWithABore)

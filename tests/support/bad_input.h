@@ -55,10 +55,14 @@ class BadInput : public testing::Test {
         return Run.RunFailed == False;
     }
 
-    // The whole report behind the job's name is the file and the cause, on one line.
-    void ExpectOneLine(const std::string& cause) const
+    // The whole report behind the job's name is the file and the cause, on one line; before it at most what
+    // the passes up to there have doubted.
+    void ExpectOneLine(const std::string& cause, const std::vector<std::string>& doubts = {}) const
     {
-        EXPECT_EQ(Home.Lines, (std::vector<std::string>{"BAD", Place() + ": " + cause}));
+        std::vector<std::string> lines = {"BAD"};
+        lines.insert(lines.end(), doubts.begin(), doubts.end());
+        lines.push_back(Place() + ": " + cause);
+        EXPECT_EQ(Home.Lines, lines);
         ExpectListed();
     }
     void ExpectListed() const
@@ -67,10 +71,11 @@ class BadInput : public testing::Test {
         EXPECT_EQ(kv::Run.FailedFiles, (std::vector<std::string>{"", FromHostPath(Place())}))
             << Home.ReportText();
     }
-    void ExpectRefused(const std::string& drawing, const std::string& cause)
+    void ExpectRefused(const std::string& drawing, const std::string& cause,
+                       const std::vector<std::string>& doubts = {})
     {
         EXPECT_FALSE(Home.Convert(drawing, "BAD.DXF"));
-        ExpectOneLine(cause);
+        ExpectOneLine(cause, doubts);
         ExpectFit();
     }
 
