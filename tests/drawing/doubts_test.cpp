@@ -241,9 +241,8 @@ TEST_F(Doubts, AMillionBorderLinesAreOneLine)
 
 TEST_F(Doubts, DepthsThatAreCodes)
 {
-    EXPECT_EQ(
-        LinesOfWork(Circle("VBORE ZD", 110, 70, 4)),
-        Texts{"Layer VBORE ZD: the depth of the bore at X110 Y70 is the code \"=d\" to the control"});
+    EXPECT_EQ(LinesOfWork(Circle("VBORE ZD", 110, 70, 4)),
+              Texts{"Layer VBORE ZD: the depth of the bore at X110 Y70 is the code \"=d\" to the control"});
     EXPECT_EQ(
         LinesOfWork(Circle("VBORE Z90", 110, 70, 4)),
         Texts{"Layer VBORE Z90: the depth 90 of the bore at X110 Y70 is the code \"=Z\" to the control"});
@@ -258,7 +257,7 @@ TEST_F(Doubts, DepthsThatAreVariablesOrLengthsToGenesisEvolution)
     Place.Write("EvHeader.dat", "A\rB\rC\rD\rE\rOPTI{\rF\rG\rH\rI\rJ\rK\rL\rM\rN\rO\rP\r");
     kv::Run.ControlType = 2;
     EXPECT_EQ(LinesOfWork(Circle("VBORE ZR5", 110, 70, 4)),
-              Texts{"Layer VBORE ZR5: the depth 205 of the bore at X110 Y70 is that of the variable R5"});
+              Texts{"Layer VBORE ZR5: the depth of the bore at X110 Y70 is that of the variable R5"});
     kv::Run.ControlType = 2;
     EXPECT_EQ(LinesOfWork(Circle("VBORE Z100", 110, 70, 4)),
               (Texts{"Layer VBORE Z100: the bore at X110 Y70 is 100 deep",
