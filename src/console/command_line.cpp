@@ -97,6 +97,12 @@ void AddSpreading(CLI::App& convert, CommandLine& line)
         ->needs(stage);
 }
 
+void AddStrict(CLI::App& call, CommandLine& line)
+{
+    call.add_flag("--strict", line.Strict,
+                  "Fails each drawing with a doubt in its report; nothing of it is written");
+}
+
 void AddConvert(CLI::App& app, CommandLine& line, Words& words)
 {
     CLI::App* const convert = app.add_subcommand("convert", ConvertText);
@@ -112,6 +118,7 @@ void AddConvert(CLI::App& app, CommandLine& line, Words& words)
     convert->add_option("--report", words.Report, "Form of the process report")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
+    AddStrict(*convert, line);
     AddSpreading(*convert, line);
 }
 
@@ -122,6 +129,7 @@ void AddPlace(CLI::App& app, CommandLine& line, Words& words)
     place->add_option("DIR", line.Stages, "Folders that convert --stage has made, in any order")->required();
     place->add_flag("--allow-gaps", line.AllowGaps,
                     "Places stages although numbers between theirs are missing");
+    AddStrict(*place, line);
     place->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
@@ -251,6 +259,8 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
         cause = call == Call::Trace ? TakeStages(line.After) : TakeSettings(words.Settings, line);
     if (!cause.empty())
         return Refused(cause, call);
+    if (line.Strict)
+        line.Overrides.emplace_back("Strict", "yes");
     line.Asked = call;
     line.ReportJson = words.Report == "json";
     if (!words.System.empty())

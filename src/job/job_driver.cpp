@@ -34,6 +34,7 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "state/strict_setting.h"
 #include "writers/cut_list.h"
 #include "writers/program_lines.h"
 #include "writers/program_writers.h"
@@ -112,6 +113,7 @@ MessageLine WhyNoDrawing()
 void StartDrawing()
 {
     const bool clean = StartsClean();
+    TellUnknownStrictness();
     StartLegacy(clean);
     StartWriterMemory(clean);
     if (!clean)

@@ -13,6 +13,7 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "state/shell_state.h"
+#include "state/strict_setting.h"
 #include "writers/program_writers.h"
 
 namespace kv {
@@ -31,6 +32,7 @@ constexpr std::uint64_t MostBytesAside = std::uint64_t{64} << 20;
 long LastNumber = 0;
 bool JobRuns = false; // its own failure is the run's
 std::vector<std::string> FilesOfJob;
+WrittenProgram LastBeforeJob;
 Steady::time_point FirstWaits; // when the first of the waiting drawings was done
 std::uint64_t BytesWaiting = 0;
 
@@ -117,6 +119,23 @@ FileOutcome EnterBeforeWriting(const std::string& installation)
     return outcome;
 }
 
+// --- The end of a job ---
+
+// A job that failed and gives nothing has its lines already.
+bool RefuseIfDoubtful(const JobOutput& job)
+{
+    const long long doubts = RefusesDoubts() ? DoubtsTold() : 0;
+    const bool givesNothing = job.Empty() && Outputs.Steps.empty();
+    if (doubts == 0 || (Run.RunFailed != False && givesNothing))
+        return false;
+    LastProgram = LastBeforeJob;
+    if (Run.FailedFiles.empty() || Run.FailedFiles.back() != Run.SourceFile || Run.RunFailed == False)
+        AddFailedFile(Run.SourceFile);
+    Run.RunFailed = True;
+    Tell(Message::DoubtfulRefused, {{"drawing", ShownPath(Run.SourceFile)}, {"count", doubts}});
+    return true;
+}
+
 bool IsTimeToPlace()
 {
     return !Outputs.Together || BytesWaiting >= MostBytesAside ||
@@ -168,6 +187,8 @@ void BeginJobOutput()
 {
     ++LastNumber;
     FilesOfJob.clear();
+    LastBeforeJob = LastProgram;
+    ForgetDoubts();
     Outputs.Enter = EnterBeforeWriting;
 }
 
@@ -180,7 +201,7 @@ void TakeBackJobOutput()
 void FinishJobOutput(bool keep)
 {
     JobOutput& job = Outputs.Current;
-    if (!keep)
+    if (!keep || RefuseIfDoubtful(job))
         DropOutput(job);
     job.Drawing = Run.SourceFile;
     job.Number = LastNumber;

@@ -130,6 +130,8 @@ enum class Message : int {
     DestinationNotFound = 560,
     FileErrorNumber = 561,
     FileErrorCause = 562,
+    DoubtfulRefused = 570,
+    StrictUnknown = 571,
 
     // 6xx: files and installation
     DrawingNotPlaced = 601,

@@ -477,6 +477,15 @@ constexpr MessagePage Pages[] = {
     {Message::FileErrorCause, Fault, NoMark, "{file}: {cause}", "",
      "What the system says about the program that could not be written.",
      "Put right what the line names, then process the drawing again."},
+    {Message::DoubtfulRefused, Fault, NoMark,
+     "{drawing}: 1 doubt; nothing was written, since doubtful drawings are refused (--strict)",
+     "{drawing}: {count} doubts; nothing was written, since doubtful drawings are refused (--strict)",
+     "The setting Strict is yes, or the call has --strict, and the lines above hold doubts. A line that "
+     "stands "
+     "for several doubts counts as many. Program, index, notes and cut list are as they were.",
+     "See to the doubts, then process the drawing again; or convert it without strictness."},
+    {Message::StrictUnknown, Doubt, NoMark, "Setting Strict: \"{word}\" is neither yes nor no, no is taken",
+     "", "The setting Strict holds another word than its two.", "Write yes or no."},
 
     {Message::DrawingNotPlaced, Fault, NoMark, "{drawing}: {cause}", "",
      "The drawing was converted, and its files could not be brought to their places. None of them is there; "

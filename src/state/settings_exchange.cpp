@@ -99,6 +99,7 @@ const SettingRow OtherRows[] = {
     {"SPDA", Form::Text, &Config.SPDA},
     {"Pockets", Form::Text, &Config.Pockets},
     {"CarryOver", Form::Text, &Config.CarryOver},
+    {"Strict", Form::Text, &Config.Strict},
 };
 
 // Section "System".
@@ -318,12 +319,13 @@ int NumberBehind(std::string_view key, std::string_view head, int limit)
     return -1;
 }
 
-// Of the window, of triggers and viewers: no program depends on them.
+// Of the window, of triggers and viewers: no program depends on them. On Strict depends whether one is
+// written, never what it holds.
 constexpr std::string_view KeysBesidePrograms[] = {
     "FormState",        "SourcePath90",     "SourcePathGen",    "SourcePathEV",     "AutoStartTemp",
     "AutoStartBatch",   "GraphicAfterAuto", "GraphicAfterMan",  "PauseForMessages", "TipsEnable",
     "MakeBinaries",     "BatchLimit",       "RadiusLimit",      "GraphicDelay",     "ListColumnWidth3",
-    "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6", "EditorPath"};
+    "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6", "EditorPath",       "Strict"};
 
 void AddTexts(std::vector<SettingText>& texts, std::string_view head, std::span<const SettingRow> rows)
 {
