@@ -54,7 +54,7 @@ int TraceDrawings(const CommandLine& line)
         Print(lead + Shown.dump(1));
         lead = ",\n";
         WriteRows(stderr);
-        if (outcome != "converted") {
+        if (HasFailed(outcome)) {
             status = ExitSomeFailed;
             TellFailure(drawing, outcome);
         }

@@ -36,6 +36,7 @@
 #include "state/settings.h"
 #include "state/strict_setting.h"
 #include "writers/cut_list.h"
+#include "writers/left_programs.h"
 #include "writers/program_lines.h"
 #include "writers/program_writers.h"
 
@@ -207,6 +208,7 @@ void ConvertDrawing()
         if (!Stages.StopBeforeWriters) {
             ReportTakenOver();
             WriteCutListEntry();
+            NoteWantedPrograms(true);
         }
         EndRun();
         Tell(Message::CodeTurnedOff);

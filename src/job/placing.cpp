@@ -14,6 +14,7 @@
 #include "state/run.h"
 #include "state/shell_state.h"
 #include "state/strict_setting.h"
+#include "writers/left_programs.h"
 #include "writers/program_writers.h"
 
 namespace kv {
@@ -33,6 +34,7 @@ long LastNumber = 0;
 bool JobRuns = false; // its own failure is the run's
 std::vector<std::string> FilesOfJob;
 WrittenProgram LastBeforeJob;
+bool GaveProgram = false;      // the job that ran last
 Steady::time_point FirstWaits; // when the first of the waiting drawings was done
 std::uint64_t BytesWaiting = 0;
 
@@ -121,6 +123,21 @@ FileOutcome EnterBeforeWriting(const std::string& installation)
 
 // --- The end of a job ---
 
+void TellAboutPrograms(const JobOutput& job)
+{
+    if (Outputs.Recording || Run.RunFailed != False)
+        return; // at their turn in the installation; a failed drawing leaves all as it was
+    TellReplacedPrograms(job);
+    TellLeftPrograms(job);
+}
+
+bool GivesProgram(const JobOutput& job)
+{
+    return !job.Programs.empty() || std::ranges::any_of(Outputs.Steps, [](const OutputStep& step) {
+        return step.Kind == StepKind::Program;
+    });
+}
+
 // A job that failed and gives nothing has its lines already.
 bool RefuseIfDoubtful(const JobOutput& job)
 {
@@ -201,8 +218,12 @@ void TakeBackJobOutput()
 void FinishJobOutput(bool keep)
 {
     JobOutput& job = Outputs.Current;
+    if (keep)
+        TellAboutPrograms(job);
     if (!keep || RefuseIfDoubtful(job))
         DropOutput(job);
+    GaveProgram = GivesProgram(job);
+    RememberWriter(job, Run.SourceFile);
     job.Drawing = Run.SourceFile;
     job.Number = LastNumber;
     FilesOfJob = job.Files;
@@ -226,6 +247,11 @@ void FinishJobOutput(bool keep)
 long JobNumber()
 {
     return LastNumber;
+}
+
+bool JobGaveProgram()
+{
+    return GaveProgram;
 }
 
 const std::vector<std::string>& JobFiles()

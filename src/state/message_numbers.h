@@ -132,6 +132,12 @@ enum class Message : int {
     FileErrorCause = 562,
     DoubtfulRefused = 570,
     StrictUnknown = 571,
+    NothingWritten = 572,
+    OlderProgramLeft = 573,
+    ProgramsLeft = 574,
+    FailedPartsStay = 575,
+    OtherDrawingReplaced = 576,
+    OtherDescriptionReplaced = 577,
 
     // 6xx: files and installation
     DrawingNotPlaced = 601,

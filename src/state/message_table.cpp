@@ -486,6 +486,29 @@ constexpr MessagePage Pages[] = {
      "See to the doubts, then process the drawing again; or convert it without strictness."},
     {Message::StrictUnknown, Doubt, NoMark, "Setting Strict: \"{word}\" is neither yes nor no, no is taken",
      "", "The setting Strict holds another word than its two.", "Write yes or no."},
+    {Message::NothingWritten, Doubt, NoMark, "No program was written", "",
+     "The conversion ended without a fault, and no writer had anything to write; the lines above say why.",
+     "Look at the names of the layers, and at the operations that the settings choose."},
+    {Message::OlderProgramLeft, Doubt, NoMark,
+     "No program was written; left from an earlier conversion: {programs}", "",
+     "The drawing gives no program any more, and one of its name from an earlier conversion is still there. "
+     "The "
+     "machine would work by the older one.",
+     "Delete the older program and its entry in the index, or correct the drawing."},
+    {Message::ProgramsLeft, Doubt, NoMark,
+     "Left from an earlier conversion, not written by this one: {programs}", "",
+     "An earlier conversion gave more programs of that name: more portions, the whole program in place of "
+     "portions, or a program of the horizontal drilling machine. They do not belong to the programs of now.",
+     "Delete them, and their entries in the index."},
+    {Message::FailedPartsStay, Doubt, NoMark, "Parts of the failed program are in {place}: {programs}", "",
+     "The portions in front of the route that is too long are written; the rest of the program is missing.",
+     "Delete them, or convert the drawing again once it can be cut into portions."},
+    {Message::OtherDrawingReplaced, Doubt, NoMark, "{program} is replaced; it was the program of {other}", "",
+     "Two drawings of this list give a program of the same name; the later one stays.",
+     "Give one of the drawings another name, or an output name of its own."},
+    {Message::OtherDescriptionReplaced, Doubt, NoMark, "{program} is replaced; its description was: {other}",
+     "", "The program that was there before has another description, so it may be that of another drawing.",
+     "See whether two drawings have the same name."},
 
     {Message::DrawingNotPlaced, Fault, NoMark, "{drawing}: {cause}", "",
      "The drawing was converted, and its files could not be brought to their places. None of them is there; "

@@ -9,6 +9,7 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "writers/left_programs.h"
 #include "writers/number_format.h"
 #include "writers/program_families.h"
 #include "writers/writer_memory.h"
@@ -34,6 +35,8 @@ void RunProgramWriters()
         WriteCncProgram();
     if (Run.CncOff == 0 && Run.ControlType == 2)
         WriteEvolutionProgram();
+    if (Run.RunFailed == False)
+        NoteWantedPrograms(false);
     ReportTakenOver();
     ReportMessage(
         1, MarkPink +
@@ -45,6 +48,7 @@ void ResetWriters()
 {
     StartWriterMemory(true);
     ProgramList.clear();
+    ForgetProgramsOfList();
     LastProgram = WrittenProgram{};
 }
 

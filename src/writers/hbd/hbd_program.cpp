@@ -304,6 +304,11 @@ std::string NameForMachine(std::string name)
 
 } // namespace
 
+std::string HbdProgramPath(const std::string& name)
+{
+    return WithBackslash(Trim(Config.HBDDestinationPath)) + NameForMachine(name);
+}
+
 void WriteHbdProgram()
 {
     SetMeter(Meter::PgmCode, 40);
@@ -315,9 +320,9 @@ void WriteHbdProgram()
     WriteFields(program, fields);
     const std::string name = FileNameOf(OutputName());
     if (program.AnyBore) {
-        const std::string adapted = NameForMachine(name);
-        Tell(Message::HbdName, {{"name", adapted}});
-        PlaceSideProgram(WithBackslash(Trim(Config.HBDDestinationPath)) + adapted, fields, program.Sides);
+        const std::string path = HbdProgramPath(name);
+        Tell(Message::HbdName, {{"name", FileNameOf(path)}});
+        PlaceSideProgram(path, fields, program.Sides);
     } else {
         Tell(Message::HbdNotIndicated, {{"name", name}});
     }
