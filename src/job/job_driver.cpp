@@ -17,6 +17,7 @@
 #include "drilling/groove_passes.h"
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
+#include "job/misread_settings.h"
 #include "job/placing.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -246,6 +247,7 @@ void ConvertDrawing()
     AssignRouteSides();
     SynthesizeLeads();
     TellEdgeArcDoubts();
+    TellMisreadSettings();
     StageDone("leads");
     // 20. The machine's corner.
     ApplyMachineOrigin();

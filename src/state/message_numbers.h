@@ -162,6 +162,8 @@ enum class Message : int {
     FailedFile = 621,
     MustConvertAnew = 630,
     ProcessEndedTwice = 631,
+    FieldPartlyRead = 650,
+    CellPartlyRead = 651,
 
     // 7xx: batches, trigger files, lists and window
     BannerProduct = 701,
