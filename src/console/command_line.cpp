@@ -23,8 +23,9 @@ constexpr const char* MainText = "Korvanti turns DXF panel drawings into program
 constexpr const char* MainFooter =
     "\nThe program's folder holds KV90.INI: it is --home, else the variable KORVANTI_HOME, else the\n"
     "folder of the program when a KV90.INI stands there, else the user's configuration folder.\n"
-    "Exit status: 0 all drawings converted, 1 some failed (each is named on standard error), 2 wrong\n"
-    "usage. Ctrl-C aborts the drawing and the list; a second Ctrl-C ends the program.";
+    "Exit status: 0 all drawings converted (also those that give no program), 1 some failed (each is named\n"
+    "on standard error), 2 wrong usage. Ctrl-C aborts the drawing and the list; a second Ctrl-C ends the\n"
+    "program.";
 
 constexpr const char* ConvertText = "Converts each drawing and prints the process report.";
 constexpr const char* ConvertFooter =

@@ -477,7 +477,7 @@ constexpr MessagePage Pages[] = {
     {Message::FileErrorCause, Fault, NoMark, "{file}: {cause}", "",
      "What the system says about the program that could not be written.",
      "Put right what the line names, then process the drawing again."},
-    {Message::DoubtfulRefused, Fault, NoMark,
+    {Message::DoubtfulRefused, Fault, MarkRed,
      "{drawing}: 1 doubt; nothing was written, since doubtful drawings are refused (--strict)",
      "{drawing}: {count} doubts; nothing was written, since doubtful drawings are refused (--strict)",
      "The setting Strict is yes, or the call has --strict, and the lines above hold doubts. A line that "
@@ -486,16 +486,16 @@ constexpr MessagePage Pages[] = {
      "See to the doubts, then process the drawing again; or convert it without strictness."},
     {Message::StrictUnknown, Doubt, NoMark, "Setting Strict: \"{word}\" is neither yes nor no, no is taken",
      "", "The setting Strict holds another word than its two.", "Write yes or no."},
-    {Message::NothingWritten, Doubt, NoMark, "No program was written", "",
+    {Message::NothingWritten, Doubt, MarkRed, "No program was written", "",
      "The conversion ended without a fault, and no writer had anything to write; the lines above say why.",
      "Look at the names of the layers, and at the operations that the settings choose."},
-    {Message::OlderProgramLeft, Doubt, NoMark,
+    {Message::OlderProgramLeft, Doubt, MarkRed,
      "No program was written; left from an earlier conversion: {programs}", "",
      "The drawing gives no program any more, and one of its name from an earlier conversion is still there. "
      "The "
      "machine would work by the older one.",
      "Delete the older program and its entry in the index, or correct the drawing."},
-    {Message::ProgramsLeft, Doubt, NoMark,
+    {Message::ProgramsLeft, Doubt, MarkRed,
      "Left from an earlier conversion, not written by this one: {programs}", "",
      "An earlier conversion gave more programs of that name: more portions, the whole program in place of "
      "portions, or a program of the horizontal drilling machine. They do not belong to the programs of now.",
@@ -503,10 +503,10 @@ constexpr MessagePage Pages[] = {
     {Message::FailedPartsStay, Doubt, NoMark, "Parts of the failed program are in {place}: {programs}", "",
      "The portions in front of the route that is too long are written; the rest of the program is missing.",
      "Delete them, or convert the drawing again once it can be cut into portions."},
-    {Message::OtherDrawingReplaced, Doubt, NoMark, "{program} is replaced; it was the program of {other}", "",
-     "Two drawings of this list give a program of the same name; the later one stays.",
+    {Message::OtherDrawingReplaced, Doubt, MarkRed, "{program} is replaced; it was the program of {other}",
+     "", "Two drawings of this list give a program of the same name; the later one stays.",
      "Give one of the drawings another name, or an output name of its own."},
-    {Message::OtherDescriptionReplaced, Doubt, NoMark, "{program} is replaced; its description was: {other}",
+    {Message::OtherDescriptionReplaced, Doubt, MarkRed, "{program} is replaced; its description was: {other}",
      "", "The program that was there before has another description, so it may be that of another drawing.",
      "See whether two drawings have the same name."},
 

@@ -123,6 +123,16 @@ bool IsMade(const JobOutput& job, const std::string& path)
         job.Programs, [&](const ProgramOutput& program) { return EqualIgnoringCase(program.Path, path); });
 }
 
+// When the drawings before this one are placed says nothing about them: what waits counts as if it was there.
+const ProgramOutput* WaitingAt(const std::string& path)
+{
+    for (auto job = Outputs.Waiting.rbegin(); job != Outputs.Waiting.rend(); ++job)
+        for (const ProgramOutput& program : job->Programs)
+            if (program.Path == path)
+                return &program;
+    return nullptr;
+}
+
 void AddLeft(const WantedProgram& wanted, const std::string& path, std::vector<std::string>& left)
 {
     const bool listed = wanted.Form == ProgramForm::Indexed && IsInIndexOf(wanted.Folder, path);
@@ -141,7 +151,9 @@ void GatherLeft(const JobOutput& job, const WantedProgram& wanted, std::vector<s
         if (IsMade(job, path))
             continue;
         // As it is spelled alone, which costs little: no drawing but one in a thousand has portions.
-        if (!ReadHeadAsSpelled(path, head, HeadBytesOfPrograms) || !IsPortion(path, head))
+        const ProgramOutput* const waiting = WaitingAt(path);
+        const std::string place = waiting == nullptr ? path : FromHostPath(waiting->Staged.Aside);
+        if (!ReadHeadAsSpelled(place, head, HeadBytesOfPrograms) || !IsPortion(place, head))
             return;
         AddLeft(wanted, path, left);
     }

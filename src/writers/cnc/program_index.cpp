@@ -160,6 +160,10 @@ bool IsInIndexOf(const std::string& programFolder, std::string_view path)
     std::string index;
     if (ReadIfThere(IndexPathIn(programFolder), index).Is != Presence::There)
         return false;
+    for (const JobOutput& job : Outputs.Waiting)
+        for (const FileChange& change : job.Changes)
+            if (change.Kind == ChangeKind::Index && change.Installation == programFolder)
+                index += change.Text;
     for (std::size_t at = 0; at + IndexRecordSize <= index.size(); at += IndexRecordSize)
         if (EqualIgnoringCase(IndexedPlace(programFolder, index.substr(at, IndexNameWidth)), path))
             return true;
