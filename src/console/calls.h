@@ -23,12 +23,14 @@ int ExplainDrawings(const CommandLine& line);
 int WatchFolders(const CommandLine& line);
 
 // One drawing through the conversion, by its path as typed and the output name of its job line
-// (empty: none). Gives what became of it: "converted", "failed" or "aborted".
+// (empty: none). Gives what became of it: "converted", "nothing" (it ended well without a program), "failed"
+// or "aborted".
 std::string RunJob(const std::string& drawing, std::string_view outputName, int system);
 // The same by its full backslash path, and for one system.
 std::string RunJobLine(std::string jobLine, std::string_view outputName, Int system);
 Int SystemOfJob(int system); // SystemOfSettings gives what those select
 std::string OutcomeOfJob();  // of the job that ran last
+bool HasFailed(std::string_view outcome);
 void TellFailure(const std::string& drawing, std::string_view outcome); // on standard error
 // Tells how many drawings an abort left undone; the exit status that this asks for.
 int TellUnconverted(std::size_t count);

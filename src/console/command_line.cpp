@@ -23,8 +23,9 @@ constexpr const char* MainText = "Korvanti turns DXF panel drawings into program
 constexpr const char* MainFooter =
     "\nThe program's folder holds KV90.INI: it is --home, else the variable KORVANTI_HOME, else the\n"
     "folder of the program when a KV90.INI stands there, else the user's configuration folder.\n"
-    "Exit status: 0 all drawings converted, 1 some failed (each is named on standard error), 2 wrong\n"
-    "usage. Ctrl-C aborts the drawing and the list; a second Ctrl-C ends the program.";
+    "Exit status: 0 all drawings converted (also those that give no program), 1 some failed (each is named\n"
+    "on standard error), 2 wrong usage. Ctrl-C aborts the drawing and the list; a second Ctrl-C ends the\n"
+    "program.";
 
 constexpr const char* ConvertText = "Converts each drawing and prints the process report.";
 constexpr const char* ConvertFooter =
@@ -106,6 +107,12 @@ void AddSpreading(CLI::App& convert, CommandLine& line)
         ->needs(stage);
 }
 
+void AddStrict(CLI::App& call, CommandLine& line)
+{
+    call.add_flag("--strict", line.Strict,
+                  "Fails each drawing with a doubt in its report; nothing of it is written");
+}
+
 void AddConvert(CLI::App& app, CommandLine& line, Words& words)
 {
     CLI::App* const convert = app.add_subcommand("convert", ConvertText);
@@ -121,6 +128,7 @@ void AddConvert(CLI::App& app, CommandLine& line, Words& words)
     convert->add_option("--report", words.Report, "Form of the process report")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
+    AddStrict(*convert, line);
     AddSpreading(*convert, line);
 }
 
@@ -131,6 +139,7 @@ void AddPlace(CLI::App& app, CommandLine& line, Words& words)
     place->add_option("DIR", line.Stages, "Folders that convert --stage has made, in any order")->required();
     place->add_flag("--allow-gaps", line.AllowGaps,
                     "Places stages although numbers between theirs are missing");
+    AddStrict(*place, line);
     place->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
@@ -292,6 +301,8 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
         cause = TakeSettings(words.Settings, line);
     if (!cause.empty())
         return Refused(cause, call);
+    if (line.Strict)
+        line.Overrides.emplace_back("Strict", "yes");
     line.Asked = call;
     line.ReportJson = words.Report == "json";
     if (!words.System.empty())

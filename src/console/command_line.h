@@ -32,6 +32,7 @@ struct CommandLine {
     int System = SystemOfSettings;
     std::vector<std::pair<std::string, std::string>> Overrides; // setting key and value
     bool ReportJson = false;
+    bool Strict = false;               // in Overrides too
     int Jobs = 0;                      // processes of a list; 0: this one alone
     std::string Stage;                 // folder to be made, as typed
     long long Number = 1;              // of that stage in the list

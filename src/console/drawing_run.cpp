@@ -108,7 +108,7 @@ ConvertedJob ConvertForLater(const std::string& drawing, const std::string& outp
     job.System = SystemOfJob(system);
     const std::size_t failed = Run.FailedFiles.size();
     const RunClock::time_point start = RunClock::now();
-    job.Failed = RunJob(drawing, outputName, system) != "converted";
+    job.Failed = HasFailed(RunJob(drawing, outputName, system));
     job.Seconds = SecondsSince(start);
     job.SourceFile = Run.DrawingFile;
     if (withSource)
@@ -122,7 +122,10 @@ ConvertedJob ConvertForLater(const std::string& drawing, const std::string& outp
 
 DoneDrawing ShownOf(const ConvertedJob& job)
 {
-    return {job.Drawing, job.Failed ? "failed" : "converted", job.Rows, {}, CountsOf(job), job.Seconds};
+    const bool gives =
+        std::ranges::any_of(job.Steps, [](const OutputStep& step) { return step.Kind == StepKind::Program; });
+    return {job.Drawing, job.Failed ? "failed" : gives ? "converted" : "nothing", job.Rows, {}, CountsOf(job),
+            job.Seconds};
 }
 
 std::optional<DoneDrawing> PlaceHere(const ConvertedJob& job)

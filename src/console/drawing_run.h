@@ -19,7 +19,7 @@ struct OperationCounts {
 
 struct DoneDrawing {
     std::string Drawing; // as typed
-    std::string Outcome; // "converted", "failed" or "aborted"
+    std::string Outcome; // as RunJob gives it
     std::vector<ReportRow> Rows;
     std::vector<std::string> Files; // host paths
     OperationCounts Counts;

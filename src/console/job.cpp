@@ -5,6 +5,7 @@
 #include "console/abort.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
+#include "job/placing.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -33,8 +34,13 @@ std::string RunJob(const std::string& drawing, std::string_view outputName, int 
 std::string OutcomeOfJob()
 {
     if (Run.RunFailed == False)
-        return "converted";
+        return JobGaveProgram() ? "converted" : "nothing";
     return AbortAsked() ? "aborted" : "failed";
+}
+
+bool HasFailed(std::string_view outcome)
+{
+    return outcome != "converted" && outcome != "nothing";
 }
 
 std::string RunJobLine(std::string jobLine, std::string_view outputName, Int system)

@@ -119,7 +119,7 @@ void ListReport::Show(const DoneDrawing& done)
         Drawings.push_back(ShownDrawing(done));
     else
         WriteRows(done.Rows, stdout);
-    if (done.Outcome != "converted") {
+    if (HasFailed(done.Outcome)) {
         Fail();
         TellFailure(done.Drawing, done.Outcome);
     }

@@ -10,6 +10,7 @@
 #include "console/trace_stages.h"
 #include "job/job_driver.h"
 #include "platform/terminal.h"
+#include "state/settings.h"
 #include "writers/output_steps.h"
 
 namespace kv {
@@ -38,6 +39,7 @@ int TraceDrawings(const CommandLine& line)
     Wanted = line.After;
     Stages.Done = KeepStage;
     Stages.StopBeforeWriters = std::find(Wanted.begin(), Wanted.end(), ProgramsStage) == Wanted.end();
+    Config.Strict.clear();        // what a refused drawing would have become is wanted all the more
     const StepsRecorded recorded; // the writers' programs reach no disk
     const std::string outputName = line.Output.empty() ? std::string() : OutputName(line.Output);
     const bool many = line.Drawings.size() > 1;
@@ -53,7 +55,7 @@ int TraceDrawings(const CommandLine& line)
         Print(lead + Shown.dump(1));
         lead = ",\n";
         WriteRows(stderr);
-        if (outcome != "converted") {
+        if (HasFailed(outcome)) {
             status = ExitSomeFailed;
             TellFailure(drawing, outcome);
         }

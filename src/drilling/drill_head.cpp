@@ -9,7 +9,10 @@
 
 #include "platform/files.h"
 #include "platform/needed_files.h"
+#include "platform/number_texts.h"
+#include "platform/paths.h"
 #include "platform/text.h"
+#include "state/report.h"
 #include "state/settings.h"
 
 namespace kv {
@@ -98,25 +101,60 @@ bool IsNumber(std::string_view text)
     return at == text.size();
 }
 
-// What is no number, or none that a Single holds, leaves the field as it is.
-void TakeNumber(std::string_view field, Single& value)
+// The field with what a comma has cut off behind it, and its line in the file.
+struct HeadField {
+    std::string_view Text, CutOff;
+    long long Row = 0; // 0: of a drill that is not used
+};
+
+void TellPartlyRead(const HeadField& field, Single taken)
 {
-    const std::string_view text = Trim(field);
-    if (!IsNumber(text))
+    if (field.Row == 0)
         return;
+    Tell(Message::CellPartlyRead, {{"file", ShownPath(ExeFolder + std::string(HeadFileName))},
+                                   {"row", field.Row},
+                                   {"written", std::string(Trim(field.Text)) + std::string(field.CutOff)},
+                                   {"taken", PlainText(taken)}});
+}
+
+// What is no number, or none that a Single holds, leaves the field as it is.
+void TakeNumber(const HeadField& field, Single& value)
+{
+    const std::string_view text = Trim(field.Text);
+    if (!IsNumber(text)) {
+        if (!text.empty())
+            TellPartlyRead(field, value);
+        return;
+    }
     const auto number = static_cast<Single>(Val(text));
     if (std::isfinite(number))
         value = number;
+    if (!field.CutOff.empty())
+        TellPartlyRead(field, value);
 }
 
-DrillParameter ParseDrill(std::string_view item)
+// The piece of the line with the comma that ends its item, as far as the next tab; empty where nothing else
+// is in it.
+std::string_view CutOffBehind(std::string_view line)
 {
+    std::string_view piece = line.substr(std::min(line.find(','), line.size()));
+    piece = piece.substr(0, piece.find('\t'));
+    return Trim(piece).size() > 1 ? piece : std::string_view();
+}
+
+DrillParameter ParseDrill(std::string_view line, long long row)
+{
+    const std::string_view item = TextItem(line);
     Long position = 1;
-    const auto nextField = [&] { return ParseString(position, item, "\t"); };
     DrillParameter drill;
-    drill.Kind = KindOfText(nextField());
-    for (Single* const value : {&drill.X, &drill.Y, &drill.Z, &drill.Diameter})
-        TakeNumber(nextField(), *value);
+    drill.Kind = KindOfText(ParseString(position, item, "\t"));
+    for (Single* const value : {&drill.X, &drill.Y, &drill.Z, &drill.Diameter}) {
+        const bool isThere = position > 0;
+        HeadField field = {ParseString(position, item, "\t"), {}, drill.Kind == 0 ? 0 : row};
+        if (isThere && position <= 0)
+            field.CutOff = CutOffBehind(line);
+        TakeNumber(field, *value);
+    }
     return drill;
 }
 
@@ -132,11 +170,11 @@ void LoadDrillHead()
         return;
     ThrowUnlessOk(path, outcome);
     std::string_view rest = contents;
-    while (!rest.empty()) {
-        const std::string_view item = TextItem(TakeLine(rest));
-        if (Trim(item).empty())
+    for (long long row = 1; !rest.empty(); ++row) {
+        const std::string_view line = TakeLine(rest);
+        if (Trim(TextItem(line)).empty())
             return; // whatever stands behind it
-        DrillParameters.push_back(ParseDrill(item));
+        DrillParameters.push_back(ParseDrill(line, row));
     }
 }
 

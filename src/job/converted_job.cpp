@@ -206,6 +206,21 @@ std::optional<ConvertedJob> ConvertedJobOf(std::string_view text)
     return job;
 }
 
+namespace {
+
+// A box of several rows repeats its line.
+long long DoubtsIn(const std::vector<ReportRow>& rows)
+{
+    long long doubts = 0;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (i == 0 || rows[i].Line.Number != rows[i - 1].Line.Number ||
+            TextOf(rows[i].Line) != TextOf(rows[i - 1].Line))
+            doubts += DoubtsOf(rows[i].Line);
+    return doubts;
+}
+
+} // namespace
+
 bool PlaceConvertedJob(const ConvertedJob& job)
 {
     Run.RunState = 0;
@@ -219,6 +234,7 @@ bool PlaceConvertedJob(const ConvertedJob& job)
     for (const ReportRow& row : job.Rows)
         if (Report.ShowRow != nullptr)
             Report.ShowRow(row);
+    AddDoubts(DoubtsIn(job.Rows));
     for (const std::string& path : job.FailedFiles)
         AddFailedFile(path);
     FinishJobOutput(true);

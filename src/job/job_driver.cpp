@@ -19,6 +19,7 @@
 #include "drilling/groove_passes.h"
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
+#include "job/misread_settings.h"
 #include "job/placing.h"
 #include "ledger/ledger_report.h"
 #include "ledger/stage_marks.h"
@@ -39,7 +40,9 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "state/strict_setting.h"
 #include "writers/cut_list.h"
+#include "writers/left_programs.h"
 #include "writers/program_lines.h"
 #include "writers/program_writers.h"
 
@@ -117,6 +120,7 @@ MessageLine WhyNoDrawing()
 void StartDrawing()
 {
     const bool clean = StartsClean();
+    TellUnknownStrictness();
     StartLegacy(clean);
     StartWriterMemory(clean);
     if (!clean)
@@ -221,6 +225,7 @@ void ConvertDrawing()
         if (!Stages.StopBeforeWriters) {
             ReportTakenOver();
             WriteCutListEntry();
+            NoteWantedPrograms(true);
         }
         EndRun();
         Tell(Message::CodeTurnedOff);
@@ -261,6 +266,7 @@ void ConvertDrawing()
     AssignRouteSides();
     SynthesizeLeads();
     TellEdgeArcDoubts();
+    TellMisreadSettings();
     StageDone("leads");
     // 20. The machine's corner.
     ApplyMachineOrigin();

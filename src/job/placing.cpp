@@ -13,6 +13,8 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "state/shell_state.h"
+#include "state/strict_setting.h"
+#include "writers/left_programs.h"
 #include "writers/program_writers.h"
 
 namespace kv {
@@ -31,6 +33,8 @@ constexpr std::uint64_t MostBytesAside = std::uint64_t{64} << 20;
 long LastNumber = 0;
 bool JobRuns = false; // its own failure is the run's
 std::vector<std::string> FilesOfJob;
+WrittenProgram LastBeforeJob;
+bool GaveProgram = false;      // the job that ran last
 Steady::time_point FirstWaits; // when the first of the waiting drawings was done
 std::uint64_t BytesWaiting = 0;
 
@@ -117,6 +121,38 @@ FileOutcome EnterBeforeWriting(const std::string& installation)
     return outcome;
 }
 
+// --- The end of a job ---
+
+void TellAboutPrograms(const JobOutput& job)
+{
+    if (Outputs.Recording || Run.RunFailed != False)
+        return; // at their turn in the installation; a failed drawing leaves all as it was
+    TellReplacedPrograms(job);
+    TellLeftPrograms(job);
+}
+
+bool GivesProgram(const JobOutput& job)
+{
+    return !job.Programs.empty() || std::ranges::any_of(Outputs.Steps, [](const OutputStep& step) {
+        return step.Kind == StepKind::Program;
+    });
+}
+
+// A job that failed and gives nothing has its lines already.
+bool RefuseIfDoubtful(const JobOutput& job)
+{
+    const long long doubts = RefusesDoubts() ? DoubtsTold() : 0;
+    const bool givesNothing = job.Empty() && Outputs.Steps.empty();
+    if (doubts == 0 || (Run.RunFailed != False && givesNothing))
+        return false;
+    LastProgram = LastBeforeJob;
+    if (Run.FailedFiles.empty() || Run.FailedFiles.back() != Run.SourceFile || Run.RunFailed == False)
+        AddFailedFile(Run.SourceFile);
+    Run.RunFailed = True;
+    Tell(Message::DoubtfulRefused, {{"drawing", ShownPath(Run.SourceFile)}, {"count", doubts}});
+    return true;
+}
+
 bool IsTimeToPlace()
 {
     return !Outputs.Together || BytesWaiting >= MostBytesAside ||
@@ -168,6 +204,8 @@ void BeginJobOutput()
 {
     ++LastNumber;
     FilesOfJob.clear();
+    LastBeforeJob = LastProgram;
+    ForgetDoubts();
     Outputs.Enter = EnterBeforeWriting;
 }
 
@@ -180,8 +218,12 @@ void TakeBackJobOutput()
 void FinishJobOutput(bool keep)
 {
     JobOutput& job = Outputs.Current;
-    if (!keep)
+    if (keep)
+        TellAboutPrograms(job);
+    if (!keep || RefuseIfDoubtful(job))
         DropOutput(job);
+    GaveProgram = GivesProgram(job);
+    RememberWriter(job, Run.SourceFile);
     job.Drawing = Run.SourceFile;
     job.Number = LastNumber;
     FilesOfJob = job.Files;
@@ -205,6 +247,11 @@ void FinishJobOutput(bool keep)
 long JobNumber()
 {
     return LastNumber;
+}
+
+bool JobGaveProgram()
+{
+    return GaveProgram;
 }
 
 const std::vector<std::string>& JobFiles()

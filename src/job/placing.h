@@ -49,6 +49,7 @@ void FinishJobOutput(bool keep);
 void TakeBackJobOutput();
 
 long JobNumber();                           // of the job that runs or ran last; counts from 1
+bool JobGaveProgram();                      // of that job; also when it is only recorded
 const std::vector<std::string>& JobFiles(); // host paths of what that job replaces or makes
 
 // At program start: finishes what an ended process left in the installations that the settings name.

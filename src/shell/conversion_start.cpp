@@ -19,6 +19,7 @@
 #include "state/shell_state.h"
 #include "toolchain/binaries.h"
 #include "toolchain/viewers.h"
+#include "writers/left_programs.h"
 #include "writers/program_writers.h"
 
 namespace kv {
@@ -131,6 +132,7 @@ void PrepareList()
 {
     ReportMessage(0, "");
     ProgramList.clear();
+    ForgetProgramsOfList();
     Run.FailedFiles.clear();
     Run.FailedDrawings.clear();
     Shell.LeftUndone.clear();

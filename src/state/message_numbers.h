@@ -149,6 +149,14 @@ enum class Message : int {
     DestinationNotFound = 560,
     FileErrorNumber = 561,
     FileErrorCause = 562,
+    DoubtfulRefused = 570,
+    StrictUnknown = 571,
+    NothingWritten = 572,
+    OlderProgramLeft = 573,
+    ProgramsLeft = 574,
+    FailedPartsStay = 575,
+    OtherDrawingReplaced = 576,
+    OtherDescriptionReplaced = 577,
 
     // 6xx: files and installation
     DrawingNotPlaced = 601,
@@ -173,6 +181,8 @@ enum class Message : int {
     FailedFile = 621,
     MustConvertAnew = 630,
     ProcessEndedTwice = 631,
+    FieldPartlyRead = 650,
+    CellPartlyRead = 651,
 
     // 7xx: batches, trigger files, lists and window
     BannerProduct = 701,

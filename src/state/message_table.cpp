@@ -498,9 +498,9 @@ constexpr MessagePage Pages[] = {
      "Make the file readable, or put the right one in its place."},
     {Message::EvolutionWritten, Note, NoMark, "Genesis Evolution", "",
      "The program for Genesis Evolution is made.", "Nothing is to be done."},
-    {Message::NothingSelected, Doubt, NoMark, " No Selected Operations found for PTP", "",
-     "The drawing has nothing on a layer that is machined, or the settings choose none of it. No program is "
-     "written.",
+    {Message::NothingSelected, Note, NoMark, " No Selected Operations found for PTP", "",
+     "The drawing has nothing on a layer that is machined, the settings choose none of it, or the horizontal "
+     "drilling machine makes all of it. This control gets no program.",
      "Look at the names of the layers, and at the operations that the settings choose."},
     {Message::ProcessingTime, Note, NoMark, "Processed in {seconds} Sec.", "",
      "The time from the start of the drawing to its program.", "Nothing is to be done."},
@@ -587,6 +587,38 @@ constexpr MessagePage Pages[] = {
     {Message::FileErrorCause, Fault, NoMark, "{file}: {cause}", "",
      "What the system says about the program that could not be written.",
      "Put right what the line names, then process the drawing again."},
+    {Message::DoubtfulRefused, Fault, MarkRed,
+     "{drawing}: 1 doubt; nothing was written, since doubtful drawings are refused (--strict)",
+     "{drawing}: {count} doubts; nothing was written, since doubtful drawings are refused (--strict)",
+     "The setting Strict is yes, or the call has --strict, and the lines above hold doubts. A line that "
+     "stands "
+     "for several doubts counts as many. Program, index, notes and cut list are as they were.",
+     "See to the doubts, then process the drawing again; or convert it without strictness."},
+    {Message::StrictUnknown, Doubt, NoMark, "Setting Strict: \"{word}\" is neither yes nor no, no is taken",
+     "", "The setting Strict holds another word than its two.", "Write yes or no."},
+    {Message::NothingWritten, Doubt, MarkRed, "No program was written", "",
+     "The conversion ended without a fault, and no writer had anything to write; the lines above say why.",
+     "Look at the names of the layers, and at the operations that the settings choose."},
+    {Message::OlderProgramLeft, Doubt, MarkRed,
+     "No program was written; left from an earlier conversion: {programs}", "",
+     "The drawing gives no program any more, and one of its name from an earlier conversion is still there. "
+     "The "
+     "machine would work by the older one.",
+     "Delete the older program and its entry in the index, or correct the drawing."},
+    {Message::ProgramsLeft, Doubt, MarkRed,
+     "Left from an earlier conversion, not written by this one: {programs}", "",
+     "An earlier conversion gave more programs of that name: more portions, the whole program in place of "
+     "portions, or a program of the horizontal drilling machine. They do not belong to the programs of now.",
+     "Delete them, and their entries in the index."},
+    {Message::FailedPartsStay, Doubt, NoMark, "Parts of the failed program are in {place}: {programs}", "",
+     "The portions in front of the route that is too long are written; the rest of the program is missing.",
+     "Delete them, or convert the drawing again once it can be cut into portions."},
+    {Message::OtherDrawingReplaced, Doubt, MarkRed, "{program} is replaced; it was the program of {other}",
+     "", "Two drawings of this list give a program of the same name; the later one stays.",
+     "Give one of the drawings another name, or an output name of its own."},
+    {Message::OtherDescriptionReplaced, Doubt, MarkRed, "{program} is replaced; its description was: {other}",
+     "", "The program that was there before has another description, so it may be that of another drawing.",
+     "See whether two drawings have the same name."},
 
     {Message::DrawingNotPlaced, Fault, NoMark, "{drawing}: {cause}", "",
      "The drawing was converted, and its files could not be brought to their places. None of them is there; "
@@ -654,6 +686,14 @@ constexpr MessagePage Pages[] = {
      "{drawing}: the process that converted it has ended twice ({how})", "",
      "The drawing ends the process that converts it, by a lack of memory perhaps.",
      "Convert the drawing alone, and report it as a fault of Korvanti if that fails too."},
+    {Message::FieldPartlyRead, Doubt, NoMark,
+     "{file}: {key}={written} is no number as a whole, {taken} is taken", "",
+     "A setting that the conversion takes as a number holds something else behind it, such as a comma.",
+     "Write the number with a point and nothing behind it."},
+    {Message::CellPartlyRead, Doubt, NoMark,
+     "{file}, line {row}: \"{written}\" is no number as a whole, {taken} is taken", "",
+     "A table of the installation has a field with something else behind its number, or in place of it.",
+     "Write the number with a point and nothing behind it."},
 
     {Message::BannerProduct, Note, MarkRed, " {product} for Windows  Version {version}", "",
      "The report begins with the program's name and version.", "Nothing is to be done."},

@@ -43,7 +43,8 @@ struct BufferedLine {
 };
 std::vector<BufferedLine> MessageBuffer;
 std::map<Message, std::set<std::string, std::less<>>> ToldLayers; // of the job; empty: a line without a layer
-MessageLine LineOfBox;                                            // of the box that is shown at the moment
+long long Doubts = 0;
+MessageLine LineOfBox; // of the box that is shown at the moment
 int RowCount = 0;
 std::array<int, MeterCount> MeterValues{};
 int Interval = 0; // ms; 0: the timer is off
@@ -107,6 +108,12 @@ BufferedLine LineToShow(MessageLine line)
         text += page->Mark;
     text += TextOf(line);
     return {std::move(line), std::move(text)};
+}
+
+BufferedLine CountedAsTold(MessageLine line)
+{
+    Doubts += DoubtsOf(line);
+    return LineToShow(std::move(line));
 }
 
 // Number and layer; nothing of a line that stands alone: without a layer, or with a count of its own.
@@ -202,7 +209,7 @@ void ForgetTold()
 void Tell(MessageLine line)
 {
     if (!line.Empty())
-        MessageBuffer.push_back(LineToShow(std::move(line)));
+        MessageBuffer.push_back(CountedAsTold(std::move(line)));
 }
 
 void Tell(Message number, MessageValues values)
@@ -212,13 +219,13 @@ void Tell(Message number, MessageValues values)
 
 void TellAtOnce(Message number, MessageValues values)
 {
-    BufferedLine line = LineToShow({number, std::move(values)});
+    BufferedLine line = CountedAsTold({number, std::move(values)});
     ShowAtOnce(std::move(line.Line), line.Text);
 }
 
 void TellInABox(Message number, MessageValues values, std::string_view title, BoxIcon icon)
 {
-    const BufferedLine line = LineToShow({number, std::move(values)});
+    const BufferedLine line = CountedAsTold({number, std::move(values)});
     MessageLine outer = std::exchange(LineOfBox, line.Line);
     ShowBox(line.Text, title, icon);
     LineOfBox = std::move(outer); // events run while a box is shown, and may show another
@@ -239,6 +246,30 @@ void BufferBoxText(std::string_view text)
 int ReportRowCount()
 {
     return RowCount;
+}
+
+long long DoubtsTold()
+{
+    return Doubts;
+}
+
+void AddDoubts(long long count)
+{
+    Doubts += count;
+}
+
+void ForgetDoubts()
+{
+    Doubts = 0;
+}
+
+long long DoubtsOf(const MessageLine& line)
+{
+    const MessagePage* const page = FindPage(static_cast<long long>(line.Number));
+    if (page == nullptr || page->Severity != MessageSeverity::Doubt)
+        return 0;
+    const MessageValue* const count = FindValue(line, "count");
+    return count == nullptr || !count->IsWhole ? 1 : std::max(1LL, std::stoll(count->Text));
 }
 
 void SetMeter(Meter meter, int percent)

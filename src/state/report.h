@@ -55,6 +55,12 @@ bool WasTold(Message number, std::string_view layer);
 void ForgetTold();
 int ReportRowCount(); // rows shown since the last clear
 
+// Doubts that were told since they were last forgotten. A line that stands for several counts as many.
+long long DoubtsTold();
+void AddDoubts(long long count); // of lines that another process has told
+void ForgetDoubts();
+long long DoubtsOf(const MessageLine& line); // 0 for notes and faults
+
 void SetMeter(Meter meter, int percent);
 int MeterValue(Meter meter);
 void ZeroMeters();

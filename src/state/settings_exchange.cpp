@@ -5,13 +5,18 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <set>
 #include <span>
+#include <utility>
 #include <variant>
 
+#include "platform/number_texts.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/settings.h"
 #include "state/settings_ini.h"
+#include "state/typed_settings.h"
 
 namespace kv {
 
@@ -99,6 +104,7 @@ const SettingRow OtherRows[] = {
     {"SPDA", Form::Text, &Config.SPDA},
     {"Pockets", Form::Text, &Config.Pockets},
     {"CarryOver", Form::Text, &Config.CarryOver},
+    {"Strict", Form::Text, &Config.Strict},
 };
 
 // Section "System".
@@ -211,6 +217,46 @@ void TakeOptimizerBox()
     Config.OptimizerBox = Val(Config.Optimizer) != 0;
 }
 
+// Texts that are no number as a whole, by their keys in upper case, with what became of them: the field may
+// be given another value later.
+struct PartlyRead {
+    std::string Key, Text, Stored;
+    bool OfCall = false;
+};
+std::map<std::string, PartlyRead, std::less<>> PartlyReadTexts;
+std::set<std::string, std::less<>> OverriddenKeys; // in upper case
+
+void KeepPartlyRead(std::string_view key, std::string_view text, std::string stored, bool ofCall)
+{
+    if (IsReadToItsEnd(text))
+        PartlyReadTexts.erase(UpperCase(key));
+    else
+        PartlyReadTexts.insert_or_assign(
+            UpperCase(key), PartlyRead{std::string(key), std::string(text), std::move(stored), ofCall});
+}
+
+bool IsFixedUp(const SettingRow& row)
+{
+    const auto* const field = std::get_if<std::string*>(&row.Field);
+    return field != nullptr &&
+           std::ranges::any_of(FixUps, [&](const FixUp& fixUp) { return fixUp.Field == *field; });
+}
+
+// Of paths nothing is kept.
+void KeepTyped(const SettingRow& row, std::string_view text, bool ofCall)
+{
+    if (row.How == Form::Number || (row.How == Form::Text && IsFixedUp(row)))
+        KeepPartlyRead(row.Key, text, StoredText(row), ofCall);
+}
+
+// When the fix-ups are through.
+void SettlePartlyRead(std::span<const SettingRow> rows)
+{
+    for (const SettingRow& row : rows)
+        if (const auto kept = PartlyReadTexts.find(UpperCase(row.Key)); kept != PartlyReadTexts.end())
+            kept->second.Stored = StoredText(row);
+}
+
 void LoadRows(std::string_view section, std::span<const SettingRow> rows)
 {
     std::vector<ProfileEntry> entries;
@@ -218,8 +264,10 @@ void LoadRows(std::string_view section, std::span<const SettingRow> rows)
         entries.push_back({std::string(row.Key), {}});
     if (!GetIniValues(section, entries))
         return;
-    for (std::size_t i = 0; i < rows.size(); ++i)
+    for (std::size_t i = 0; i < rows.size(); ++i) {
         TakeValue(rows[i], entries[i].Value);
+        KeepTyped(rows[i], entries[i].Value, false);
+    }
 }
 
 // Under another spelling of the section than the one that is read, and nobody is told of a failure:
@@ -318,12 +366,13 @@ int NumberBehind(std::string_view key, std::string_view head, int limit)
     return -1;
 }
 
-// Of the window, of triggers and viewers: no program depends on them.
+// Of the window, of triggers and viewers: no program depends on them. On Strict depends whether one is
+// written, never what it holds.
 constexpr std::string_view KeysBesidePrograms[] = {
     "FormState",        "SourcePath90",     "SourcePathGen",    "SourcePathEV",     "AutoStartTemp",
     "AutoStartBatch",   "GraphicAfterAuto", "GraphicAfterMan",  "PauseForMessages", "TipsEnable",
     "MakeBinaries",     "BatchLimit",       "RadiusLimit",      "GraphicDelay",     "ListColumnWidth3",
-    "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6", "EditorPath"};
+    "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6", "EditorPath",       "Strict"};
 
 void AddTexts(std::vector<SettingText>& texts, std::string_view head, std::span<const SettingRow> rows)
 {
@@ -370,7 +419,9 @@ bool OverrideToolSubstitution(std::string_view key, std::string_view value)
             continue;
         if (Config.ToolSubData.size() < ToolSubstitutionRows)
             Config.ToolSubData.resize(ToolSubstitutionRows, {"0", "0", "0"});
-        Config.ToolSubData[static_cast<std::size_t>(row)].*column.Cell = PlainCell(value);
+        std::string& cell = Config.ToolSubData[static_cast<std::size_t>(row)].*column.Cell;
+        cell = PlainCell(value);
+        KeepPartlyRead(key, value, cell, true);
         return true;
     }
     return false;
@@ -390,12 +441,15 @@ const SettingRow* FindPlainRow(std::string_view key)
 void ExchangeSettings(bool save)
 {
     if (save) {
+        for (const SettingRow& row : ExchangeRows)
+            PartlyReadTexts.erase(UpperCase(row.Key)); // the file holds what became of them
         SaveRows(ExchangeRows);
         return;
     }
     LoadRows("Configuration", ExchangeRows);
     for (const FixUp& fixUp : FixUps)
         fixUp.Apply(*fixUp.Field);
+    SettlePartlyRead(ExchangeRows);
     ApplySystemMode();
 }
 
@@ -440,14 +494,20 @@ void LoadToolSubstitutions()
         return;
     auto entry = entries.begin();
     for (ToolSubstitution& row : Config.ToolSubData) {
-        for (const ToolColumn& column : ToolColumns)
-            row.*column.Cell = PlainCell((entry++)->Value);
+        for (const ToolColumn& column : ToolColumns) {
+            row.*column.Cell = PlainCell(entry->Value);
+            KeepPartlyRead(entry->Key, entry->Value, row.*column.Cell, false);
+            ++entry;
+        }
     }
 }
 
 void SaveToolSubstitutions()
 {
-    PutIniValues("ToolSubData", ToolSubstitutionEntries());
+    const std::vector<ProfileEntry> entries = ToolSubstitutionEntries();
+    for (const ProfileEntry& entry : entries)
+        PartlyReadTexts.erase(UpperCase(entry.Key));
+    PutIniValues("ToolSubData", entries);
 }
 
 void LoadAllSettings()
@@ -480,9 +540,41 @@ bool OverrideSetting(std::string_view key, std::string_view value)
         if (*field == &Config.Optimizer)
             TakeOptimizerBox();
     }
+    OverriddenKeys.insert(UpperCase(row->Key));
+    KeepTyped(*row, text, true);
     if (row->How == Form::Word && SelectedSystem() == 2) // it may have been chosen here
         Config.OptimizerBox = false;                     // for this process alone: no key is stored
     return true;
+}
+
+TypedSetting SettingAsTyped(std::string_view key)
+{
+    const SettingRow* const row = FindPlainRow(key);
+    if (row == nullptr)
+        return {};
+    const std::string stored = StoredText(*row);
+    const std::string name = UpperCase(key);
+    if (const auto kept = PartlyReadTexts.find(name);
+        kept != PartlyReadTexts.end() && kept->second.Stored == stored)
+        return {kept->second.Key, kept->second.Text, stored, kept->second.OfCall};
+    return {std::string(row->Key), stored, stored, OverriddenKeys.contains(name)};
+}
+
+std::vector<TypedSetting> PartlyReadTools()
+{
+    std::vector<TypedSetting> tools;
+    for (const ToolColumn& column : ToolColumns) {
+        for (std::size_t row = 0; row < Config.ToolSubData.size(); ++row) {
+            const ToolSubstitution& tool = Config.ToolSubData[row];
+            const auto kept =
+                PartlyReadTexts.find(UpperCase(column.Key) + WholeText(static_cast<long long>(row)));
+            const bool counts = column.Cell == &ToolSubstitution::Enabled || Val(tool.Enabled) != 0;
+            if (kept != PartlyReadTexts.end() && kept->second.Stored == tool.*column.Cell && counts)
+                tools.push_back(
+                    {kept->second.Key, kept->second.Text, kept->second.Stored, kept->second.OfCall});
+        }
+    }
+    return tools;
 }
 
 std::vector<SettingText> SettingsOfPrograms()

@@ -15,6 +15,13 @@ std::string IndexPathIn(const std::string& programFolder);
 // The words for an index that cannot be replaced, and for one that is left as it is.
 void WarnOfIndex(const std::string& path);
 void ReportBrokenIndex(const std::string& path, std::uint64_t size);
+// The place of a program by its name, under an index and in a GENESIS folder; `output` is the drawing's
+// output name.
+constexpr std::size_t LongestProgramName = 12;
+std::string IndexedPlace(const std::string& programFolder, std::string_view name);
+std::string GenesisPlace(const std::string& programFolder, std::string_view output, std::string_view name);
+// Whether the index of the folder names the program; one that cannot be read names none.
+bool IsInIndexOf(const std::string& programFolder, std::string_view path);
 // Where the control keeps its notes, by the program folder; empty: nowhere.
 std::string NotesRoot(std::string_view programFolder);
 // Where the control looks for Navetta.cmd.

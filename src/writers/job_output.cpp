@@ -133,12 +133,18 @@ FileOutcome HandOverProgram(const std::string& installation, const std::string& 
     const FileAnswer answer = AskFile(path);
     if (answer.Is == Presence::CannotTell)
         return answer.Why;
-    ProgramOutput program{installation, path, std::string(contents.substr(0, HeadBytesOfPrograms)), {}, {}};
+    ProgramOutput program{installation, path, std::string(contents.substr(0, HeadBytesOfPrograms)),
+                          {},           {},   {}};
     outcome = StageFile(path, contents, program.Staged);
     if (!outcome.Ok())
         return outcome;
-    if (const WaitingProgram* const waiting = WaitingFor(path, answer.Is == Presence::There))
+    if (const WaitingProgram* const waiting = WaitingFor(path, answer.Is == Presence::There)) {
         program.Staged.Place = waiting->Place;
+        program.ReplacedHead = waiting->Head;
+    } else if (answer.Is == Presence::There) {
+        static_cast<void>(
+            ReadFileHead(path, program.ReplacedHead, HeadBytesOfPrograms)); // else nothing is known
+    }
     program.Mark = MarkOf(contents);
     Remember(program);
     Outputs.Current.Files.push_back(program.Staged.Place);
@@ -163,6 +169,14 @@ FileOutcome HandOverChange(FileChange change)
     ChangedFiles.insert(change.Path);
     Outputs.Current.Changes.push_back(std::move(change));
     return {};
+}
+
+void HandOverWanted(WantedProgram wanted)
+{
+    const std::vector<std::string> words = {std::to_string(static_cast<int>(wanted.Form)),
+                                            wanted.WithoutCode ? "1" : "0"};
+    if (!IsRecorded({StepKind::Wanted, wanted.Folder, wanted.Path, wanted.Name, words}))
+        Outputs.Current.Wanted.push_back(std::move(wanted));
 }
 
 void HandOverName(std::string name)

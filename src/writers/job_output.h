@@ -27,7 +27,8 @@ ContentsMark MarkOf(std::string_view contents);
 struct ProgramOutput {
     std::string Installation; // the program folder
     std::string Path;
-    std::string Head; // its first bytes, for the drawing that replaces it
+    std::string Head;         // its first bytes, for the drawing that replaces it
+    std::string ReplacedHead; // of the program that it replaces; empty: none
     StagedFile Staged;
     ContentsMark Mark;
 };
@@ -59,11 +60,22 @@ struct FileChange {
     ContentsMark Mark;
 };
 
+// Where a drawing's program is, made or not.
+enum class ProgramForm { Lone, Indexed, Genesis }; // the last two can be cut into portions
+constexpr int ProgramForms = 3;
+struct WantedProgram {
+    ProgramForm Form = ProgramForm::Lone;
+    std::string Folder; // of programs that can have portions
+    std::string Name, Path;
+    bool WithoutCode = false; // by the drawing's own wish
+};
+
 struct JobOutput {
     std::string Drawing;
     long Number = 0; // of the job in this process
     std::vector<ProgramOutput> Programs;
     std::vector<FileChange> Changes;
+    std::vector<WantedProgram> Wanted;
     std::vector<std::string> Made;  // entries of ProgramList
     std::vector<std::string> Files; // host paths, in the order of the hand-over
     std::uint64_t Bytes = 0;        // written aside
@@ -85,6 +97,7 @@ FileOutcome HandOverProgram(const std::string& installation, const std::string& 
                             std::string_view contents);
 // The file must be fit to be replaced; the first change of a file is tried at once.
 FileOutcome HandOverChange(FileChange change);
+void HandOverWanted(WantedProgram wanted);
 // A name for ProgramList.
 void HandOverName(std::string name);
 

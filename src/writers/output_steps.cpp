@@ -16,6 +16,16 @@ namespace kv {
 
 namespace {
 
+bool RepeatWanted(const OutputStep& step)
+{
+    const double form = step.Lines.size() == 2 ? Val(step.Lines[0]) : -1;
+    if (form < 0 || form >= ProgramForms)
+        return false;
+    HandOverWanted({static_cast<ProgramForm>(static_cast<int>(form)), step.Folder, step.Text, step.Path,
+                    step.Lines[1] == "1"});
+    return true;
+}
+
 bool RepeatStep(const OutputStep& step)
 {
     switch (step.Kind) {
@@ -39,6 +49,8 @@ bool RepeatStep(const OutputStep& step)
         return true;
     case StepKind::CutList:
         return HandOverRow(step.Path, step.Text, step.Metric).Ok();
+    case StepKind::Wanted:
+        return RepeatWanted(step);
     }
     return false;
 }

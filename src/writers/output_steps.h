@@ -21,8 +21,9 @@ enum class StepKind {
     Notes,    // Lines, from 1, at Path, in the installation Folder
     Name,     // Text for ProgramList
     CutList,  // the row Text in the list at Path
+    Wanted,   // the drawing's program is at Path, made or not; Text is its name, Lines its form and wish
 };
-constexpr int StepKinds = 9;
+constexpr int StepKinds = 10;
 
 struct OutputStep {
     StepKind Kind = StepKind::Name;

@@ -7,6 +7,7 @@ namespace kv {
 
 // Programs of the horizontal drilling machine; takes the bores it makes away from the others.
 void WriteHbdProgram();
+std::string HbdProgramPath(const std::string& name); // by the drawing's output name
 // CNC90, WINNER90 and GENESIS.
 void WriteCncProgram();
 void WriteEvolutionProgram();

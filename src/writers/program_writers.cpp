@@ -9,6 +9,7 @@
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "writers/left_programs.h"
 #include "writers/number_format.h"
 #include "writers/program_families.h"
 #include "writers/writer_memory.h"
@@ -38,6 +39,8 @@ void RunProgramWriters()
 
 void EndProgramsReport()
 {
+    if (Run.RunFailed == False)
+        NoteWantedPrograms(false);
     ReportTakenOver();
     ReportMessage(
         1, MarkPink +
@@ -49,6 +52,7 @@ void ResetWriters()
 {
     StartWriterMemory(true);
     ProgramList.clear();
+    ForgetProgramsOfList();
     LastProgram = WrittenProgram{};
 }
 

@@ -47,12 +47,13 @@ TEST_F(PortionScene, ARouteLongerThanAPortionCannotBeCut)
     for (int i = 0; i <= 8; ++i)
         vertices.push_back({100.0 + 10 * i, 100.0 + i % 2});
     EXPECT_FALSE(Home.Convert(Drawing(Panel + Polyline(Route, vertices))));
-    EXPECT_EQ(Home.Lines,
-              (std::vector<std::string>{
-                  "DOOR", "Processed in 0 Sec.", "Breaking up into multiples...",
-                  "PORTION1 - DOOR1 COMPLETED.", "Breaking up into multiples...",
-                  "Too many segements in single route for portion", "Import Aborted",
-                  "---------------------------------------***------------------------------------"}));
+    EXPECT_EQ(
+        Home.Lines,
+        (std::vector<std::string>{
+            "DOOR", "Processed in 0 Sec.", "Breaking up into multiples...", "PORTION1 - DOOR1 COMPLETED.",
+            "Breaking up into multiples...", "Too many segements in single route for portion",
+            "Import Aborted", "Parts of the failed program are in the program folder and its index: DOOR1",
+            "---------------------------------------***------------------------------------"}));
     EXPECT_EQ(Home.Program("DOOR1"), (ProgramText{"G71X600Y400Z18T00N12L9", Name, "M2"}));
     EXPECT_FALSE(Home.HasProgram("DOOR2"));
     ASSERT_EQ(Run.FailedFiles.size(), 2U);

@@ -685,5 +685,17 @@ TEST_F(AutostartBatch, SwitchesStandAsToldWhileItRuns)
     EXPECT_TRUE(Shell.LoadDr);
 }
 
+TEST_F(AutostartBatch, WithTheSettingStrictADoubtfulLineIsAFailedOne)
+{
+    Config.Strict = "yes";
+    Put("B.DXF", BoredPanel(test::Line("ROUTE Z5T71", 50, 50, 50, 50)));
+    RunBatch("A\r\nB\r\nC\r\n");
+    EXPECT_TRUE(Here.HasProgram("A")) << Here.ReportText();
+    EXPECT_FALSE(Here.HasProgram("B"));
+    EXPECT_EQ(Told(Shown("B.DXF") + ": 1 doubt; nothing was written"), 1) << Here.ReportText();
+    EXPECT_EQ(Shell.FailedJobs, 1);
+    EXPECT_EQ(TextOf("BATCH.OLD"), "B\r\nC\r\n") << "as after any failed line";
+}
+
 } // namespace
 } // namespace kv

@@ -281,5 +281,23 @@ TEST_F(ConversionStart, DroppedDrawingsAreConvertedByTheirPaths)
     EXPECT_FALSE(Shell.RunActive);
 }
 
+TEST_F(ConversionStart, WithTheSettingStrictADoubtfulDrawingLeavesNothingAndTheListGoesOn)
+{
+    Config.Strict = "Yes";
+    Put("A.DXF", BoredPanel(test::Line("ROUTE Z5T71", 50, 50, 50, 50)));
+    LastProgram = {"OLD", "C:\\OLD", ""};
+    ListFiles({"A.DXF"});
+    Start();
+    EXPECT_FALSE(Here.HasProgram("A")) << Here.ReportText();
+    EXPECT_EQ(LastProgram.FileName, "OLD") << "a viewer shows no program that is not there";
+    FileList.Rows.clear();
+    ListFiles({"A.DXF", "B.DXF"});
+    Start();
+    EXPECT_FALSE(Here.HasProgram("A"));
+    EXPECT_TRUE(Here.HasProgram("B"));
+    EXPECT_EQ(Told(Source("A.DXF").string() + ": 1 doubt; nothing was written"), 2) << Here.ReportText();
+    EXPECT_EQ(kv::Run.FailedFiles.size(), 2U);
+}
+
 } // namespace
 } // namespace kv

@@ -26,7 +26,8 @@ TEST_F(ChosenWriter, TheControlTypeDecides)
 TEST_F(ChosenWriter, AClosingLineEndsTheReport)
 {
     RunProgramWriters();
-    EXPECT_EQ(Reported(), (Texts{" No Selected Operations found for PTP", Closing}));
+    EXPECT_EQ(Reported(),
+              (Texts{" No Selected Operations found for PTP", Closing, "No program was written"}));
 }
 
 TEST_F(ChosenWriter, AnEvolutionDrawingWithoutATemplateFailsAndSaysWhy)
@@ -45,7 +46,7 @@ TEST_F(ChosenWriter, OtherControlTypesWriteNothing)
     AddBore();
     Run.ControlType = 3;
     RunProgramWriters();
-    EXPECT_EQ(Reported(), Texts{Closing});
+    EXPECT_EQ(Reported(), (Texts{Closing, "No program was written"}));
     EXPECT_EQ(AllFiles(), Texts{"PROG/INDICE.PRG"});
 }
 
@@ -97,7 +98,7 @@ TEST_F(ChosenWriter, WithTheProgramOffTheHbdProgramIsMadeAlone)
     Config.HbdAvailable = true;
     Run.CncOff = True;
     RunProgramWriters();
-    EXPECT_EQ(Reported(), (Texts{NoHbd, Closing}));
+    EXPECT_EQ(Reported(), (Texts{NoHbd, Closing, "No program was written"}));
 }
 
 } // namespace

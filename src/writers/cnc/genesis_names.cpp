@@ -6,6 +6,7 @@
 #include "platform/text.h"
 #include "state/settings.h"
 #include "writers/cnc/cnc_writer.h"
+#include "writers/installation_files.h"
 #include "writers/output_names.h"
 #include "writers/program_file.h"
 #include "writers/program_writers.h"
@@ -32,6 +33,11 @@ std::string GenesisFileName(std::string_view output, std::string_view name)
     if (file.size() > ShortName)
         file.insert(ShortName, ".");
     return file.substr(0, ProgramNameWidth);
+}
+
+std::string GenesisPlace(const std::string& programFolder, std::string_view output, std::string_view name)
+{
+    return programFolder + GenesisFileName(output, name);
 }
 
 bool PlaceGenesisProgram(const ProgramPart& part)

@@ -150,6 +150,26 @@ std::string IndexPathIn(const std::string& programFolder)
     return programFolder + std::string(IndexFileName);
 }
 
+std::string IndexedPlace(const std::string& programFolder, std::string_view name)
+{
+    return programFolder + PlaceUnderIndex(Compact(Padded(UpperCase(name), ProgramNameWidth)));
+}
+
+bool IsInIndexOf(const std::string& programFolder, std::string_view path)
+{
+    std::string index;
+    if (ReadIfThere(IndexPathIn(programFolder), index).Is != Presence::There)
+        return false;
+    for (const JobOutput& job : Outputs.Waiting)
+        for (const FileChange& change : job.Changes)
+            if (change.Kind == ChangeKind::Index && change.Installation == programFolder)
+                index += change.Text;
+    for (std::size_t at = 0; at + IndexRecordSize <= index.size(); at += IndexRecordSize)
+        if (EqualIgnoringCase(IndexedPlace(programFolder, index.substr(at, IndexNameWidth)), path))
+            return true;
+    return false;
+}
+
 void WarnOfIndex(const std::string& path)
 {
     Warn(Message::IndexNotWritable, ShownPath(path));

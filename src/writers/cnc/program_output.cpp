@@ -8,6 +8,7 @@
 #include "state/report.h"
 #include "state/settings.h"
 #include "writers/cnc/cnc_writer.h"
+#include "writers/left_programs.h"
 #include "writers/output_names.h"
 #include "writers/program_families.h"
 #include "writers/program_file.h"
@@ -77,6 +78,7 @@ void ReportPortion(int count, const std::string& name)
 bool WritePortions(const CncProgram& program, const std::string& output, Long limit)
 {
     const Long total = program.LastLine();
+    std::vector<std::string> made;
     Long first = 0;
     Long last = limit;
     for (int count = 1;; ++count) {
@@ -86,6 +88,11 @@ bool WritePortions(const CncProgram& program, const std::string& output, Long li
         if (last < first) {
             Tell(Message::RouteTooLong);
             Tell(Message::ImportAborted);
+            if (!made.empty())
+                Tell(Message::FailedPartsStay,
+                     {{"programs", FewOf(made)},
+                      {"place",
+                       Run.ControlType == 0 ? "the program folder and its index" : "the program folder"}});
             FailDrawing();
             return true; // the portions so far are programs
         }
@@ -94,6 +101,7 @@ bool WritePortions(const CncProgram& program, const std::string& output, Long li
         if (!Place({output, name, TextOfProgramLines(lines), lines, program.HorizontalWritten}))
             return false;
         ReportPortion(count, name);
+        made.push_back(Holds(name, "\\") ? ShownPath(name) : name);
         if (last + 1 >= total)
             break;
         first = last + 1;

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "platform/needed_files.h"
+#include "platform/number_texts.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/given_names.h"
@@ -65,6 +66,20 @@ template <typename Fits> Long FindTool(const GridCells& tools, std::string_view 
         return row < tools.size() || row >= HbdToolRows ? static_cast<Long>(row) : 0;
     }
     return 0;
+}
+
+// Rows of other types are not looked at.
+void TellPartlyReadTools(const GridCells& tools)
+{
+    for (std::size_t row = 1; row <= tools.size(); ++row) {
+        const std::string type = GridCell(tools, row, TypeColumn),
+                          text = GridCell(tools, row, DiameterColumn);
+        if ((type == "Horizontal" || type == "Vertical") && !IsReadToItsEnd(text))
+            Tell(Message::CellPartlyRead, {{"file", ShownPath(ExeFolder + std::string(HbdToolFile))},
+                                           {"row", static_cast<long long>(row)},
+                                           {"written", text},
+                                           {"taken", NumberTaken(text)}});
+    }
 }
 
 Long FindHorizontalTool(const GridCells& tools, Single diameter)
@@ -304,20 +319,26 @@ std::string NameForMachine(std::string name)
 
 } // namespace
 
+std::string HbdProgramPath(const std::string& name)
+{
+    return WithBackslash(Trim(Config.HBDDestinationPath)) + NameForMachine(name);
+}
+
 void WriteHbdProgram()
 {
     SetMeter(Meter::PgmCode, 40);
     TemplateFields fields = FieldsOfDrawing();
     HbdProgram program;
     IsThere(ExeFolder + std::string(HbdToolFile), LoadHbdTools(program.Tools)); // else without tools
+    TellPartlyReadTools(program.Tools);
     WriteEdgeBores(program);
     WriteFaceBores(program);
     WriteFields(program, fields);
     const std::string name = FileNameOf(OutputName());
     if (program.AnyBore) {
-        const std::string adapted = NameForMachine(name);
-        Tell(Message::HbdName, {{"name", adapted}});
-        PlaceSideProgram(WithBackslash(Trim(Config.HBDDestinationPath)) + adapted, fields, program.Sides);
+        const std::string path = HbdProgramPath(name);
+        Tell(Message::HbdName, {{"name", FileNameOf(path)}});
+        PlaceSideProgram(path, fields, program.Sides);
     } else {
         Tell(Message::HbdNotIndicated, {{"name", name}});
     }
