@@ -128,6 +128,7 @@ void ListReport::Show(const DoneDrawing& done)
 
 void ListReport::ShowStop(std::size_t left)
 {
+    NotBegun = left;
     Status = std::max(Status, TellUnconverted(left));
 }
 
@@ -135,7 +136,10 @@ int ListReport::Finish()
 {
     ShowUnplaced();
     if (AsJson) {
-        PrintDocument({{"version", ProductVersion}, {"drawings", std::move(Drawings)}});
+        Json document = {{"version", ProductVersion}, {"drawings", std::move(Drawings)}};
+        if (NotBegun > 0)
+            document["notBegun"] = NotBegun;
+        PrintDocument(document);
         return Status;
     }
     std::vector<std::string> failed;

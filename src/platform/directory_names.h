@@ -16,6 +16,7 @@ bool HasWildcard(std::string_view name);
 // Whether the pattern (no folder) counts the name, as directory.h tells it.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 // Whether a backslash path can lead to a file of this name (CP1252).
+constexpr std::string_view UnnamedCause = "its name holds a letter that Windows-1252 does not have";
 bool CanBeNamed(std::string_view name);
 
 // Sorts the entries by name, keeps `count` of them at most and fills Extension and ShortName from

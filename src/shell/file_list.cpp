@@ -226,6 +226,27 @@ void TellListingFault(const std::string& folder, const FileAnswer& answer)
     ListingFault = fault;
 }
 
+// Likewise of drawings that cannot be listed, in a folder that can.
+std::string UnlistedFault;
+
+void TellUnlisted(const std::string& folder)
+{
+    std::vector<UnlistedFile> files;
+    if (ReadUnlisted(folder + "*.DXF", files).Is != Presence::There)
+        return;
+    MessageLine line;
+    if (!files.empty())
+        line = {Message::DrawingsNotListed,
+                {{"folder", ShownPath(folder)},
+                 {"count", static_cast<long long>(files.size())},
+                 {"name", files.front().Name},
+                 {"cause", files.front().Cause}}};
+    const std::string fault = TextOf(line);
+    if (fault != UnlistedFault && !fault.empty())
+        TellAtOnce(line.Number, std::move(line.Values));
+    UnlistedFault = fault;
+}
+
 // False when the folder cannot be listed, which is told. A folder that is not there holds nothing.
 bool ReadListing(const std::string& folder, std::vector<DirectoryEntry>& entries)
 {
@@ -235,6 +256,8 @@ bool ReadListing(const std::string& folder, std::vector<DirectoryEntry>& entries
     if (answer.Is == Presence::There && count > 0)
         answer = ReadFileX(pattern, count, entries);
     TellListingFault(folder, answer);
+    if (answer.Is == Presence::There)
+        TellUnlisted(folder);
     return answer.Is != Presence::CannotTell;
 }
 

@@ -183,6 +183,7 @@ enum class Message : int {
     ProcessEndedTwice = 631,
     FieldPartlyRead = 650,
     CellPartlyRead = 651,
+    DrawingsNotListed = 652,
 
     // 7xx: batches, trigger files, lists and window
     BannerProduct = 701,

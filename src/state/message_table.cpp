@@ -694,6 +694,12 @@ constexpr MessagePage Pages[] = {
      "{file}, line {row}: \"{written}\" is no number as a whole, {taken} is taken", "",
      "A table of the installation has a field with something else behind its number, or in place of it.",
      "Write the number with a point and nothing behind it."},
+    {Message::DrawingsNotListed, Doubt, NoMark, "{folder}: 1 drawing cannot be listed, {name}: {cause}",
+     "{folder}: {count} drawings cannot be listed, the first {name}: {cause}",
+     "The drawing is in the source folder, but Korvanti cannot reach it by its name, or it is a link to a "
+     "file that "
+     "is gone. The list does not show it.",
+     "Give the drawing another name, or mend the link."},
 
     {Message::BannerProduct, Note, MarkRed, " {product} for Windows  Version {version}", "",
      "The report begins with the program's name and version.", "Nothing is to be done."},

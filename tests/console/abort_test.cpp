@@ -64,6 +64,25 @@ TEST_F(Abort, TheFirstStopsTheListWithStatusOne)
     EXPECT_EQ(report.substr(0, 5), "door\n"); // what was done before is told
 }
 
+TEST_F(Abort, TheJsonReportCountsWhatWasNotBegun)
+{
+    constexpr std::size_t drawings = 3000;
+    const int child = ::fork();
+    if (child == 0) {
+        Words words(drawings, "door.dxf");
+        words.insert(words.begin(), {"convert", "--report", "json"});
+        ::dup2(::open((Folder / "stdout").c_str(), O_WRONLY | O_CREAT, 0600), 1);
+        ::dup2(::open((Folder / "stderr").c_str(), O_WRONLY | O_CREAT, 0600), 2);
+        Become(Folder, Call(words), {});
+    }
+    while (!fs::exists(Folder / "programs/SRG/D/OOR")) // the first one is placed
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    ::kill(child, SIGINT);
+    EXPECT_EQ(StatusOf(child), 1);
+    const nlohmann::json document = nlohmann::json::parse(Contents(Folder / "stdout"));
+    EXPECT_EQ(document["drawings"].size() + document["notBegun"].get<std::size_t>(), drawings);
+}
+
 TEST_F(Abort, ATerminationRequestAndAClosedTerminalDoSoToo)
 {
     for (const int signal : {SIGTERM, SIGHUP}) {

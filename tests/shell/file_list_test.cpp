@@ -38,6 +38,28 @@ TEST_F(FileListRefresh, OtherFilesAndFoldersAreNotListed)
     EXPECT_EQ(Column(2), (Texts{"a.dxf"}));
 }
 
+TEST_F(FileListRefresh, DrawingsThatCannotBeListedAreReportedOnce)
+{
+    PutDrawing("a.dxf");
+    RefreshFileList();
+    EXPECT_TRUE(Lines.empty());
+    const auto put = [&](const std::u8string& name) {
+        std::ofstream(Source("dxf") / std::filesystem::path(name)) << 'x';
+    };
+    put(u8"\u0434\u0432\u0435\u0440\u044C.dxf");
+    put(u8"notes \u0434.txt");
+    const std::string folder = ShownPath(Config.SourcePath90);
+    const std::string cause = ": its name holds a letter that Windows-1252 does not have";
+    RefreshFileList();
+    RefreshFileList();
+    EXPECT_EQ(Lines, (Texts{folder + ": 1 drawing cannot be listed, ?????.dxf" + cause}));
+    EXPECT_EQ(Column(2), (Texts{"a.dxf"}));
+    put(u8"\u0434.DXF");
+    RefreshFileList();
+    ASSERT_EQ(Lines.size(), 2U);
+    EXPECT_EQ(Lines[1].find(folder + ": 2 drawings cannot be listed, the first "), 0U) << Lines[1];
+}
+
 TEST_F(FileListRefresh, ManyEqualFilesChangeNothingAndTellNobody)
 {
     for (int i = 0; i < 2000; ++i)

@@ -141,6 +141,34 @@ FileAnswer WalkFolder(std::string_view pattern, Listed listed,
     return fault == 0 ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(fault));
 }
 
+// Only what may be one of them is looked at closely: the rest of a large folder costs its names alone.
+FileAnswer ReadUnlisted(std::string_view pattern, std::vector<UnlistedFile>& files)
+{
+    files.clear();
+    const std::string folder = FolderOf(pattern), names = FileNameOf(pattern);
+    int fault = 0;
+    DIR* const open = OpenFolder(FindHostPlace(folder), fault);
+    if (open == nullptr)
+        return AnswerOf(HostOutcome(fault));
+    errno = 0; // the end of a folder and a fault look the same but for this
+    for (const dirent* found = ::readdir(open); found != nullptr; found = ::readdir(open)) {
+        std::string name = AnsiFromUtf8(found->d_name);
+        struct stat status {};
+        if (!MatchesPattern(name, names))
+            continue;
+        if (!CanBeNamed(name) && IsFile(open, *found))
+            files.push_back({std::move(name), std::string(UnnamedCause)});
+        else if (found->d_type == DT_LNK && StatusOfEntry(open, *found, status) == Presence::NotThere)
+            files.push_back({std::move(name), "the link leads nowhere"});
+        errno = 0;
+    }
+    fault = errno;
+    ::closedir(open);
+    if (fault != 0)
+        files.clear();
+    return fault == 0 ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(fault));
+}
+
 FileAnswer AskDrive(std::string_view path)
 {
     if (path.size() < 2 || path[1] != ':')

@@ -112,6 +112,21 @@ FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool
     });
 }
 
+FileAnswer ReadUnlisted(std::string_view pattern, std::vector<UnlistedFile>& files)
+{
+    files.clear();
+    const std::string names = FileNameOf(pattern);
+    FileAnswer answer = TakeEntries(FolderOf(pattern), [&](const WIN32_FIND_DATAW& found) {
+        std::string name = AnsiFromWide(found.cFileName);
+        if (!NamesFolder(found) && !CanBeNamed(name) && MatchesPattern(name, names))
+            files.push_back({std::move(name), std::string(UnnamedCause)});
+        return true;
+    });
+    if (answer.Is != Presence::There)
+        files.clear();
+    return answer;
+}
+
 FileAnswer AskDrive(std::string_view path)
 {
     if (path.size() < 2 || path[1] != ':')
