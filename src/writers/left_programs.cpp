@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <system_error>
 #include <utility>
 
 #include "platform/folders.h"
@@ -187,9 +188,14 @@ std::filesystem::path PlainPlace(const std::string& path)
     return std::filesystem::path(std::u8string(host.begin(), host.end())).lexically_normal();
 }
 
+// Two spellings of one path, or two paths to one file, where letters of either case are the same, say.
 bool IsSameDrawing(const std::string& one, const std::string& other)
 {
-    return one == other || PlainPlace(one) == PlainPlace(other);
+    if (one == other)
+        return true;
+    const std::filesystem::path first = PlainPlace(one), second = PlainPlace(other);
+    std::error_code error;
+    return first == second || std::filesystem::equivalent(first, second, error);
 }
 
 MessageLine LineAboutReplaced(const ProgramOutput& program)

@@ -83,8 +83,13 @@ TEST_F(MisreadSettings, ToolRowsThatCountAreTold)
 
 TEST_F(MisreadSettings, TheCallIsNamedInPlaceOfTheFile)
 {
-    EXPECT_EQ(Texts({"--set", "OffsetZ=%1 \"x\"\x1b{key}"}),
-              Words{"--set: OffsetZ=%1 \"x\"?{key} is no number as a whole, 0 is taken"});
+#if defined(_WIN32)
+    const std::string quoted = "'x'"; // these calls pass no double quotes on
+#else
+    const std::string quoted = "\"x\"";
+#endif
+    EXPECT_EQ(Texts({"--set", "OffsetZ=%1 " + quoted + "\x1b{key}"}),
+              Words{"--set: OffsetZ=%1 " + quoted + "?{key} is no number as a whole, 0 is taken"});
     EXPECT_EQ(Texts({"--set", "SawKerf=9", "--set", "OffsetZ=3"}), Words{});
     PutIni("OffsetX=12,5\r\n");
     EXPECT_EQ(Texts({"--set", "OffsetX=12.5"}), Words{}) << "the file's value is not used";
