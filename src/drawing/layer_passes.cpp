@@ -172,18 +172,6 @@ bool SplitPasses()
     return more;
 }
 
-void NoteDrawnLayers()
-{
-    const DxfEntity* noted = nullptr;
-    for (Long i = 1; i <= Entities.Last(); ++i) {
-        const DxfEntity& entity = Entities[i];
-        if (noted != nullptr && noted->LayerName == entity.LayerName && noted->Layer == entity.Layer)
-            continue; // neighbours mostly share a layer
-        NoteDrawnLayer(entity.Layer.Trimmed(), entity.LayerName);
-        noted = &entity;
-    }
-}
-
 } // namespace
 
 void ExpandLayerPasses()
@@ -192,7 +180,6 @@ void ExpandLayerPasses()
     RenumberRoutes();
     while (SplitPasses()) {
     }
-    NoteDrawnLayers();
     NameLayerStates();
     CurrentEntity.NoteText.clear();
     Run.EntityCount = Entities.Last();

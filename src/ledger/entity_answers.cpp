@@ -91,7 +91,7 @@ bool HasReached(RunStage stage)
     return RunMarks.Reached > static_cast<int>(stage);
 }
 
-void JudgeWithoutWork(EntityAnswer& answer, Long drawn)
+void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LeftOutRules& rules)
 {
     const DrawnEntity& entity = DrawnEntities[drawn];
     const std::string_view kind = NameOfNumber(entity.Kind);
@@ -101,10 +101,10 @@ void JudgeWithoutWork(EntityAnswer& answer, Long drawn)
     else if (!AsksForWork(work))
         LeaveBy(answer, IsTextKind(kind) ? Message::TextNotMachined : Message::KindNotMachined);
     else if (HasReached(RunStage::Routes))
-        LeaveBy(answer, WhyWithoutWork(drawn));
+        LeaveBy(answer, rules.WhyWithoutWork(drawn));
 }
 
-void Judge(EntityAnswer& answer, Long drawn)
+void Judge(EntityAnswer& answer, Long drawn, const LeftOutRules& rules)
 {
     if (answer.Fate != EntityFate::Unreached)
         return;
@@ -114,9 +114,9 @@ void Judge(EntityAnswer& answer, Long drawn)
     else if (RunMarks.IsStartMark(drawn))
         answer.Fate = EntityFate::Read;
     else if (!RunMarks.HasRecord(drawn))
-        JudgeWithoutWork(answer, drawn);
+        JudgeWithoutWork(answer, drawn, rules);
     else if (HasReached(RunStage::Programs) && Run.RunFailed == False)
-        LeaveBy(answer, WhyLeftOut(drawn));
+        LeaveBy(answer, rules.WhyLeftOut(drawn));
 }
 
 } // namespace
@@ -138,9 +138,10 @@ EntityAnswers AnswersOfRun()
     CountLines(answers);
     MarkBorder(answers);
     MarkTexts(answers);
+    const LeftOutRules rules;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
         if (AnswersForItself(drawn))
-            Judge(AnswerOf(answers, drawn), drawn);
+            Judge(AnswerOf(answers, drawn), drawn, rules);
     return answers;
 }
 

@@ -54,50 +54,15 @@ Message WhyNoPocket(Long drawn)
                       Message::PocketNoCircle, Message::PocketNoRectangle, Message::PocketNarrowerThanTool});
 }
 
-bool ComesFrom(Long number, Long drawn)
+void AddTo(std::vector<bool>& set, Long number)
 {
-    const std::vector<Long> entities = EntitiesOf(number);
-    return std::any_of(entities.begin(), entities.end(),
-                       [drawn](Long entity) { return WholeOf(entity) == drawn; });
+    for (const Long drawn : EntitiesOf(number))
+        set[static_cast<std::size_t>(WholeOf(drawn))] = true;
 }
 
-Message WhyNoGroove(Long drawn)
+bool IsIn(const std::vector<bool>& set, Long drawn)
 {
-    for (const GrooveRecord& groove : Grooves)
-        if (ComesFrom(groove.Drawn, drawn))
-            return groove.Width < 0 ? Message::GrooveHalf : Message::GrooveAskew;
-    return Message::None;
-}
-
-Message WhyNotAfterOperations(Long drawn)
-{
-    const DrawnEntity& entity = DrawnEntities[drawn];
-    const std::string_view kind = NameOfNumber(entity.Kind);
-    switch (WorkOfLayer(NameOfNumber(entity.State), kind)) {
-    case LayerWork::EdgeBore:
-        if (kind == "CIRCLE")
-            return Message::EdgeBoreInNoView;
-        return WasTold(Message::EdgeLinesWithoutBore) ? Message::EdgeLinesWithoutBore : Message::None;
-    case LayerWork::Groove:
-        return WhyNoGroove(drawn);
-    default:
-        return Message::None;
-    }
-}
-
-// A stop whose bores no drill of the head fits has no tools and gives no line.
-bool IsInStopWithoutTools(Long drawn)
-{
-    return std::any_of(HeadPositions.begin(), HeadPositions.end(), [drawn](const HeadPosition& stop) {
-        return stop.Tool.Trimmed().empty() && ComesFrom(stop.Drawn, drawn);
-    });
-}
-
-// The horizontal drilling machine makes it when the panel is turned round.
-bool IsMirrorImage(Long drawn)
-{
-    return std::any_of(VBores.begin(), VBores.end(),
-                       [drawn](const VBoreRecord& bore) { return bore.Drawn == drawn && bore.Group == 0; });
+    return set[static_cast<std::size_t>(drawn)];
 }
 
 bool IsSwitchedOff(Long drawn)
@@ -144,18 +109,51 @@ Message WhyNotInCncProgram(Long drawn)
     return alternates && IsDrilled(drawn) ? Message::DroppedByAlternation : Message::None;
 }
 
-Message WhyNotWritten(Long drawn)
+} // namespace
+
+LeftOutRules::LeftOutRules()
+{
+    const auto entities = static_cast<std::size_t>(DrawnEntities.Last()) + 1;
+    for (EntitySet* const set : {&HalfGrooves, &AskewGrooves, &StopsWithoutTools, &MirrorImages})
+        set->resize(entities);
+    for (const GrooveRecord& groove : Grooves)
+        AddTo(groove.Width < 0 ? HalfGrooves : AskewGrooves, groove.Drawn);
+    for (const HeadPosition& stop : HeadPositions)
+        if (stop.Tool.Trimmed().empty())
+            AddTo(StopsWithoutTools, stop.Drawn);
+    for (const VBoreRecord& bore : VBores)
+        if (bore.Group == 0)
+            AddTo(MirrorImages, bore.Drawn);
+}
+
+Message LeftOutRules::WhyNotAfterOperations(Long drawn) const
+{
+    const DrawnEntity& entity = DrawnEntities[drawn];
+    const std::string_view kind = NameOfNumber(entity.Kind);
+    switch (WorkOfLayer(NameOfNumber(entity.State), kind)) {
+    case LayerWork::EdgeBore:
+        if (kind == "CIRCLE")
+            return Message::EdgeBoreInNoView;
+        return WasTold(Message::EdgeLinesWithoutBore) ? Message::EdgeLinesWithoutBore : Message::None;
+    case LayerWork::Groove:
+        if (IsIn(HalfGrooves, drawn))
+            return Message::GrooveHalf;
+        return IsIn(AskewGrooves, drawn) ? Message::GrooveAskew : Message::None;
+    default:
+        return Message::None;
+    }
+}
+
+Message LeftOutRules::WhyNotWritten(Long drawn) const
 {
     if (Run.CncOff != 0)
         return Message::ProgramsSwitchedOff;
-    if (RunMarks.Has(drawn, WorkKind::Bore) && IsMirrorImage(drawn))
+    if (RunMarks.Has(drawn, WorkKind::Bore) && IsIn(MirrorImages, drawn))
         return Message::MirrorImage;
     return Run.ControlType == Evolution ? WhyNotInEvolution(drawn) : WhyNotInCncProgram(drawn);
 }
 
-} // namespace
-
-Message WhyLeftOut(Long drawn)
+Message LeftOutRules::WhyLeftOut(Long drawn) const
 {
     switch (RunMarks.LastStage(drawn)) {
     case RunStage::Operations:
@@ -166,7 +164,7 @@ Message WhyLeftOut(Long drawn)
             return told;
         return WhyNoPocket(drawn);
     case RunStage::Tour:
-        return IsInStopWithoutTools(drawn) ? Message::StopWithoutDrill : Message::DoubleBore;
+        return IsIn(StopsWithoutTools, drawn) ? Message::StopWithoutDrill : Message::DoubleBore;
     case RunStage::Final:
         return WhyNotWritten(drawn);
     case RunStage::Pockets:
@@ -178,7 +176,7 @@ Message WhyLeftOut(Long drawn)
     return Message::None;
 }
 
-Message WhyWithoutWork(Long drawn)
+Message LeftOutRules::WhyWithoutWork(Long drawn) const
 {
     const std::string_view kind = NameOfNumber(DrawnEntities[drawn].Kind);
     if (IsTextKind(kind))

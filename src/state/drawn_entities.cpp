@@ -2,6 +2,7 @@
 #include "state/drawn_entities.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/text.h"
 #include "state/drawn_names.h"
@@ -50,18 +51,24 @@ void NameDrawnEntities()
     }
 }
 
+// Entities of one name mostly have one state: the last one of the name is asked first.
 void NameLayerStates()
 {
-    Text<114> layer;
-    Long number = 0;
-    for (const DxfEntity& entity : Entities) {
-        if (entity.Drawn == 0)
-            continue;
-        if (!(entity.Layer == layer)) {
-            layer = entity.Layer;
-            number = NumberOfName(layer.Trimmed());
+    std::vector<Long> lastOfName; // entities, by the number of their name
+    for (Long i = 1; i <= Entities.Last(); ++i) {
+        const DxfEntity& entity = Entities[i];
+        const auto name = static_cast<std::size_t>(entity.LayerName);
+        if (name >= lastOfName.size())
+            lastOfName.resize(name + 1);
+        const Long last = std::exchange(lastOfName[name], i);
+        Long number = 0;
+        if (last != 0 && Entities[last].Layer == entity.Layer) {
+            number = DrawnEntities[Entities[last].Drawn].State;
+        } else {
+            number = NumberOfName(entity.Layer.Trimmed());
+            NoteDrawnLayer(entity.Layer.Trimmed(), entity.LayerName);
         }
-        DrawnEntities[entity.Drawn].State = number;
+        DrawnEntities[entity.Drawn].State = number; // that of number 0 is nobody's
         DrawnEntities[entity.Drawn].Named = entity.LayerName;
     }
 }

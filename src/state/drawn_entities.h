@@ -30,7 +30,8 @@ extern RecordArray<DrawnEntity> DrawnEntities; // from 1, in the order of the fi
 void ForgetDrawnEntities();
 // Kinds and layers of all, from Entities as they were read.
 void NameDrawnEntities();
-// The layers of all, from Entities as the layer rules have rewritten them.
+// The layers of all, from Entities as the layer rules have rewritten them; notes which layer as drawn each
+// comes from.
 void NameLayerStates();
 // The entity whose part it is, a vertex's polyline say, in the same operation.
 Long WholeOf(Long drawn);
