@@ -98,9 +98,12 @@ void JudgeWithoutWork(EntityAnswer& answer, Long drawn)
     const LayerWork work = WorkOfLayer(NameOfNumber(entity.State), kind);
     if (work == LayerWork::Nothing)
         answer.Fate = EntityFate::MeansNothing;
-    else if (!AsksForWork(work))
-        LeaveBy(answer, IsTextKind(kind) ? Message::TextNotMachined : Message::KindNotMachined);
-    else if (HasReached(RunStage::Routes))
+    else if (IsTextKind(kind) && !AsksForWork(work))
+        LeaveBy(answer, Message::TextNotMachined);
+    else if (!AsksForWork(work)) { // a border that no panel was found from has been left out by no rule
+        if (HasReached(RunStage::Operations))
+            LeaveBy(answer, Message::KindNotMachined);
+    } else if (HasReached(RunStage::Routes))
         LeaveBy(answer, WhyWithoutWork(drawn));
 }
 
