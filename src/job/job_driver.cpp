@@ -208,8 +208,10 @@ void ConvertDrawing()
     ExpandLayerPasses();
     StageDone("layers");
     // 5. to 7. The panel, its unit, the run's parameters.
-    if (!FindPanel() || !AnalyseBorder())
+    if (!FindPanel() || !AnalyseBorder()) {
+        ReportNearWords(AnswersOfRun());
         return;
+    }
     SettleOriginAndUnits();
     SettleRunParameters();
     TellPanelDoubts();

@@ -91,6 +91,12 @@ bool HasReached(RunStage stage)
     return RunMarks.Reached > static_cast<int>(stage);
 }
 
+// MTEXT is read for instructions alone.
+bool IsUnreadMtext(std::string_view kind, LayerWork work)
+{
+    return kind == "MTEXT" && work == LayerWork::Text;
+}
+
 void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LeftOutRules& rules)
 {
     const DrawnEntity& entity = DrawnEntities[drawn];
@@ -98,9 +104,12 @@ void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LeftOutRules& rule
     const LayerWork work = WorkOfLayer(NameOfNumber(entity.State), kind);
     if (work == LayerWork::Nothing)
         answer.Fate = EntityFate::MeansNothing;
-    else if (!AsksForWork(work))
-        LeaveBy(answer, IsTextKind(kind) ? Message::TextNotMachined : Message::KindNotMachined);
-    else if (HasReached(RunStage::Routes))
+    else if (IsTextKind(kind) && !AsksForWork(work))
+        LeaveBy(answer, IsUnreadMtext(kind, work) ? Message::MtextNotRead : Message::TextNotMachined);
+    else if (!AsksForWork(work)) { // a border that no panel was found from has been left out by no rule
+        if (HasReached(RunStage::Operations))
+            LeaveBy(answer, Message::KindNotMachined);
+    } else if (HasReached(RunStage::Routes))
         LeaveBy(answer, rules.WhyWithoutWork(drawn));
 }
 

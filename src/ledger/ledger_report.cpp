@@ -9,6 +9,7 @@
 #include "drawing/layer_rules.h"
 #include "ledger/layer_words.h"
 #include "ledger/stage_marks.h"
+#include "platform/text.h"
 #include "state/drawn_entities.h"
 #include "state/drawn_names.h"
 #include "state/report.h"
@@ -98,7 +99,7 @@ MessageValues ValuesOf(const LeftGroup& group)
         break;
     case Message::BlockNotInSequence:
         values.emplace_back("letter", BlockOf(group.First));
-        values.emplace_back("sequence", RunMarks.Sequence);
+        values.emplace_back("sequence", Trim(RunMarks.Sequence));
         break;
     case Message::ClassSwitchedOff:
         values.emplace_back("setting", SwitchedOffSetting(group.First));
@@ -137,6 +138,8 @@ LeftGroups GroupsOf(const EntityAnswers& answers)
         if (answer.Fate == EntityFate::MeansNothing && !isCopy && !IsTextKind(NameOfNumber(entity.Kind)) &&
             near.IsNear(entity.Layer))
             groups.Add(Message::LayerNearWord, drawn);
+        else if (answer.Why == Message::MtextNotRead && !isCopy)
+            groups.Add(answer.Why, drawn);
         else if (answer.Fate == EntityFate::Left && IsOwnRule(answer.Why) &&
                  (AsksForWork(WorkOfLayer(NameOfNumber(entity.State), NameOfNumber(entity.Kind)))))
             groups.Add(answer.Why, drawn);
@@ -158,14 +161,10 @@ void RefuseLost(const EntityAnswers& answers)
     }
 }
 
-} // namespace
-
-void ReportLeftOut(const EntityAnswers& answers)
+void ReportGroups(const LeftGroups& left)
 {
-    RefuseLost(answers);
     std::map<Message, std::size_t> lines;
     std::map<Message, Long> further;
-    const LeftGroups left = GroupsOf(answers);
     for (const LeftGroup& group : left.Groups) {
         if (++lines[group.Rule] <= MostLayers)
             Tell(group.Rule, ValuesOf(group));
@@ -174,6 +173,21 @@ void ReportLeftOut(const EntityAnswers& answers)
     }
     for (const auto& [rule, count] : further)
         Tell(Message::FurtherLayers, {{"count", count}, {"message", static_cast<long long>(rule)}});
+}
+
+} // namespace
+
+void ReportLeftOut(const EntityAnswers& answers)
+{
+    RefuseLost(answers);
+    ReportGroups(GroupsOf(answers));
+}
+
+void ReportNearWords(const EntityAnswers& answers)
+{
+    LeftGroups near = GroupsOf(answers);
+    std::erase_if(near.Groups, [](const LeftGroup& group) { return group.Rule != Message::LayerNearWord; });
+    ReportGroups(near);
 }
 
 } // namespace kv

@@ -122,7 +122,8 @@ MessageValues WithPlace(MessageValues values, Long drawn)
     const std::vector<Long> entities = EntitiesOf(drawn);
     if (entities.empty())
         return values;
-    const DrawnEntity& first = DrawnEntities[entities.front()];
+    // Who draws picks the polyline, not its vertex.
+    const DrawnEntity& first = DrawnEntities[WholeOf(entities.front())];
     values.emplace_back("line", static_cast<long long>(first.Line));
     if (!first.Handle.Trimmed().empty())
         values.emplace_back("handle", first.Handle.Trimmed());

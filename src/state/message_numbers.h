@@ -242,6 +242,7 @@ enum class Message : int {
     FurtherLayers = 831,
     TextNotMachined = 840,
     ProgramsSwitchedOff = 841,
+    MtextNotRead = 850,
 };
 
 } // namespace kv

@@ -918,6 +918,10 @@ constexpr MessagePage Pages[] = {
      "Nothing is to be done."},
     {Message::ProgramsSwitchedOff, Note, NoMark, "Programs of this control are switched off", "",
      "The batch has switched the programs of this control off.", "Nothing is to be done."},
+    {Message::MtextNotRead, Doubt, MarkRed, "Layer {layer}: 1 MTEXT is not read, only TEXT is",
+     "Layer {layer}: {count} entities of kind MTEXT are not read, only TEXT is",
+     "Names, descriptions, notes and lines of the program are taken from TEXT alone.",
+     "Explode the MTEXT, or write a TEXT."},
 };
 
 } // namespace

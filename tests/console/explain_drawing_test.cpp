@@ -151,6 +151,17 @@ TEST_F(ExplainDrawing, ADrawingThatFailsIsExplainedAsFarAsItCame)
     EXPECT_TRUE(Holds(text, "1 of 1 entity")) << text;
 }
 
+TEST_F(ExplainDrawing, EntitiesOfABorderThatIsNoneAreNotSaidToBeOfAWrongKind)
+{
+    Put(Folder / "open.dxf",
+        "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\nBORDER_Z19\n10\n0\n20\n0\n11\n600\n21\n0\n" +
+            Circle("VBORE_Z5") + "0\nENDSEC\n0\nEOF\n");
+    const Ended ended = Run({"explain", "open.dxf"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_TRUE(Holds(ended.Output, "    1 LINE: the conversion ended before it")) << ended.Output;
+    EXPECT_FALSE(Holds(ended.Output, "message 811")) << ended.Output;
+}
+
 TEST_F(ExplainDrawing, ADrawingThatIsNotThereFails)
 {
     const Ended ended = Run({"explain", "nowhere.dxf"});
