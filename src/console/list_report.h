@@ -34,7 +34,7 @@ class ListReport {
     bool AsJson;
     long First; // job number of the list's first drawing
     int Status = 0;
-    std::size_t NotBegun = 0; // drawings that a stop has left
+    std::size_t NotBegun = 0;       // drawings that a stop has left
     std::vector<std::string> Names; // of the drawings so far
     nlohmann::ordered_json Drawings = nlohmann::ordered_json::array();
 };
