@@ -166,16 +166,32 @@ class ToolUsers {
     std::map<std::string, std::set<Long>> Users;
 };
 
+// A text of four digits and more names several drills by two digits each, in groups; a shorter one is one
+// tool.
+void AddDrills(ToolUsers& tools, std::string_view text, Long drawn)
+{
+    constexpr std::size_t longestTool = 3, digitsOfDrill = 2;
+    std::string digits(Trim(text));
+    std::erase_if(digits, [](char c) { return c < '0' || c > '9'; });
+    if (digits.size() <= longestTool) {
+        if (Val(digits) != 0)
+            tools.Add(digits, drawn);
+        return;
+    }
+    for (std::size_t at = 0; at < digits.size(); at += digitsOfDrill)
+        tools.Add(digits.substr(at, digitsOfDrill), drawn);
+}
+
 void FindToolUsers(ToolUsers& tools)
 {
     for (const VBoreRecord& bore : VBores)
         if (bore.Group > 0)
-            tools.Add(bore.Tool.Trimmed(), bore.Drawn);
+            AddDrills(tools, bore.Tool.Trimmed(), bore.Drawn);
     for (const HeadPosition& stop : HeadPositions)
-        tools.Add(stop.Tool.Trimmed(), stop.Drawn);
+        AddDrills(tools, stop.Tool.Trimmed(), stop.Drawn);
     for (const HBoreRecord& bore : HBores)
         if (bore.Group > 0)
-            tools.Add(bore.Tool.Trimmed(), bore.Drawn);
+            AddDrills(tools, bore.Tool.Trimmed(), bore.Drawn);
     for (const RouteSegment& record : RouteSegments)
         if (record.ToolNo > 0)
             tools.Add(WholeText(record.ToolNo), record.Drawn);

@@ -87,6 +87,13 @@ TEST_F(ExplainDrawing, ShowsEachOperationOfALayerAndRenamedLayers)
     EXPECT_FALSE(Holds(text, "ROUTE40")) << text;
 }
 
+TEST_F(ExplainDrawing, EachDrillOfAToolTextIsATool)
+{
+    const std::string text =
+        Explain(Circle("VBORE_Z5T0103") + Circle("VBORE_Z5T102") + Circle("VBORE_Z5T03"));
+    EXPECT_TRUE(Holds(text, "Tools\n  T01: 1 entity\n  T03: 2 entities\n  T10")) << text;
+}
+
 TEST_F(ExplainDrawing, AsJson)
 {
     const json document = json::parse(Explain(Circle("VBOR_D35", "5\n3A\n"), {"--report", "json"}));
