@@ -101,8 +101,9 @@ Message WhyNotInCncProgram(Long drawn)
 {
     if (RunMarks.Sequence.find(BlockLetter(drawn)) == std::string::npos)
         return Message::BlockNotInSequence;
-    if (WasTold(Message::ProgramCut))
-        return Message::ProgramCut;
+    for (const Message cut : {Message::PortionReplaced, Message::ProgramCut})
+        if (WasTold(cut))
+            return cut;
     if (WasTold(Message::LineReplaced, ReportedLayer(drawn)))
         return Message::LineReplaced;
     const bool alternates = Val(Config.DRAlternate) != 0 || Run.DrAlt != 0;

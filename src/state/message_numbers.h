@@ -236,6 +236,7 @@ enum class Message : int {
     MirrorImage = 821,
     DroppedByAlternation = 822,
     RouteOnOutlineRemoved = 823,
+    PortionReplaced = 827,
     ProgramCut = 828,
     LineReplaced = 829,
     LayerNearWord = 830,

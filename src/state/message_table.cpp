@@ -893,6 +893,10 @@ constexpr MessagePage Pages[] = {
      "Layer {layer}: {count} polylines are not routed, they run along the panel's outline",
      "REMBORDER or the setting of that name removes routes along the outline.",
      "Switch it off where the outline is to be cut."},
+    {Message::PortionReplaced, Doubt, MarkRed,
+     "{program}: portions of the program replace each other, and only the last one is there", "",
+     "On GENESIS a program whose output name has a folder takes that name for all of its portions.",
+     "Raise LineLimit, so that the program is one file, or leave the folder to the settings."},
     {Message::ProgramCut, Doubt, MarkRed, "{program}: its last line is left out, the program is too long",
      "{program}: its last {count} lines are left out, the program is too long",
      "The text of a program holds some 630,000 characters; what comes after them is dropped, its end "

@@ -16,7 +16,10 @@ void ForgetProgramTraces()
 
 void NoteLines(std::string_view path, std::vector<Long> drawn)
 {
-    std::erase_if(ProgramTraces, [&](const ProgramTrace& trace) { return trace.Path == path; });
+    const auto replaced =
+        std::erase_if(ProgramTraces, [&](const ProgramTrace& trace) { return trace.Path == path; });
+    if (replaced > 0 && !WasTold(Message::PortionReplaced))
+        Tell(Message::PortionReplaced, {{"program", ShownPath(path)}});
     ProgramTraces.push_back({std::string(path), std::move(drawn)});
 }
 

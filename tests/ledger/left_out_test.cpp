@@ -195,6 +195,22 @@ TEST_P(LeftOutOfCnc, TheEndOfAProgramThatIsTooLong)
         << At.Home.ReportText();
 }
 
+TEST(LeftOutByPortions, ThatReplaceEachOther)
+{
+    Shop shop(Control::Genesis);
+    Config.LineLimit = "10";
+    std::string lines;
+    for (int i = 0; i < 8; ++i)
+        lines += Line("ROUTEZ5T71", 50, 50 + 20 * i, 200, 50 + 20 * i);
+    const std::string folder = FromHostPath(shop.Home.Programs.string() + "/");
+    EXPECT_TRUE(shop.Home.Convert(Drawing(Panel + lines), "DOOR.DXF", folder)) << shop.Home.ReportText();
+    EXPECT_NE(
+        shop.Home.ReportText().find("portions of the program replace each other, and only the last one is "
+                                    "there"),
+        std::string::npos)
+        << shop.Home.ReportText();
+}
+
 using LeftOutOfEvolution = LeftOut;
 INSTANTIATE_TEST_SUITE_P(Evolution, LeftOutOfEvolution, testing::Values(Control::Evolution));
 
