@@ -109,10 +109,10 @@ std::string DoubtRows(const std::vector<ReportRow>& report)
     std::string rows;
     for (const ReportRow& row : report) {
         const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
-        if (page == nullptr || page->Severity == MessageSeverity::Note)
+        if (page == nullptr || !NeedsAttention(*page))
             continue;
-        rows += "<tr>" + Cell(WholeText(static_cast<long long>(page->Number))) + Cell(row.Text, "doubt") +
-                Cell(page->Cure) + "</tr>\n";
+        rows += "<tr>" + Cell(WholeText(static_cast<long long>(page->Number))) +
+                Cell(row.Text + PlaceSentence(row.Line), "doubt") + Cell(page->Cure) + "</tr>\n";
     }
     return rows;
 }

@@ -57,7 +57,8 @@ std::string KindSentence(const ExplainedKind& kind)
     std::string text = WholeText(kind.Count) + " " + kind.Kind + ": ";
     switch (kind.Fate) {
     case EntityFate::Machined:
-        return text + "machined";
+        return text +
+               (kind.Why == Message::None ? "machined" : "machined as a route, the pocket is not cleared");
     case EntityFate::Border:
         return text + "the panel's border";
     case EntityFate::Read:
@@ -106,7 +107,27 @@ std::string SumSentence(const Explanation& explanation)
     if (!explanation.IsWhole)
         return "The conversion ended before the programs were written.";
     return WholeText(explanation.Worked) + " of " + WholeText(explanation.Asking) +
-           (explanation.Asking == 1 ? " entity" : " entities") + " on machined layers became work.";
+           (explanation.Asking == 1 ? " entity" : " entities") +
+           " on machined layers became work.";
+}
+
+std::string PlaceSentence(const MessageLine& line)
+{
+    const MessageValue* const inFile = FindValue(line, "line");
+    if (inFile == nullptr)
+        return {};
+    const MessageValue* const handle = FindValue(line, "handle");
+    return " (line " + inFile->Text + (handle == nullptr ? "" : ", handle " + handle->Text) + ")";
+}
+
+bool HasCure(const MessagePage& page)
+{
+    return !page.Cure.empty() && !BeginsWith(page.Cure, "Nothing is to be done");
+}
+
+bool NeedsAttention(const MessagePage& page)
+{
+    return page.Severity != MessageSeverity::Note || HasCure(page);
 }
 
 std::string ToolSentence(const ExplainedTool& tool, bool hasHead)

@@ -1,5 +1,8 @@
 // The explanation as lines of text, from the panel to the sum.
 #include "console/explanation_views.h"
+
+#include <set>
+
 #include "console/report_output.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -57,14 +60,18 @@ void AddLayers(Lines& lines, const Explanation& what)
 void AddReport(Lines& lines, const std::vector<ReportRow>& rows)
 {
     bool any = false;
+    std::set<Message> shown; // cures, each once
     for (const ReportRow& row : rows) {
         const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
-        if (page == nullptr || page->Severity == MessageSeverity::Note)
+        if (page == nullptr || !NeedsAttention(*page))
             continue;
         if (!any)
             lines.Add(0, "Doubts and faults");
         any = true;
-        lines.Add(2, WholeText(static_cast<long long>(page->Number)) + " " + row.Text);
+        lines.Add(2,
+                  WholeText(static_cast<long long>(page->Number)) + " " + row.Text + PlaceSentence(row.Line));
+        if (shown.insert(page->Number).second && HasCure(*page))
+            lines.Add(6, "Cure: " + std::string(page->Cure));
     }
 }
 

@@ -30,6 +30,10 @@ std::string ValuesSentence(const ExplainedState& state);
 std::string StateTitle(const ExplainedLayer& layer, const ExplainedState& state);
 std::string SumSentence(const Explanation& explanation);
 std::string ToolSentence(const ExplainedTool& tool, bool hasHead);
+// " (line 256, handle BAD1)" of the drawing's file; empty where the line names none. CP1252.
+std::string PlaceSentence(const MessageLine& line);
+bool HasCure(const MessagePage& page);        // that is more than "nothing is to be done"
+bool NeedsAttention(const MessagePage& page); // doubts and faults, and notes that have a cure
 // Of a count: "1 bore", "2 bores".
 std::string Counted(Long count, const std::string& word);
 

@@ -26,12 +26,8 @@ constexpr Single MillimetresPerInch = 25.4F;
 constexpr Single DefaultRouteTolerance = 0.1F; // mm
 constexpr int HighestSideCount = 6;            // a side's count of points stops here
 
-struct Point {
-    Single X = 0, Y = 0;
-    bool IsShown = false; // an entity that a person sees has it too
-};
-
-std::vector<Point> BorderPoints; // distinct, in drawing order
+std::vector<BorderPoint> BorderPoints;
+std::vector<BorderVertex> BorderVertices;
 Single BorderThickness = 0;
 Single ShownThickness = 0; // of the panel, had it no hidden entities
 PanelSources Sources;
@@ -46,7 +42,7 @@ bool Fail(std::initializer_list<MessageLine> lines)
     return false;
 }
 
-void WidenSide(std::size_t side, Point point)
+void WidenSide(std::size_t side, BorderPoint point)
 {
     Run.SideMinX[side] = std::min(Run.SideMinX[side], point.X);
     Run.SideMinY[side] = std::min(Run.SideMinY[side], point.Y);
@@ -54,19 +50,24 @@ void WidenSide(std::size_t side, Point point)
     Run.SideMaxY[side] = std::max(Run.SideMaxY[side], point.Y);
 }
 
-void AppendDistinct(Point point)
+// Of the border's points the one at that place, which may be new.
+std::size_t AppendDistinct(const BorderPoint& point)
 {
     const double tolerance = Run.RouteTolerance;
-    for (Point& known : BorderPoints)
+    for (std::size_t i = 0; i < BorderPoints.size(); ++i) {
+        BorderPoint& known = BorderPoints[i];
         if (std::abs(static_cast<double>(known.X) - point.X) < tolerance &&
             std::abs(static_cast<double>(known.Y) - point.Y) < tolerance) {
             known.IsShown |= point.IsShown;
-            return;
+            ++known.Times;
+            return i;
         }
+    }
     if (BorderPoints.size() >= MaxIndex)
         throw RunError{ErrorOverflow, "More than " + WholeText(MaxIndex) + " border points on layer " +
                                           ShownLayer(CurrentEntity.Layer)};
     BorderPoints.push_back(point);
+    return BorderPoints.size() - 1;
 }
 
 // Whether a person sees CurrentEntity. One that is hidden is kept, and each polyline of such once.
@@ -81,7 +82,7 @@ bool NoteSource()
     return isShown;
 }
 
-void NoteBelowZero(Point point)
+void NoteBelowZero(BorderPoint point)
 {
     if (point.X >= 0 && point.Y >= 0)
         return;
@@ -103,8 +104,9 @@ void TakeBorderPoints(bool isLine)
     Run.BorderDrawn.push_back(CurrentEntity.Drawn);
     const PanelState before = StateOfPanel();
     const bool isShown = NoteSource();
-    const Point first{CurrentEntity.X1, CurrentEntity.Y1, isShown};
-    const Point second{CurrentEntity.X2, CurrentEntity.Y2, isShown};
+    const Long drawn = CurrentEntity.Drawn;
+    const BorderPoint first{CurrentEntity.X1, CurrentEntity.Y1, isShown, isLine, 1, drawn};
+    const BorderPoint second{CurrentEntity.X2, CurrentEntity.Y2, isShown, isLine, 1, drawn};
     NoteBelowZero(first);
     if (isLine)
         NoteBelowZero(second);
@@ -118,9 +120,11 @@ void TakeBorderPoints(bool isLine)
         ShownThickness = Run.PartThickness;
     else if (Run.PanelFound != 0 && StateOfPanel() != before) // a solid's face can still be widened
         Sources.HiddenChangedIt = true;
-    AppendDistinct(first);
+    const std::size_t point = AppendDistinct(first);
     if (isLine)
         AppendDistinct(second);
+    else
+        BorderVertices.push_back({drawn, point});
 }
 
 void KeepBorderThickness()
@@ -186,7 +190,7 @@ void CollectRouteLayer(std::string_view layer)
 
 // Of the border points that lie in a quadrant around the middle, the nearest in both axes.
 struct FaceCorners {
-    Point LowerLeft, UpperRight; // (0, 0) when no point passes
+    BorderPoint LowerLeft, UpperRight; // (0, 0) when no point passes
     bool HasLowerLeft = false;
 };
 
@@ -200,7 +204,7 @@ FaceCorners FindFaceCorners()
     Single right = 9999999.0F;
     Single lower = 0;
     Single upper = 9999999.0F;
-    for (const Point& point : BorderPoints) {
+    for (const BorderPoint& point : BorderPoints) {
         if (point.X >= left && point.X < midX && point.Y >= lower && point.Y < midY) {
             corners.LowerLeft = point;
             corners.HasLowerLeft = true;
@@ -224,7 +228,7 @@ FaceCorners FindFaceCorners()
     return corners;
 }
 
-bool LiesOnSide(std::size_t side, Point point)
+bool LiesOnSide(std::size_t side, BorderPoint point)
 {
     switch (side) {
     case 1:
@@ -243,10 +247,11 @@ bool SortIntoSides()
 {
     std::array<int, 5> counts{};
     std::size_t lastHit = 0;
-    for (const Point& point : BorderPoints) {
+    for (BorderPoint& point : BorderPoints) {
         for (std::size_t side = 1; side <= 4; ++side) {
             if (!LiesOnSide(side, point))
                 continue;
+            point.View = static_cast<Int>(side);
             WidenSide(side, point);
             counts[side] = std::min(counts[side] + 1, HighestSideCount);
             lastHit = side;
@@ -290,9 +295,9 @@ void SettleFace()
 // A hidden entity counts where a point or the thickness is its alone.
 bool HiddenChangedBorder()
 {
-    return !Sources.Hidden.empty() &&
-           (ShownThickness != Run.PartThickness ||
-            std::any_of(BorderPoints.begin(), BorderPoints.end(), [](const Point& p) { return !p.IsShown; }));
+    return !Sources.Hidden.empty() && (ShownThickness != Run.PartThickness ||
+                                       std::any_of(BorderPoints.begin(), BorderPoints.end(),
+                                                   [](const BorderPoint& p) { return !p.IsShown; }));
 }
 
 } // namespace
@@ -300,6 +305,7 @@ bool HiddenChangedBorder()
 bool FindPanel()
 {
     BorderPoints.clear();
+    BorderVertices.clear();
     BorderThickness = ShownThickness = 0;
     Sources = {};
     std::string lastLayer;
@@ -349,6 +355,16 @@ bool AnalyseBorder()
     if (Run.PartThickness == 0)
         Run.PartThickness = sideThickness;
     return true;
+}
+
+const std::vector<BorderPoint>& PointsOfBorder()
+{
+    return BorderPoints;
+}
+
+const std::vector<BorderVertex>& VerticesOfBorder()
+{
+    return BorderVertices;
 }
 
 const PanelSources& SourcesOfPanel()

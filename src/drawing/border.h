@@ -18,11 +18,28 @@ struct PanelSources {
     bool HiddenChangedIt = false;    // without them the panel would be another one
 };
 
+// A point of the border, however many entities have it.
+struct BorderPoint {
+    Single X = 0, Y = 0;
+    bool IsShown = false;   // an entity that a person sees has it too
+    bool IsLineEnd = false; // of a line, else of a polyline
+    Long Times = 1;
+    Long Drawn = 0; // the first entity that has it
+    Int View = 0;   // 1 to 4: of that edge's view
+};
+
 // Collects the route layers, the border points and the PANEL solid. False when the run must end.
 bool FindPanel();
 // Face and edge views out of the border points, unless a solid gave the panel. False as above.
 bool AnalyseBorder();
 const PanelSources& SourcesOfPanel();
+const std::vector<BorderPoint>& PointsOfBorder(); // distinct, in drawing order
+// Which of them each vertex of a polyline is.
+struct BorderVertex {
+    Long Drawn = 0;
+    std::size_t Point = 0;
+};
+const std::vector<BorderVertex>& VerticesOfBorder();
 void SettleOriginAndUnits();
 
 } // namespace kv

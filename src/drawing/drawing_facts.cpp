@@ -44,11 +44,6 @@ constexpr DrawnUnit UnitRows[] = {
     {22, "US survey inches", 25.40005},
 };
 
-bool Matters(int code)
-{
-    return code == 0 || code == 2 || code == 9 || code == 62 || code == 70;
-}
-
 } // namespace
 
 void ForgetDrawingFacts()
@@ -87,8 +82,12 @@ Sight SightOf(Long drawn)
 
 void FactsReader::BeginSection(std::string_view name)
 {
-    Section = name == "HEADER" ? Part::Header : name == "TABLES" ? Part::Tables : Part::Other;
+    Section = name == "HEADER"   ? Part::Header
+              : name == "TABLES" ? Part::Tables
+              : name == "BLOCKS" ? Part::Blocks
+                                 : Part::Other;
     HasCode = IsUnits = InLayer = false;
+    Blocks.Begin();
 }
 
 void FactsReader::Take(std::string_view line)
@@ -107,10 +106,19 @@ void FactsReader::Take(std::string_view line)
         Section = Part::Other;
 }
 
+bool FactsReader::Matters(int code) const
+{
+    if (Section == Part::Blocks)
+        return BlockReader::Matters(code);
+    return code == 0 || code == 2 || code == 9 || code == 62 || code == 70;
+}
+
 void FactsReader::TakePair(std::string_view value)
 {
     if (Section == Part::Header)
         TakeHeaderPair(value);
+    else if (Section == Part::Blocks)
+        Blocks.Take(Code, value);
     else
         TakeTablePair(value);
     if (Code == 0 && value == "ENDSEC")

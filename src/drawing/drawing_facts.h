@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "drawing/block_facts.h"
 #include "platform/numbers.h"
 
 namespace kv {
@@ -35,8 +36,9 @@ class FactsReader {
     void Take(std::string_view line);
 
   private:
-    enum class Part : unsigned char { Other, Header, Tables };
+    enum class Part : unsigned char { Other, Header, Tables, Blocks };
 
+    bool Matters(int code) const;
     void TakePair(std::string_view value);
     void TakeHeaderPair(std::string_view value);
     void TakeTablePair(std::string_view value);
@@ -50,6 +52,7 @@ class FactsReader {
     bool IsFrozen = false, IsOff = false;
     char Name[256] = {}; // of the layer; no drawing's is longer
     std::size_t NameLength = 0;
+    BlockReader Blocks;
 };
 
 } // namespace kv

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <limits>
 
+#include "drawing/block_facts.h"
 #include "drawing/drawing_facts.h"
 #include "drawing/group_codes.h"
 #include "drawing/section_search.h"
@@ -338,6 +339,13 @@ void FinishLightweightVertex(ReaderState& state)
     state.FirstVertexDone = true;
 }
 
+// Group 2: of an INSERT the name of its block.
+void TakeName(const ReaderState& state, std::string_view line)
+{
+    if (Entities[state.Current].Kind == "INSERT")
+        NoteInsert(DrawnEntities.Last(), Trim(line));
+}
+
 // 1: the entity is on a sheet of paper, not in the model.
 void TakeSpace(std::string_view line)
 {
@@ -440,6 +448,7 @@ bool IsKept(int code)
     switch (code) {
     case 0:
     case 1:
+    case 2:
     case 5:
     case 8:
     case 10:
@@ -516,6 +525,8 @@ bool ReadPair(ReaderState& state)
         TakeLayer(state, raw);
     else if (code == 67)
         TakeSpace(raw);
+    else if (code == 2)
+        TakeName(state, raw);
     else
         TakeNumber(state, code, raw);
     return true;
@@ -559,6 +570,7 @@ void ReadDrawing(std::string& path)
     ForgetDrawnEntities();
     ForgetDrawnNames();
     ForgetDrawingFacts();
+    ForgetBlocks();
     ReaderState state;
     state.Path = path;
     const bool found = OpenAtEntities(state.Scanner, state.Path);

@@ -216,9 +216,10 @@ void TellOfTurnedSide(const GrooveRecord& groove)
     const bool isMirrored = (Run.OriginRight != 0) != (Run.OriginTop != 0);
     if (Run.ControlType != evolution || !isMirrored || groove.GrooveSide == 0 || groove.Width < 0)
         return;
-    Tell(Message::GrooveOnOtherSide,
-         {{"layer", ShownLayer(CurrentEntity.Layer)},
-          {"place", "X" + PlainText(groove.X1 + Run.OriginX) + " Y" + PlainText(groove.Y1 + Run.OriginY)}});
+    Tell(Message::GrooveOnOtherSide, WithPlace({{"layer", ShownLayer(CurrentEntity.Layer)},
+                                                {"place", "X" + PlainText(groove.X1 + Run.OriginX) + " Y" +
+                                                              PlainText(groove.Y1 + Run.OriginY)}},
+                                               groove.Drawn));
 }
 
 void TakeGrooveLine()

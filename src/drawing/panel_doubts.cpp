@@ -66,8 +66,11 @@ struct HiddenEntities {
     Long Last = 0; // whose vertices may follow
 };
 
-void TellHidden(const PanelSources& sources)
+} // namespace
+
+void TellHiddenOfPanel()
 {
+    const PanelSources& sources = SourcesOfPanel();
     if (!sources.HiddenChangedIt)
         return;
     std::map<std::pair<Sight, std::string>, HiddenEntities> groups;
@@ -84,15 +87,13 @@ void TellHidden(const PanelSources& sources)
              WithPlace({{"layer", key.second}, {"count", static_cast<long long>(group.Count)}}, group.First));
 }
 
-} // namespace
-
 void TellPanelDoubts()
 {
     const PanelSources& sources = SourcesOfPanel();
     TellBelowZero(sources);
     TellUnits(sources);
     TellThickness(sources);
-    TellHidden(sources);
+    TellHiddenOfPanel();
 }
 
 } // namespace kv

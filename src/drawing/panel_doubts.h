@@ -5,5 +5,7 @@ namespace kv {
 
 // When border, unit and tolerance are settled.
 void TellPanelDoubts();
+// Entities that a person does not see and that changed the panel, or kept it from being found.
+void TellHiddenOfPanel();
 
 } // namespace kv

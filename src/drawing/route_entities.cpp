@@ -12,6 +12,7 @@
 #include "platform/events.h"
 #include "platform/text.h"
 #include "platform/trigonometry.h"
+#include "state/drawn_entities.h"
 #include "state/drawn_names.h"
 #include "state/pocket_setting.h"
 #include "state/report.h"
@@ -109,7 +110,7 @@ void TakeLine(RouteWalk& walk)
     end.Y = line.Y2;
     end.Z = DepthOfLine(line.Z2);
     if (SamePlace(start, end) && start.Z == end.Z) { // a change of depth alone is a move
-        ++walk.Left.Lines;
+        walk.Left.Lines.Add(line.Drawn);
         return;
     }
     AddRouteRecord(start);
@@ -165,7 +166,7 @@ void TakeArc(RouteWalk& walk)
 {
     const DecodedEntity& arc = CurrentEntity;
     if (arc.ExtrusionZ == -1 && !walk.ArcNormalTold) {
-        Tell(Message::ArcNormalTurned);
+        Tell(Message::ArcNormalTurned, WithPlace({}, arc.Drawn));
         walk.ArcNormalTold = true;
     }
     RouteSegment start = SegmentOfEntity(walk, -3);
@@ -182,7 +183,7 @@ void TakeArc(RouteWalk& walk)
     end.Z = DepthOfArcEnd();
     PutOnArc(end, arc.StartAngle);
     if (HasNoLength(start, end)) {
-        ++walk.Left.Arcs;
+        walk.Left.Arcs.Add(arc.Drawn);
         return;
     }
     if (Run.ArcSubstitution == 1)
@@ -202,7 +203,7 @@ void TakeCircle(RouteWalk& walk)
     circle.Radius = drawn.Radius;
     const Single top = StoredCoordinate(static_cast<double>(circle.Y) + circle.Radius);
     if (!(circle.Radius > 0) || top == circle.Y) {
-        ++walk.Left.Circles;
+        walk.Left.Circles.Add(drawn.Drawn);
         return;
     }
     circle.Pass = static_cast<Int>(walk.Pass);
@@ -251,6 +252,7 @@ void CountUnknown(RouteWalk& walk, const DxfEntity& entity)
     UnknownKind& unknown =
         walk.Left.Unknown[std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind)];
     if (++unknown.Count == 1) {
+        unknown.First = entity.Drawn;
         unknown.X = entity.X1;
         unknown.Y = entity.Y1;
     }
@@ -278,7 +280,7 @@ void RunPass(RouteWalk& walk, const std::string& row, bool isFirstPass)
         if (!(entity.Layer == walk.Layer))
             continue;
         if (CurrentEntity.Side != Face) {
-            ++walk.Left.OnSides;
+            walk.Left.OnSides.Add(CurrentEntity.Drawn);
             continue;
         }
         RefuseInfinities();
@@ -286,19 +288,20 @@ void RunPass(RouteWalk& walk, const std::string& row, bool isFirstPass)
     }
 }
 
-void TellUncut(const std::string& layer, Long count, Message number)
+void TellUncut(const std::string& layer, const UncutCount& left, Message number)
 {
-    if (count > 0)
-        Tell(number, {{"layer", ShownLayer(layer)}, {"count", count}});
+    if (left.Count > 0)
+        Tell(number, WithPlace({{"layer", ShownLayer(layer)}, {"count", left.Count}}, left.First));
 }
 
 void TellPlunges(const std::string& layer, const PlungeCount& plunges)
 {
     if (plunges.Count > 0)
         Tell(Message::PolylinesThatPlunge,
-             {{"layer", ShownLayer(layer)},
-              {"count", plunges.Count},
-              {"place", "X" + PlainText(plunges.X) + " Y" + PlainText(plunges.Y)}});
+             WithPlace({{"layer", ShownLayer(layer)},
+                        {"count", plunges.Count},
+                        {"place", "X" + PlainText(plunges.X) + " Y" + PlainText(plunges.Y)}},
+                       plunges.First));
 }
 
 void TellUnknownKind(const std::string& layer, const std::string& kind, const UnknownKind& unknown)
@@ -309,6 +312,7 @@ void TellUnknownKind(const std::string& layer, const std::string& kind, const Un
         line.Number = Message::NoIslandOfUnknownKind;
         line.Values.emplace_back("place", "X" + PlainText(unknown.X) + " Y" + PlainText(unknown.Y));
     }
+    line.Values = WithPlace(std::move(line.Values), unknown.First);
     Tell(std::move(line));
 }
 
@@ -345,9 +349,9 @@ void TellLastStart(const LastStart& start)
         return;
     Uncut left;
     if (start.Record == RouteSegments.Last())
-        left.Polylines = 1;
+        left.Polylines.Add(RouteSegments[start.Record].Drawn);
     else
-        left.Plunges.Add(RouteSegments[start.Record].X, RouteSegments[start.Record].Y);
+        left.Plunges.Add(RouteSegments[start.Record]);
     TellUncut(start.Layer, left);
 }
 

@@ -9,6 +9,7 @@
 
 #include "drawing/border_thinning.h"
 #include "platform/events.h"
+#include "state/drawn_entities.h"
 #include "state/pocket_setting.h"
 #include "state/report.h"
 
@@ -166,10 +167,10 @@ bool LeavesItsFirstPoint(Long first)
 void CountAsUncut(Uncut& left, Long first)
 {
     if (RouteSegments[first].Kind != -5) {
-        ++left.Polylines;
+        left.Polylines.Add(RouteSegments[first].Drawn);
         return;
     }
-    left.Plunges.Add(RouteSegments[first].X, RouteSegments[first].Y);
+    left.Plunges.Add(RouteSegments[first]);
     if (RouteSegments.Last() == first)
         left.LoneStart = first;
 }
@@ -180,19 +181,19 @@ void TakeRoutePolyline(RouteWalk& walk, Long& index)
 {
     PolylineValues polyline = ValuesOfHeader();
     if (OnExcavationLayer() && !WantsPocketsOfAnyShape())
-        Tell(Message::PolylinesToExplode);
+        Tell(Message::PolylinesToExplode, WithPlace({}, CurrentEntity.Drawn));
     EdgeCounts edges;
     const Long first = RouteSegments.Last() + 1;
     const RouteSegment evenStart = ReadVertices(walk, polyline, edges, index);
     const bool isLong = LeavesItsFirstPoint(first);
     if (RouteSegments.Last() < first) {
-        ++walk.Left.Polylines;
+        walk.Left.Polylines.Add(CurrentEntity.Drawn);
         return;
     }
     if (polyline.Tapered && RouteSegments.Last() - first + 1 != VerticesOfMark) {
         RouteSegments[first] = evenStart; // no start mark: widths must not stand for a bulge
         if (RouteSegments.Last() > first)
-            ++walk.Left.Widths;
+            walk.Left.Widths.Add(RouteSegments[first].Drawn);
     }
     if (polyline.Closed && index <= Entities.Last())
         AddRouteRecord(ClosingRecord(RouteSegments[first], RouteSegments[RouteSegments.Last()]));

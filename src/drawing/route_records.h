@@ -17,29 +17,43 @@ enum class Drawn : unsigned char { Other, Line, Arc, Polyline, Vertex, Seqend, C
 // Entities of a kind that no route comes from.
 struct UnknownKind {
     Long Count = 0;
+    Long First = 0;      // entity
     Single X = 0, Y = 0; // of the first one, as drawn
 };
 
 // Polylines that stay where they begin and are cut as a plunge.
 struct PlungeCount {
     Long Count = 0;
+    Long First = 0;      // entity
     Single X = 0, Y = 0; // of the first one, as drawn
-    void Add(Single x, Single y)
+    void Add(const RouteSegment& start)
     {
         if (++Count > 1)
             return;
-        X = x;
-        Y = y;
+        First = start.Drawn;
+        X = start.X;
+        Y = start.Y;
+    }
+};
+
+// Entities of one fault.
+struct UncutCount {
+    Long Count = 0;
+    Long First = 0; // entity
+    void Add(Long drawn)
+    {
+        if (++Count == 1)
+            First = drawn;
     }
 };
 
 // What one pass meets and cannot cut.
 struct Uncut {
-    Long Lines = 0, Arcs = 0, Circles = 0, Polylines = 0;
+    UncutCount Lines, Arcs, Circles, Polylines;
     PlungeCount Plunges;
     Long LoneStart = 0; // the record of the last polyline of one point
-    Long OnSides = 0;   // drawn in the plane of an edge
-    Long Widths = 0;    // of tapered polylines too long for a start mark; they are cut
+    UncutCount OnSides; // drawn in the plane of an edge
+    UncutCount Widths;  // of tapered polylines too long for a start mark; they are cut
     std::map<std::string, UnknownKind> Unknown;
 };
 

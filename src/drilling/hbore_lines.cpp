@@ -142,12 +142,16 @@ EdgeOfLine PairLines()
 // Stems without a bar and bars without a stem: that they are not drilled must be seen.
 void TellUnpaired(const EdgeOfLine& edges)
 {
-    Long unpaired = 0;
+    Long unpaired = 0, first = 0;
     for (Long i = 1; i <= HBoreLines.Last(); ++i)
-        if (HBoreLines[i].Edge != UsedAxis && edges[static_cast<std::size_t>(i)] == NoEdge)
-            ++unpaired;
-    if (unpaired > 0)
-        Tell(Message::EdgeLinesWithoutBore, {{"count", unpaired}});
+        if (HBoreLines[i].Edge != UsedAxis && edges[static_cast<std::size_t>(i)] == NoEdge && ++unpaired == 1)
+            first = HBoreLines[i].Drawn;
+    if (unpaired == 0)
+        return;
+    MessageValues values = WithPlace({{"count", unpaired}}, first);
+    if (const std::vector<Long> entities = EntitiesOf(first); !entities.empty())
+        values.emplace_back("layer", DrawnLayerOf(entities.front()));
+    Tell(Message::EdgeLinesWithoutBore, std::move(values));
 }
 
 // Coordinates along the edge and into the panel: ends of the line, place of the bore, and the panel.

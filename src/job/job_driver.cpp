@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "drawing/border.h"
+#include "drawing/border_faults.h"
 #include "drawing/bore_doubts.h"
 #include "drawing/dxf_reader.h"
 #include "drawing/instructions.h"
@@ -15,6 +16,7 @@
 #include "drawing/panel_doubts.h"
 #include "drawing/route_entities.h"
 #include "drawing/run_parameters.h"
+#include "drawing/twice_drawn.h"
 #include "drilling/drill_tour.h"
 #include "drilling/groove_passes.h"
 #include "drilling/hbore_lines.h"
@@ -209,6 +211,7 @@ void ConvertDrawing()
     StageDone("layers");
     // 5. to 7. The panel, its unit, the run's parameters.
     if (!FindPanel() || !AnalyseBorder()) {
+        TellBorderFaults();
         ReportNearWords(AnswersOfRun());
         return;
     }
@@ -236,6 +239,7 @@ void ConvertDrawing()
     TellFaceDoubts();
     // 11. Routes.
     ReadRoutePasses();
+    TellDrawnTwice();
     StageDone("routes");
     // 12. to 14. Saw passes, bores in the edges, chains of routes.
     Entities.Clear();

@@ -106,12 +106,12 @@ constexpr UsedSetting UsedSettings[] = {
     {"Origin", MakesText},
 };
 
-void TellMisread(const TypedSetting& setting)
+void TellMisread(Message number, const TypedSetting& setting)
 {
-    Tell(Message::FieldPartlyRead, {{"file", setting.OfCall ? "--set" : ShownPath(IniPath)},
-                                    {"key", setting.Key},
-                                    {"written", setting.Text},
-                                    {"taken", NumberTaken(setting.Taken)}});
+    Tell(number, {{"file", setting.OfCall ? "--set" : ShownPath(IniPath)},
+                  {"key", setting.Key},
+                  {"written", setting.Text},
+                  {"taken", NumberTaken(setting.Taken)}});
 }
 
 } // namespace
@@ -120,11 +120,15 @@ void TellMisreadSettings()
 {
     for (const UsedSetting& used : UsedSettings) {
         const TypedSetting setting = SettingAsTyped(used.Key);
-        if (!IsReadToItsEnd(setting.Text) && used.IsUsed())
-            TellMisread(setting);
+        if (!used.IsUsed())
+            continue;
+        if (!IsReadToItsEnd(setting.Text))
+            TellMisread(Message::FieldPartlyRead, setting);
+        else if (Val(setting.Text) != Val(setting.Taken))
+            TellMisread(Message::NumberReplaced, setting);
     }
     for (const TypedSetting& tool : PartlyReadTools())
-        TellMisread(tool);
+        TellMisread(Message::FieldPartlyRead, tool);
 }
 
 } // namespace kv

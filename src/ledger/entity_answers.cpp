@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ledger/block_work.h"
 #include "ledger/layer_words.h"
 #include "ledger/left_out.h"
 #include "ledger/stage_marks.h"
@@ -79,6 +80,15 @@ void MarkTexts(EntityAnswers& answers)
         AnswerOf(answers, text.Drawn).Fate = EntityFate::Read;
 }
 
+// Outlines of pockets that are cut as plain routes.
+void NoteUncleared(EntityAnswers& answers)
+{
+    for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
+        if (EntityAnswer& answer = AnswerOf(answers, drawn);
+            answer.Fate == EntityFate::Machined && RunMarks.IsUncleared(drawn))
+            answer.Why = Message::PocketNotCleared;
+}
+
 void LeaveBy(EntityAnswer& answer, Message rule)
 {
     answer.Fate = rule == Message::None ? EntityFate::Lost : EntityFate::Left;
@@ -102,7 +112,9 @@ void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LeftOutRules& rule
     const DrawnEntity& entity = DrawnEntities[drawn];
     const std::string_view kind = NameOfNumber(entity.Kind);
     const LayerWork work = WorkOfLayer(NameOfNumber(entity.State), kind);
-    if (work == LayerWork::Nothing)
+    if (work == LayerWork::Nothing && WorkInBlock(drawn) != nullptr)
+        LeaveBy(answer, Message::BlockHoldsWork);
+    else if (work == LayerWork::Nothing)
         answer.Fate = EntityFate::MeansNothing;
     else if (IsTextKind(kind) && !AsksForWork(work))
         LeaveBy(answer, IsUnreadMtext(kind, work) ? Message::MtextNotRead : Message::TextNotMachined);
@@ -145,6 +157,7 @@ EntityAnswers AnswersOfRun()
     EntityAnswers answers(static_cast<std::size_t>(DrawnEntities.Last()) + 1);
     GatherParts();
     CountLines(answers);
+    NoteUncleared(answers);
     MarkBorder(answers);
     MarkTexts(answers);
     const LeftOutRules rules;

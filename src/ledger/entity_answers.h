@@ -23,10 +23,11 @@ std::string FateName(EntityFate fate); // "machined"
 
 struct EntityAnswer {
     EntityFate Fate = EntityFate::Unreached;
-    Message Why = Message::None; // of Left; its page says more
-    std::size_t Program = 0;     // of ProgramTraces, of the first line
-    Long FirstLine = 0;          // in that file, from 1
-    Long Lines = 0;              // in all programs
+    // Of Left, and of Machined where the work is not what the layer asks for; its page says more.
+    Message Why = Message::None;
+    std::size_t Program = 0; // of ProgramTraces, of the first line
+    Long FirstLine = 0;      // in that file, from 1
+    Long Lines = 0;          // in all programs
 };
 
 // By number of the entity, as it stands on each layer state; parts, such as vertices, have no answer of their

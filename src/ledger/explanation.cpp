@@ -247,7 +247,8 @@ void CountWork(Explanation& explanation, const EntityAnswers& answers)
         if (!AsksForWork(WorkOfLayer(NameOfNumber(entity.State), kind)))
             continue;
         asking.insert(DrawnAs(drawn));
-        if (answer.Fate == EntityFate::Machined || answer.Fate == EntityFate::Read)
+        if ((answer.Fate == EntityFate::Machined && answer.Why == Message::None) ||
+            answer.Fate == EntityFate::Read)
             worked.insert(DrawnAs(drawn));
     }
     explanation.Asking = static_cast<Long>(asking.size());

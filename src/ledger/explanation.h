@@ -60,7 +60,7 @@ struct Explanation {
     std::vector<ExplainedTool> Tools;
     bool HasHead = false; // DT.Par names drills
     std::vector<ExplainedProgram> Programs;
-    Long Asking = 0, Worked = 0; // entities on layers that ask for work, and those that became work
+    Long Asking = 0, Worked = 0; // entities on layers that ask for work, and those that became it
 };
 
 // Of the drawing that runs, as far as it has come: at the stage "layers" or later.

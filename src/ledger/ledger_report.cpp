@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "drawing/layer_rules.h"
+#include "ledger/block_work.h"
 #include "ledger/layer_words.h"
+#include "ledger/left_out.h"
 #include "ledger/stage_marks.h"
 #include "platform/text.h"
 #include "state/drawn_entities.h"
@@ -20,12 +22,13 @@ namespace kv {
 
 namespace {
 
-constexpr std::size_t MostLayers = 20; // lines of one rule; the further layers share one
+constexpr std::size_t LayerLetters = 114; // that are read
+constexpr std::size_t MostLayers = 20;    // lines of one rule; the further layers share one
 
 // What is reported here; the rest is reported by its pass, or is no doubt.
 bool IsOwnRule(Message rule)
 {
-    return rule >= Message::KindNotMachined && rule <= Message::RouteOnOutlineRemoved;
+    return rule >= Message::KindNotMachined && rule <= Message::DoubleBoreOfOtherDepth;
 }
 
 struct LeftGroup {
@@ -76,13 +79,12 @@ std::string SwitchedOffSetting(Long drawn)
     return RunMarks.Has(drawn, WorkKind::Groove) ? "EvGroove" : "EvRoute";
 }
 
-std::string BlockOf(Long drawn)
+void AddBlock(MessageValues& values, Long insert)
 {
-    if (RunMarks.Has(drawn, WorkKind::Bore))
-        return "V";
-    if (RunMarks.Has(drawn, WorkKind::EdgeBore))
-        return "H";
-    return RunMarks.Has(drawn, WorkKind::Groove) ? "G" : "R";
+    values.emplace_back("block", BlockOfInsert(DrawnAs(insert)));
+    const BlockPart* const work = WorkInBlock(insert);
+    values.emplace_back("kind", work == nullptr ? std::string() : work->Kind);
+    values.emplace_back("inner", work == nullptr ? std::string() : work->Layer);
 }
 
 MessageValues ValuesOf(const LeftGroup& group)
@@ -98,11 +100,22 @@ MessageValues ValuesOf(const LeftGroup& group)
         values.emplace_back("word", NearestWord(group.Layer));
         break;
     case Message::BlockNotInSequence:
-        values.emplace_back("letter", BlockOf(group.First));
+        values.emplace_back("letter", std::string(1, BlockLetter(group.First)));
         values.emplace_back("sequence", Trim(RunMarks.Sequence));
         break;
     case Message::ClassSwitchedOff:
         values.emplace_back("setting", SwitchedOffSetting(group.First));
+        break;
+    case Message::BlockHoldsWork:
+        AddBlock(values, group.First);
+        break;
+    case Message::DoubleBoreOfOtherDepth:
+        values.emplace_back("depth", PlainText(TwinsOf(group.First).Depth));
+        values.emplace_back("other", PlainText(TwinsOf(group.First).OtherDepth));
+        break;
+    case Message::LayerNameCut:
+        values.emplace_back("length", static_cast<long long>(group.Layer.size()));
+        values.emplace_back("rest", group.Layer.substr(LayerLetters));
         break;
     default:
         break;
@@ -110,38 +123,63 @@ MessageValues ValuesOf(const LeftGroup& group)
     return WithPlace(std::move(values), group.First);
 }
 
-// Names of layers by number, since a drawing has many entities and few layers.
-class NearWords {
+// What is said of a layer whatever its entities become. By number, since a drawing has many entities and few
+// layers.
+class LayerDoubts {
   public:
-    bool IsNear(Long layer)
-    {
-        const auto known = Near.find(layer);
-        if (known != Near.end())
-            return known->second;
-        return Near[layer] = !NearestWord(NameOfNumber(layer)).empty();
-    }
+    bool IsNearWord(Long layer) { return Of(layer).IsNear; }
+    bool IsCut(Long layer) { return Of(layer).IsCut; }
 
   private:
-    std::map<Long, bool> Near;
+    struct Doubts {
+        bool IsNear = false, IsCut = false;
+    };
+    const Doubts& Of(Long layer)
+    {
+        if (layer == Last && LastDoubts != nullptr)
+            return *LastDoubts;
+        const auto [known, isNew] = Known.try_emplace(layer);
+        if (isNew) {
+            const std::string_view name = NameOfNumber(layer);
+            known->second = {!NearestWord(name).empty(), name.size() > LayerLetters};
+        }
+        Last = layer;
+        LastDoubts = &known->second;
+        return known->second;
+    }
+
+    std::map<Long, Doubts> Known;
+    Long Last = 0;
+    const Doubts* LastDoubts = nullptr;
 };
+
+bool IsReportedHere(const EntityAnswer& answer, Long drawn)
+{
+    const DrawnEntity& entity = DrawnEntities[drawn];
+    if (answer.Why == Message::MtextNotRead)
+        return entity.CopyOf == 0;
+    if (answer.Why == Message::BlockHoldsWork)
+        return entity.CopyOf == 0;
+    return answer.Fate == EntityFate::Left && IsOwnRule(answer.Why) &&
+           AsksForWork(WorkOfLayer(NameOfNumber(entity.State), NameOfNumber(entity.Kind)));
+}
 
 LeftGroups GroupsOf(const EntityAnswers& answers)
 {
     LeftGroups groups;
-    NearWords near;
+    LayerDoubts layers;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
         const EntityAnswer& answer = answers[static_cast<std::size_t>(drawn)];
         if (!AnswersForItself(drawn))
             continue;
         const DrawnEntity& entity = DrawnEntities[drawn];
         const bool isCopy = entity.CopyOf != 0;
+        if (!isCopy && answer.Fate != EntityFate::MeansNothing && layers.IsCut(entity.Layer))
+            groups.Add(Message::LayerNameCut, drawn);
         if (answer.Fate == EntityFate::MeansNothing && !isCopy && !IsTextKind(NameOfNumber(entity.Kind)) &&
-            near.IsNear(entity.Layer))
+            layers.IsNearWord(entity.Layer))
             groups.Add(Message::LayerNearWord, drawn);
-        else if (answer.Why == Message::MtextNotRead && !isCopy)
-            groups.Add(answer.Why, drawn);
-        else if (answer.Fate == EntityFate::Left && IsOwnRule(answer.Why) &&
-                 (AsksForWork(WorkOfLayer(NameOfNumber(entity.State), NameOfNumber(entity.Kind)))))
+        else if (IsReportedHere(answer, drawn))
             groups.Add(answer.Why, drawn);
     }
     return groups;
@@ -186,7 +224,10 @@ void ReportLeftOut(const EntityAnswers& answers)
 void ReportNearWords(const EntityAnswers& answers)
 {
     LeftGroups near = GroupsOf(answers);
-    std::erase_if(near.Groups, [](const LeftGroup& group) { return group.Rule != Message::LayerNearWord; });
+    std::erase_if(near.Groups, [](const LeftGroup& group) {
+        return group.Rule != Message::LayerNearWord && group.Rule != Message::BlockHoldsWork &&
+               group.Rule != Message::LayerNameCut;
+    });
     ReportGroups(near);
 }
 

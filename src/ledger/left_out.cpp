@@ -3,6 +3,7 @@
 #include "ledger/left_out.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <string>
 
@@ -46,8 +47,8 @@ Message WhyNoRoute(Long drawn)
 Message WhyNoPocket(Long drawn)
 {
     return ToldAbout(drawn,
-                     {Message::PocketNotCleared, Message::PocketOutlineOpen, Message::PocketMeetsMark,
-                      Message::PocketPointNoNumber, Message::PocketEnclosesNothing,
+                     {Message::PocketNotCleared, Message::PocketWithoutMark, Message::PocketOutlineOpen,
+                      Message::PocketMeetsMark, Message::PocketPointNoNumber, Message::PocketEnclosesNothing,
                       Message::PocketThroughPoints, Message::PocketInnerOpen, Message::PocketCrossesItself,
                       Message::PocketCrossesAnother, Message::PocketToolUnknown, Message::PocketPitchUnknown,
                       Message::PocketTooNarrow, Message::PocketWaysTooMany, Message::PocketWithoutSoundWay,
@@ -83,15 +84,6 @@ Message WhyNotInEvolution(Long drawn)
     return RunMarks.Has(drawn, WorkKind::Circle) ? Message::CircleNotWritten : Message::None;
 }
 
-char BlockLetter(Long drawn)
-{
-    if (RunMarks.Has(drawn, WorkKind::Bore))
-        return 'V';
-    if (RunMarks.Has(drawn, WorkKind::EdgeBore))
-        return 'H';
-    return RunMarks.Has(drawn, WorkKind::Groove) ? 'G' : 'R';
-}
-
 bool IsDrilled(Long drawn)
 {
     return RunMarks.Has(drawn, WorkKind::Bore) || RunMarks.Has(drawn, WorkKind::EdgeBore);
@@ -110,7 +102,36 @@ Message WhyNotInCncProgram(Long drawn)
     return alternates && IsDrilled(drawn) ? Message::DroppedByAlternation : Message::None;
 }
 
+bool IsNear(Single a, Single b)
+{
+    constexpr double near = 0.2; // drawing units, inches too
+    return std::fabs(static_cast<double>(a) - b) < near;
+}
+
 } // namespace
+
+char BlockLetter(Long drawn)
+{
+    if (RunMarks.Has(drawn, WorkKind::Bore))
+        return 'V';
+    if (RunMarks.Has(drawn, WorkKind::EdgeBore))
+        return 'H';
+    return RunMarks.Has(drawn, WorkKind::Groove) ? 'G' : 'R';
+}
+
+TwinBores TwinsOf(Long drawn)
+{
+    const std::vector<BorePlace>& bores = RunMarks.Bores;
+    const auto own =
+        std::find_if(bores.begin(), bores.end(), [&](const BorePlace& bore) { return bore.Drawn == drawn; });
+    if (own == bores.end())
+        return {};
+    const auto other = std::find_if(bores.begin(), bores.end(), [&](const BorePlace& bore) {
+        return IsNear(bore.X, own->X) && IsNear(bore.Y, own->Y) && IsNear(bore.Diameter, own->Diameter) &&
+               RunMarks.Has(bore.Drawn, RunStage::Optimized);
+    });
+    return other == bores.end() ? TwinBores{} : TwinBores{own->Depth, other->Depth, true};
+}
 
 LeftOutRules::LeftOutRules()
 {
@@ -154,6 +175,16 @@ Message LeftOutRules::WhyNotWritten(Long drawn) const
     return Run.ControlType == Evolution ? WhyNotInEvolution(drawn) : WhyNotInCncProgram(drawn);
 }
 
+Message LeftOutRules::WhyNotInAStop(Long drawn) const
+{
+    if (IsIn(StopsWithoutTools, drawn))
+        return Message::StopWithoutDrill;
+    const TwinBores twins = TwinsOf(drawn);
+    if (!twins.Found)
+        return Message::None;
+    return twins.Depth == twins.OtherDepth ? Message::DoubleBore : Message::DoubleBoreOfOtherDepth;
+}
+
 Message LeftOutRules::WhyLeftOut(Long drawn) const
 {
     switch (RunMarks.LastStage(drawn)) {
@@ -165,7 +196,7 @@ Message LeftOutRules::WhyLeftOut(Long drawn) const
             return told;
         return WhyNoPocket(drawn);
     case RunStage::Tour:
-        return IsIn(StopsWithoutTools, drawn) ? Message::StopWithoutDrill : Message::DoubleBore;
+        return WhyNotInAStop(drawn);
     case RunStage::Final:
         return WhyNotWritten(drawn);
     case RunStage::Pockets:

@@ -9,6 +9,16 @@
 
 namespace kv {
 
+// The letter of the block that an entity's work stands in: V, H, G or R.
+char BlockLetter(Long drawn);
+
+// Two bores of which the optimizer has kept one.
+struct TwinBores {
+    Single Depth = 0, OtherDepth = 0; // drawing units; the other one is drilled
+    bool Found = false;
+};
+TwinBores TwinsOf(Long drawn);
+
 class LeftOutRules {
   public:
     LeftOutRules(); // looks through the records once
@@ -20,6 +30,7 @@ class LeftOutRules {
   private:
     Message WhyNotAfterOperations(Long drawn) const;
     Message WhyNotWritten(Long drawn) const;
+    Message WhyNotInAStop(Long drawn) const;
 
     using EntitySet = std::vector<bool>; // by whole entity
     EntitySet HalfGrooves;               // with a record that waits for its other half

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "routes/pocket_values.h"
 #include "state/drawn_entities.h"
 #include "state/run.h"
 #include "writers/program_families.h"
@@ -20,6 +21,7 @@ constexpr std::array<std::string_view, RunStages> StageWords = {
 
 constexpr int FirstKindBit = RunStages;
 constexpr int StartMarkBit = FirstKindBit + WorkKinds;
+constexpr int UnclearedBit = StartMarkBit + 1;
 constexpr Int StartMark = -4; // kind of record
 
 // Sets one bit. Neighbouring records mostly come from the same entities.
@@ -91,6 +93,25 @@ void MarkStartMarks()
     MarkAll(marker, RouteSegments, [](const RouteSegment& record) { return record.Kind == StartMark; });
 }
 
+// What is cleared has lost the mark of a pocket.
+void MarkUncleared()
+{
+    Marker marker(UnclearedBit);
+    MarkAll(marker, RouteSegments, [](const RouteSegment& record) {
+        return record.Kind != 0 && record.Kind != StartMark && MarksPocket(record.OscZ, record.Pass);
+    });
+    MarkAll(marker, RouteCircles, [](const RouteCircle& circle) {
+        return circle.Pass > 0 && MarksPocket(circle.OscZ, circle.Pass);
+    });
+}
+
+void KeepBorePlaces()
+{
+    for (const VBoreRecord& bore : VBores)
+        if (bore.Drawn != 0)
+            RunMarks.Bores.push_back({bore.X, bore.Y, bore.Diameter, bore.Depth, bore.Drawn});
+}
+
 void MarkHeadPositions(Marker& marker)
 {
     MarkAll(marker, HeadPositions, [](const HeadPosition& stop) { return !stop.Tool.Trimmed().empty(); });
@@ -137,6 +158,7 @@ void MarkRecordsOf(RunStage stage, Marker& marker)
         return;
     case RunStage::Tour:
         MarkBores(marker);
+        KeepBorePlaces();
         return;
     case RunStage::Optimized:
         MarkBores(marker);
@@ -159,6 +181,9 @@ void MarkRecordsOf(RunStage stage, Marker& marker)
         MarkStartMarks();
         return;
     case RunStage::Pockets:
+        MarkRoutes(marker);
+        MarkUncleared();
+        return;
     case RunStage::Leads:
         MarkRoutes(marker);
         return;
@@ -195,6 +220,11 @@ RunStage StageMarks::LastStage(Long drawn) const
 bool StageMarks::IsStartMark(Long drawn) const
 {
     return HasBit(drawn, StartMarkBit);
+}
+
+bool StageMarks::IsUncleared(Long drawn) const
+{
+    return HasBit(drawn, UnclearedBit);
 }
 
 bool StageMarks::HasRecord(Long drawn) const

@@ -7,6 +7,7 @@
 
 #include "geometry/point_grid.h"
 #include "state/carry_over.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 
 namespace kv {
@@ -43,11 +44,19 @@ void SettleStartMarkSequences(ChainList& list)
 // A route that is not cut must be seen in the report.
 void TellLeftOut(const ChainList& list, const std::vector<Chain>& leftOut, Message why)
 {
-    std::map<Long, Long> countOfPass;
-    for (const Chain& chain : leftOut)
-        ++countOfPass[list.Records[chain.First].Pass];
-    for (const auto& [pass, count] : countOfPass)
-        Tell(why, {{"layer", ShownLayerOfPass(pass)}, {"count", count}});
+    struct LeftRoutes {
+        Long Count = 0;
+        Long First = 0; // entity
+    };
+    std::map<Long, LeftRoutes> ofPass;
+    for (const Chain& chain : leftOut) {
+        const RouteSegment& record = list.Records[chain.First];
+        LeftRoutes& routes = ofPass[record.Pass];
+        if (++routes.Count == 1)
+            routes.First = record.Drawn;
+    }
+    for (const auto& [pass, routes] : ofPass)
+        Tell(why, WithPlace({{"layer", ShownLayerOfPass(pass)}, {"count", routes.Count}}, routes.First));
 }
 
 void DropOutOfRange(ChainList& list, Message why)

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "routes/pocket_values.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 
 namespace kv {
@@ -28,10 +29,10 @@ Single EndAngleOf(int sign)
     return StartAngleOf(-sign);
 }
 
-void ReportNoPitch(Long pass, const PlanePoint& at)
+void ReportNoPitch(const PocketSpot& spot)
 {
-    Tell(Message::CirclePitchMissing);
-    ReportUncleared(pass, at);
+    Tell(Message::CirclePitchMissing, WithPlace({}, spot.Drawn));
+    ReportUncleared(spot);
 }
 
 void PlaceArc(RouteSegment& start, RouteSegment& end, const PlanePoint& centre, double radius, int sign)
@@ -111,12 +112,12 @@ std::vector<RouteSegment> HalfTurnsInward(std::span<const RouteSegment> pair, co
 
 // A step above the tool's diameter leaves wood between half turns. A small circle may be cleared by chance,
 // where one half turn and the wall are enough; without any half turn it never is.
-void TellOfWood(Long pass, const PlanePoint& at, double radius, double pitch, double toolRadius)
+void TellOfWood(const PocketSpot& spot, double radius, double pitch, double toolRadius)
 {
     const double tool = 2 * toolRadius;
     const bool isWide = toolRadius > 0 && pitch > tool + OutlineTolerance();
     if (isWide && radius > tool + OutlineTolerance() && (radius >= 2 * tool || pitch > 2 * radius))
-        TellOfPocket(pass, at, {Message::PocketLeavesWood});
+        TellOfPocket(spot, {Message::PocketLeavesWood});
 }
 
 // Twice the radius of a half turn.
@@ -183,17 +184,15 @@ bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegme
     const RouteSegment& first = chain.front();
     if (!IsOneCircle(chain)) {
         const MessageLine fault = open.FaultOf(chain);
-        ReportUncleared(first.Pass, PointOf(first),
-                        fault.Empty() ? MessageLine{Message::PocketNoCircle} : fault);
+        ReportUncleared(PocketAt(first), fault.Empty() ? MessageLine{Message::PocketNoCircle} : fault);
         return false;
     }
     const double pitch = PocketPitch(first.OscZ, first.Comp);
     if (!(pitch > 0)) {
-        ReportNoPitch(first.Pass, PointOf(first));
+        ReportNoPitch(PocketAt(first));
         return false;
     }
-    if (HasNoRoom(first.Pass, PointOf(first), 2 * Distance(CentreOf(first), PointOf(first)),
-                  ToolRadiusOf(first.Comp)))
+    if (HasNoRoom(PocketAt(first), 2 * Distance(CentreOf(first), PointOf(first)), ToolRadiusOf(first.Comp)))
         return true;
     TellOfGaps(first, chain);
     const CircleOfPair circle{CentreOf(first), Distance(CentreOf(first), PointOf(first)),
@@ -211,9 +210,9 @@ bool ClearCirclePair(std::span<const RouteSegment> chain, std::vector<RouteSegme
             CompOnSide(records[i].Comp, circle.IsCounterClockwise ? PocketSide::Left : PocketSide::Right);
     }
     records[begin].Dir = RouteStart;
-    TellOfNarrowWays(first.Pass, PointOf(first), 2 * circle.Radius, WidthOfTurn(records[begin]),
+    TellOfNarrowWays(PocketAt(first), 2 * circle.Radius, WidthOfTurn(records[begin]),
                      ToolRadiusOf(first.Comp));
-    TellOfWood(first.Pass, PointOf(first), circle.Radius, pitch, ToolRadiusOf(first.Comp));
+    TellOfWood(PocketAt(first), circle.Radius, pitch, ToolRadiusOf(first.Comp));
     return true;
 }
 
@@ -223,22 +222,21 @@ void ClearListCircles(std::vector<RouteSegment>& records, std::vector<std::size_
         RouteCircle& circle = RouteCircles[i];
         if (circle.Pass <= 0 || circle.Used != False || !MarksPocket(circle.OscZ, circle.Pass))
             continue;
-        const PlanePoint centre{circle.X, circle.Y};
+        const PocketSpot spot = PocketAt(circle);
         const double pitch = PocketPitch(circle.OscZ, circle.Comp);
         if (!(pitch > 0)) {
-            ReportNoPitch(circle.Pass, centre);
+            ReportNoPitch(spot);
             continue;
         }
         const double width = 2 * static_cast<double>(circle.Radius);
         if (!(width > 0)) {
-            ReportUncleared(circle.Pass, centre); // and no arc without length is written for it
-        } else if (!HasNoRoom(circle.Pass, centre, width, ToolRadiusOf(circle.Comp))) {
+            ReportUncleared(spot); // and no arc without length is written for it
+        } else if (!HasNoRoom(spot, width, ToolRadiusOf(circle.Comp))) {
             const std::size_t begin = records.size();
             AddSpiral(records, circle, pitch);
             counts.push_back(records.size() - begin);
-            TellOfNarrowWays(circle.Pass, centre, width, WidthOfTurn(records[begin]),
-                             ToolRadiusOf(circle.Comp));
-            TellOfWood(circle.Pass, centre, circle.Radius, pitch, ToolRadiusOf(circle.Comp));
+            TellOfNarrowWays(spot, width, WidthOfTurn(records[begin]), ToolRadiusOf(circle.Comp));
+            TellOfWood(spot, circle.Radius, pitch, ToolRadiusOf(circle.Comp));
         }
         circle.Used = True;
         circle.Pass = 0; // or the writer's block of circles would cut it a second time

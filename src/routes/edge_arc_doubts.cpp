@@ -11,6 +11,7 @@
 #include "routes/pocket_values.h"
 #include "routes/route_runs.h"
 #include "routes/route_sides.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 #include "state/run.h"
 
@@ -32,8 +33,9 @@ MessageLine LevelArcLine(const RouteSegment& start)
 {
     const PlanePoint at = DrawnPlace(start);
     const auto text = [](double drawn) { return PlainText(ToSingle(std::round(drawn * 10000) / 10000)); };
-    return {Message::EdgeArcLevel,
-            {{"layer", ShownLayerOfPass(start.Pass)}, {"place", "X" + text(at.X) + " Y" + text(at.Y)}}};
+    return {Message::EdgeArcLevel, WithPlace({{"layer", ShownLayerOfPass(start.Pass)},
+                                              {"place", "X" + text(at.X) + " Y" + text(at.Y)}},
+                                             start.Drawn)};
 }
 
 } // namespace

@@ -27,6 +27,7 @@
 #include "routes/pocket_values.h"
 #include "routes/route_runs.h"
 #include "routes/route_sides.h"
+#include "state/drawn_entities.h"
 #include "state/run.h"
 
 namespace kv {
@@ -284,9 +285,9 @@ std::string PlaceText(double drawn)
 MessageLine DoubtAbout(const RouteSegment& start, Message number)
 {
     const PlanePoint at = DrawnPlace(start);
-    return {
-        number,
-        {{"layer", ShownLayerOfPass(start.Pass)}, {"place", "X" + PlaceText(at.X) + " Y" + PlaceText(at.Y)}}};
+    return {number, WithPlace({{"layer", ShownLayerOfPass(start.Pass)},
+                               {"place", "X" + PlaceText(at.X) + " Y" + PlaceText(at.Y)}},
+                              start.Drawn)};
 }
 
 } // namespace

@@ -110,7 +110,7 @@ void TellOfGaps(const RouteSegment& named, std::span<const RouteSegment> outline
         const RouteSegment& next = outline[(k + 1) % outline.size()];
         const double gap = Distance(PointOf(end), PointOf(next));
         if (end.Kind > 0 && next.Kind < 0 && gap > seenGap)
-            TellOfPocket(named.Pass, PointOf(named),
+            TellOfPocket(PocketAt(named),
                          {Message::PocketGap,
                           {{"where", "X" + Rounded(end.X) + " Y" + Rounded(end.Y)}, {"gap", Rounded(gap)}}});
     }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 
 namespace kv {
@@ -45,38 +46,49 @@ double OutlineTolerance()
     return std::max<double>(Run.RouteTolerance, LeastTolerance);
 }
 
-void TellOfPocket(Long pass, const PlanePoint& at, MessageLine line)
+PocketSpot PocketAt(const RouteSegment& record)
 {
-    line.Values.emplace_back("layer", ShownLayerOfPass(pass));
-    line.Values.emplace_back("place", "X" + PlainText(ToSingle(at.X)) + " Y" + PlainText(ToSingle(at.Y)));
+    return {record.Pass, PointOf(record), record.Drawn};
+}
+
+PocketSpot PocketAt(const RouteCircle& circle)
+{
+    return {circle.Pass, {circle.X, circle.Y}, circle.Drawn};
+}
+
+void TellOfPocket(const PocketSpot& spot, MessageLine line)
+{
+    line.Values.emplace_back("layer", ShownLayerOfPass(spot.Pass));
+    line.Values.emplace_back("place",
+                             "X" + PlainText(ToSingle(spot.At.X)) + " Y" + PlainText(ToSingle(spot.At.Y)));
+    line.Values = WithPlace(std::move(line.Values), spot.Drawn);
     Tell(std::move(line));
 }
 
-void ReportUncleared(Long pass, const PlanePoint& at, MessageLine reason)
+void ReportUncleared(const PocketSpot& spot, MessageLine reason)
 {
     if (reason.Empty())
         reason.Number = Message::PocketNotCleared;
-    TellOfPocket(pass, at, std::move(reason));
+    TellOfPocket(spot, std::move(reason));
 }
 
-bool HasNoRoom(Long pass, const PlanePoint& at, double pocketWidth, double toolRadius)
+bool HasNoRoom(const PocketSpot& spot, double pocketWidth, double toolRadius)
 {
     if (!(toolRadius > 0) || pocketWidth >= 2 * toolRadius - LeastTolerance)
         return false;
-    ReportUncleared(pass, at, {Message::PocketTooNarrow});
+    ReportUncleared(spot, {Message::PocketTooNarrow});
     return true;
 }
 
-void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, double smallestWay,
-                      double toolRadius)
+void TellOfNarrowWays(const PocketSpot& spot, double pocketWidth, double smallestWay, double toolRadius)
 {
     const double tool = 2 * toolRadius;
     if (!(tool > 0))
         return;
     if (pocketWidth < tool)
-        TellOfPocket(pass, at, {Message::PocketNarrowerThanTool});
+        TellOfPocket(spot, {Message::PocketNarrowerThanTool});
     else if (smallestWay < tool) // a control that checks its compensation refuses it
-        TellOfPocket(pass, at,
+        TellOfPocket(spot,
                      // Beside such a way the tool reaches 2 R from its far side.
                      {pocketWidth + smallestWay < 2 * (tool - OutlineTolerance())
                           ? Message::PocketNarrowWaysCut

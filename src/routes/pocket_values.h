@@ -24,17 +24,25 @@ Text<10> CompOnSide(const Text<10>& comp, PocketSide side);
 // Drawing units within which an outline's points count as one, or as lying on a line.
 double OutlineTolerance();
 
-// Adds layer and place, a point of the pocket, to a report line about it.
-void TellOfPocket(Long pass, const PlanePoint& at, MessageLine line);
+// A pocket as the report names it.
+struct PocketSpot {
+    Long Pass = 0;
+    PlanePoint At;  // a point of it
+    Long Drawn = 0; // the entities that it comes from
+};
+PocketSpot PocketAt(const RouteSegment& record);
+PocketSpot PocketAt(const RouteCircle& circle); // its centre
+
+// Adds layer, place and the entity's place in the file to a report line about a pocket.
+void TellOfPocket(const PocketSpot& spot, MessageLine line);
 // That it stays as it was drawn; the line about the reason may be empty.
-void ReportUncleared(Long pass, const PlanePoint& at, MessageLine reason = {});
+void ReportUncleared(const PocketSpot& spot, MessageLine reason = {});
 // Whether the pocket has no room for its tool, by more than a hundredth of a drawing unit: then it is
 // reported, and nothing of it may be cut. A radius of 0 is not known.
-bool HasNoRoom(Long pass, const PlanePoint& at, double pocketWidth, double toolRadius);
+bool HasNoRoom(const PocketSpot& spot, double pocketWidth, double toolRadius);
 // Tells where the tool does not fit: into the pocket, or into the smallest way inside it, and whether it
 // cuts beyond the pocket's wall there. Widths in drawing units, of a way that runs inside out below 0; a
 // radius of 0 is not known.
-void TellOfNarrowWays(Long pass, const PlanePoint& at, double pocketWidth, double smallestWay,
-                      double toolRadius);
+void TellOfNarrowWays(const PocketSpot& spot, double pocketWidth, double smallestWay, double toolRadius);
 
 } // namespace kv

@@ -48,7 +48,7 @@ bool ClearRectangleOf(ChainSpan chain, std::vector<RouteSegment>& records, const
     const std::vector<RouteSegment> contour =
         BeginWith(static_cast<std::size_t>(mark - chain.begin()), chain);
     if (contour.size() < FewestRecords)
-        ReportUncleared(contour.front().Pass, PointOf(contour.front()),
+        ReportUncleared(PocketAt(contour.front()),
                         open.FaultOf(std::span(contour).subspan(std::min(MarkLength, contour.size()))));
     else if (ClearRectangle(contour, records, open))
         return true;
@@ -65,8 +65,8 @@ bool ClearCircleOf(ChainSpan chain, std::vector<RouteSegment>& records, const Op
             return true;
     } else if (!StartsPocket(first) && std::any_of(chain.begin(), chain.end(), marksPocket)) {
         // One that starts as a rectangle is told, and so is the one that this is the rest of.
-        if (!open.IsRestOfAnother(chain))
-            ReportUncleared(first.Pass, PointOf(first), open.FaultOf(chain));
+        if (const MessageLine fault = open.FaultOf(chain); !open.IsRestOfAnother(chain))
+            ReportUncleared(PocketAt(first), fault.Empty() ? MessageLine{Message::PocketWithoutMark} : fault);
     }
     CopyChain(chain, records);
     return false;

@@ -77,19 +77,19 @@ bool BeginsInACorner(const RectangleLoops& loops, const RouteSegment& first, con
 
 } // namespace
 
-void TellRectangleDoubts(Long pass, const PlanePoint& at, const RectangleLoops& loops,
-                         const RouteSegment& first, const RouteSegment& next)
+void TellRectangleDoubts(const PocketSpot& spot, const RectangleLoops& loops, const RouteSegment& first,
+                         const RouteSegment& next)
 {
     if (!(loops.ToolRadius > 0) || WidthAt(loops, 0) < 2 * loops.ToolRadius)
         return;
     if (BeginsInACorner(loops, first, next))
-        TellOfPocket(pass, at, {Message::PocketBeginsInCorner});
+        TellOfPocket(spot, {Message::PocketBeginsInCorner});
     if (LeavesWood(loops))
-        TellOfPocket(pass, at, {Message::PocketLeavesWood});
+        TellOfPocket(spot, {Message::PocketLeavesWood});
     else if (LeavesIslands(loops))
-        TellOfPocket(pass, at, {Message::PocketLeavesIslands});
+        TellOfPocket(spot, {Message::PocketLeavesIslands});
     else if (LeavesRestBetweenLoops(loops.Way))
-        TellOfPocket(pass, at, {Message::PocketLeavesWoodAtTurns});
+        TellOfPocket(spot, {Message::PocketLeavesWoodAtTurns});
 }
 
 } // namespace kv

@@ -21,7 +21,7 @@ struct RectangleLoops {
 };
 
 // `first` and `next` begin the loop on the wall. Lines name the pocket by its pass and the point `at`.
-void TellRectangleDoubts(Long pass, const PlanePoint& at, const RectangleLoops& loops,
-                         const RouteSegment& first, const RouteSegment& next);
+void TellRectangleDoubts(const PocketSpot& spot, const RectangleLoops& loops, const RouteSegment& first,
+                         const RouteSegment& next);
 
 } // namespace kv

@@ -16,6 +16,7 @@
 #include "routes/pocket_values.h"
 #include "routes/rectangle_doubts.h"
 #include "routes/rectangle_outlines.h"
+#include "state/drawn_entities.h"
 #include "state/report.h"
 
 namespace kv {
@@ -276,8 +277,7 @@ void TellDoubts(const Outline& outline, const RouteSegment& mark, double lastIns
                 std::span<const RouteSegment> loops)
 {
     const double shorter = std::min(outline.Bounds.Width(), outline.Bounds.Height());
-    const PlanePoint at = PointOf(mark);
-    TellOfNarrowWays(mark.Pass, at, shorter, shorter - 2 * lastInset, outline.ToolRadius);
+    TellOfNarrowWays(PocketAt(mark), shorter, shorter - 2 * lastInset, outline.ToolRadius);
     const LoopsOfPocket way{loops,
                             outline.Records.size(),
                             outline.Bounds,
@@ -285,7 +285,7 @@ void TellDoubts(const Outline& outline, const RouteSegment& mark, double lastIns
                             outline.ToolRadius,
                             outline.Pitch,
                             outline.Side == PocketSide::Left ? 1 : -1};
-    TellRectangleDoubts(mark.Pass, at,
+    TellRectangleDoubts(PocketAt(mark),
                         {outline.Bounds, outline.Pitch, outline.ToolRadius, outline.Side,
                          CornerRadii(outline), lastInset, way},
                         loops[0], loops[1]);
@@ -303,18 +303,17 @@ bool ClearRectangle(std::span<const RouteSegment> contour, std::vector<RouteSegm
     outline.Bounds = BoxOf(drawn);
     if (!IsRectangle(drawn, outline.Bounds)) {
         const MessageLine fault = open.FaultOf(drawn);
-        ReportUncleared(mark.Pass, PointOf(mark),
-                        fault.Empty() ? MessageLine{Message::PocketNoRectangle} : fault);
+        ReportUncleared(PocketAt(mark), fault.Empty() ? MessageLine{Message::PocketNoRectangle} : fault);
         return false;
     }
     outline.Pitch = PocketPitch(mark.OscZ, mark.Comp);
     if (!(outline.Pitch > 0)) {
-        Tell(Message::RectanglePitchMissing);
-        ReportUncleared(mark.Pass, PointOf(mark));
+        Tell(Message::RectanglePitchMissing, WithPlace({}, mark.Drawn));
+        ReportUncleared(PocketAt(mark));
         return false;
     }
     outline.ToolRadius = ToolRadiusOf(mark.Comp);
-    if (HasNoRoom(mark.Pass, PointOf(mark), std::min(outline.Bounds.Width(), outline.Bounds.Height()),
+    if (HasNoRoom(PocketAt(mark), std::min(outline.Bounds.Width(), outline.Bounds.Height()),
                   outline.ToolRadius))
         return true;
     TellOfGaps(mark, drawn);

@@ -188,6 +188,28 @@ bool IsOffPanel(const std::vector<Long>& cuts)
     return !Holds(all, RectangleOfFace());
 }
 
+double LengthOfChords(const std::vector<Long>& cuts)
+{
+    double length = 0;
+    for (std::size_t i = 1; i < cuts.size(); ++i)
+        length += Distance(PointOf(RouteSegments[cuts[i - 1]]), PointOf(RouteSegments[cuts[i]]));
+    return length;
+}
+
+// A contour with its tool beside it whose ends are nearer to each other than the tool is thick: nothing stays
+// between them, so the gap is none that was meant.
+void TellOfGap(const std::vector<Long>& cuts, const DoubtedWork& work, const RouteSegment& head)
+{
+    constexpr double leastWay = 10; // times the gap; a short line has near ends too
+    const RouteSegment& end = RouteSegments[cuts.back()];
+    const double gap = Distance(PointOf(RouteSegments[cuts.front()]), PointOf(end));
+    if (gap <= static_cast<double>(Run.RouteTolerance) || gap > 2 * ToolRadiusOf(head.Comp) ||
+        MarksPocket(head.OscZ, head.Pass) || LengthOfChords(cuts) < leastWay * gap)
+        return;
+    TellDoubt(Message::ContourGap, work,
+              {{"gap", LengthText(Millimetres(gap))}, {"end", PlaceText(end.X, end.Y)}});
+}
+
 void TellOfChain(Long first, Long last)
 {
     const std::vector<Long> cuts = CutsOf(first, last);
@@ -197,6 +219,7 @@ void TellOfChain(Long first, Long last)
     const DoubtedWork work = WorkAt(RouteSegments[cuts.front()]);
     if (head.ToolNo == 0 && head.Diameter == 0)
         TellDoubt(Message::RouteWithoutTool, work);
+    TellOfGap(cuts, work, head);
     TellDepthsOfChain(cuts, SizeInView(ViewOfDrawnRoute(first, last)));
     if (IsOffPanel(cuts))
         TellDoubt(Message::WorkOffPanel, work);

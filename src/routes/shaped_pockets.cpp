@@ -121,6 +121,11 @@ PlanePoint PlaceOfShape(const PocketShape& shape)
     return PointOf(shape.Outline.Pattern);
 }
 
+PocketSpot SpotOfShape(const PocketShape& shape)
+{
+    return PocketAt(shape.Outline.Pattern);
+}
+
 // A radius serves for the chords alone.
 double ChordTolerance(const PocketShape& shape)
 {
@@ -261,7 +266,7 @@ bool LayerPockets::IsClearable(const PocketShape& outer, const std::vector<std::
     if (fault.Empty() && !(PocketPitch(pattern.OscZ, pattern.Comp) > 0))
         fault = {Message::PocketPitchUnknown};
     if (!fault.Empty())
-        ReportUncleared(pattern.Pass, PlaceOfShape(outer), fault);
+        ReportUncleared(SpotOfShape(outer), fault);
     return fault.Empty();
 }
 
@@ -272,8 +277,7 @@ std::optional<PlanePoint> LayerPockets::MarkOf(const PocketShape& outer) const
     if (own && LeadsInto(outer, *own))
         return own;
     if (own)
-        TellOfPocket(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
-                     {Message::PocketMarkOutside, {{"mark", ShownPlace(*own)}}});
+        TellOfPocket(SpotOfShape(outer), {Message::PocketMarkOutside, {{"mark", ShownPlace(*own)}}});
     for (const PlanePoint& mark : FreeMarks)
         if (LeadsInto(outer, mark))
             return mark;
@@ -362,21 +366,18 @@ std::vector<RouteSegment> RecordsOf(const PocketWay& way, const RouteSegment& pa
 
 void ReportDoubts(const PocketShape& outer, const PocketTask& task, const PocketWays& ways)
 {
-    const Long pass = outer.Outline.Pattern.Pass;
-    const PlanePoint at = PlaceOfShape(outer);
+    const PocketSpot spot = SpotOfShape(outer);
     const bool isMirrored = RunsOnRight(outer.Outline.Pattern);
     if (task.Pitch > 2 * task.ToolRadius)
-        TellOfPocket(
-            pass, at,
-            {Message::PocketPitchAboveTool, {{"step", PlainText(ToSingle(LargestStep(task.ToolRadius)))}}});
+        TellOfPocket(spot, {Message::PocketPitchAboveTool,
+                            {{"step", PlainText(ToSingle(LargestStep(task.ToolRadius)))}}});
     for (const OutlineGap& gap : outer.Outline.ClosedGaps)
-        TellOfPocket(pass, at,
+        TellOfPocket(spot,
                      {Message::PocketGapClosed, {{"gap", ShownPlace(gap.From)}, {"length", ShownGap(gap)}}});
     if (!ways.Ways.empty() && !ways.Narrow.empty()) {
         const PlanePoint& place = ways.Narrow.front().At;
-        TellOfPocket(pass, at,
-                     {Message::PocketNarrowPlaces,
-                      {{"where", ShownPlace({isMirrored ? -place.X : place.X, place.Y})}}});
+        TellOfPocket(spot, {Message::PocketNarrowPlaces,
+                            {{"where", ShownPlace({isMirrored ? -place.X : place.X, place.Y})}}});
     }
 }
 
@@ -397,22 +398,22 @@ void LayerPockets::ClearShape(std::size_t number)
     const PocketWays ways = WaysOf(task);
     if (ways.Meeting) {
         const double sense = RunsOnRight(outer.Outline.Pattern) ? -1 : 1;
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer),
+        ReportUncleared(SpotOfShape(outer),
                         {Message::PocketCrossesAnother,
                          {{"where", ShownPlace({sense * ways.Meeting->X, ways.Meeting->Y})}}});
         return;
     }
     if (ways.IsTooMuch) {
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), {Message::PocketWaysTooMany});
+        ReportUncleared(SpotOfShape(outer), {Message::PocketWaysTooMany});
         return;
     }
     if (ways.IsUnsound) {
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), {Message::PocketWithoutSoundWay});
+        ReportUncleared(SpotOfShape(outer), {Message::PocketWithoutSoundWay});
         return;
     }
     ReportDoubts(outer, task, ways);
     if (ways.Ways.empty())
-        ReportUncleared(outer.Outline.Pattern.Pass, PlaceOfShape(outer), {Message::PocketTooNarrow});
+        ReportUncleared(SpotOfShape(outer), {Message::PocketTooNarrow});
     RouteSegment pattern = outer.Outline.Pattern;
     pattern.Drawn = DrawnFor(number, islands);
     for (const PocketWay& way : ways.Ways)

@@ -40,6 +40,7 @@ enum class Message : int {
     PolylineWidths = 214,
     PolylinesToExplode = 215,
     PolylinesThatPlunge = 216,
+    LayerNameCut = 217,
 
     // 3xx: panel and drilling
     NoPanel = 301,
@@ -57,6 +58,9 @@ enum class Message : int {
     PanelFromPaperSpace = 323,
     PanelFromFrozenLayer = 324,
     PanelFromLayerOff = 325,
+    BorderEndFree = 326,
+    BorderPolylineCorners = 327,
+    BorderViewCorners = 328,
     DepthOfNothing = 330,
     DepthOf90 = 331,
     DepthOfCode = 332,
@@ -70,6 +74,8 @@ enum class Message : int {
     EdgeBoreOffEdge = 342,
     EdgeBoreOffThickness = 343,
     RouteWithoutTool = 350,
+    ContourGap = 351,
+    DrawnTwice = 352,
 
     // 4xx: routes, pockets and leads
     RouteToolBelowZero = 401,
@@ -91,6 +97,7 @@ enum class Message : int {
     PocketWithoutSoundWay = 423,
     PocketNoCircle = 424,
     PocketNoRectangle = 425,
+    PocketWithoutMark = 426,
     CirclePitchMissing = 430,
     RectanglePitchMissing = 431,
     PocketMarkOutside = 440,
@@ -157,6 +164,7 @@ enum class Message : int {
     FailedPartsStay = 575,
     OtherDrawingReplaced = 576,
     OtherDescriptionReplaced = 577,
+    ProgramNameCut = 578,
 
     // 6xx: files and installation
     DrawingNotPlaced = 601,
@@ -184,6 +192,7 @@ enum class Message : int {
     FieldPartlyRead = 650,
     CellPartlyRead = 651,
     DrawingsNotListed = 652,
+    NumberReplaced = 653,
 
     // 7xx: batches, trigger files, lists and window
     BannerProduct = 701,
@@ -236,6 +245,8 @@ enum class Message : int {
     MirrorImage = 821,
     DroppedByAlternation = 822,
     RouteOnOutlineRemoved = 823,
+    BlockHoldsWork = 824,
+    DoubleBoreOfOtherDepth = 825,
     PortionReplaced = 827,
     ProgramCut = 828,
     LineReplaced = 829,

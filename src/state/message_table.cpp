@@ -122,6 +122,12 @@ constexpr MessagePage Pages[] = {
      "All points of a polyline are one. The program has its start, so the tool goes down there and up again.",
      "Delete the polyline, or draw what it was meant to be."},
 
+    {Message::LayerNameCut, Doubt, NoMark,
+     "Layer {layer}: its name has {length} letters, and \"{rest}\" is not read",
+     "Layer {layer}: its name has {length} letters, and \"{rest}\" is not read, for {count} entities",
+     "Of the name of a layer 114 letters are read. Values behind them are missing.",
+     "Give the layer a shorter name."},
+
     {Message::NoPanel, Fault, NoMark, "Part BORDER or PANEL Layer NOT Found!!!", "",
      "A solid on a layer PANEL has no area, so the panel's size is not known.",
      "Draw the panel as a solid with an area, or its border as a rectangle on a layer BORDER."},
@@ -175,24 +181,43 @@ constexpr MessagePage Pages[] = {
      "says 0, and no depth can be held against the panel.",
      "Give the border's layer its thickness as Z, BORDER Z18 say."},
     {Message::PanelFromPaperSpace, Doubt, NoMark,
-     "Layer {layer}: {count} entity in paper space changed the panel",
-     "Layer {layer}: {count} entities in paper space changed the panel",
+     "Layer {layer}: {count} entity in paper space was taken for the panel",
+     "Layer {layer}: {count} entities in paper space were taken for the panel",
      "Entities of a sheet are on the layer of the border too. They were taken for the border, and the panel "
      "would be another one without them.",
      "Remove them from the border's layer, or save the drawing without its sheets."},
     {Message::PanelFromFrozenLayer, Doubt, NoMark,
-     "Layer {layer}: {count} entity of the frozen layer changed the panel",
-     "Layer {layer}: {count} entities of the frozen layer changed the panel",
+     "Layer {layer}: {count} entity of the frozen layer was taken for the panel",
+     "Layer {layer}: {count} entities of the frozen layer were taken for the panel",
      "A frozen layer is not shown, but it is read. Its entities were taken for the border, and the panel "
      "would "
      "be another one without them.",
      "Remove the layer, or give it a name that means no border."},
     {Message::PanelFromLayerOff, Doubt, NoMark,
-     "Layer {layer}: {count} entity of the switched-off layer changed the panel",
-     "Layer {layer}: {count} entities of the switched-off layer changed the panel",
+     "Layer {layer}: {count} entity of the switched-off layer was taken for the panel",
+     "Layer {layer}: {count} entities of the switched-off layer were taken for the panel",
      "A layer that is switched off is not shown, but it is read. Its entities were taken for the border, and "
      "the panel would be another one without them.",
      "Remove the layer, or give it a name that means no border."},
+    {Message::BorderEndFree, Doubt, NoMark, "Layer {layer}: an end of the border at {place} meets no other",
+     "Layer {layer}: {count} ends of the border meet no other, the first at {place}",
+     "The border is drawn as lines, and this end is none of the corners of a closed outline: two corners are "
+     "apart, or the line is no part of the border.",
+     "Snap the corner, or move the line to another layer."},
+    {Message::BorderPolylineCorners, Doubt, NoMark,
+     "Layer {layer}: the polyline at {place} has {corners} corners, no rectangle",
+     "Layer {layer}: {count} polylines are no rectangles, the first at {place}",
+     "The face and the views of the edges are rectangles, and a polyline on the layer of the border has "
+     "other "
+     "than four different corners.",
+     "Draw the panel's rectangle there, and move the polyline to a layer of a route if it is to be cut."},
+    {Message::BorderViewCorners, Doubt, NoMark,
+     "Layer {layer}: outside the face on side {side} are {corners} corners, the first at {place}; a view of "
+     "an edge has 4",
+     "Layer {layer}: {count} sides have views of other than 4 corners, the first at {place}",
+     "What is drawn on the layer of the border outside the face is taken for the views of the edges, above "
+     "(1), below (2), on the left (3) and on the right (4).",
+     "Draw the view as a rectangle beside the face, and move everything else to another layer."},
     {Message::DepthOfNothing, Doubt, NoMark, "Layer {layer}: the {work} at {place} has a depth of 0",
      "Layer {layer}: {count} operations have a depth of 0, the first at {place}",
      "Neither the layer nor the entity says how deep the tool goes. It moves on the panel's surface and cuts "
@@ -266,6 +291,20 @@ constexpr MessagePage Pages[] = {
      "Neither the layer nor the entity names a tool. The program names none either, or the last one that was "
      "named: that of a bore or route in front, or of an earlier drawing.",
      "Give the layer a T or a D."},
+
+    {Message::ContourGap, Doubt, NoMark,
+     "Layer {layer}: the contour at {place} is open by {gap} mm, to {end}, and is cut as an open route",
+     "Layer {layer}: {count} contours are open, the first at {place} by {gap} mm",
+     "The two ends of the contour are nearer to each other than the tool is thick, but farther apart than "
+     "the "
+     "route tolerance. The tool leaves and enters in the gap as at the ends of any route.",
+     "Snap the ends to each other."},
+    {Message::DrawnTwice, Doubt, NoMark,
+     "Layer {layer}: the {kind} at {place} is drawn twice and is cut twice",
+     "Layer {layer}: {count} entities are drawn twice and are cut twice, the first at {place}",
+     "Two entities of the layer are the same. The tool goes the way a second time, and the second one may "
+     "keep a contour from closing.",
+     "Delete one of the two."},
 
     {Message::RouteToolBelowZero, Doubt, NoMark,
      "Layer {layer}: {count} route is not cut, its tool number is below 0",
@@ -379,6 +418,13 @@ constexpr MessagePage Pages[] = {
      "A slanted side, a bulge, a crossing, or an arc that rounds no corner. The outline is cut as a plain "
      "route.",
      "Draw the outline as a rectangle with its sides along X and Y, or set Pockets=any."},
+    {Message::PocketWithoutMark, Doubt, NoMark,
+     "Layer {layer}: the pocket at {place} is not cleared, no start mark meets its outline",
+     "Layer {layer}: {count} pockets are not cleared, no start marks meet their outlines, the first at "
+     "{place}",
+     "A pocket is told from a route by its start mark, a polyline of two points with widths that ends on an "
+     "end of a line of the outline. The outline is cut as a plain route.",
+     "Draw the start mark, or set Pockets=any, which needs none."},
     {Message::CirclePitchMissing, Doubt, NoMark, "Excavation Pitch not specified! (Circle)", "",
      "The layer of a round pocket has neither a step nor a radius of the tool.",
      "Give K, or the tool's radius with R or L."},
@@ -619,6 +665,11 @@ constexpr MessagePage Pages[] = {
     {Message::OtherDescriptionReplaced, Doubt, MarkRed, "{program} is replaced; its description was: {other}",
      "", "The program that was there before has another description, so it may be that of another drawing.",
      "See whether two drawings have the same name."},
+    {Message::ProgramNameCut, Note, NoMark, "The name {name} has {letters} letters, the program is {program}",
+     "",
+     "A program under an index has a name of at most 12 letters: the first is that of its folder, eight are "
+     "its name and three its extension. Drawings whose names begin alike replace each other's programs.",
+     "Give the drawing, or its NAME, a shorter name."},
 
     {Message::DrawingNotPlaced, Fault, NoMark, "{drawing}: {cause}", "",
      "The drawing was converted, and its files could not be brought to their places. None of them is there; "
@@ -700,6 +751,11 @@ constexpr MessagePage Pages[] = {
      "file that "
      "is gone. The list does not show it.",
      "Give the drawing another name, or mend the link."},
+    {Message::NumberReplaced, Doubt, NoMark, "{file}: {key}={written} cannot be used, {taken} is taken", "",
+     "The number is outside of what the setting allows, or is no whole number where one is wanted: SawKerf "
+     "is "
+     "from 3 to 20 mm, LineLimit 200 lines or more.",
+     "Write a number that the setting allows."},
 
     {Message::BannerProduct, Note, MarkRed, " {product} for Windows  Version {version}", "",
      "The report begins with the program's name and version.", "Nothing is to be done."},
@@ -893,6 +949,19 @@ constexpr MessagePage Pages[] = {
      "Layer {layer}: {count} polylines are not routed, they run along the panel's outline",
      "REMBORDER or the setting of that name removes routes along the outline.",
      "Switch it off where the outline is to be cut."},
+    {Message::BlockHoldsWork, Doubt, MarkRed,
+     "Layer {layer}: 1 INSERT is left out, its block {block} holds a {kind} on {inner}",
+     "Layer {layer}: {count} INSERTs are left out, the first block, {block}, holds a {kind} on {inner}",
+     "Blocks are not opened, so nothing in them is machined or taken for the panel.",
+     "Explode the block in the design program, or save the drawing with its blocks exploded."},
+    {Message::DoubleBoreOfOtherDepth, Doubt, MarkRed,
+     "Layer {layer}: 1 bore of {depth} is not drilled, at its place is one of {other}",
+     "Layer {layer}: {count} bores are not drilled, at their places are others; the first is {depth} deep "
+     "and "
+     "not {other}",
+     "Two bores of one diameter lie at one place with different depths; the drill optimizer keeps the one "
+     "that it meets first.",
+     "Delete the bore that is not wanted."},
     {Message::PortionReplaced, Doubt, MarkRed,
      "{program}: portions of the program replace each other, and only the last one is there", "",
      "On GENESIS a program whose output name has a folder takes that name for all of its portions.",

@@ -17,6 +17,7 @@
 #include "state/settings.h"
 #include "state/settings_ini.h"
 #include "state/typed_settings.h"
+#include "state/typed_texts.h"
 
 namespace kv {
 
@@ -217,23 +218,7 @@ void TakeOptimizerBox()
     Config.OptimizerBox = Val(Config.Optimizer) != 0;
 }
 
-// Texts that are no number as a whole, by their keys in upper case, with what became of them: the field may
-// be given another value later.
-struct PartlyRead {
-    std::string Key, Text, Stored;
-    bool OfCall = false;
-};
-std::map<std::string, PartlyRead, std::less<>> PartlyReadTexts;
 std::set<std::string, std::less<>> OverriddenKeys; // in upper case
-
-void KeepPartlyRead(std::string_view key, std::string_view text, std::string stored, bool ofCall)
-{
-    if (IsReadToItsEnd(text))
-        PartlyReadTexts.erase(UpperCase(key));
-    else
-        PartlyReadTexts.insert_or_assign(
-            UpperCase(key), PartlyRead{std::string(key), std::string(text), std::move(stored), ofCall});
-}
 
 bool IsFixedUp(const SettingRow& row)
 {
@@ -246,15 +231,14 @@ bool IsFixedUp(const SettingRow& row)
 void KeepTyped(const SettingRow& row, std::string_view text, bool ofCall)
 {
     if (row.How == Form::Number || (row.How == Form::Text && IsFixedUp(row)))
-        KeepPartlyRead(row.Key, text, StoredText(row), ofCall);
+        KeepTypedText({std::string(row.Key), std::string(text), StoredText(row), ofCall});
 }
 
 // When the fix-ups are through.
-void SettlePartlyRead(std::span<const SettingRow> rows)
+void SettleTypedTexts(std::span<const SettingRow> rows)
 {
     for (const SettingRow& row : rows)
-        if (const auto kept = PartlyReadTexts.find(UpperCase(row.Key)); kept != PartlyReadTexts.end())
-            kept->second.Stored = StoredText(row);
+        SettleTypedText(row.Key, StoredText(row));
 }
 
 void LoadRows(std::string_view section, std::span<const SettingRow> rows)
@@ -268,6 +252,12 @@ void LoadRows(std::string_view section, std::span<const SettingRow> rows)
         TakeValue(rows[i], entries[i].Value);
         KeepTyped(rows[i], entries[i].Value, false);
     }
+}
+
+void KeepSettledText(const TypedSetting& typed)
+{
+    KeepTypedText(typed);
+    SettleTypedText(typed.Key, typed.Taken);
 }
 
 // Under another spelling of the section than the one that is read, and nobody is told of a failure:
@@ -421,7 +411,7 @@ bool OverrideToolSubstitution(std::string_view key, std::string_view value)
             Config.ToolSubData.resize(ToolSubstitutionRows, {"0", "0", "0"});
         std::string& cell = Config.ToolSubData[static_cast<std::size_t>(row)].*column.Cell;
         cell = PlainCell(value);
-        KeepPartlyRead(key, value, cell, true);
+        KeepSettledText({std::string(key), std::string(value), cell, true});
         return true;
     }
     return false;
@@ -442,14 +432,14 @@ void ExchangeSettings(bool save)
 {
     if (save) {
         for (const SettingRow& row : ExchangeRows)
-            PartlyReadTexts.erase(UpperCase(row.Key)); // the file holds what became of them
+            ForgetTypedText(row.Key); // the file holds what became of them
         SaveRows(ExchangeRows);
         return;
     }
     LoadRows("Configuration", ExchangeRows);
     for (const FixUp& fixUp : FixUps)
         fixUp.Apply(*fixUp.Field);
-    SettlePartlyRead(ExchangeRows);
+    SettleTypedTexts(ExchangeRows);
     ApplySystemMode();
 }
 
@@ -496,7 +486,7 @@ void LoadToolSubstitutions()
     for (ToolSubstitution& row : Config.ToolSubData) {
         for (const ToolColumn& column : ToolColumns) {
             row.*column.Cell = PlainCell(entry->Value);
-            KeepPartlyRead(entry->Key, entry->Value, row.*column.Cell, false);
+            KeepSettledText({entry->Key, entry->Value, row.*column.Cell, false});
             ++entry;
         }
     }
@@ -506,7 +496,7 @@ void SaveToolSubstitutions()
 {
     const std::vector<ProfileEntry> entries = ToolSubstitutionEntries();
     for (const ProfileEntry& entry : entries)
-        PartlyReadTexts.erase(UpperCase(entry.Key));
+        ForgetTypedText(entry.Key);
     PutIniValues("ToolSubData", entries);
 }
 
@@ -542,6 +532,7 @@ bool OverrideSetting(std::string_view key, std::string_view value)
     }
     OverriddenKeys.insert(UpperCase(row->Key));
     KeepTyped(*row, text, true);
+    SettleTypedText(row->Key, StoredText(*row));
     if (row->How == Form::Word && SelectedSystem() == 2) // it may have been chosen here
         Config.OptimizerBox = false;                     // for this process alone: no key is stored
     return true;
@@ -553,11 +544,9 @@ TypedSetting SettingAsTyped(std::string_view key)
     if (row == nullptr)
         return {};
     const std::string stored = StoredText(*row);
-    const std::string name = UpperCase(key);
-    if (const auto kept = PartlyReadTexts.find(name);
-        kept != PartlyReadTexts.end() && kept->second.Stored == stored)
-        return {kept->second.Key, kept->second.Text, stored, kept->second.OfCall};
-    return {std::string(row->Key), stored, stored, OverriddenKeys.contains(name)};
+    if (const TypedSetting* const kept = FindTypedText(key, stored); kept != nullptr)
+        return *kept;
+    return {std::string(row->Key), stored, stored, OverriddenKeys.contains(UpperCase(key))};
 }
 
 std::vector<TypedSetting> PartlyReadTools()
@@ -566,12 +555,11 @@ std::vector<TypedSetting> PartlyReadTools()
     for (const ToolColumn& column : ToolColumns) {
         for (std::size_t row = 0; row < Config.ToolSubData.size(); ++row) {
             const ToolSubstitution& tool = Config.ToolSubData[row];
-            const auto kept =
-                PartlyReadTexts.find(UpperCase(column.Key) + WholeText(static_cast<long long>(row)));
+            const TypedSetting* const kept = FindTypedText(
+                std::string(column.Key) + WholeText(static_cast<long long>(row)), tool.*column.Cell);
             const bool counts = column.Cell == &ToolSubstitution::Enabled || Val(tool.Enabled) != 0;
-            if (kept != PartlyReadTexts.end() && kept->second.Stored == tool.*column.Cell && counts)
-                tools.push_back(
-                    {kept->second.Key, kept->second.Text, kept->second.Stored, kept->second.OfCall});
+            if (kept != nullptr && counts)
+                tools.push_back(*kept);
         }
     }
     return tools;

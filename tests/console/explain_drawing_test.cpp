@@ -71,6 +71,25 @@ TEST_F(ExplainDrawing, NamesWhatWasLeftOutAndWhy)
     EXPECT_TRUE(Holds(text, "1 of 2 entities on machined layers became work.\n")) << text;
 }
 
+TEST_F(ExplainDrawing, DoubtsHaveTheirPlaceAndCure)
+{
+    const std::string text = Explain("0\nLINE\n5\n2F\n8\nROUTE1_Z5_T71\n10\n50\n20\n50\n11\n50\n21\n50\n"
+                                     "0\nLINE\n8\nROUTE2_Z5_T71\n10\n60\n20\n60\n11\n60\n21\n60\n");
+    EXPECT_TRUE(Holds(text,
+                      "  207 Layer ROUTE1_Z5_T71: 1 line of length 0 cannot be cut (line 60, handle 2F)\n"
+                      "      Cure: Delete the line, or draw what it was meant to be.\n"
+                      "  207 Layer ROUTE2_Z5_T71: 1 line of length 0 cannot be cut (line 74)\n"))
+        << text;
+}
+
+TEST_F(ExplainDrawing, AnUnclearedPocketIsNotTheWorkThatItsLayerAsksFor)
+{
+    const std::string text = Explain(kv::test::Rectangle("EXCAV_Z5_T71_R6_K8", 100, 100, 80, 60));
+    EXPECT_TRUE(Holds(text, "    4 LINE: machined as a route, the pocket is not cleared\n")) << text;
+    EXPECT_TRUE(Holds(text, "  426 Layer EXCAV_Z5_T71_R6_K8: the pocket at X")) << text;
+    EXPECT_TRUE(Holds(text, "1 of 5 entities on machined layers became work.\n")) << text;
+}
+
 TEST_F(ExplainDrawing, ShowsEachOperationOfALayerAndRenamedLayers)
 {
     const std::string text =

@@ -25,7 +25,7 @@ class MisreadSettings : public Console {
         const json document = json::parse(ended.Output);
         for (const json& line : document["drawings"][0]["lines"]) {
             const int number = line.value("number", 0);
-            if (number != 650 && number != 651)
+            if (number != 650 && number != 651 && number != 653)
                 continue;
             EXPECT_EQ(line["severity"], "doubt");
             texts.push_back(line["text"]);
@@ -73,6 +73,23 @@ TEST_F(MisreadSettings, FieldsThatThisDrawingDoesNotUseAreSilent)
                                         kv::test::Line("ROUTE Z5T71", 50, 50, 300, 50)));
     EXPECT_EQ(Texts(),
               (Words{Of("LeadS", "x", "0"), Of("LeadLength", "5,5", "5"), Of("SawKerf", "4mm", "4")}));
+}
+
+TEST_F(MisreadSettings, ANumberThatIsReplacedIsTold)
+{
+    const auto replaced = [this](const std::string& written, const std::string& taken) {
+        return Shown("home/KV90.INI") + ": " + written + " cannot be used, " + taken + " is taken";
+    };
+    PutIni("SawKerf=0\r\nLineLimit=100\r\n");
+    EXPECT_EQ(Texts(), Words{replaced("LineLimit=100", "600")}) << "no groove is drawn";
+    Put(Folder / "door.dxf", BoredPanel(kv::test::Line("GROOVE D8Z6", 20, 60, 500, 60)));
+    EXPECT_EQ(Texts(), (Words{replaced("SawKerf=0", "3"), replaced("LineLimit=100", "600")}));
+    EXPECT_EQ(Texts({"--set", "SawKerf=25", "--set", "LineLimit=200"}),
+              Words{"--set: SawKerf=25 cannot be used, 20 is taken"});
+    PutIni("SawKerf=\r\nLineLimit=\r\nGraphicDelay=0\r\n");
+    EXPECT_EQ(Texts(), Words{}) << "nothing was written that is replaced";
+    PutIni("SawKerf= 4.0\r\nLineLimit=0600\r\n");
+    EXPECT_EQ(Texts(), Words{});
 }
 
 TEST_F(MisreadSettings, ToolRowsThatCountAreTold)

@@ -152,8 +152,11 @@ TEST_F(BorderPass, OneCornerThatDoesNotMeetMakesFivePoints)
 {
     const auto rows = FailedWith(Line("BORDER", 100, 50, 700, 50) + Line("BORDER", 700.01, 50, 700, 450) +
                                  Line("BORDER", 700, 450, 100, 450) + Line("BORDER", 100, 450, 100, 50));
-    EXPECT_EQ(rows, (std::vector<std::string>{"PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
-                                              "Check for stray entities on Border Layer.   5", Aborted}));
+    EXPECT_EQ(rows,
+              (std::vector<std::string>{"PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
+                                        "Check for stray entities on Border Layer.   5", Aborted,
+                                        "Layer BORDER: an end of the border at X700 Y50 meets no other",
+                                        "Layer BORDER: an end of the border at X700.01 Y50 meets no other"}));
 }
 
 TEST_F(BorderPass, NoCornerMeetsAndTheRestCountAsSideViews)
@@ -163,14 +166,19 @@ TEST_F(BorderPass, NoCornerMeetsAndTheRestCountAsSideViews)
     const auto rows =
         FailedWith(Line("BORDER", 100, 100, 700, 100) + Line("BORDER", 700, 100.02, 700, 500) +
                    Line("BORDER", 699.98, 500, 100, 500) + Line("BORDER", 100, 499.98, 100, 100.02));
-    EXPECT_EQ(rows, (std::vector<std::string>{"ERROR in Border Sides for Horizontal operations", Aborted}));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "ERROR in Border Sides for Horizontal operations", Aborted,
+                        "Layer BORDER: 8 ends of the border meet no other, the first at X100 Y100"}));
 }
 
 TEST_F(BorderPass, StrayShortLineFailsWithTheCountSix)
 {
     const auto rows = FailedWith(Rectangle("BORDER", 100, 50, 600, 400) + Line("BORDER", 300, 200, 305, 200));
-    EXPECT_EQ(rows, (std::vector<std::string>{"PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
-                                              "Check for stray entities on Border Layer.   6", Aborted}));
+    EXPECT_EQ(rows,
+              (std::vector<std::string>{"PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
+                                        "Check for stray entities on Border Layer.   6", Aborted,
+                                        "Layer BORDER: an end of the border at X300 Y200 meets no other",
+                                        "Layer BORDER: an end of the border at X305 Y200 meets no other"}));
     EXPECT_FALSE(Place.HasProgram());
 }
 
@@ -337,13 +345,18 @@ TEST_F(BorderPass, SideWithSixPointsFails)
     // The view above has two points more; two inside the face bring the count to twelve.
     const auto rows = FailedWith(Face() + ViewAbove() + Line("BORDER", 300, 708, 400, 708) +
                                  Line("BORDER", 500, 300, 500, 350));
-    EXPECT_EQ(rows, (std::vector<std::string>{"ERROR in Border Sides for Horizontal operations", Aborted}));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "ERROR in Border Sides for Horizontal operations", Aborted,
+                        "Layer BORDER: 4 ends of the border meet no other, the first at X300 Y708"}));
 }
 
 TEST_F(BorderPass, SideWithEightPointsFailsSinceItsCountStopsAtSix)
 {
     const auto rows = FailedWith(Face() + ViewAbove() + Rectangle("BORDER", 200, 720, 600, 16));
-    EXPECT_EQ(rows, (std::vector<std::string>{"ERROR in Border Sides for Horizontal operations", Aborted}));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "ERROR in Border Sides for Horizontal operations", Aborted,
+                        "Layer BORDER: outside the face on side 1 are 8 corners, the first at X200 Y700; a "
+                        "view of an edge has 4"}));
 }
 
 TEST_F(BorderPass, PointsThatHitTwoSidesMarkTheLastOneAlone)
@@ -371,7 +384,29 @@ TEST_F(BorderPass, PointsBeyondTheMarginHit)
 {
     // Two of its four points lie above 625.
     const auto rows = FailedWith(Face() + ViewBelow() + Rectangle("BORDER", 200, 610, 600, 15.5));
-    EXPECT_EQ(rows, (std::vector<std::string>{"ERROR in Border Sides for Horizontal operations", Aborted}));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "ERROR in Border Sides for Horizontal operations", Aborted,
+                        "Layer BORDER: outside the face on side 1 are 2 corners, the first at X800 Y625.5; a "
+                        "view of an edge has 4"}));
+}
+
+TEST_F(BorderPass, APolylineThatIsNoRectangleIsNamed)
+{
+    const auto rows =
+        FailedWith(Face() + Polyline("BORDER", {{300, 200}, {400, 200}, {400, 300}, {350, 350}, {300, 300}}));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
+                        "Check for stray entities on Border Layer.   9", Aborted,
+                        "Layer BORDER: the polyline at X300 Y200 has 5 corners, no rectangle"}));
+}
+
+TEST_F(BorderPass, APolylineOnCornersOfTheFaceKeepsItsOwnCount)
+{
+    // Three corners, two of them the face's: six points.
+    const auto rows = FailedWith(Polyline("BORDER", {{100, 100}, {700, 100}, {700, 500}, {100, 500}}) +
+                                 Polyline("BORDER", {{100, 100}, {700, 100}, {300, 300}, {350, 350}}));
+    EXPECT_EQ(rows, (std::vector<std::string>{"PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!",
+                                              "Check for stray entities on Border Layer.   6", Aborted}));
 }
 
 // Thickness

@@ -131,15 +131,81 @@ TEST_F(Doubts, PanelWithoutThickness)
               Texts{"Layer PANEL: the panel has no thickness"});
 }
 
+// Routes
+
+TEST_F(Doubts, AContourThatIsNearlyClosed)
+{
+    const auto contour = [](double gap, const std::string& layer) {
+        return Drawing(Rectangle("BORDER Z18", 10, 20, 600, 400) + Line(layer, 100, 100, 300, 100) +
+                       Line(layer, 300, 100, 300, 300) + Line(layer, 300, 300, 100, 300) +
+                       Line(layer, 100, 300, 100, 100 + gap));
+    };
+    const std::string layer = "ROUTE1Z8T71R6LD20";
+    EXPECT_EQ(LinesOf(contour(1.5, layer)),
+              Texts{"Layer " + layer +
+                    ": the contour at X100 Y100 is open by 1.5 mm, to X100 Y101.5, and is "
+                    "cut as an open route"});
+    EXPECT_EQ(LinesOf(contour(0, layer)), Texts{});
+    EXPECT_EQ(LinesOf(contour(.09, layer)), Texts{}) << "within the tolerance";
+    EXPECT_EQ(LinesOf(contour(12.5, layer)), Texts{}) << "wood stays beside a tool of 12 mm";
+    EXPECT_EQ(LinesOf(contour(1.5, "ROUTE1Z8T71D12")), Texts{}) << "no side";
+}
+
+TEST_F(Doubts, AShortRouteIsNoContour)
+{
+    const std::string panel = Rectangle("BORDER Z18", 10, 20, 600, 400);
+    EXPECT_EQ(LinesOf(Drawing(panel + Line("ROUTE1Z8T71R6", 100, 100, 108, 100))), Texts{});
+    EXPECT_EQ(LinesOf(Drawing(panel + Arc("ROUTE1Z8T71R6", 100, 100, 7, 0, 270))), Texts{});
+}
+
+TEST_F(Doubts, EntitiesDrawnTwice)
+{
+    const std::string panel = Rectangle("BORDER Z18", 10, 20, 600, 400);
+    const std::string layer = "ROUTE1Z8T71";
+    const auto told = [&](const std::string& what) {
+        return Texts{"Layer " + layer + ": the " + what + " is drawn twice and is cut twice"};
+    };
+    const std::string line = Line(layer, 100, 100, 300, 100);
+    EXPECT_EQ(LinesOf(Drawing(panel + line + line)), told("LINE at X100 Y100"));
+    EXPECT_EQ(LinesOf(Drawing(panel + line + Line(layer, 300, 100, 100, 100))), told("LINE at X300 Y100"));
+    const std::string arc = Arc(layer, 100, 100, 50, 0, 90);
+    EXPECT_EQ(LinesOf(Drawing(panel + arc + arc)), told("ARC at X100 Y100"));
+    const std::string circle = Circle(layer, 200, 200, 50);
+    EXPECT_EQ(LinesOf(Drawing(panel + circle + circle)), told("CIRCLE at X200 Y200"));
+    const std::string way = Polyline(layer, {{100, 100}, {300, 100}, {300, 200}});
+    EXPECT_EQ(LinesOf(Drawing(panel + way + way)), told("POLYLINE at X100 Y100"));
+    const std::string light = Lwpolyline(layer, {{100, 100}, {300, 100}, {300, 200}});
+    EXPECT_EQ(LinesOf(Drawing(panel + light + light)), told("POLYLINE at X100 Y100"));
+    const std::string groove = Line("GROOVE Z8", 100, 300, 300, 300);
+    EXPECT_EQ(LinesOf(Drawing(panel + groove + groove)),
+              Texts{"Layer GROOVE Z8: the LINE at X100 Y300 is drawn twice and is cut twice"});
+}
+
+TEST_F(Doubts, NearlyTheSameIsNotDrawnTwice)
+{
+    const std::string panel = Rectangle("BORDER Z18", 10, 20, 600, 400);
+    const std::string line = Line("ROUTE1Z8T71", 100, 100, 300, 100);
+    for (const std::string& other :
+         {Line("ROUTE1Z8T71", 100, 100, 301, 100), Line("ROUTE2Z9T71", 100, 100, 300, 100),
+          Line("NOTES", 100, 100, 300, 100), Polyline("ROUTE1Z8T71", {{100, 100}, {300, 100}})})
+        EXPECT_EQ(LinesOf(Drawing(panel + line + other)), Texts{}) << other;
+    EXPECT_EQ(LinesOf(Drawing(panel + Line("ROUTE1Z8T71$Z9T71", 100, 100, 300, 100))), Texts{})
+        << "two operations of one line";
+    EXPECT_EQ(LinesOf(Drawing(panel + Line("NOTES", 0, 0, 9, 9) + Line("NOTES", 0, 0, 9, 9))), Texts{});
+    EXPECT_EQ(LinesOf(Drawing(panel + Arc("ROUTE1Z8T71", 100, 100, 50, 0, 90) +
+                              Arc("ROUTE1Z8T71", 100, 100, 50, 90, 180))),
+              Texts{});
+}
+
 TEST_F(Doubts, HiddenEntitiesThatChangedThePanel)
 {
     const std::string shown = Rectangle("BORDER Z18", 100, 100, 600, 400);
     const std::string below = Rectangle("BORDER_B Z18", 100, 20, 600, 18);
     const std::string table = LayerTable(LayerRecord("Border_b z18", 1, 7));
     EXPECT_EQ(LinesOf(table + Drawing(shown + below)),
-              Texts{"Layer BORDER_B Z18: 4 entities of the frozen layer changed the panel"});
+              Texts{"Layer BORDER_B Z18: 4 entities of the frozen layer were taken for the panel"});
     EXPECT_EQ(LinesOf(LayerTable(LayerRecord("BORDER_B Z18", 64, -7)) + Drawing(shown + below)),
-              Texts{"Layer BORDER_B Z18: 4 entities of the switched-off layer changed the panel"});
+              Texts{"Layer BORDER_B Z18: 4 entities of the switched-off layer were taken for the panel"});
     EXPECT_EQ(LinesOf(LayerTable(LayerRecord("BORDER_B Z18", 64, 7)) + Drawing(shown + below)), Texts{});
     // The same outline a second time gives nothing new.
     EXPECT_EQ(LinesOf(table + Drawing(shown + Rectangle("BORDER_B Z18", 100, 100, 600, 400))), Texts{});
@@ -158,9 +224,9 @@ TEST_F(Doubts, PaperSpaceThatChangedThePanel)
 {
     const std::string sheet = Pair(67, "1");
     EXPECT_EQ(LinesOf(Drawing(Polyline("BORDER Z18", {{10, 20}, {610, 20}, {610, 420}, {10, 420}}, sheet))),
-              Texts{"Layer BORDER Z18: 1 entity in paper space changed the panel"});
+              Texts{"Layer BORDER Z18: 1 entity in paper space was taken for the panel"});
     EXPECT_EQ(LinesOf(Drawing(Lwpolyline("BORDER Z18", {{10, 20}, {610, 20}, {610, 420}, {10, 420}}, sheet))),
-              Texts{"Layer BORDER Z18: 1 entity in paper space changed the panel"});
+              Texts{"Layer BORDER Z18: 1 entity in paper space was taken for the panel"});
     EXPECT_EQ(
         LinesOf(Drawing(Polyline("BORDER Z18", {{10, 20}, {610, 20}, {610, 420}, {10, 420}}, Pair(67, "0")))),
         Texts{});
@@ -175,7 +241,7 @@ TEST_F(Doubts, HiddenPanelSolid)
     const std::string old = PanelSolid("PANEL OLD", 10, 20, 500, 300, 18);
     const std::string shown = PanelSolid("PANEL", 10, 20, 600, 400, 18);
     EXPECT_EQ(LinesOf(table + Drawing(shown + old)),
-              Texts{"Layer PANEL OLD: 1 entity of the frozen layer changed the panel"});
+              Texts{"Layer PANEL OLD: 1 entity of the frozen layer was taken for the panel"});
     EXPECT_EQ(LinesOf(table + Drawing(old + shown)), Texts{});
 }
 
@@ -236,7 +302,7 @@ TEST_F(Doubts, AMillionBorderLinesAreOneLine)
     for (int i = 0; i < 499'998; ++i)
         lines += one;
     EXPECT_EQ(LinesOf(LayerTable(LayerRecord("BORDER_H Z18", 1, 7)) + Drawing(lines + other)),
-              Texts{"Layer BORDER_H Z18: 1000000 entities of the frozen layer changed the panel"});
+              Texts{"Layer BORDER_H Z18: 1000000 entities of the frozen layer were taken for the panel"});
 }
 
 TEST_F(Doubts, DepthsThatAreCodes)
@@ -368,7 +434,7 @@ TEST_F(Doubts, TablesThatAreCutAreReadAsFarAsTheyGo)
 {
     EXPECT_EQ(LinesOf("0\nSECTION\n2\nTABLES\n0\nLAYER\n2\nBORDER Z18\n70\n1\n" +
                       Drawing(Rectangle("BORDER Z18", 10, 20, 600, 400))),
-              Texts{"Layer BORDER Z18: 4 entities of the frozen layer changed the panel"});
+              Texts{"Layer BORDER Z18: 4 entities of the frozen layer were taken for the panel"});
 }
 
 // Tools

@@ -238,6 +238,99 @@ TEST(LeftOutByOptimizer, DoubleBoresAndBoresWithoutADrill)
         << shop.Home.ReportText();
 }
 
+TEST(LeftOutByOptimizer, ADoubleBoreOfAnotherDepthIsADoubt)
+{
+    Shop shop(Control::Cnc90);
+    Config.Optimizer = "1";
+    shop.Home.Write("DT.Par", FileBytes(SourceFolder / "examples" / "install" / "DT.Par"));
+    EXPECT_TRUE(shop.Home.Convert(Drawing(Panel + Bore + Circle("VBORE Z19", 100.1, 100, 2.5))));
+    const bool first =
+        shop.Home.Reported("Layer VBORE Z19: 1 bore of 19 is not drilled, at its place is one of 12");
+    const bool second =
+        shop.Home.Reported("Layer VBORE Z12: 1 bore of 12 is not drilled, at its place is one of 19");
+    EXPECT_NE(first, second) << shop.Home.ReportText();
+}
+
+// Blocks
+
+std::string Block(const std::string& name, const std::string& entities)
+{
+    return Pair(0, "BLOCK") + Pair(8, "0") + Pair(2, name) + entities + Pair(0, "ENDBLK") + Pair(8, "0");
+}
+std::string Insert(const std::string& name, const std::string& layer = "0")
+{
+    return Entity("INSERT", layer, Pair(2, name) + Pair(10, "100") + Pair(20, "100"));
+}
+
+std::string BlocksOf(const std::string& blocks)
+{
+    return Pair(0, "SECTION") + Pair(2, "BLOCKS") + blocks + Pair(0, "ENDSEC");
+}
+
+struct LeftOutOfBlocks : LeftOut {
+    void ConvertWithBlocks(const std::string& blocks, const std::string& entities)
+    {
+        EXPECT_TRUE(At.Home.Convert(BlocksOf(blocks) + Drawing(Panel + Bore + entities)))
+            << At.Home.ReportText();
+    }
+};
+INSTANTIATE_TEST_SUITE_P(AllControls, LeftOutOfBlocks, testing::Values(Control::Cnc90, Control::Evolution),
+                         [](const auto& named) { return std::string(ShownControl(named.param)); });
+
+TEST_P(LeftOutOfBlocks, WorkInABlockIsTold)
+{
+    ConvertWithBlocks(Block("Hinge", Line("0", 0, 0, 9, 9) + Circle("VBORE_D35", 0, 0, 17.5)),
+                      Insert("HINGE") + Insert("hinge"));
+    ExpectTold("Layer 0: 2 INSERTs are left out, the first block, HINGE, holds a CIRCLE on VBORE_D35");
+}
+
+TEST_P(LeftOutOfBlocks, WorkInABlockOfABlockIsTold)
+{
+    ConvertWithBlocks(Block("PIN", Line("GROOVE", 0, 0, 9, 0)) + Block("SET", Insert("PIN")), Insert("SET"));
+    ExpectTold("Layer 0: 1 INSERT is left out, its block SET holds a LINE on GROOVE");
+}
+
+TEST_P(LeftOutOfBlocks, BlocksWithoutWorkAreSilent)
+{
+    ConvertWithBlocks(
+        Block("FRAME", Line("0", 0, 0, 9, 0) + TextAt("VBORE", 1, 1, "A") + Entity("ELLIPSE", "VBORE")) +
+            Block("LOOP", Insert("LOOP")),
+        Insert("FRAME") + Insert("LOOP") + Insert("MISSING") + Entity("INSERT", "0"));
+    ExpectSilent();
+}
+
+TEST_P(LeftOutOfBlocks, DamagedBlocksAreSilent)
+{
+    for (const std::string& blocks : {Pair(0, "BLOCK"), Pair(0, "BLOCK") + Pair(2, "A") + Pair(0, "CIRCLE"),
+                                      Pair(2, "A") + Pair(8, "VBORE"), std::string("0\nBLOCK\nx\ny\n"),
+                                      Block(std::string(5000, 'B'), Circle("VBORE", 0, 0, 1)),
+                                      Block("A", Block("B", Circle("VBORE", 0, 0, 1)))}) {
+        ConvertWithBlocks(blocks, Insert("A"));
+        ExpectSilent();
+    }
+}
+
+TEST(BlocksOfADrawing, ABorderInABlockIsToldWhereNoBorderIsFound)
+{
+    Shop shop(Control::Cnc90);
+    EXPECT_FALSE(shop.Home.Convert(BlocksOf(Block("PART", Rectangle("BORDER", 0, 0, 600, 400))) +
+                                   Drawing(Insert("PART"))));
+    EXPECT_TRUE(shop.Home.Reported("Layer 0: 1 INSERT is left out, its block PART holds a LINE on BORDER"))
+        << shop.Home.ReportText();
+}
+
+// Names of layers
+
+TEST_P(LeftOutOfAll, ALayerWhoseNameIsCutIsTold)
+{
+    const std::string head = "VBORE_D5_Z12_" + std::string(101, 'A');
+    Convert(Circle(head, 200, 200, 2.5));
+    ExpectSilent();
+    Convert(Circle(head + "_G2", 200, 200, 2.5) + Line(std::string(120, 'N'), 0, 0, 9, 9));
+    ExpectTold("Layer " + head + "_G2: its name has 117 letters, and \"_G2\" is not read");
+    EXPECT_EQ(At.Home.ReportText().find("NNN"), std::string::npos) << "a layer that means nothing";
+}
+
 TEST(LeftOutByMachine, MirrorImagesOfTheHorizontalMachine)
 {
     Shop shop(Control::Cnc90);

@@ -595,7 +595,8 @@ inline void RoutePairs(Records& list, Starts& pockets, const Ends& drawn, Lines&
         } else if (marked && !isPocket && !(c1.Kind == -4 && isMarked)) {
             const std::string open = FaultFrom(drawn, list, i, e);
             if (!IsRestOfAnother(drawn, c1, Nth(list, e)))
-                Tell(told, c1.Pass, c1.X, c1.Y, "is not cleared" + open);
+                Tell(told, c1.Pass, c1.X, c1.Y,
+                     "is not cleared" + (open.empty() ? ", no start mark meets its outline" : open));
         }
         i = e + 1;
     }

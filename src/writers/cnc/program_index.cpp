@@ -227,6 +227,15 @@ std::string PlaceUnderIndex(std::string_view name)
     return "SRG\\" + PlaceByFirstLetter(name);
 }
 
+// Letters behind the last one of an index name are lost, and with them what tells two programs apart.
+void ReportCutName(std::string_view name, const std::string& path)
+{
+    if (name.size() > ProgramNameWidth)
+        Tell(
+            Message::ProgramNameCut,
+            {{"name", name}, {"letters", static_cast<long long>(name.size())}, {"program", ShownPath(path)}});
+}
+
 bool PlaceIndexedProgram(const ProgramPart& part)
 {
     const std::string folder = IndexFolder(part.Output);
@@ -247,6 +256,7 @@ bool PlaceIndexedProgram(const ProgramPart& part)
     HandOverNotes(folder, PlaceByFirstLetter(compactName));
     HandOverName(std::string(TrimRight(programName)));
     NoteWrittenProgram(TrimRight(programName), path);
+    ReportCutName(TrimRight(FileNameOf(part.Name)), path);
     NoteLines(path, part.Lines, part.Contents);
     return true;
 }
