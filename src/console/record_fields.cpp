@@ -399,11 +399,10 @@ Json ShowDrawn(Long drawn)
 {
     Json shown = Json::array();
     for (const Long number : EntitiesOf(drawn)) {
-        const DrawnEntity& entity = DrawnEntities[number];
         Json object = Json::object();
-        object["line"] = entity.Line;
-        if (!entity.Handle.Trimmed().empty())
-            object["handle"] = Utf8FromBytes(entity.Handle.Trimmed());
+        object["line"] = DrawnEntities[number].Line;
+        if (const std::string handle = HandleOf(number); !handle.empty())
+            object["handle"] = Utf8FromBytes(handle);
         shown.push_back(std::move(object));
     }
     return shown;

@@ -81,7 +81,7 @@ std::string LengthText(double millimetres)
 std::string LayerAsDrawn(Long drawn)
 {
     const Long first = drawn > 0 ? drawn : drawn < 0 ? EntitiesOf(drawn).front() : 0;
-    return std::string(NameOfNumber(DrawnEntities[first].Layer));
+    return std::string(NameOfNumber(LookOf(first).Layer));
 }
 
 void TellDoubt(Message number, const DoubtedWork& work, MessageValues values)
@@ -99,7 +99,7 @@ bool IsWrittenAsCode(Long drawn)
 {
     constexpr std::string_view codes = "ABCDEFGI\xDF"; // the last one is that of ZR by now
     const std::vector<Long> entities = EntitiesOf(drawn);
-    const std::string layer = UpperCase(NameOfNumber(DrawnEntities[entities.front()].State));
+    const std::string layer = UpperCase(NameOfNumber(LookOf(entities.front()).State));
     const Long depth = Find(FirstCodePosition(layer), layer, "Z");
     const std::string_view next = depth == 0 ? std::string_view() : Mid(layer, depth + 1, 1);
     return !next.empty() && codes.find(next.front()) != std::string_view::npos;

@@ -76,7 +76,7 @@ Sight SightOf(Long drawn)
         return Sight::PaperSpace;
     if (HiddenLayers.empty())
         return Sight::Shown;
-    const auto layer = HiddenLayers.find(UpperCase(NameOfNumber(DrawnEntities[whole].Layer)));
+    const auto layer = HiddenLayers.find(UpperCase(NameOfNumber(LookOf(whole).Layer)));
     return layer == HiddenLayers.end() ? Sight::Shown : layer->second;
 }
 

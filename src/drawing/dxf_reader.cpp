@@ -520,7 +520,7 @@ bool ReadPair(ReaderState& state)
     if (code == 1)
         TakeText(state, GroupValue(state, raw));
     else if (code == 5)
-        DrawnEntities[DrawnEntities.Last()].Handle = Trim(raw);
+        TakeHandle(Trim(raw));
     else if (code == 8)
         TakeLayer(state, raw);
     else if (code == 67)

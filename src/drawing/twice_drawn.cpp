@@ -14,6 +14,7 @@
 #include "drawing/doubt_lines.h"
 #include "platform/text.h"
 #include "state/drawn_entities.h"
+#include "state/drawn_names.h"
 #include "state/report.h"
 #include "state/run.h"
 
@@ -69,11 +70,20 @@ std::string KeyOf(Long first)
     return key;
 }
 
-bool CanBeCut(const DxfEntity& entity)
+bool CanBeCut(const EntityLook& look)
 {
-    return (entity.Kind == "LINE" || entity.Kind == "ARC" || entity.Kind == "CIRCLE" ||
-            entity.Kind == "POLYLINE") &&
-           IsCut(entity.Layer.Trimmed());
+    const std::string_view kind = NameOfNumber(look.Kind);
+    return (kind == "LINE" || kind == "ARC" || kind == "CIRCLE" || kind == "POLYLINE") &&
+           IsCut(NameOfNumber(look.State));
+}
+
+// By number of the look, since a drawing has many entities and few looks.
+std::vector<bool> LooksToBeCut()
+{
+    std::vector<bool> looks;
+    for (Long number = 0; number <= LastLook(); ++number)
+        looks.push_back(CanBeCut(LookOfNumber(number)));
+    return looks;
 }
 
 void TellTwice(const DxfEntity& entity, Long at)
@@ -92,9 +102,12 @@ void TellTwice(const DxfEntity& entity, Long at)
 void TellDrawnTwice()
 {
     std::unordered_map<std::string, Long> seen; // the whole entity as drawn
+    const std::vector<bool> looks = LooksToBeCut();
+    if (std::find(looks.begin(), looks.end(), true) == looks.end())
+        return;
     for (Long i = 1; i <= Entities.Last(); ++i) {
         const DxfEntity& entity = Entities[i];
-        if (entity.Drawn == 0 || !CanBeCut(entity))
+        if (!looks[static_cast<std::size_t>(DrawnEntities[entity.Drawn].Look)] || IsPart(entity))
             continue;
         const Long drawn = DrawnAs(entity.Drawn);
         const auto [place, isNew] = seen.try_emplace(KeyOf(i), drawn);

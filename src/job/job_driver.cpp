@@ -196,12 +196,12 @@ void ConvertDrawing()
     ResetRun();
     ForgetProgramTraces();
     ForgetMarks();
-    NameDrawnEntities();
     CurrentEntity.SearchNotes = False;
     StageDone("entities");
     // 2. Instructions of the drawing.
     if (!Run.InstructionLayer.empty()) {
         SetMeter(Meter::ReadingInfo, 100);
+        NameDrawnEntities();
         ReadInstructions();
     }
     // 3. and 4. Layer names.

@@ -6,11 +6,10 @@
 #include <array>
 
 #include "ledger/block_work.h"
-#include "ledger/layer_words.h"
 #include "ledger/left_out.h"
+#include "ledger/look_works.h"
 #include "ledger/stage_marks.h"
 #include "state/drawn_entities.h"
-#include "state/drawn_names.h"
 #include "state/run.h"
 #include "writers/program_lines.h"
 
@@ -39,7 +38,7 @@ void CountLine(EntityAnswer& answer, std::size_t program, Long line)
 {
     answer.Fate = EntityFate::Machined;
     if (answer.Lines == 0) {
-        answer.Program = program;
+        answer.Program = static_cast<std::uint32_t>(program);
         answer.FirstLine = line;
     }
     ++answer.Lines;
@@ -107,35 +106,32 @@ bool IsUnreadMtext(std::string_view kind, LayerWork work)
     return kind == "MTEXT" && work == LayerWork::Text;
 }
 
-void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LeftOutRules& rules)
+void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LookWork& look, const LeftOutRules& rules)
 {
-    const DrawnEntity& entity = DrawnEntities[drawn];
-    const std::string_view kind = NameOfNumber(entity.Kind);
-    const LayerWork work = WorkOfLayer(NameOfNumber(entity.State), kind);
-    if (work == LayerWork::Nothing && WorkInBlock(drawn) != nullptr)
+    if (look.Work == LayerWork::Nothing && look.Kind == "INSERT" && WorkInBlock(drawn) != nullptr)
         LeaveBy(answer, Message::BlockHoldsWork);
-    else if (work == LayerWork::Nothing)
+    else if (look.Work == LayerWork::Nothing)
         answer.Fate = EntityFate::MeansNothing;
-    else if (IsTextKind(kind) && !AsksForWork(work))
-        LeaveBy(answer, IsUnreadMtext(kind, work) ? Message::MtextNotRead : Message::TextNotMachined);
-    else if (!AsksForWork(work)) { // a border that no panel was found from has been left out by no rule
+    else if (look.IsText && !look.Asks)
+        LeaveBy(answer,
+                IsUnreadMtext(look.Kind, look.Work) ? Message::MtextNotRead : Message::TextNotMachined);
+    else if (!look.Asks) { // a border that no panel was found from has been left out by no rule
         if (HasReached(RunStage::Operations))
             LeaveBy(answer, Message::KindNotMachined);
     } else if (HasReached(RunStage::Routes))
         LeaveBy(answer, rules.WhyWithoutWork(drawn));
 }
 
-void Judge(EntityAnswer& answer, Long drawn, const LeftOutRules& rules)
+void Judge(EntityAnswer& answer, Long drawn, const LookWork& look, const LeftOutRules& rules)
 {
     if (answer.Fate != EntityFate::Unreached)
         return;
-    if (Run.NoCode != 0 && !HasReached(RunStage::Routes) &&
-        !IsTextKind(NameOfNumber(DrawnEntities[drawn].Kind)))
+    if (Run.NoCode != 0 && !HasReached(RunStage::Routes) && !look.IsText)
         LeaveBy(answer, Message::CodeTurnedOff);
     else if (RunMarks.IsStartMark(drawn))
         answer.Fate = EntityFate::Read;
     else if (!RunMarks.HasRecord(drawn))
-        JudgeWithoutWork(answer, drawn, rules);
+        JudgeWithoutWork(answer, drawn, look, rules);
     else if (HasReached(RunStage::Programs) && Run.RunFailed == False)
         LeaveBy(answer, rules.WhyLeftOut(drawn));
 }
@@ -160,10 +156,11 @@ EntityAnswers AnswersOfRun()
     NoteUncleared(answers);
     MarkBorder(answers);
     MarkTexts(answers);
+    const LookWorks looks;
     const LeftOutRules rules;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
         if (AnswersForItself(drawn))
-            Judge(AnswerOf(answers, drawn), drawn, rules);
+            Judge(AnswerOf(answers, drawn), drawn, looks.Of(drawn), rules);
     return answers;
 }
 

@@ -2,6 +2,7 @@
 // the records and the program lines alone, so that a pass that forgets something is found.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,7 @@
 
 namespace kv {
 
-enum class EntityFate {
+enum class EntityFate : unsigned char {
     Machined,     // lines of a program come from it
     Border,       // the panel was taken from it
     Read,         // a text that set something, or a mark that says where a route begins
@@ -22,12 +23,11 @@ enum class EntityFate {
 std::string FateName(EntityFate fate); // "machined"
 
 struct EntityAnswer {
+    Message Why = Message::None; // of Left, and of Machined where the work is not what the layer asks for
+    std::uint32_t Program = 0;   // of ProgramTraces, of the first line
+    Long FirstLine = 0;          // in that file, from 1
+    Long Lines = 0;              // in all programs
     EntityFate Fate = EntityFate::Unreached;
-    // Of Left, and of Machined where the work is not what the layer asks for; its page says more.
-    Message Why = Message::None;
-    std::size_t Program = 0; // of ProgramTraces, of the first line
-    Long FirstLine = 0;      // in that file, from 1
-    Long Lines = 0;          // in all programs
 };
 
 // By number of the entity, as it stands on each layer state; parts, such as vertices, have no answer of their

@@ -8,6 +8,7 @@
 
 #include "drawing/drawing_facts.h"
 #include "drilling/drill_head.h"
+#include "ledger/look_works.h"
 #include "ledger/stage_marks.h"
 #include "platform/text.h"
 #include "state/drawn_entities.h"
@@ -33,11 +34,11 @@ class KindCounts {
   public:
     void Add(Long drawn, const EntityAnswer& answer)
     {
-        const DrawnEntity& entity = DrawnEntities[drawn];
-        const auto [place, isNew] = Places.try_emplace({entity.Kind, answer.Fate, answer.Why}, Kinds.size());
+        const Long kind = LookOf(drawn).Kind;
+        const auto [place, isNew] = Places.try_emplace({kind, answer.Fate, answer.Why}, Kinds.size());
         if (isNew)
-            Kinds.push_back({Shown(entity.Kind), 0, answer.Fate, answer.Why, entity.Line,
-                             std::string(entity.Handle.Trimmed())});
+            Kinds.push_back(
+                {Shown(kind), 0, answer.Fate, answer.Why, DrawnEntities[drawn].Line, HandleOf(drawn)});
         ++Kinds[place->second].Count;
     }
     std::vector<ExplainedKind> Kinds;
@@ -62,7 +63,7 @@ std::vector<LayerCounts> CountLayers(const EntityAnswers& answers)
     std::map<Long, std::size_t> layerPlaces;
     std::map<std::pair<Long, Long>, std::size_t> statePlaces;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
-        const DrawnEntity& entity = DrawnEntities[drawn];
+        const EntityLook& entity = LookOf(drawn);
         if (!AnswersForItself(drawn) || NameOfNumber(entity.Kind) == "SEQEND")
             continue;
         const auto [layer, isNewLayer] = layerPlaces.try_emplace(entity.Layer, layers.size());
@@ -137,10 +138,10 @@ ExplainedPanel PanelOfRun()
     std::set<Long> seen;
     for (const Long drawn : Run.BorderDrawn)
         if (const Long whole = WholeOf(drawn); seen.insert(whole).second)
-            kinds.Add(whole, {EntityFate::Border, Message::None, 0, 0, 0});
+            kinds.Add(whole, {.Fate = EntityFate::Border});
     panel.From = kinds.Kinds;
     if (!seen.empty())
-        panel.BorderLayer = Shown(DrawnEntities[*seen.begin()].Layer);
+        panel.BorderLayer = Shown(LookOf(*seen.begin()).Layer);
     return panel;
 }
 
@@ -237,15 +238,13 @@ void ExplainPrograms(Explanation& explanation, const EntityAnswers& answers)
 // Whole entities as drawn; one that became work by any of its operations counts.
 void CountWork(Explanation& explanation, const EntityAnswers& answers)
 {
+    const LookWorks looks;
     std::set<Long> asking, worked;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
-        const DrawnEntity& entity = DrawnEntities[drawn];
-        const std::string_view kind = NameOfNumber(entity.Kind);
-        if (!AnswersForItself(drawn) || kind == "SEQEND" || IsTextKind(kind))
+        const LookWork& look = looks.Of(drawn);
+        if (!look.Asks || !AnswersForItself(drawn) || look.Kind == "SEQEND" || look.IsText)
             continue;
         const EntityAnswer& answer = answers[static_cast<std::size_t>(drawn)];
-        if (!AsksForWork(WorkOfLayer(NameOfNumber(entity.State), kind)))
-            continue;
         asking.insert(DrawnAs(drawn));
         if ((answer.Fate == EntityFate::Machined && answer.Why == Message::None) ||
             answer.Fate == EntityFate::Read)

@@ -10,6 +10,7 @@
 #include "ledger/block_work.h"
 #include "ledger/layer_words.h"
 #include "ledger/left_out.h"
+#include "ledger/look_works.h"
 #include "ledger/stage_marks.h"
 #include "platform/text.h"
 #include "state/drawn_entities.h"
@@ -49,7 +50,7 @@ class LeftGroups {
   public:
     void Add(Message rule, Long drawn)
     {
-        const DrawnEntity& entity = DrawnEntities[drawn];
+        const EntityLook& entity = LookOf(drawn);
         const Long kind = SplitsKinds(rule) ? entity.Kind : 0;
         const auto [place, isNew] = Places.try_emplace({rule, entity.Layer, kind}, Groups.size());
         if (isNew)
@@ -153,33 +154,30 @@ class LayerDoubts {
     const Doubts* LastDoubts = nullptr;
 };
 
-bool IsReportedHere(const EntityAnswer& answer, Long drawn)
+bool IsReportedHere(const EntityAnswer& answer, Long drawn, const LookWork& look)
 {
-    const DrawnEntity& entity = DrawnEntities[drawn];
-    if (answer.Why == Message::MtextNotRead)
-        return entity.CopyOf == 0;
-    if (answer.Why == Message::BlockHoldsWork)
-        return entity.CopyOf == 0;
-    return answer.Fate == EntityFate::Left && IsOwnRule(answer.Why) &&
-           AsksForWork(WorkOfLayer(NameOfNumber(entity.State), NameOfNumber(entity.Kind)));
+    if (answer.Why == Message::MtextNotRead || answer.Why == Message::BlockHoldsWork)
+        return CopyOf(drawn) == 0;
+    return answer.Fate == EntityFate::Left && IsOwnRule(answer.Why) && look.Asks;
 }
 
 LeftGroups GroupsOf(const EntityAnswers& answers)
 {
     LeftGroups groups;
     LayerDoubts layers;
+    const LookWorks looks;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
         const EntityAnswer& answer = answers[static_cast<std::size_t>(drawn)];
         if (!AnswersForItself(drawn))
             continue;
-        const DrawnEntity& entity = DrawnEntities[drawn];
-        const bool isCopy = entity.CopyOf != 0;
-        if (!isCopy && answer.Fate != EntityFate::MeansNothing && layers.IsCut(entity.Layer))
+        const LookWork& look = looks.Of(drawn);
+        const Long layer = LookOf(drawn).Layer;
+        const bool isCopy = CopyOf(drawn) != 0;
+        if (!isCopy && answer.Fate != EntityFate::MeansNothing && layers.IsCut(layer))
             groups.Add(Message::LayerNameCut, drawn);
-        if (answer.Fate == EntityFate::MeansNothing && !isCopy && !IsTextKind(NameOfNumber(entity.Kind)) &&
-            layers.IsNearWord(entity.Layer))
+        if (answer.Fate == EntityFate::MeansNothing && !isCopy && !look.IsText && layers.IsNearWord(layer))
             groups.Add(Message::LayerNearWord, drawn);
-        else if (IsReportedHere(answer, drawn))
+        else if (IsReportedHere(answer, drawn, look))
             groups.Add(answer.Why, drawn);
     }
     return groups;

@@ -25,7 +25,7 @@ constexpr Int Evolution = 2; // control system
 // As messages name it.
 std::string ReportedLayer(Long drawn)
 {
-    return ShownLayer(NameOfNumber(DrawnEntities[drawn].State));
+    return ShownLayer(NameOfNumber(LookOf(drawn).State));
 }
 
 // The first of the messages that was told about the entity's layer.
@@ -150,9 +150,9 @@ LeftOutRules::LeftOutRules()
 
 Message LeftOutRules::WhyNotAfterOperations(Long drawn) const
 {
-    const DrawnEntity& entity = DrawnEntities[drawn];
-    const std::string_view kind = NameOfNumber(entity.Kind);
-    switch (WorkOfLayer(NameOfNumber(entity.State), kind)) {
+    const EntityLook& look = LookOf(drawn);
+    const std::string_view kind = NameOfNumber(look.Kind);
+    switch (WorkOfLayer(NameOfNumber(look.State), kind)) {
     case LayerWork::EdgeBore:
         if (kind == "CIRCLE")
             return Message::EdgeBoreInNoView;
@@ -210,10 +210,10 @@ Message LeftOutRules::WhyLeftOut(Long drawn) const
 
 Message LeftOutRules::WhyWithoutWork(Long drawn) const
 {
-    const std::string_view kind = NameOfNumber(DrawnEntities[drawn].Kind);
+    const std::string_view kind = NameOfNumber(LookOf(drawn).Kind);
     if (IsTextKind(kind))
         return Message::TextNotMachined;
-    const LayerWork work = WorkOfLayer(NameOfNumber(DrawnEntities[drawn].State), kind);
+    const LayerWork work = WorkOfLayer(NameOfNumber(LookOf(drawn).State), kind);
     if (work == LayerWork::Route || work == LayerWork::Pocket) {
         const Message told = ToldAbout(
             drawn, {Message::EntitiesInEdgePlane, Message::LinesWithoutLength, Message::ArcsWithoutLength,

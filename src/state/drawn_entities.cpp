@@ -2,6 +2,8 @@
 #include "state/drawn_entities.h"
 
 #include <algorithm>
+#include <map>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/text.h"
@@ -15,6 +17,23 @@ RecordArray<DrawnEntity> DrawnEntities;
 namespace {
 
 std::vector<std::vector<Long>> Sets; // that of number -1 first
+
+constexpr char LongHandle = '\x01'; // in front: the handle stands in LongHandles
+constexpr std::size_t MostHandle = 16;
+std::unordered_map<Long, std::string> LongHandles; // of entities as drawn
+
+std::vector<EntityLook> Looks(1);
+std::map<EntityLook, Long> LookNumbers;
+std::vector<Long> Originals; // of the entities from FirstCopy on
+Long FirstCopy = 0;          // 0: none
+
+Long NumberOfLook(const EntityLook& look)
+{
+    const auto [number, isNew] = LookNumbers.try_emplace(look, static_cast<Long>(Looks.size()));
+    if (isNew)
+        Looks.push_back(look);
+    return number->second;
+}
 
 void AppendEntities(Long drawn, std::vector<Long>& entities)
 {
@@ -32,44 +51,116 @@ void ForgetDrawnEntities()
 {
     DrawnEntities.Clear();
     Sets.clear();
+    LongHandles.clear();
+    Looks.assign(1, {});
+    LookNumbers.clear();
+    Originals.clear();
+    FirstCopy = 0;
 }
+
+const EntityLook& LookOfNumber(Long number)
+{
+    return Looks[static_cast<std::size_t>(number)];
+}
+
+const EntityLook& LookOf(Long drawn)
+{
+    return LookOfNumber(DrawnEntities[drawn].Look);
+}
+
+Long LastLook()
+{
+    return static_cast<Long>(Looks.size()) - 1;
+}
+
+void TakeHandle(std::string_view handle)
+{
+    const Long drawn = DrawnEntities.Last();
+    Text<8>& kept = DrawnEntities[drawn].Handle;
+    if (handle.size() <= kept.Padded().size()) {
+        kept = handle;
+        return;
+    }
+    kept = std::string(1, LongHandle);
+    LongHandles[drawn] = handle.substr(0, MostHandle);
+}
+
+std::string HandleOf(Long drawn)
+{
+    const std::string_view kept = DrawnEntities[drawn].Handle.Trimmed();
+    if (kept.empty() || kept.front() != LongHandle)
+        return std::string(kept);
+    const Long first = CopyOf(drawn);
+    const auto handle = LongHandles.find(first != 0 ? first : drawn);
+    return handle == LongHandles.end() ? std::string() : handle->second;
+}
+
+Long CopyOf(Long drawn)
+{
+    return FirstCopy == 0 || drawn < FirstCopy ? 0 : Originals[static_cast<std::size_t>(drawn - FirstCopy)];
+}
+
+namespace {
+
+// The look of an entity as it is drawn. Neighbours mostly look alike.
+class DrawnLooks {
+  public:
+    Long Of(const DxfEntity& entity)
+    {
+        if (Last == nullptr || Last->LayerName != entity.LayerName || Last->KindName != entity.KindName ||
+            !(Last->Kind == entity.Kind)) {
+            const Long kind = entity.KindName != 0 ? entity.KindName : NumberOfName(entity.Kind.Trimmed());
+            LastLook = NumberOfLook({kind, entity.LayerName, 0, 0});
+        }
+        Last = &entity;
+        return LastLook;
+    }
+
+  private:
+    const DxfEntity* Last = nullptr;
+    Long LastLook = 0;
+};
+
+} // namespace
 
 void NameDrawnEntities()
 {
-    Text<10> kind; // neighbours mostly share a kind
-    Long kindNumber = 0;
-    for (const DxfEntity& entity : Entities) {
-        DrawnEntity& drawn = DrawnEntities[entity.Drawn];
-        if (entity.Drawn == 0 || drawn.Kind != 0)
-            continue;
-        if (!(entity.Kind == kind)) {
-            kind = entity.Kind;
-            kindNumber = NumberOfName(kind.Trimmed());
-        }
-        drawn.Kind = entity.KindName != 0 ? entity.KindName : kindNumber;
-        drawn.Layer = entity.LayerName;
-    }
+    DrawnLooks looks;
+    for (const DxfEntity& entity : Entities)
+        if (DrawnEntity& drawn = DrawnEntities[entity.Drawn]; entity.Drawn != 0 && drawn.Look == 0)
+            drawn.Look = looks.Of(entity);
 }
 
-// Entities of one name mostly have one state: the last one of the name is asked first.
+// Entities of one look mostly have one state: the last one of the look is asked first.
 void NameLayerStates()
 {
-    std::vector<Long> lastOfName; // entities, by the number of their name
+    struct Known {
+        Long Entity = 0;              // the last one of a look
+        Long Look = 0, LayerName = 0; // what became of it
+    };
+    std::vector<Known> lastOfLook; // by the look before
+    DrawnLooks looks;
     for (Long i = 1; i <= Entities.Last(); ++i) {
         const DxfEntity& entity = Entities[i];
-        const auto name = static_cast<std::size_t>(entity.LayerName);
-        if (name >= lastOfName.size())
-            lastOfName.resize(name + 1);
-        const Long last = std::exchange(lastOfName[name], i);
-        Long number = 0;
-        if (last != 0 && Entities[last].Layer == entity.Layer) {
-            number = DrawnEntities[Entities[last].Drawn].State;
-        } else {
-            number = NumberOfName(entity.Layer.Trimmed());
+        if (entity.Drawn == 0)
+            continue;
+        DrawnEntity& drawn = DrawnEntities[entity.Drawn];
+        const Long before = drawn.Look != 0 ? drawn.Look : looks.Of(entity);
+        const auto place = static_cast<std::size_t>(before);
+        if (place >= lastOfLook.size())
+            lastOfLook.resize(place + 1);
+        Known& known = lastOfLook[place];
+        if (known.Entity == 0 || known.LayerName != entity.LayerName ||
+            !(Entities[known.Entity].Layer == entity.Layer)) {
+            EntityLook named = LookOfNumber(before);
+            named.State = NumberOfName(entity.Layer.Trimmed());
+            named.Named = entity.LayerName;
             NoteDrawnLayer(entity.Layer.Trimmed(), entity.LayerName);
+            known.Look = NumberOfLook(named);
+            known.LayerName = entity.LayerName;
         }
-        DrawnEntities[entity.Drawn].State = number; // that of number 0 is nobody's
-        DrawnEntities[entity.Drawn].Named = entity.LayerName;
+        known.Entity = i;
+        drawn.Look = known.Look;
     }
 }
 
@@ -82,7 +173,7 @@ Long WholeOf(Long drawn)
 Long DrawnAs(Long drawn)
 {
     const Long whole = WholeOf(drawn);
-    const Long first = DrawnEntities[whole].CopyOf;
+    const Long first = CopyOf(whole);
     return first != 0 ? first : whole;
 }
 
@@ -95,11 +186,13 @@ Long DrawnCopies::Of(Long drawn)
     DrawnEntity copy = DrawnEntities[drawn];
     if (copy.Owner != 0 && copy.Owner == Whole)
         copy.Owner = CopyOfWhole;
-    if (copy.CopyOf == 0)
-        copy.CopyOf = drawn;
+    const Long first = CopyOf(drawn);
     DrawnEntities.Append(copy);
     Last = drawn;
     CopyOfLast = DrawnEntities.Last();
+    if (FirstCopy == 0)
+        FirstCopy = CopyOfLast;
+    Originals.push_back(first != 0 ? first : drawn);
     if (copy.Owner == 0) {
         Whole = Last;
         CopyOfWhole = CopyOfLast;
@@ -109,12 +202,12 @@ Long DrawnCopies::Of(Long drawn)
 
 std::string DrawnLayerOf(Long drawn)
 {
-    return std::string(NameOfNumber(DrawnEntities[drawn].Layer));
+    return std::string(NameOfNumber(LookOf(drawn).Layer));
 }
 
 std::string DrawnKindOf(Long drawn)
 {
-    return std::string(NameOfNumber(DrawnEntities[drawn].Kind));
+    return std::string(NameOfNumber(LookOf(drawn).Kind));
 }
 
 MessageValues WithPlace(MessageValues values, Long drawn)
@@ -123,10 +216,10 @@ MessageValues WithPlace(MessageValues values, Long drawn)
     if (entities.empty())
         return values;
     // Who draws picks the polyline, not its vertex.
-    const DrawnEntity& first = DrawnEntities[WholeOf(entities.front())];
-    values.emplace_back("line", static_cast<long long>(first.Line));
-    if (!first.Handle.Trimmed().empty())
-        values.emplace_back("handle", first.Handle.Trimmed());
+    const Long first = WholeOf(entities.front());
+    values.emplace_back("line", static_cast<long long>(DrawnEntities[first].Line));
+    if (const std::string handle = HandleOf(first); !handle.empty())
+        values.emplace_back("handle", handle);
     return values;
 }
 

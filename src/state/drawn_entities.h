@@ -3,8 +3,10 @@
 // for all of them.
 #pragma once
 
+#include <compare>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/numbers.h"
@@ -13,25 +15,40 @@
 
 namespace kv {
 
+// Kept small, since a drawing may have a million entities that mean nothing.
 struct DrawnEntity {
-    Long Line = 0;   // of the file, where its kind stands
-    Long Owner = 0;  // the polyline of a vertex; 0: none
-    Text<16> Handle; // group 5, as written; blank where the drawing gives none
-    Long Kind = 0;   // numbers of names, as the drawing spells them
-    Long Layer = 0;
-    // An entity whose layer asks for several operations stands in the list once for each of them.
-    Long CopyOf = 0; // the one as drawn; 0: this one is
-    Long State = 0;  // number of its layer's name as the passes know it
-    Long Named = 0;  // that of the name by which an instruction renames its layer, else of the layer's own
+    Long Line = 0;  // of the file, where its kind stands
+    Long Owner = 0; // the polyline of a vertex; 0: none
+    Long Look = 0;  // number of its kind and layer
+    Text<8> Handle; // see HandleOf
 };
 extern RecordArray<DrawnEntity> DrawnEntities; // from 1, in the order of the file
 
+// What many entities share: numbers of names, as the drawing spells them.
+struct EntityLook {
+    Long Kind = 0;
+    Long Layer = 0;
+    Long State = 0; // of its layer's name as the passes know it
+    Long Named = 0; // of the name by which an instruction renames its layer, else of the layer's own
+    auto operator<=>(const EntityLook&) const = default;
+};
+const EntityLook& LookOf(Long drawn);
+Long LastLook(); // looks are numbered from 0, which has no names
+const EntityLook& LookOfNumber(Long number);
+// Group 5, as written, up to 16 characters; empty where the drawing gives none.
+std::string HandleOf(Long drawn);
+// Of the entity that was read last.
+void TakeHandle(std::string_view handle);
+// An entity whose layer asks for several operations stands in the list once for each of them. The one as
+// drawn; 0: this one is.
+Long CopyOf(Long drawn);
+
 // Before a drawing is read.
 void ForgetDrawnEntities();
-// Kinds and layers of all, from Entities as they were read.
+// Kinds and layers of all, from Entities as they were read. Needed where instructions may rename layers.
 void NameDrawnEntities();
-// The layers of all, from Entities as the layer rules have rewritten them; notes which layer as drawn each
-// comes from.
+// The layers of all, from Entities as the layer rules have rewritten them, and kinds and layers of those that
+// have none yet; notes which layer as drawn each comes from.
 void NameLayerStates();
 // The entity whose part it is, a vertex's polyline say, in the same operation.
 Long WholeOf(Long drawn);

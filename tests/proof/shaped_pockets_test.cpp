@@ -93,7 +93,7 @@ TEST_F(ShapedPocket, EllStaysARouteWithoutTheSetting)
 {
     for (const std::string told : {"", "told", "Told"}) {
         Config.Pockets = told;
-        ExpectUncleared(Path(Ell), Told("X100 Y100", "is not cleared"));
+        ExpectUncleared(Path(Ell), Told("X100 Y100", "is not cleared, no start mark meets its outline"));
     }
 }
 
@@ -102,7 +102,7 @@ TEST_F(ShapedPocket, AnotherWordIsReportedAndTakenAsTold)
     Config.Pockets = "all";
     Home.Convert(Drawing(Panel + Path(Ell)));
     EXPECT_TRUE(Home.Reported("Setting Pockets: \"all\" is neither told nor any, told is taken"));
-    EXPECT_TRUE(Home.Reported(Told("X100 Y100", "is not cleared")));
+    EXPECT_TRUE(Home.Reported(Told("X100 Y100", "is not cleared, no start mark meets its outline")));
 }
 
 TEST_F(ShapedPocket, RectangleRoundedRectangleAndCircleGoTheSameWay)

@@ -207,7 +207,7 @@ TEST_F(BadPockets, OpenOutlinesInOtherForms)
 TEST_F(BadPockets, MarkOutsideOfItsOutline)
 {
     EXPECT_EQ(ToldOf(Box + StartMark(50, 50, 60, 60)),
-              (Texts{"X50 Y50 is not cleared", "X100 Y100 is not cleared"}));
+              (Texts{"X50 Y50 is not cleared", "X100 Y100 is not cleared, no start mark meets its outline"}));
     ExpectRoute({{100, 100}, {200, 100}, {200, 160}, {100, 160}, {100, 100}}, "G42R3X100Y100Z5");
 }
 

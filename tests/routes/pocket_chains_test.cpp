@@ -165,7 +165,7 @@ TEST_F(PocketChains, PocketWhoseMarkBecameALineStaysARouteAndIsTold)
     outline[0].Kind = -1;
     outline[1].Kind = 1;
     EXPECT_EQ(rows::Difference(Excavate(outline), outline), "");
-    EXPECT_EQ(Lines, NotClearedLine);
+    EXPECT_EQ(Lines, Texts{rows::WithoutMark("X100 Y100")});
 }
 
 TEST_F(PocketChains, TinyPitchEndsAtTheLimitOfTheList)

@@ -138,6 +138,10 @@ inline std::string NotCleared(std::string_view place)
 {
     return Told(place, "is not cleared");
 }
+inline std::string WithoutMark(std::string_view place)
+{
+    return Told(place, "is not cleared, no start mark meets its outline");
+}
 inline std::string NoRectangle(std::string_view place)
 {
     return Told(place, "is not cleared, its outline is no rectangle");
