@@ -19,9 +19,14 @@ int WorkForPool(const CommandLine& line);
 int ExplainMessage(const CommandLine& line);
 // What became of each entity of the drawings; nothing is written.
 int ExplainDrawings(const CommandLine& line);
+// Pictures of programs, and of those of drawings; nothing but the pictures is written.
+int DrawPrograms(const CommandLine& line);
 // The unattended mode, until its switches or a signal end it. Loads the settings itself.
 int WatchFolders(const CommandLine& line);
 
+// The output name for a job whose programs stay in memory. An installation without a program folder has no
+// programs, but its drawings can be looked at all the same: as if they went to the drawing's own folder.
+std::string OutputInMemory(const std::string& drawing, const CommandLine& line);
 // One drawing through the conversion, by its path as typed and the output name of its job line
 // (empty: none). Gives what became of it: "converted", "nothing" (it ended well without a program), "failed"
 // or "aborted".

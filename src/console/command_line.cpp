@@ -71,6 +71,19 @@ constexpr const char* ExplainFooter = "\nDRAWING is converted in memory and noth
                                       "status: 0, or 1 when a drawing could not\n"
                                       "be converted.";
 
+constexpr const char* DrawText = "Draws what programs make the machine do.";
+constexpr const char* DrawFooter =
+    "\nWHAT is a program of any control, or a DXF drawing: that is converted in memory, nothing is placed, "
+    "and\n"
+    "its programs are drawn. The face of the panel is drawn with its edges folded out beside it: bores in\n"
+    "their diameter (filled through the panel, pale where they are not), saw cuts in their width, routes as\n"
+    "what the tool sweeps, with leads, directions and rapid ways.\n"
+    "FILE.svg is one picture (of further programs FILE-2.svg and so on), FILE.html a page with all of them,\n"
+    "a slider over the program's lines, a legend and the text.\n"
+    "Diameters that a program does not name are taken from DT.Par and Tools.cfg of the program's folder.\n"
+    "A line that is not understood is named on standard error, and the rest is drawn. Exit status: 0, or 1\n"
+    "when something could not be read, understood or written.";
+
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
     "\nLooks every 500 ms for Temp.DXF or BATCH.LST in the source folders, runs what the settings allow and\n"
@@ -196,6 +209,37 @@ void AddExplain(CLI::App& app, CommandLine& line, Words& words)
     AddConditions(*explain, line, words);
 }
 
+void AddDraw(CLI::App& app, CommandLine& line, Words& words)
+{
+    CLI::App* const draw = app.add_subcommand("draw", DrawText);
+    draw->footer(DrawFooter);
+    draw->add_option("WHAT", line.Drawings, "Programs, or DXF drawings by their names with .DXF")->required();
+    draw->add_option("-o,--output", line.Output, "The picture: FILE.svg or FILE.html")
+        ->type_name("FILE")
+        ->required();
+    draw->add_option("--origin", line.Origin,
+                     "Corner that a program counts from, where it does not say so (Genesis Evolution, HBD)")
+        ->check(CLI::IsMember({"LL", "UL", "UR", "LR"}))
+        ->capture_default_str();
+    draw->add_option("--edge", line.HbdEdge, "Edge that a program of the horizontal drilling machine drills")
+        ->type_name("N")
+        ->check(CLI::Range(1, 4))
+        ->capture_default_str();
+    draw->add_option("--system", words.System,
+                     "Machine control for drawings, instead of the one in the settings")
+        ->check(CLI::IsMember({"cnc90", "genesis", "evolution"}));
+    draw->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+}
+
+bool IsPictureFile(std::string name)
+{
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return name.ends_with(".svg") || name.ends_with(".html") || name.ends_with(".htm");
+}
+
 void AddWatch(CLI::App& app, CommandLine& line)
 {
     CLI::App* const watch = app.add_subcommand("watch", WatchText);
@@ -274,6 +318,8 @@ Call CallOf(const CLI::App& app)
         return Call::Work;
     if (app.got_subcommand("explain"))
         return Call::Explain;
+    if (app.got_subcommand("draw"))
+        return Call::Draw;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
 }
 
@@ -295,6 +341,8 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
     std::string cause;
     if (call == Call::Explain)
         cause = TakeExplained(words.Explained, line);
+    if (call == Call::Draw && !IsPictureFile(line.Output))
+        cause = "-o of draw is FILE.svg or FILE.html, not \"" + line.Output + "\"";
     if (call == Call::Trace)
         cause = TakeStages(line.After);
     if (cause.empty())
@@ -318,11 +366,9 @@ void TellUsage(std::string_view cause, Call call)
         Call Asked;
         const char* Name;
     };
-    constexpr NameRow names[] = {{Call::Convert, " convert"},
-                                 {Call::Place, " place"},
-                                 {Call::Trace, " trace"},
-                                 {Call::Explain, " explain"},
-                                 {Call::Watch, " watch"}};
+    constexpr NameRow names[] = {{Call::Convert, " convert"}, {Call::Place, " place"},
+                                 {Call::Trace, " trace"},     {Call::Explain, " explain"},
+                                 {Call::Draw, " draw"},       {Call::Watch, " watch"}};
     std::string text = "korvanti: ";
     text += cause;
     text += "\nkorvanti";
@@ -348,6 +394,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     AddWork(app, line);
     AddTrace(app, line, words);
     AddExplain(app, line, words);
+    AddDraw(app, line, words);
     AddWatch(app, line);
     try {
         std::reverse(typed.begin(), typed.end()); // taken from the back

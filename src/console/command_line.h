@@ -14,6 +14,7 @@ enum class Call {
     Place,
     Trace,
     Explain,
+    Draw,
     Watch,
     Work
 }; // None: help or version was shown, or the usage was wrong
@@ -43,6 +44,8 @@ struct CommandLine {
     long long Explained = 0;           // number of a message
     bool ListsMessages = false;        // all of them instead
     std::string Page;                  // HTML file of explained drawings, as typed
+    std::string Origin = "LL";         // corner that a drawn program counts from, where it does not say so
+    int HbdEdge = 1;                   // that a drawn program of the horizontal drilling machine drills
     std::vector<std::string> Switches; // of the unattended mode, as typed
 };
 

@@ -11,7 +11,6 @@
 #include "platform/terminal.h"
 #include "platform/text.h"
 #include "state/settings.h"
-#include "writers/output_names.h"
 #include "writers/output_steps.h"
 
 namespace kv {
@@ -24,17 +23,6 @@ void KeepExplanation(std::string_view stage)
 {
     if (stage == "layers" || stage == "operations" || stage == "programs")
         Explained = ExplanationOfRun();
-}
-
-// An installation without a program folder has no programs, but the drawing can be explained all the same: as
-// if they went to its own folder.
-std::string OutputOf(const std::string& drawing, const CommandLine& line)
-{
-    if (!line.Output.empty())
-        return OutputName(line.Output);
-    if (Trim(ProgramFolder(SystemOfJob(line.System))).empty())
-        return WithBackslash(FolderOf(FromHostPath(drawing)));
-    return {};
 }
 
 // The page replaces an older one whole. False: told on standard error.
@@ -67,7 +55,7 @@ int ExplainDrawings(const CommandLine& line)
     int status = ExitConverted;
     for (const std::string& drawing : line.Drawings) {
         Explained = {};
-        const std::string outcome = RunJob(drawing, OutputOf(drawing, line), line.System);
+        const std::string outcome = RunJob(drawing, OutputInMemory(drawing, line), line.System);
         EraseProgress();
         ExplainedDrawing shown{drawing, outcome, std::move(Explained), TakeRows()};
         if (outcome != "converted") {

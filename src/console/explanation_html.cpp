@@ -19,6 +19,7 @@ h1 { font-size: 1.35rem; overflow-wrap: anywhere; } h2 { font-size: 1.05rem; mar
 table { border-collapse: collapse; width: 100%; }
 td, th { border-top: 1px solid var(--edge); padding: .35rem .5rem; text-align: left; vertical-align: top;
   overflow-wrap: anywhere; }
+.number { overflow-wrap: normal; white-space: nowrap; } .layer { min-width: 9rem; }
 .doubt { color: var(--doubt); } .good { color: var(--good); } .sum { font-weight: 600; }
 article + article { border-top: 3px solid var(--edge); margin-top: 2rem; }
 </style></head><body>
@@ -56,11 +57,11 @@ std::string Cell(std::string_view ansi, std::string_view style = {})
     return cell + ">" + Escaped(ansi) + "</td>";
 }
 
-std::string_view FateStyle(EntityFate fate)
+std::string_view FateStyle(const ExplainedKind& kind)
 {
-    switch (fate) {
+    switch (kind.Fate) {
     case EntityFate::Machined:
-        return "good";
+        return kind.Why == Message::None ? "good" : "doubt";
     case EntityFate::Left:
     case EntityFate::Lost:
     case EntityFate::Unreached:
@@ -80,11 +81,11 @@ std::string LayerRows(const ExplainedLayer& layer)
         std::string entities;
         for (const ExplainedKind& kind : state.Kinds) {
             entities += "<div";
-            if (const std::string_view style = FateStyle(kind.Fate); !style.empty())
+            if (const std::string_view style = FateStyle(kind); !style.empty())
                 entities += " class=\"" + std::string(style) + "\"";
             entities += ">" + Escaped(KindSentence(kind)) + "</div>";
         }
-        rows += "<tr>" + Cell(layer.Name) +
+        rows += "<tr>" + Cell(layer.Name, "layer") +
                 Cell(StateTitle(layer, state), layer.Nearest.empty() ? "" : "doubt") +
                 Cell(ValuesSentence(state)) + "<td>" + entities + "</td></tr>\n";
     }
@@ -111,7 +112,7 @@ std::string DoubtRows(const std::vector<ReportRow>& report)
         const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
         if (page == nullptr || !NeedsAttention(*page))
             continue;
-        rows += "<tr>" + Cell(WholeText(static_cast<long long>(page->Number))) +
+        rows += "<tr>" + Cell(WholeText(static_cast<long long>(page->Number)), "number") +
                 Cell(row.Text + PlaceSentence(row.Line), "doubt") + Cell(page->Cure) + "</tr>\n";
     }
     return rows;

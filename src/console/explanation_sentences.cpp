@@ -107,8 +107,7 @@ std::string SumSentence(const Explanation& explanation)
     if (!explanation.IsWhole)
         return "The conversion ended before the programs were written.";
     return WholeText(explanation.Worked) + " of " + WholeText(explanation.Asking) +
-           (explanation.Asking == 1 ? " entity" : " entities") +
-           " on machined layers became work.";
+           (explanation.Asking == 1 ? " entity" : " entities") + " on machined layers became work.";
 }
 
 std::string PlaceSentence(const MessageLine& line)

@@ -11,6 +11,7 @@
 #include "platform/text.h"
 #include "state/run.h"
 #include "state/settings.h"
+#include "writers/output_names.h"
 
 namespace kv {
 
@@ -24,6 +25,15 @@ constexpr const char* NotNameable = "; its name holds a letter that Windows-1252
 Int SystemOfJob(int system)
 {
     return system == SystemOfSettings ? SelectedSystem() : static_cast<Int>(system);
+}
+
+std::string OutputInMemory(const std::string& drawing, const CommandLine& line)
+{
+    if (!line.Output.empty() && line.Asked != Call::Draw)
+        return OutputName(line.Output);
+    if (Trim(ProgramFolder(SystemOfJob(line.System))).empty())
+        return WithBackslash(FolderOf(FromHostPath(drawing)));
+    return {};
 }
 
 std::string RunJob(const std::string& drawing, std::string_view outputName, int system)

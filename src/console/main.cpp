@@ -39,6 +39,8 @@ int MakeCall(const CommandLine& line)
         return PlaceStages(line);
     if (line.Asked == Call::Explain)
         return ExplainDrawings(line);
+    if (line.Asked == Call::Draw)
+        return DrawPrograms(line);
     return line.Asked == Call::Trace ? TraceDrawings(line) : ConvertDrawings(line);
 }
 

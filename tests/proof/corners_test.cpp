@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "machine/cnc_reader.h"
+#include "machine/evolution_reader.h"
+#include "machine/text_lines.h"
 #include "state/run.h"
 #include "state/settings.h"
-#include "support/machine/cnc_reader.h"
-#include "support/machine/evolution_reader.h"
-#include "support/machine/program_lines.h"
-#include "support/machine/same_steps.h"
+#include "support/same_steps.h"
 #include "support/scene.h"
 #include "support/source_files.h"
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
 namespace kv::test::ways {
 

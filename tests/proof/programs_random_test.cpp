@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "machine/cnc_reader.h"
+#include "machine/evolution_reader.h"
+#include "machine/text_lines.h"
 #include "routes/random_routes.h"
-#include "support/machine/cnc_reader.h"
-#include "support/machine/evolution_reader.h"
-#include "support/machine/program_lines.h"
-#include "support/machine/same_steps.h"
 #include "support/random_rounds.h"
+#include "support/same_steps.h"
 #include "support/scene.h"
 
 namespace kv::test {
@@ -33,7 +33,7 @@ MachineSteps WithLevelArcs(MachineSteps steps)
         double depth = cut.StartDepth;
         for (Move& move : cut.Moves) {
             move.DepthFrom = depth;
-            depth = move.IsArc && cut.On != Plane::Face ? depth : move.DepthTo;
+            depth = move.IsArc && cut.On != Plane::Surface ? depth : move.DepthTo;
             move.DepthTo = depth;
         }
     }
@@ -77,7 +77,7 @@ struct RandomPrograms {
                                                           {{corner[1] == 'R', corner[0] == 'U'}, true});
         steps.Bores.clear();
         if (FaceAlone)
-            std::erase_if(steps.Cuts, [](const RouterCut& cut) { return cut.On != Plane::Face; });
+            std::erase_if(steps.Cuts, [](const RouterCut& cut) { return cut.On != Plane::Surface; });
         return steps;
     }
     void ExpectSameCuts() const
@@ -101,7 +101,7 @@ struct RandomPrograms {
             EXPECT_EQ(Differences(WithLevelArcs(plain), WithLevelArcs(evolution)), "");
             level += told ? 1U : 0U;
             for (const RouterCut& cut : plain.Cuts)
-                onEdges += cut.On == Plane::Face ? 0U : 1U;
+                onEdges += cut.On == Plane::Surface ? 0U : 1U;
             cuts += plain.Cuts.size();
         }
         EXPECT_GT(cuts, 400U);

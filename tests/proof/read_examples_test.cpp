@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/cnc_reader.h"
-#include "support/machine/evolution_reader.h"
-#include "support/machine/hbd_reader.h"
-#include "support/machine/program_lines.h"
-#include "support/machine/same_steps.h"
+#include "machine/cnc_reader.h"
+#include "machine/evolution_reader.h"
+#include "machine/hbd_reader.h"
+#include "machine/text_lines.h"
+#include "support/same_steps.h"
 #include "support/source_files.h"
 
 namespace kv::test {

@@ -120,13 +120,13 @@ TEST(Region, SweptAreasAreTakenPlaneByPlaneAndByTheCallersFilters)
     const double capsule = 40 + Circle * 4;
     std::map<Plane, Region> areas = SweptAreas(steps, {1, {}});
     EXPECT_EQ(areas.size(), 2U);
-    EXPECT_NEAR(AreaOf(areas[Plane::Face]), capsule, ChordArea);
+    EXPECT_NEAR(AreaOf(areas[Plane::Surface]), capsule, ChordArea);
     EXPECT_NEAR(AreaOf(areas[Plane::Edge3]), Circle, ChordArea);
     EXPECT_NEAR(AreaOf(SweptFace(steps)), capsule, ChordArea);
     EXPECT_NEAR(AreaOf(SweptFace(steps, {0, {}, 5.9})), capsule, ChordArea);
     EXPECT_TRUE(SweptFace(steps, {0, {}, 6.1}).IsEmpty());
     EXPECT_EQ(SweptAreas(steps, {1, {}, 6.1}).size(), 1U);
-    const Sweep onEdges{1, [](const RouterCut& cut) { return cut.On != Plane::Face; }};
+    const Sweep onEdges{1, [](const RouterCut& cut) { return cut.On != Plane::Surface; }};
     EXPECT_EQ(SweptAreas(steps, onEdges).size(), 1U);
 }
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "machine/cnc_reader.h"
 #include "routes/route_program.h"
-#include "support/machine/cnc_reader.h"
 #include "support/proof/region.h"
 #include "support/random_regions.h"
 #include "support/random_rounds.h"

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "machine/cnc_reader.h"
 #include "proof/shop.h"
 #include "routes/route_program.h"
-#include "support/machine/cnc_reader.h"
 #include "support/proof/region.h"
 
 namespace kv::test {

@@ -8,13 +8,13 @@
 #include <utility>
 #include <vector>
 
+#include "machine/cnc_reader.h"
+#include "machine/evolution_reader.h"
+#include "machine/hbd_reader.h"
+#include "machine/text_lines.h"
 #include "platform/paths.h"
 #include "state/run.h"
 #include "state/settings.h"
-#include "support/machine/cnc_reader.h"
-#include "support/machine/evolution_reader.h"
-#include "support/machine/hbd_reader.h"
-#include "support/machine/program_lines.h"
 #include "support/proof/deviations.h"
 #include "support/proof/tame_panels.h"
 #include "support/scene.h"

@@ -122,7 +122,7 @@ Plane EdgeOfTheMachine(const DrawnPanel& panel)
         for (const Bore& bore : panel.Bores)
             if (bore.On == edge)
                 return edge;
-    return Plane::Face;
+    return Plane::Surface;
 }
 
 TEST(TamePanelsOnTheHorizontalMachine, EdgeBoresLieWhereTheTsAreDrawn)
@@ -131,7 +131,7 @@ TEST(TamePanelsOnTheHorizontalMachine, EdgeBoresLieWhereTheTsAreDrawn)
     for (int round = 1; round <= Rounds(100); ++round) {
         const TamePanel panel = TamePanelOf(Seed(static_cast<unsigned>(round)));
         const Plane edge = EdgeOfTheMachine(panel.Model);
-        if (edge == Plane::Face)
+        if (edge == Plane::Surface)
             continue;
         Shop shop(panel.For);
         shop.AddHorizontalMachine();

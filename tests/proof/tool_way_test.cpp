@@ -1,5 +1,5 @@
 // The way of the tool's centre beside hand-made ways: corners, arcs, what is narrower than the tool.
-#include "support/proof/tool_way.h"
+#include "machine/tool_way.h"
 
 #include <gtest/gtest.h>
 

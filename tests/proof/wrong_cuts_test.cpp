@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "machine/cnc_reader.h"
+#include "machine/evolution_reader.h"
+#include "machine/tool_way.h"
 #include "proof/hand_ways.h"
-#include "support/machine/cnc_reader.h"
-#include "support/machine/evolution_reader.h"
 #include "support/proof/region.h"
-#include "support/proof/tool_way.h"
 
 namespace kv::test {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "machine/cnc_reader.h"
 #include "routes/pocket_outlines.h"
 #include "routes/route_program.h"
-#include "support/machine/cnc_reader.h"
 #include "support/proof/beside_outline.h"
 
 namespace kv::test {

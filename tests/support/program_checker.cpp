@@ -8,7 +8,7 @@
 #include <map>
 #include <optional>
 
-#include "support/plane.h"
+#include "machine/path_point.h"
 
 namespace kv::test {
 

@@ -5,8 +5,8 @@
 #include <random>
 #include <vector>
 
+#include "machine/path_point.h"
 #include "support/dxf.h"
-#include "support/plane.h"
 
 namespace kv::test {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "support/plane.h"
+#include "machine/path_point.h"
 #include "support/program_checker.h"
 
 namespace kv::test {
@@ -26,11 +26,6 @@ PathPoint Centre(const RouteSegment& start)
 PathPoint On(const PathPoint& centre, double radius, double angle)
 {
     return {centre.X + radius * std::cos(angle / Degree), centre.Y + radius * std::sin(angle / Degree)};
-}
-
-double DirectionTo(const PathPoint& a, const PathPoint& b)
-{
-    return std::atan2(b.Y - a.Y, b.X - a.X) * Degree;
 }
 
 double TurnBetween(double a, double b)

@@ -361,7 +361,7 @@ bool IsOnBorder(const PathPoint& point, const DrawnPanel& panel)
 // An end on the panel's border is led out of the panel.
 void MindEnd(const DrawnWay& way, const PathPoint& end, const DrawnPanel& panel, AskedCut& asked)
 {
-    if (!(way.Lead > 0) || way.On != Plane::Face || !IsOnBorder(end, panel))
+    if (!(way.Lead > 0) || way.On != Plane::Surface || !IsOnBorder(end, panel))
         return;
     // It leaves along the way, so the tool still covers the panel's edge.
     const double in = way.Side != 0 ? 2 * way.Radius : way.Radius;

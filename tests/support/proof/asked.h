@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 #include "support/proof/region.h"
 
 namespace kv::test {
@@ -25,7 +25,7 @@ Seam SeamInMiddleOf(const Move& line);
 
 struct DrawnWay {
     std::string Name;
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     std::vector<Move> Pieces; // one behind the other; depths are not used
     bool Closed = false;
     int Side = 0; // of the tool along the pieces: 1 left, -1 right, 0 on them
@@ -73,7 +73,7 @@ const char* ShownDoubt(Doubt doubt);
 // One feature: where the tool may cut and what it must cut.
 struct AskedCut {
     std::string Name;
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     double Radius = 0, Depth = 0;
     int Passes = 1;
     bool Ramps = false;

@@ -1,6 +1,6 @@
 #include "support/proof/beside_outline.h"
 
-#include "support/machine/cnc_reader.h"
+#include "machine/cnc_reader.h"
 
 namespace kv::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 #include "support/proof/asked.h"
 
 namespace kv::test {

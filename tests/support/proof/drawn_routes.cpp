@@ -234,9 +234,9 @@ struct Planes {
     {
         const PathPoint middle = PointsAlong(piece)[PointsAlong(piece).size() / 2];
         for (const auto& [plane, box] : Boxes)
-            if (plane != Plane::Face && box.Holds(middle))
+            if (plane != Plane::Surface && box.Holds(middle))
                 return plane;
-        return Plane::Face;
+        return Plane::Surface;
     }
     PathPoint At(Plane plane, const PathPoint& drawn) const
     {
@@ -297,7 +297,7 @@ Planes PlanesOf(const std::vector<Entity>& entities)
     });
     if (face == boxes.end())
         return planes;
-    planes.Boxes[Plane::Face] = *face;
+    planes.Boxes[Plane::Surface] = *face;
     for (const DrawnBox& box : boxes) {
         if (box.Low.Y > face->High.Y)
             planes.Boxes[Plane::Edge1] = box;
@@ -309,7 +309,7 @@ Planes PlanesOf(const std::vector<Entity>& entities)
             planes.Boxes[Plane::Edge4] = box;
     }
     for (const auto& [plane, box] : planes.Boxes)
-        if (plane != Plane::Face)
+        if (plane != Plane::Surface)
             planes.Thickness = std::min(box.Wide(), box.Tall());
     for (const Entity& entity : entities)
         if (entity.Layer.find("BORDER") != std::string::npos)
@@ -331,8 +331,8 @@ class Gathering {
 
     DrawnPanel Gather()
     {
-        Panel.Length = Where.Boxes[Plane::Face].Wide();
-        Panel.Width = Where.Boxes[Plane::Face].Tall();
+        Panel.Length = Where.Boxes[Plane::Surface].Wide();
+        Panel.Width = Where.Boxes[Plane::Surface].Tall();
         Panel.Thickness = Where.Thickness;
         for (std::size_t i = 0; i < All.size(); ++i) {
             const bool routed = All[i].Layer.find("ROUT") != std::string::npos;
@@ -438,7 +438,7 @@ class Gathering {
         pocket.Passes = values.Passes;
         pocket.Pitch = ValueOf(values.Name, "K", 2 * values.Radius, 2 * values.Radius);
         for (const Move& piece : ChainFrom(first))
-            pocket.Outline.push_back(Where.Of(Plane::Face, piece));
+            pocket.Outline.push_back(Where.Of(Plane::Surface, piece));
         if (All[first].Kind == "CIRCLE") {
             const Move whole = pocket.Outline.front();
             Move half = whole;
@@ -459,7 +459,7 @@ class Gathering {
         for (const Entity& entity : All) {
             if (!IsMark(entity) || entity.Layer != pocket.Name)
                 continue;
-            const PathPoint tip = Where.At(Plane::Face, {entity.Vertices.back().X, entity.Vertices.back().Y});
+            const PathPoint tip = Where.At(Plane::Surface, {entity.Vertices.back().X, entity.Vertices.back().Y});
             for (std::size_t i = 0; i < pocket.Outline.size(); ++i)
                 if (!pocket.Outline[i].IsArc && Between(pocket.Outline[i].From, tip) < Joint) {
                     std::rotate(pocket.Outline.begin(),

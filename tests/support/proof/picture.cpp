@@ -92,7 +92,7 @@ std::string DrawnWays(const DrawnPanel& panel, Plane plane, const Sheet& sheet)
     for (const DrawnWay& way : panel.Ways)
         if (way.On == plane)
             text += WayPath(way.Pieces, sheet, look);
-    if (plane == Plane::Face)
+    if (plane == Plane::Surface)
         for (const DrawnPocket& pocket : panel.Pockets)
             text += WayPath(pocket.Outline, sheet, look);
     return text;
@@ -102,7 +102,7 @@ std::string PlaneOf(const DrawnPanel& panel, const std::vector<AskedCut>& asked,
                     Plane plane, const Sheet& sheet)
 {
     const bool along = plane == Plane::Edge1 || plane == Plane::Edge2;
-    const double length = plane == Plane::Face || along ? panel.Length : panel.Width;
+    const double length = plane == Plane::Surface || along ? panel.Length : panel.Width;
     std::string text = RegionPath(BoxOf({0, 0}, {length, sheet.Height}), sheet,
                                   "fill=\"#f8f8f4\" stroke=\"#888\" stroke-width=\"0.4\"");
     text += ToolPaths(asked, steps, plane, sheet) + DrawnWays(panel, plane, sheet);
@@ -125,10 +125,10 @@ std::string PictureOf(const DrawnPanel& panel, const std::vector<AskedCut>& aske
 {
     std::string planes;
     double top = Margin;
-    for (const Plane plane : {Plane::Face, Plane::Edge1, Plane::Edge2, Plane::Edge3, Plane::Edge4}) {
-        if (plane != Plane::Face && OnPlane(steps, plane).Cuts.empty())
+    for (const Plane plane : {Plane::Surface, Plane::Edge1, Plane::Edge2, Plane::Edge3, Plane::Edge4}) {
+        if (plane != Plane::Surface && OnPlane(steps, plane).Cuts.empty())
             continue;
-        const Sheet sheet{top, plane == Plane::Face ? panel.Width : panel.Thickness};
+        const Sheet sheet{top, plane == Plane::Surface ? panel.Width : panel.Thickness};
         planes += PlaneOf(panel, asked, steps, plane, sheet);
         top += sheet.Height + EdgeGap;
     }

@@ -448,7 +448,7 @@ std::map<Plane, Region> SweptAreas(const MachineSteps& steps, const Sweep& how)
 Region SweptFace(const MachineSteps& steps, const Sweep& how)
 {
     std::map<Plane, Region> areas = SweptAreas(steps, how);
-    return areas[Plane::Face];
+    return areas[Plane::Surface];
 }
 
 } // namespace kv::test

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
-#include "support/proof/tool_way.h"
+#include "machine/steps.h"
+#include "machine/tool_way.h"
 
 namespace kv::test {
 

@@ -402,7 +402,7 @@ class Designer {
         sketch.Way.Pieces = {around};
         if (side != 0)
             sketch.Way.Seams = {{around, around}};
-        const PathPoint at = PlaceOf(Plane::Face).Of(middle);
+        const PathPoint at = PlaceOf(Plane::Surface).Of(middle);
         sketch.Entities = {Circle(layer, at.X, at.Y, radius)};
     }
     void SketchOutline(Sketch& sketch, const PathPoint& middle, int side)
@@ -609,7 +609,7 @@ class Designer {
         constexpr double Length = 5;
         const Move& first = pocket.Outline.front();
         const double share = Length / Between(first.From, first.To);
-        const PathPoint tip = PlaceOf(Plane::Face).Of(first.From);
+        const PathPoint tip = PlaceOf(Plane::Surface).Of(first.From);
         return Polyline(
             layer,
             {{tip.X - share * (first.To.X - first.From.X), tip.Y - share * (first.To.Y - first.From.Y)},
@@ -638,7 +638,7 @@ class Designer {
         pocket.Outline = PiecesAlong(outline, true);
         pocket.Mark = pocket.Outline.front().From;
         const std::string layer = PocketLayer(pocket);
-        const DrawingPlace place = PlaceOf(Plane::Face);
+        const DrawingPlace place = PlaceOf(Plane::Surface);
         const std::string mark = MarkOf(pocket, layer);
         std::vector<std::string> entities;
         if (corner == 0 && Chance(4)) {
@@ -666,7 +666,7 @@ class Designer {
         std::swap(other.From, other.To);
         pocket.Outline = {half, other};
         const std::string layer = PocketLayer(pocket);
-        const DrawingPlace place = PlaceOf(Plane::Face);
+        const DrawingPlace place = PlaceOf(Plane::Surface);
         const PathPoint at = place.Of(middle);
         std::vector<std::string> entities;
         if (Chance(2))
@@ -737,10 +737,10 @@ class Designer {
     {
         std::vector<std::string> entities;
         for (int left = Upto(3); left > 0; --left) {
-            const Bore bore{Plane::Face, {Amid(10, Made.Model.Length - 10), Amid(10, Made.Model.Width - 10)},
+            const Bore bore{Plane::Surface, {Amid(10, Made.Model.Length - 10), Amid(10, Made.Model.Width - 10)},
                             Amid(5, 15), Pick({5.0, 8.0, 10.0}),
                             "",          0};
-            const PathPoint at = PlaceOf(Plane::Face).Of(bore.At);
+            const PathPoint at = PlaceOf(Plane::Surface).Of(bore.At);
             entities.push_back(Circle("VBOREZ" + Number(bore.Depth), at.X, at.Y, bore.Diameter / 2));
             Made.Model.Bores.push_back(bore);
         }
@@ -779,8 +779,8 @@ class Designer {
         const auto line = [&](const std::string& layer, PathPoint from, PathPoint to) {
             if (Chance(2))
                 std::swap(from, to);
-            from = PlaceOf(Plane::Face).Of(from);
-            to = PlaceOf(Plane::Face).Of(to);
+            from = PlaceOf(Plane::Surface).Of(from);
+            to = PlaceOf(Plane::Surface).Of(to);
             return Line(layer, from.X, from.Y, to.X, to.Y);
         };
         std::string stem = line("HBORE", foot, inner), bar = line("HBOREZ" + Number(belowFace), one, other);

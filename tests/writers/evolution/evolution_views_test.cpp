@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "machine/evolution_reader.h"
+#include "machine/path_point.h"
+#include "machine/text_lines.h"
 #include "state/run.h"
 #include "state/settings.h"
 #include "support/dxf.h"
-#include "support/machine/evolution_reader.h"
-#include "support/machine/program_lines.h"
-#include "support/plane.h"
 #include "support/scene.h"
 
 namespace kv::test {
@@ -71,7 +71,7 @@ const View Above{Plane::Edge1, true, [](const PathPoint& p) { return PathPoint{p
 const View Below{Plane::Edge2, false, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 14}; }};
 const View LeftOf{Plane::Edge3, true, [](const PathPoint& p) { return PathPoint{p.Y + 14, p.X + 50}; }};
 const View RightOf{Plane::Edge4, false, [](const PathPoint& p) { return PathPoint{686 - p.Y, p.X + 50}; }};
-const View OnFace{Plane::Face, false, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 50}; }};
+const View OnFace{Plane::Surface, false, [](const PathPoint& p) { return PathPoint{p.X + 50, p.Y + 50}; }};
 
 struct EvolutionViews : testing::Test {
     RunBlock& Run = kv::Run;

@@ -1,5 +1,5 @@
 // Lines of CNC90, WINNER90 and GENESIS programs, written by hand, as machine steps.
-#include "support/machine/cnc_reader.h"
+#include "machine/cnc_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "support/machine/cnc_reader.h"
+#include "machine/cnc_reader.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,10 +6,10 @@
 #include <set>
 #include <utility>
 
-#include "support/machine/arcs.h"
-#include "support/machine/program_lines.h"
+#include "machine/arcs.h"
+#include "machine/text_lines.h"
 
-namespace kv::test {
+namespace kv {
 
 namespace {
 
@@ -90,13 +90,14 @@ struct CncProgram {
     double Unit = 1; // millimetres
     bool Open = false;
     bool Ended = false;
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     Corner From;
     double X = 0, Y = 0, Z = 0; // as in the program, in millimetres
+    double Feed = 0;            // of the line
 
     bool AlongX() const { return On == Plane::Edge1 || On == Plane::Edge2; }
     bool AlongY() const { return On == Plane::Edge3 || On == Plane::Edge4; }
-    bool OnFace() const { return On == Plane::Face; }
+    bool OnFace() const { return On == Plane::Surface; }
 
     double Mirrored(bool mirrored, double size, double value) const
     {
@@ -251,6 +252,7 @@ Move& CncProgram::AddMove()
     Move move;
     move.From = cut.Moves.empty() ? cut.Start : cut.Moves.back().To;
     move.DepthFrom = cut.Moves.empty() ? cut.StartDepth : cut.Moves.back().DepthTo;
+    move.Feed = Feed;
     move.Line = Number;
     cut.Moves.push_back(move);
     return cut.Moves.back();
@@ -337,6 +339,7 @@ bool CncProgram::TakeBlock(const Words& words)
 {
     if (!words.Sound)
         return false;
+    Feed = words.Or('F', 0);
     const std::string& code = words.Code;
     const bool groove = code == "G85" || code == "G86", row = code == "G183" || code == "G184";
     Open = Open && !groove && !row && code != "G81";
@@ -372,7 +375,8 @@ MachineSteps ReadCnc(const std::vector<std::string>& lines, const CncReading& ho
     program.How = how;
     for (const std::string& line : lines)
         program.Take(line);
+    program.Steps.From = program.From;
     return program.Steps;
 }
 
-} // namespace kv::test
+} // namespace kv

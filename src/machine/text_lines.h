@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace kv::test {
+namespace kv {
 
 // Parted at each LF, without the CRs in front of it; an empty line after the last LF does not count.
 std::vector<std::string> LinesOf(std::string_view text);
@@ -16,4 +16,4 @@ std::optional<double> PlainNumber(const std::string& text);
 // "7: G4F2", as MachineSteps names a line.
 std::string UnreadLine(std::size_t number, const std::string& text);
 
-} // namespace kv::test
+} // namespace kv

@@ -1,4 +1,4 @@
-#include "support/machine/same_steps.h"
+#include "support/same_steps.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,15 +1,14 @@
-#include "support/proof/tool_way.h"
+#include "machine/tool_way.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 
-namespace kv::test {
+namespace kv {
 
 namespace {
 
-constexpr double Degree = 3.14159265358979323846 / 180;
-constexpr double SamePlace = 1e-6;
+constexpr double JoinedPlace = 1e-6;
 // Ends beside a smooth corner that are so near are joined: coordinates and end angles have three or four
 // decimals.
 constexpr double SmoothGap = 0.02;
@@ -20,11 +19,6 @@ constexpr double Reversal = 179.9; // degrees: the way comes back on itself
 PathPoint PlaceAt(const PathPoint& from, double distance, double angle)
 {
     return {from.X + distance * std::cos(angle * Degree), from.Y + distance * std::sin(angle * Degree)};
-}
-
-double DirectionTo(const PathPoint& from, const PathPoint& to)
-{
-    return std::atan2(to.Y - from.Y, to.X - from.X) / Degree;
 }
 
 // Direction of the way at a place of the move.
@@ -86,7 +80,7 @@ struct Compensation {
     }
     void AddLink(const PathPoint& to)
     {
-        if (Between(Way.Pieces.back().To, to) > SamePlace)
+        if (Between(Way.Pieces.back().To, to) > JoinedPlace)
             Way.Pieces.push_back(Link(Way.Pieces.back(), to));
     }
     void RollAround(const PathPoint& corner, const PathPoint& to, double turn)
@@ -129,7 +123,7 @@ std::vector<PathPoint> LineAcrossArc(const Move& line, const Move& arc)
 std::vector<PathPoint> ArcAcrossArc(const Move& a, const Move& b)
 {
     const double apart = Between(a.Centre, b.Centre);
-    if (apart < SamePlace)
+    if (apart < JoinedPlace)
         return {};
     const double ra = RadiusOf(a), rb = RadiusOf(b);
     const double along = (ra * ra - rb * rb + apart * apart) / (2 * apart);
@@ -278,4 +272,4 @@ double DistanceFrom(const Move& move, const PathPoint& point)
     return Between(point, {move.From.X + t * dx, move.From.Y + t * dy});
 }
 
-} // namespace kv::test
+} // namespace kv

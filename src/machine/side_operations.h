@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace kv::test {
+namespace kv {
 
 struct SideOperation {
     int Side = 0;                             // of the program
@@ -33,4 +33,4 @@ struct SideSections {
 
 SideSections SectionsOf(const std::vector<std::string>& lines);
 
-} // namespace kv::test
+} // namespace kv

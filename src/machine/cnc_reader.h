@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
-namespace kv::test {
+namespace kv {
 
 struct CncReading {
     // The control is set up with upper and lower exchanged (the setting Origin is not 0): G54 is its lower
@@ -25,4 +25,4 @@ struct CncReading {
 // code is one of these.
 MachineSteps ReadCnc(const std::vector<std::string>& lines, const CncReading& how = {});
 
-} // namespace kv::test
+} // namespace kv

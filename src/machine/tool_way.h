@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
-namespace kv::test {
+namespace kv {
 
 struct WayFault {
     std::string Text;     // "narrower than the tool: ..."
@@ -16,7 +16,7 @@ struct WayFault {
 };
 
 struct ToolWay {
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     double Radius = 0; // of the tool
     PathPoint Start;   // where the tool comes down
     double StartDepth = 0;
@@ -37,4 +37,4 @@ std::vector<WayFault> WayFaults(const MachineSteps& steps, double radiusIfUnknow
 // Distance of a point from a move: for plain tests of what regions say.
 double DistanceFrom(const Move& move, const PathPoint& point);
 
-} // namespace kv::test
+} // namespace kv

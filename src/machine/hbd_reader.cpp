@@ -1,12 +1,12 @@
-#include "support/machine/hbd_reader.h"
+#include "machine/hbd_reader.h"
 
 #include <optional>
 #include <utility>
 
-#include "support/machine/program_lines.h"
-#include "support/machine/side_operations.h"
+#include "machine/side_operations.h"
+#include "machine/text_lines.h"
 
-namespace kv::test {
+namespace kv {
 
 namespace {
 
@@ -54,8 +54,8 @@ struct HbdProgram {
         if (!distance || !along || !depth || !operation.NumberOf("#205"))
             return false;
         const double unit = Sections.Unit;
-        Steps.Bores.push_back({Plane::Face, FacePlace(*along * unit, *distance * unit), 0 - *depth * unit, 0,
-                               operation.Words.at("#205"), operation.Line});
+        Steps.Bores.push_back({Plane::Surface, FacePlace(*along * unit, *distance * unit), 0 - *depth * unit,
+                               0, operation.Words.at("#205"), operation.Line});
         return true;
     }
     bool TakeEdgeBore(const SideOperation& operation)
@@ -85,6 +85,7 @@ MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& ho
     HbdProgram program;
     program.How = how;
     program.Sections = SectionsOf(lines);
+    program.Steps.From = how.From;
     program.Steps.Length = program.Sections.Length;
     program.Steps.Width = program.Sections.Width;
     program.Steps.Thickness = program.Sections.Thickness;
@@ -98,4 +99,4 @@ MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& ho
     return program.Steps;
 }
 
-} // namespace kv::test
+} // namespace kv

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
-namespace kv::test {
+namespace kv {
 
 struct EvolutionReading {
     // Such a program does not say from which corner it counts.
@@ -20,4 +20,4 @@ struct EvolutionReading {
 // of the program. The template's own sections are passed over, except for these variables.
 MachineSteps ReadEvolution(const std::vector<std::string>& lines, const EvolutionReading& how = {});
 
-} // namespace kv::test
+} // namespace kv

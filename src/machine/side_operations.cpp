@@ -1,11 +1,11 @@
-#include "support/machine/side_operations.h"
+#include "machine/side_operations.h"
 
 #include <algorithm>
 #include <sstream>
 
-#include "support/machine/program_lines.h"
+#include "machine/text_lines.h"
 
-namespace kv::test {
+namespace kv {
 
 namespace {
 
@@ -140,4 +140,4 @@ SideSections SectionsOf(const std::vector<std::string>& lines)
     return reader.Sections;
 }
 
-} // namespace kv::test
+} // namespace kv

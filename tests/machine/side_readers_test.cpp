@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/evolution_reader.h"
-#include "support/machine/hbd_reader.h"
+#include "machine/evolution_reader.h"
+#include "machine/hbd_reader.h"
 
 namespace kv::test {
 namespace {
@@ -64,7 +64,7 @@ TEST(EvolutionReader, RoutesOnTheFace)
     EXPECT_EQ(steps.Thickness, 18);
     ASSERT_EQ(steps.Cuts.size(), 1U);
     const RouterCut& cut = steps.Cuts[0];
-    EXPECT_EQ(cut.On, Plane::Face);
+    EXPECT_EQ(cut.On, Plane::Surface);
     EXPECT_EQ(cut.Radius, 3);
     EXPECT_EQ(cut.Side, 1);
     EXPECT_EQ(cut.Tool, "71");
@@ -251,7 +251,7 @@ TEST(HbdReader, EachEdgeIsTheMachinesBack)
         EXPECT_EQ(steps.Length, 600);
         EXPECT_EQ(steps.Width, 400);
         ASSERT_EQ(steps.Bores.size(), 2U);
-        EXPECT_EQ(steps.Bores[0].On, Plane::Face);
+        EXPECT_EQ(steps.Bores[0].On, Plane::Surface);
         ExpectPlaceAt(steps.Bores[0].At, edge.Face.X, edge.Face.Y);
         EXPECT_EQ(steps.Bores[0].Depth, 13);
         EXPECT_EQ(steps.Bores[0].Tool, "2");

@@ -1,11 +1,11 @@
-#include "support/machine/program_lines.h"
+#include "machine/text_lines.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <utility>
 
-namespace kv::test {
+namespace kv {
 
 std::vector<std::string> LinesOf(std::string_view text)
 {
@@ -36,4 +36,4 @@ std::string UnreadLine(std::size_t number, const std::string& text)
     return std::to_string(number) + ": " + text;
 }
 
-} // namespace kv::test
+} // namespace kv

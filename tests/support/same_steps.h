@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
 namespace kv::test {
 

@@ -1,9 +1,9 @@
 // Arcs from the forms in which programs give them: each sets the way of a move whose start is known.
 #pragma once
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
-namespace kv::test {
+namespace kv {
 
 // Around a centre to the angle of the end, in degrees; the same angle again is the full turn.
 void TurnToAngle(Move& move, const PathPoint& centre, double endAngle, bool left);
@@ -16,4 +16,4 @@ bool TurnByRadius(Move& move, const PathPoint& to, double radius, bool left);
 // Through a place to another. False where the three lie on a line, which then is drawn straight.
 bool TurnThrough(Move& move, const PathPoint& middle, const PathPoint& to);
 
-} // namespace kv::test
+} // namespace kv

@@ -8,11 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "support/plane.h"
+#include "machine/path_point.h"
 
-namespace kv::test {
+namespace kv {
 
-enum class Plane { Face = 5, Edge1 = 1, Edge2 = 2, Edge3 = 3, Edge4 = 4 }; // edges: the program's own numbers
+enum class Plane {
+    Surface = 5,
+    Edge1 = 1,
+    Edge2 = 2,
+    Edge3 = 3,
+    Edge4 = 4
+}; // edges: the program's own numbers
 
 // One programmed move of the router: a line, or an arc (Sweep in degrees, above 0 counter-clockwise).
 struct Move {
@@ -20,12 +26,13 @@ struct Move {
     PathPoint From, To, Centre;
     double Sweep = 0;
     double DepthFrom = 0, DepthTo = 0; // mm below the plane
+    double Feed = 0;                   // as the program has it, 0: it names none
     std::size_t Line = 0;              // of the program
 };
 
 // From a start of the router to the next: the way as programmed, beside which the tool runs.
 struct RouterCut {
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     double Radius = 0; // of the tool, 0: the program does not name it
     int Side = 0;      // 1: tool left of the way (G41), -1: right (G42), 0: on it
     PathPoint Start;
@@ -36,7 +43,7 @@ struct RouterCut {
 };
 
 struct Bore {
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     PathPoint At;
     double Depth = 0, Diameter = 0; // diameter 0: the program does not name it
     std::string Tool;
@@ -60,18 +67,20 @@ struct SawCut {
     std::size_t Line = 0;
 };
 
-struct MachineSteps {
-    double Length = 0, Width = 0, Thickness = 0; // mm, X, Y, Z
-    std::vector<RouterCut> Cuts;
-    std::vector<Bore> Bores;
-    std::vector<BoreRow> Rows;
-    std::vector<SawCut> Saws;
-    std::vector<std::string> Unread; // lines that could not be understood, with their number
-};
-
 // The panel's corner from which a program counts; lower left without a word.
 struct Corner {
     bool Right = false, Top = false;
 };
 
-} // namespace kv::test
+struct MachineSteps {
+    double Length = 0, Width = 0, Thickness = 0; // mm, X, Y, Z
+    Corner From;                                 // of a CNC program that of its last work
+    std::vector<RouterCut> Cuts;
+    std::vector<Bore> Bores;
+    std::vector<BoreRow> Rows;
+    std::vector<SawCut> Saws;
+    std::vector<std::string> Unread; // lines that could not be understood, with their number
+    std::size_t UnreadCount = 0;     // of a whole program: how many there are, Unread may have fewer
+};
+
+} // namespace kv

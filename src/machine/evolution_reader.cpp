@@ -1,14 +1,14 @@
-#include "support/machine/evolution_reader.h"
+#include "machine/evolution_reader.h"
 
 #include <cmath>
 #include <initializer_list>
 #include <optional>
 
-#include "support/machine/arcs.h"
-#include "support/machine/program_lines.h"
-#include "support/machine/side_operations.h"
+#include "machine/arcs.h"
+#include "machine/side_operations.h"
+#include "machine/text_lines.h"
 
-namespace kv::test {
+namespace kv {
 
 namespace {
 
@@ -17,7 +17,7 @@ std::optional<Plane> PlaneOf(int side)
 {
     switch (side) {
     case 1:
-        return Plane::Face;
+        return Plane::Surface;
     case 5:
         return Plane::Edge1;
     case 3:
@@ -44,10 +44,10 @@ struct EvolutionProgram {
     SideSections Sections;
     MachineSteps Steps;
     bool Open = false;
-    Plane On = Plane::Face;
+    Plane On = Plane::Surface;
     PathPoint At; // as in the program, in millimetres
 
-    bool OnFace() const { return On == Plane::Face; }
+    bool OnFace() const { return On == Plane::Surface; }
     bool MirrorsU() const { return On == Plane::Edge3 || On == Plane::Edge4 ? How.From.Top : How.From.Right; }
     bool MirrorsV() const { return OnFace() && How.From.Top; }
     PathPoint Panel(const PathPoint& place) const
@@ -143,6 +143,7 @@ void EvolutionProgram::AddMove(const SideOperation& operation, Move move, double
     move.Sweep *= Sense();
     move.DepthFrom = cut.Moves.empty() ? cut.StartDepth : cut.Moves.back().DepthTo;
     move.DepthTo = depth;
+    move.Feed = operation.NumberOr("#2008", 0);
     move.Line = operation.Line;
     cut.Moves.push_back(move);
 }
@@ -233,6 +234,7 @@ MachineSteps ReadEvolution(const std::vector<std::string>& lines, const Evolutio
     EvolutionProgram program;
     program.How = how;
     program.Sections = SectionsOf(lines);
+    program.Steps.From = how.From;
     program.Steps.Length = program.Sections.Length;
     program.Steps.Width = program.Sections.Width;
     program.Steps.Thickness = program.Sections.Thickness;
@@ -244,4 +246,4 @@ MachineSteps ReadEvolution(const std::vector<std::string>& lines, const Evolutio
     return program.Steps;
 }
 
-} // namespace kv::test
+} // namespace kv

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "support/machine/steps.h"
+#include "machine/steps.h"
 
-namespace kv::test {
+namespace kv {
 
 struct HbdReading {
     // The machine has the drilled edge at its back; the program does not say which edge of the panel this
@@ -20,4 +20,4 @@ struct HbdReading {
 // for edges 2 and 4 runs the other way.
 MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& how = {});
 
-} // namespace kv::test
+} // namespace kv

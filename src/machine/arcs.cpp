@@ -1,20 +1,14 @@
-#include "support/machine/arcs.h"
+#include "machine/arcs.h"
 
 #include <cmath>
 
-namespace kv::test {
+namespace kv {
 
 namespace {
 
-constexpr double Degree = 3.14159265358979323846 / 180;
 constexpr double AngleRounding = 0.001; // an end angle has three decimals
 constexpr double PlaceRounding = 0.02;  // places may have two
 constexpr double SamePlace = 0.001;
-
-double DirectionTo(const PathPoint& from, const PathPoint& to)
-{
-    return std::atan2(to.Y - from.Y, to.X - from.X) / Degree;
-}
 
 // From one direction to another, above 0 to 360; what rounding leaves of nothing is the full turn.
 double Turn(double from, double to, bool left, double rounding)
@@ -84,4 +78,4 @@ bool TurnThrough(Move& move, const PathPoint& middle, const PathPoint& to)
     return TurnPart(move, centre, to, twice > 0);
 }
 
-} // namespace kv::test
+} // namespace kv

@@ -1,0 +1,266 @@
+// Head numbers are two digits, run together or as first and last with a "|" between; tool numbers may begin
+// with a letter (a is 10) after the group's two digits.
+#include "machine/tool_table.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <sstream>
+
+#include "machine/text_lines.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::size_t GroupDigits = 2;
+constexpr double DrillPlace = 0.05; // mm that places of drills and programs may differ
+constexpr std::size_t HighestDrill = 99;
+
+std::string Upper(std::string text)
+{
+    for (char& c : text)
+        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
+}
+
+std::vector<std::string> PartedAt(const std::string& text, char mark)
+{
+    std::vector<std::string> parts(1);
+    for (const char c : text) {
+        if (c == mark)
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    }
+    return parts;
+}
+
+HeadTool HeadToolOf(const std::string& line)
+{
+    const std::vector<std::string> fields = PartedAt(line, '\t');
+    HeadTool tool;
+    if (fields.size() < 5)
+        return tool;
+    const auto number = [&](std::size_t field) { return PlainNumber(fields[field]).value_or(0); };
+    tool.X = number(1);
+    tool.Y = number(2);
+    tool.Diameter = number(4);
+    const std::string kind = Upper(fields[0]);
+    tool.Drills = kind == "VERTICAL DRILL" || kind == "THROUGH DRILL";
+    return tool;
+}
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+std::optional<int> PairAt(std::string_view text, std::size_t at)
+{
+    if (at + 2 > text.size() || !IsDigit(text[at]) || !IsDigit(text[at + 1]))
+        return std::nullopt;
+    return (text[at] - '0') * 10 + (text[at + 1] - '0');
+}
+
+// "011617" are the drills 16 and 17 of group 1, "0101|08" the drills 1 to 8.
+std::vector<int> DrillsOf(std::string_view tool)
+{
+    std::vector<int> drills;
+    for (std::size_t at = GroupDigits; at < tool.size();) {
+        if (tool[at] == '|' && !drills.empty()) {
+            const std::optional<int> last = PairAt(tool, at + 1);
+            if (!last)
+                return {};
+            for (int drill = drills.back() + 1; drill <= *last; ++drill)
+                drills.push_back(drill);
+            at += 3;
+            continue;
+        }
+        const std::optional<int> drill = PairAt(tool, at);
+        if (!drill)
+            return {};
+        drills.push_back(*drill);
+        at += 2;
+    }
+    return drills;
+}
+
+const HeadTool* DrillOf(const ToolTable& tools, int number)
+{
+    if (number < 1 || static_cast<std::size_t>(number) >= tools.Head.size())
+        return nullptr;
+    const HeadTool& drill = tools.Head[static_cast<std::size_t>(number)];
+    return drill.Drills && drill.Diameter > 0 ? &drill : nullptr;
+}
+
+const ShopTool* ShopToolOf(const ToolTable& tools, std::string_view tool, char kind)
+{
+    const auto found = tools.Shop.find(ToolNumberOf(tool));
+    return found != tools.Shop.end() && found->second.Kind == kind ? &found->second : nullptr;
+}
+
+double DiameterOf(const ToolTable& tools, const std::string& tool)
+{
+    const std::vector<int> drills = DrillsOf(tool);
+    if (drills.size() == 1)
+        if (const HeadTool* const drill = DrillOf(tools, drills.front()); drill != nullptr)
+            return drill->Diameter;
+    const ShopTool* const own = ShopToolOf(tools, tool, 'D');
+    return own != nullptr ? own->Diameter : 0;
+}
+
+// The drills of a row by their places on the head: the first one is at the row's start, and one of the others
+// at its end, which says how the head lies. Empty where the head does not fit the row.
+std::vector<Bore> BoresOf(const BoreRow& row, const ToolTable& tools)
+{
+    const std::vector<int> numbers = DrillsOf(row.Tool);
+    const bool alongX = std::fabs(row.To.X - row.From.X) >= std::fabs(row.To.Y - row.From.Y);
+    const double length = alongX ? row.To.X - row.From.X : row.To.Y - row.From.Y;
+    const auto along = [alongX](const HeadTool& drill) { return alongX ? drill.X : drill.Y; };
+    std::vector<const HeadTool*> drills;
+    for (const int number : numbers)
+        if (drills.push_back(DrillOf(tools, number)); drills.back() == nullptr)
+            return {};
+    if (drills.empty())
+        return {};
+    // Drills of a stop that was joined to the row come behind its own.
+    double sense = 0;
+    for (std::size_t i = 1; i < drills.size() && sense == 0; ++i) {
+        const double offset = along(*drills[i]) - along(*drills.front());
+        if (std::fabs(std::fabs(offset) - std::fabs(length)) <= DrillPlace && offset != 0)
+            sense = (offset > 0) == (length > 0) ? 1 : -1;
+    }
+    if (sense == 0)
+        return {};
+    std::vector<Bore> bores;
+    for (const HeadTool* const drill : drills) {
+        const double offset = sense * (along(*drill) - along(*drills.front()));
+        Bore bore;
+        bore.At = {row.From.X + (alongX ? offset : 0), row.From.Y + (alongX ? 0 : offset)};
+        bore.Depth = row.Depth;
+        bore.Diameter = drill->Diameter;
+        bore.Tool = row.Tool;
+        bore.Line = row.Line;
+        bores.push_back(bore);
+    }
+    return bores;
+}
+
+void OpenRows(MachineSteps& steps, const ToolTable& tools)
+{
+    std::vector<BoreRow> unknown;
+    for (const BoreRow& row : steps.Rows) {
+        const std::vector<Bore> bores = BoresOf(row, tools);
+        if (bores.empty())
+            unknown.push_back(row);
+        steps.Bores.insert(steps.Bores.end(), bores.begin(), bores.end());
+    }
+    steps.Rows = std::move(unknown);
+}
+
+// One word of a tool's line. False: it is none.
+bool TakeToolWord(ShopTool& tool, const std::string& word)
+{
+    const std::size_t equals = word.find('=');
+    if (equals == std::string::npos)
+        return false;
+    const std::optional<double> value = PlainNumber(word.substr(equals + 1));
+    const std::string name = Upper(word.substr(0, equals));
+    constexpr double largest = 10000; // mm
+    if (!value || !(*value > 0) || *value > largest)
+        return false;
+    if (name == "DIAMETER")
+        tool.Diameter = *value;
+    else if (name == "KERF")
+        tool.Kerf = *value;
+    else if (name == "DEPTH")
+        tool.Deepest = *value;
+    else
+        return false;
+    return true;
+}
+
+// What is wrong with the line; empty: nothing, or it is blank.
+std::string TakeToolLine(const std::string& line, std::map<int, ShopTool>& tools)
+{
+    constexpr double highestNumber = 9999;
+    std::istringstream words(line.substr(0, line.find('#')));
+    std::string number, kind;
+    if (!(words >> number))
+        return {};
+    const std::optional<double> value = PlainNumber(number);
+    if (!value || *value != std::floor(*value) || *value < 1 || *value > highestNumber)
+        return "\"" + number + "\" is no number of a tool";
+    words >> kind;
+    kind = Upper(kind);
+    if (kind != "ROUTER" && kind != "SAW" && kind != "DRILL")
+        return "a tool is a router, a saw or a drill";
+    ShopTool tool;
+    tool.Kind = kind[0];
+    for (std::string word; words >> word;)
+        if (!TakeToolWord(tool, word))
+            return "\"" + word + "\" is none of diameter=, kerf=, depth= with millimetres";
+    if (!tools.emplace(static_cast<int>(*value), tool).second)
+        return "tool " + number + " is there twice";
+    return {};
+}
+
+} // namespace
+
+std::vector<HeadTool> ReadHeadTools(std::string_view text)
+{
+    std::vector<HeadTool> tools(1);
+    for (const std::string& line : LinesOf(text)) {
+        if (line.find_first_not_of(' ') == std::string::npos || tools.size() > HighestDrill)
+            break;
+        tools.push_back(HeadToolOf(line));
+    }
+    return tools;
+}
+
+std::map<int, ShopTool> ReadShopTools(std::string_view text, std::vector<std::string>& faults)
+{
+    std::map<int, ShopTool> tools;
+    std::size_t number = 0;
+    for (const std::string& line : LinesOf(text)) {
+        ++number;
+        const std::string fault = TakeToolLine(line, tools);
+        if (!fault.empty())
+            faults.push_back("line " + std::to_string(number) + ": " + fault);
+    }
+    return tools;
+}
+
+int ToolNumberOf(std::string_view tool)
+{
+    if (tool.size() <= GroupDigits)
+        return -1;
+    const std::string_view text = tool.substr(GroupDigits);
+    int number = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (i == 0 && text[i] >= 'a' && text[i] <= 'z')
+            number = text[i] - 'a' + 10;
+        else if (IsDigit(text[i]) && i < 4)
+            number = number * 10 + (text[i] - '0');
+        else
+            return -1;
+    }
+    return number;
+}
+
+void FillTools(MachineSteps& steps, const ToolTable& tools)
+{
+    for (Bore& bore : steps.Bores)
+        if (bore.Diameter == 0)
+            bore.Diameter = DiameterOf(tools, bore.Tool);
+    for (RouterCut& cut : steps.Cuts)
+        if (const ShopTool* const tool = ShopToolOf(tools, cut.Tool, 'R'); tool != nullptr && cut.Radius == 0)
+            cut.Radius = tool->Diameter / 2;
+    for (SawCut& saw : steps.Saws)
+        if (const ShopTool* const tool = ShopToolOf(tools, saw.Tool, 'S'); tool != nullptr && saw.Width == 0)
+            saw.Width = tool->Kerf;
+    OpenRows(steps, tools);
+}
+
+} // namespace kv

@@ -1,0 +1,146 @@
+// Without scripts the page shows the pictures, the legend as a table and the programs' text; the script adds
+// the slider, the sides and the lighting of groups and lines.
+#include "scene/picture_page.h"
+
+#include <algorithm>
+
+namespace kv {
+
+namespace {
+
+constexpr std::string_view PageStyle = R"(
+:root{color-scheme:light dark}
+body{margin:0;font-family:sans-serif;background:#fbf8f2;color:#2b2418}
+@media (prefers-color-scheme:dark){body{background:#1d1a16;color:#f0e8da}}
+article{display:grid;grid-template-columns:minmax(0,3fr) minmax(16em,1fr);gap:1em;padding:1em;max-width:110em;margin:auto}
+.view svg{width:100%;height:auto;max-height:78vh;border:1px solid #7a6440;touch-action:pan-x pan-y}
+.bar{display:flex;flex-wrap:wrap;gap:.5em;align-items:center;margin:.5em 0}
+.bar input[type=range]{flex:1 1 12em}
+button{font:inherit;padding:.3em .7em;border:1px solid #7a6440;border-radius:.3em;background:none;color:inherit;min-height:2.4em}
+button[aria-pressed=true]{background:#7a6440;color:#fff}
+table{border-collapse:collapse;width:100%;font-size:.95em}td,th{padding:.25em .4em;border-bottom:1px solid #7a644055;text-align:left}
+tr.off{opacity:.45;text-decoration:line-through}
+td button{width:100%;text-align:left;border:0}
+pre{max-height:40vh;overflow:auto;border:1px solid #7a644055;padding:.5em;margin:0;font-size:.9em}
+pre .now{background:#0b6e9955;outline:1px solid #0b6e99}
+.item.later{visibility:hidden}.item.now{filter:drop-shadow(0 0 3px #0b6e99)}.item.off,.rapids.off,.drawing.off{display:none}
+.says{min-height:1.5em;margin:.3em 0}
+@media (max-width:60em){article{grid-template-columns:minmax(0,1fr)}}
+)";
+
+constexpr std::string_view PageScript = R"(
+document.querySelectorAll('article').forEach(function(page){
+ var items=[].slice.call(page.querySelectorAll('.item')),lines=[].slice.call(page.querySelectorAll('pre span'));
+ var slider=page.querySelector('input[type=range]'),says=page.querySelector('.says'),svg=page.querySelector('svg');
+ var whole=svg.getAttribute('viewBox');
+ function at(item,name){return +item.getAttribute('data-'+name);}
+ function show(line){
+  slider.value=line;var text='';
+  items.forEach(function(item){
+   item.classList.toggle('later',at(item,'line')>line);
+   var now=at(item,'line')<=line&&line<=at(item,'last');item.classList.toggle('now',now);
+   if(now)text=item.querySelector('title').textContent;});
+  lines.forEach(function(row,i){row.classList.toggle('now',i+1===line);});
+  says.textContent=text||'Line '+line;
+  if(lines[line-1]){var box=lines[line-1].parentNode;box.scrollTop=lines[line-1].offsetTop-box.offsetTop-box.clientHeight/2;}
+ }
+ slider.addEventListener('input',function(){show(+slider.value);});
+ items.forEach(function(item){item.addEventListener('click',function(){show(at(item,'last'));});});
+ lines.forEach(function(row,i){row.addEventListener('click',function(){show(i+1);});});
+ page.querySelectorAll('[data-light]').forEach(function(button){button.addEventListener('click',function(){
+  var off=button.closest('tr').classList.toggle('off');button.setAttribute('aria-pressed',String(!off));
+  items.forEach(function(item){if(at(item,'group')===+button.getAttribute('data-light'))item.classList.toggle('off',off);});});});
+ page.querySelectorAll('[data-view]').forEach(function(button){button.addEventListener('click',function(){
+  svg.setAttribute('viewBox',button.getAttribute('data-view')||whole);});});
+ ['rapids','drawing'].forEach(function(name){
+  var button=page.querySelector('[data-'+name+']');if(!button)return;
+  button.addEventListener('click',function(){
+   var off=page.querySelector('.'+name).classList.toggle('off');button.setAttribute('aria-pressed',String(!off));});});
+ var timer=0,play=page.querySelector('[data-play]');
+ function stop(){clearInterval(timer);timer=0;play.setAttribute('aria-pressed','false');}
+ play.addEventListener('click',function(){
+  if(timer)return stop();
+  if(+slider.value>=+slider.max)show(1);
+  play.setAttribute('aria-pressed','true');
+  timer=setInterval(function(){if(+slider.value>=+slider.max)return stop();show(+slider.value+1);},200);});
+ page.addEventListener('keydown',function(event){
+  if(event.target.tagName==='INPUT'||event.target.tagName==='BUTTON')return;
+  if(event.key==='ArrowRight')show(Math.min(+slider.max,+slider.value+1));
+  else if(event.key==='ArrowLeft')show(Math.max(1,+slider.value-1));
+  else if(event.key===' ')play.click();else return;
+  event.preventDefault();});
+});
+)";
+
+std::vector<std::string> RowsOf(const std::string& text)
+{
+    std::vector<std::string> rows(1);
+    for (const char c : text) {
+        if (c == '\n')
+            rows.emplace_back();
+        else if (c != '\r')
+            rows.back() += c;
+    }
+    if (rows.back().empty())
+        rows.pop_back();
+    return rows;
+}
+
+std::string ViewButton(const std::string& name, const std::string& box)
+{
+    return "<button data-view=\"" + box + "\">" + name + "</button>";
+}
+
+std::string Bar(const PictureOfProgram& picture, std::size_t lines)
+{
+    std::string text = "<div class=\"bar\">" + ViewButton("Fit", "");
+    for (const SceneView& view : picture.Picture.Views)
+        if (view.Items > 0)
+            text += ViewButton("Side " + std::to_string(static_cast<int>(view.On)),
+                               SvgViewOf(picture.Picture, picture.Title, view));
+    if (!picture.Picture.Drawn.empty())
+        text += "<button data-drawing aria-pressed=\"true\">Drawing</button>";
+    return text +
+           "<button data-rapids aria-pressed=\"true\">Rapids</button></div>\n"
+           "<div class=\"bar\"><button data-play aria-pressed=\"false\">Play</button>"
+           "<input type=\"range\" aria-label=\"Line of the program\" min=\"1\" max=\"" +
+           std::to_string(lines) + "\" value=\"" + std::to_string(lines) +
+           "\"></div>\n<p class=\"says\" role=\"status\"></p>\n";
+}
+
+std::string Legend(const Scene& scene)
+{
+    std::string text = "<table><caption>Work</caption><tr><th>What</th><th>Count</th></tr>\n";
+    for (std::size_t i = 0; i < scene.Groups.size(); ++i)
+        text += "<tr><td><button data-light=\"" + std::to_string(i) + "\" aria-pressed=\"true\">" +
+                XmlText(GroupText(scene.Groups[i])) + "</button></td><td>" +
+                std::to_string(scene.Groups[i].Count) + "</td></tr>\n";
+    return text + "</table>\n";
+}
+
+std::string Article(const PictureOfProgram& picture)
+{
+    const std::vector<std::string> rows = RowsOf(picture.Text);
+    std::string text = "<article tabindex=\"0\"><div class=\"view\">" +
+                       SvgElement(picture.Picture, picture.Title) +
+                       Bar(picture, std::max<std::size_t>(1, rows.size())) + "</div><div class=\"side\">" +
+                       Legend(picture.Picture) + "<pre tabindex=\"0\">";
+    for (const std::string& row : rows)
+        text += "<span>" + XmlText(row) + "</span>\n";
+    return text + "</pre></div></article>\n";
+}
+
+} // namespace
+
+std::string PicturePage(const std::vector<PictureOfProgram>& pictures)
+{
+    std::string page = "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n"
+                       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
+    page += pictures.empty() ? "Korvanti" : XmlText(pictures.front().Title.Name);
+    page += "</title>\n<style>" + PictureStyle() + std::string(PageStyle) + "</style></head><body>\n";
+    for (const PictureOfProgram& picture : pictures)
+        page += Article(picture);
+    return page + "<script>" + std::string(PageScript) + "</script></body></html>\n";
+}
+
+} // namespace kv
