@@ -20,24 +20,27 @@ namespace {
 constexpr std::array<std::string_view, 7> FateNames = {"machined",      "border",    "read", "left",
                                                        "means nothing", "unreached", "lost"};
 
-EntityAnswer& AnswerOf(EntityAnswers& answers, Long drawn)
+const EntityAnswer& AnswerOf(const EntityAnswers& answers, Long drawn)
 {
     return answers[static_cast<std::size_t>(drawn)];
 }
 
-// What the parts have, such as vertices, their whole has too.
+// What the parts have, such as vertices, their whole has too. Most entities of a large drawing have no mark.
 void GatherParts()
 {
-    RunMarks.Of.resize(static_cast<std::size_t>(DrawnEntities.Last()) + 1);
-    for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
-        if (const Long whole = WholeOf(drawn); whole != drawn)
-            RunMarks.Of[static_cast<std::size_t>(whole)] |= RunMarks.Of[static_cast<std::size_t>(drawn)];
+    std::vector<std::uint16_t>& marks = RunMarks.Of;
+    for (std::size_t drawn = 1; drawn < marks.size(); ++drawn)
+        if (marks[drawn] != 0)
+            marks[static_cast<std::size_t>(WholeOf(static_cast<Long>(drawn)))] |= marks[drawn];
 }
 
-void CountLine(EntityAnswer& answer, std::size_t program, Long line)
+void CountLine(EntityAnswers& answers, Long whole, std::size_t program, Long line)
 {
+    EntityAnswer& answer = answers.Own(whole);
     answer.Fate = EntityFate::Machined;
     if (answer.Lines == 0) {
+        if (RunMarks.IsUncleared(whole)) // the outline of a pocket that is cut as a plain route
+            answer.Why = Message::PocketNotCleared;
         answer.Program = static_cast<std::uint32_t>(program);
         answer.FirstLine = line;
     }
@@ -59,39 +62,32 @@ void CountLines(EntityAnswers& answers)
                 if (std::find(wholes.begin(), wholes.end(), WholeOf(drawn)) == wholes.end())
                     wholes.push_back(WholeOf(drawn));
             for (const Long whole : wholes)
-                CountLine(AnswerOf(answers, whole), program, line);
+                CountLine(answers, whole, program, line);
         }
     }
 }
 
 void MarkBorder(EntityAnswers& answers)
 {
-    for (const Long drawn : Run.BorderDrawn) {
-        EntityAnswer& answer = AnswerOf(answers, WholeOf(drawn));
-        if (answer.Fate == EntityFate::Unreached)
-            answer.Fate = EntityFate::Border;
-    }
+    for (const Long drawn : Run.BorderDrawn)
+        if (const Long whole = WholeOf(drawn); AnswerOf(answers, whole).Fate == EntityFate::Unreached)
+            answers.Share(whole, EntityFate::Border, Message::None);
 }
 
 void MarkTexts(EntityAnswers& answers)
 {
     for (const TextRead& text : Run.TextsRead)
-        AnswerOf(answers, text.Drawn).Fate = EntityFate::Read;
+        answers.Own(text.Drawn).Fate = EntityFate::Read;
 }
 
-// Outlines of pockets that are cut as plain routes.
-void NoteUncleared(EntityAnswers& answers)
-{
-    for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
-        if (EntityAnswer& answer = AnswerOf(answers, drawn);
-            answer.Fate == EntityFate::Machined && RunMarks.IsUncleared(drawn))
-            answer.Why = Message::PocketNotCleared;
-}
+struct Judgement {
+    EntityFate Fate = EntityFate::Unreached;
+    Message Why = Message::None;
+};
 
-void LeaveBy(EntityAnswer& answer, Message rule)
+Judgement LeftBy(Message rule)
 {
-    answer.Fate = rule == Message::None ? EntityFate::Lost : EntityFate::Left;
-    answer.Why = rule;
+    return {rule == Message::None ? EntityFate::Lost : EntityFate::Left, rule};
 }
 
 // The run ended before the writers: nothing more is known of what had been taken.
@@ -106,34 +102,42 @@ bool IsUnreadMtext(std::string_view kind, LayerWork work)
     return kind == "MTEXT" && work == LayerWork::Text;
 }
 
-void JudgeWithoutWork(EntityAnswer& answer, Long drawn, const LookWork& look, const LeftOutRules& rules)
+Judgement JudgeWithoutWork(Long drawn, const LookWork& look, const LeftOutRules& rules)
 {
     if (look.Work == LayerWork::Nothing && look.Kind == "INSERT" && WorkInBlock(drawn) != nullptr)
-        LeaveBy(answer, Message::BlockHoldsWork);
-    else if (look.Work == LayerWork::Nothing)
-        answer.Fate = EntityFate::MeansNothing;
-    else if (look.IsText && !look.Asks)
-        LeaveBy(answer,
-                IsUnreadMtext(look.Kind, look.Work) ? Message::MtextNotRead : Message::TextNotMachined);
-    else if (!look.Asks) { // a border that no panel was found from has been left out by no rule
-        if (HasReached(RunStage::Operations))
-            LeaveBy(answer, Message::KindNotMachined);
-    } else if (HasReached(RunStage::Routes))
-        LeaveBy(answer, rules.WhyWithoutWork(drawn));
+        return LeftBy(Message::BlockHoldsWork);
+    if (look.Work == LayerWork::Nothing)
+        return {EntityFate::MeansNothing};
+    if (look.IsText && !look.Asks)
+        return LeftBy(IsUnreadMtext(look.Kind, look.Work) ? Message::MtextNotRead : Message::TextNotMachined);
+    if (!look.Asks) // a border that no panel was found from has been left out by no rule
+        return HasReached(RunStage::Operations) ? LeftBy(Message::KindNotMachined) : Judgement{};
+    return HasReached(RunStage::Routes) ? LeftBy(rules.WhyWithoutWork(drawn)) : Judgement{};
 }
 
-void Judge(EntityAnswer& answer, Long drawn, const LookWork& look, const LeftOutRules& rules)
+Judgement Judge(Long drawn, const LookWork& look, const LeftOutRules& rules)
 {
-    if (answer.Fate != EntityFate::Unreached)
-        return;
     if (Run.NoCode != 0 && !HasReached(RunStage::Routes) && !look.IsText)
-        LeaveBy(answer, Message::CodeTurnedOff);
-    else if (RunMarks.IsStartMark(drawn))
-        answer.Fate = EntityFate::Read;
-    else if (!RunMarks.HasRecord(drawn))
-        JudgeWithoutWork(answer, drawn, look, rules);
-    else if (HasReached(RunStage::Programs) && Run.RunFailed == False)
-        LeaveBy(answer, rules.WhyLeftOut(drawn));
+        return LeftBy(Message::CodeTurnedOff);
+    if (RunMarks.IsStartMark(drawn))
+        return {EntityFate::Read};
+    if (!RunMarks.HasRecord(drawn))
+        return JudgeWithoutWork(drawn, look, rules);
+    const bool isWritten = HasReached(RunStage::Programs) && Run.RunFailed == False;
+    return isWritten ? LeftBy(rules.WhyLeftOut(drawn)) : Judgement{};
+}
+
+void JudgeTheRest(EntityAnswers& answers)
+{
+    const LookWorks looks;
+    const LeftOutRules rules;
+    for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
+        if (!AnswersForItself(drawn) || AnswerOf(answers, drawn).Fate != EntityFate::Unreached)
+            continue;
+        const Judgement judged = Judge(drawn, looks.Of(drawn), rules);
+        if (judged.Fate != EntityFate::Unreached)
+            answers.Share(drawn, judged.Fate, judged.Why);
+    }
 }
 
 } // namespace
@@ -148,19 +152,42 @@ bool AnswersForItself(Long drawn)
     return DrawnEntities[drawn].Owner == 0;
 }
 
+bool EntityAnswers::HasAny(EntityFate fate) const
+{
+    return std::any_of(Answers.begin(), Answers.end(),
+                       [&](const EntityAnswer& answer) { return answer.Fate == fate; });
+}
+
+EntityAnswer& EntityAnswers::Own(Long drawn)
+{
+    std::uint32_t& row = Rows[static_cast<std::size_t>(drawn)];
+    if (row == 0) {
+        row = static_cast<std::uint32_t>(Answers.size());
+        Answers.emplace_back();
+    }
+    return Answers[row];
+}
+
+void EntityAnswers::Share(Long drawn, EntityFate fate, Message why)
+{
+    if (Answers[LastShared].Fate != fate || Answers[LastShared].Why != why || LastShared == 0) {
+        const auto next = static_cast<std::uint32_t>(Answers.size());
+        const auto [row, isNew] = Shared.try_emplace({fate, why}, next);
+        if (isNew)
+            Answers.push_back({why, 0, 0, 0, fate});
+        LastShared = row->second;
+    }
+    Rows[static_cast<std::size_t>(drawn)] = LastShared;
+}
+
 EntityAnswers AnswersOfRun()
 {
-    EntityAnswers answers(static_cast<std::size_t>(DrawnEntities.Last()) + 1);
+    EntityAnswers answers(DrawnEntities.Last());
     GatherParts();
     CountLines(answers);
-    NoteUncleared(answers);
-    MarkBorder(answers);
     MarkTexts(answers);
-    const LookWorks looks;
-    const LeftOutRules rules;
-    for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
-        if (AnswersForItself(drawn))
-            Judge(AnswerOf(answers, drawn), drawn, looks.Of(drawn), rules);
+    MarkBorder(answers);
+    JudgeTheRest(answers);
     return answers;
 }
 

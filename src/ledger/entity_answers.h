@@ -2,8 +2,11 @@
 // the records and the program lines alone, so that a pass that forgets something is found.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/numbers.h"
@@ -31,8 +34,25 @@ struct EntityAnswer {
 };
 
 // By number of the entity, as it stands on each layer state; parts, such as vertices, have no answer of their
-// own. Valid until the next drawing.
-using EntityAnswers = std::vector<EntityAnswer>;
+// own. Valid until the next drawing. Entities that came to nothing have few different answers and may be a
+// million: they share one answer each time, and an entity takes 4 bytes.
+class EntityAnswers {
+  public:
+    explicit EntityAnswers(Long last) : Rows(static_cast<std::size_t>(last) + 1), Answers(1) {}
+    const EntityAnswer& operator[](std::size_t drawn) const { return Answers[Rows[drawn]]; }
+    bool HasAny(EntityFate fate) const;
+
+    // To be filled in for this entity alone; valid until the next call.
+    EntityAnswer& Own(Long drawn);
+    // For an entity that has no answer yet.
+    void Share(Long drawn, EntityFate fate, Message why);
+
+  private:
+    std::vector<std::uint32_t> Rows; // by entity: its answer; 0: none yet
+    std::vector<EntityAnswer> Answers;
+    std::map<std::pair<EntityFate, Message>, std::uint32_t> Shared;
+    std::uint32_t LastShared = 0; // neighbours mostly have one answer
+};
 EntityAnswers AnswersOfRun();
 // Whether the number has an answer of its own.
 bool AnswersForItself(Long drawn);

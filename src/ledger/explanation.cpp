@@ -230,8 +230,9 @@ void ExplainPrograms(Explanation& explanation, const EntityAnswers& answers)
 {
     for (const ProgramTrace& trace : ProgramTraces)
         explanation.Programs.push_back({trace.Path, static_cast<Long>(trace.Drawn.size()), 0});
-    for (const EntityAnswer& answer : answers)
-        if (answer.Fate == EntityFate::Machined)
+    for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn)
+        if (const EntityAnswer& answer = answers[static_cast<std::size_t>(drawn)];
+            answer.Fate == EntityFate::Machined)
             ++explanation.Programs[answer.Program].Entities;
 }
 

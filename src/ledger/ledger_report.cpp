@@ -185,6 +185,8 @@ LeftGroups GroupsOf(const EntityAnswers& answers)
 
 void RefuseLost(const EntityAnswers& answers)
 {
+    if (!answers.HasAny(EntityFate::Lost))
+        return;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
         if (answers[static_cast<std::size_t>(drawn)].Fate != EntityFate::Lost)
             continue;
