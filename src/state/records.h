@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -36,18 +37,31 @@ template <std::size_t N> struct Text {
     std::string_view Trimmed() const
     {
         std::size_t length = N;
+        while (length >= sizeof BlankWord && IsBlankWord(Characters + length - sizeof BlankWord))
+            length -= sizeof BlankWord;
         while (length > 0 && Characters[length - 1] == ' ')
             --length;
         return {Characters, length};
     }
     friend bool operator==(const Text& a, std::string_view b)
     {
-        const std::size_t last = b.find_last_not_of(' ');
-        return a.Trimmed() == b.substr(0, last == std::string_view::npos ? 0 : last + 1);
+        const std::string_view text = b.substr(0, b.find_last_not_of(' ') + 1);
+        return a.Padded().starts_with(text) && a.Trimmed().size() == text.size();
     }
     friend bool operator==(const Text& a, const Text& b)
     {
         return std::memcmp(a.Characters, b.Characters, N) == 0;
+    }
+
+  private:
+    // Layers have 114 characters and mostly ten letters, and each pass asks for them: blanks are passed over
+    // by words.
+    static constexpr std::uint64_t BlankWord = 0x2020202020202020;
+    static bool IsBlankWord(const char* characters)
+    {
+        std::uint64_t word = 0;
+        std::memcpy(&word, characters, sizeof word);
+        return word == BlankWord;
     }
 };
 
