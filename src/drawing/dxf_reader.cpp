@@ -42,8 +42,9 @@ struct ReaderState {
     Long Current = 1;
     Long Polyline = 0; // the drawn entity whose vertices follow; 0: none
     std::string CarriedLayer;
-    Long CarriedName = 0;            // as the drawing spells that layer
-    bool HasLayerOfPolyline = false; // the current record is a SEQEND whose layer is its polyline's
+    Long CarriedName = 0;             // as the drawing spells that layer
+    Long KindName = 0, LayerName = 0; // of the current record, as the drawing spells them
+    bool HasLayerOfPolyline = false;  // the current record is a SEQEND whose layer is its polyline's
     Text<1> CarriedSide;
     bool PolylineCarry = false;
     bool Lightweight = false; // inside an LWPOLYLINE
@@ -59,6 +60,8 @@ struct ReaderState {
     Long LayerReadName = 0;
     std::string NameRead; // the last layer's line, and the number of the name in it
     Long NameNumber = 0;
+    std::string KindRead; // the last kind, and the number of its name
+    Long KindNumber = 0;
 };
 
 ReaderState* Running = nullptr;
@@ -85,16 +88,23 @@ std::string AtLine(const ReaderState& state)
     return "line " + WholeText(static_cast<long long>(state.Scanner.LineNumber));
 }
 
+// The layer of the current record, as the drawing spells it.
+Long NameOfLayer(const ReaderState& state)
+{
+    return state.Lightweight ? state.CarriedName : state.LayerName;
+}
+
 // " of LINE on layer X" for messages about the current record.
 std::string OfRecord(const ReaderState& state)
 {
     const DxfEntity& entity = Entities[state.Current];
     if (entity.Kind.Trimmed().empty())
         return {};
-    const std::string_view longKind = NameOfNumber(entity.KindName);
-    std::string text = " of " + std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind);
-    if (!entity.Layer.Trimmed().empty())
-        text += " on layer " + std::string(NameOfNumber(entity.LayerName));
+    std::string text = " of ";
+    text += state.Lightweight ? entity.Kind.Trimmed() : NameOfNumber(state.KindName);
+    const std::string_view layer = NameOfNumber(NameOfLayer(state));
+    if (!entity.Layer.Trimmed().empty() && !layer.empty())
+        text += " on layer " + std::string(layer);
     return text;
 }
 
@@ -149,14 +159,27 @@ void GrowEntities(ReaderState& state)
     ++state.Current;
 }
 
+// Neighbours mostly are of one kind.
+Long NumberOfKind(ReaderState& state, std::string_view kind)
+{
+    if (kind != state.KindRead) {
+        state.KindRead.assign(kind);
+        state.KindNumber = NumberOfName(kind);
+    }
+    return state.KindNumber;
+}
+
 // The record that begins with the line just read. The vertices of an LWPOLYLINE are the same entity.
-void NoteDrawnEntity(const ReaderState& state, Long owner)
+void NoteDrawnEntity(ReaderState& state, std::string_view kind, Long owner)
 {
     DrawnEntity drawn;
     drawn.Line = static_cast<Long>(state.Scanner.LineNumber);
-    drawn.Owner = owner;
     DrawnEntities.Append(drawn);
     Entities[state.Current].Drawn = DrawnEntities.Last();
+    if (owner != 0)
+        NoteOwner(DrawnEntities.Last(), owner);
+    state.KindName = NumberOfKind(state, kind);
+    state.LayerName = 0;
 }
 
 // The panel side that the record's extrusion names, or the side its polyline carries.
@@ -192,6 +215,8 @@ void FinishExtrusion(ReaderState& state)
 void EndRecord(ReaderState& state)
 {
     DxfEntity& entity = Entities[state.Current];
+    if (entity.Drawn != 0)
+        NameDrawn(entity.Drawn, state.KindName, state.LayerName, NameOfLayer(state));
     if (Holds(entity.Kind.Trimmed(), "SEQEND"))
         entity.Color = state.LastColor;
     if (state.ExtrusionPending || state.PolylineCarry)
@@ -213,15 +238,7 @@ void TakeLayerOfPolyline(ReaderState& state)
     if (state.CarriedLayer.empty() || state.CarriedLayer == LayerToCome)
         return;
     Entities[state.Current].Layer = Trim(state.CarriedLayer);
-    Entities[state.Current].LayerName = state.CarriedName;
-}
-
-void TakeKind(ReaderState& state, std::string_view word)
-{
-    DxfEntity& entity = Entities[state.Current];
-    entity.Kind = word;
-    if (entity.Kind != word) // cut
-        entity.KindName = NumberOfName(word);
+    state.LayerName = state.CarriedName;
 }
 
 // Group 0. False at ENDSEC.
@@ -236,9 +253,9 @@ bool BeginRecord(ReaderState& state, std::string_view value)
         const bool isVertex = value == "VERTEX";
         if (!isVertex)
             state.Polyline = 0;
-        else if (!state.CarriedLayer.empty())
+        NoteDrawnEntity(state, value, state.Polyline);
+        if (isVertex)
             TakeLayerOfPolyline(state);
-        NoteDrawnEntity(state, state.Polyline);
         return true;
     }
     const std::string word = UpperCase(value);
@@ -246,19 +263,21 @@ bool BeginRecord(ReaderState& state, std::string_view value)
         return false;
     const bool isPolyline = Holds(word, "POLYLINE");
     const bool isPart = word == "SEQEND" || word == "VERTEX";
-    NoteDrawnEntity(state, isPart ? state.Polyline : 0);
+    state.Lightweight = isPolyline && Holds(word, "LWPOLYLINE");
+    NoteDrawnEntity(state, state.Lightweight ? "POLYLINE" : Trim(word), isPart ? state.Polyline : 0);
     if (!isPart)
         state.Polyline = isPolyline ? DrawnEntities.Last() : 0;
-    if (isPolyline)
+    if (isPolyline) {
         state.CarriedLayer = LayerToCome;
+        state.CarriedName = 0;
+    }
     if (Holds(word, "SEQEND")) {
         TakeLayerOfPolyline(state);
         state.HasLayerOfPolyline = !state.CarriedLayer.empty() && state.CarriedLayer != LayerToCome;
         state.CarriedLayer.clear();
     }
-    state.Lightweight = isPolyline && Holds(word, "LWPOLYLINE");
     if (!state.Lightweight) {
-        TakeKind(state, Trim(word));
+        Entities[state.Current].Kind = Trim(word);
         if (Entities[state.Current].Kind == "VERTEX")
             TakeLayerOfPolyline(state);
         return true;
@@ -302,7 +321,7 @@ void TakeLayer(ReaderState& state, std::string_view line)
     const bool isPlain = state.CarriedLayer.empty() && !state.Lightweight;
     if (isPlain && line == state.LayerRead) { // neighbours mostly share a layer
         Entities[state.Current].Layer = state.LayerField;
-        Entities[state.Current].LayerName = state.LayerReadName;
+        state.LayerName = state.LayerReadName;
         return;
     }
     const std::string_view value = GroupValue(state, line);
@@ -316,11 +335,12 @@ void TakeLayer(ReaderState& state, std::string_view line)
         state.CarriedName = name;
     }
     Entities[state.Current].Layer = Trim(state.CarriedLayer.empty() ? upper : state.CarriedLayer);
-    Entities[state.Current].LayerName = state.CarriedLayer.empty() ? name : state.CarriedName;
-    if (state.Lightweight) {
+    if (state.Lightweight)
         Entities[state.Current - 1].Layer = Trim(upper);
-        Entities[state.Current - 1].LayerName = name;
-    }
+    else
+        state.LayerName = state.CarriedLayer.empty() ? name : state.CarriedName;
+    if (state.Lightweight && !state.FirstVertexDone)
+        state.LayerName = name;
     if (isPlain) {
         state.LayerRead.assign(line);
         state.LayerField = Entities[state.Current].Layer;
@@ -335,7 +355,6 @@ void FinishLightweightVertex(ReaderState& state)
     Entities[state.Current].Kind = "VERTEX";
     Entities[state.Current].Drawn = DrawnEntities.Last();
     Entities[state.Current].Layer = Trim(state.CarriedLayer);
-    Entities[state.Current].LayerName = state.CarriedName;
     state.FirstVertexDone = true;
 }
 

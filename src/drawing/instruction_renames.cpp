@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/text.h"
+#include "state/drawn_entities.h"
 #include "state/run.h"
 
 namespace kv {
@@ -19,7 +20,7 @@ void RenameLayers(const std::vector<LayerRename>& renames)
             if (layer != rename.From)
                 continue;
             Entities[i].Layer = rename.To;
-            Entities[i].LayerName = rename.Name;
+            RenameDrawn(Entities[i].Drawn, rename.Name);
             break;
         }
     }
@@ -57,7 +58,7 @@ void RenameColors(const std::vector<ColorRename>& renames)
         DxfEntity& entity = Entities[i];
         if (carry) {
             entity.Layer = carried;
-            entity.LayerName = carriedName;
+            RenameDrawn(entity.Drawn, carriedName);
             carry = entity.Kind == "VERTEX"; // a POLYLINE under the carry ends it and starts none
             continue;
         }
@@ -67,7 +68,7 @@ void RenameColors(const std::vector<ColorRename>& renames)
             carried = TrimLeft(rename.To);
             carriedName = rename.Name;
             entity.Layer = carried;
-            entity.LayerName = carriedName;
+            RenameDrawn(entity.Drawn, carriedName);
             carry = entity.Kind == "POLYLINE";
             break;
         }

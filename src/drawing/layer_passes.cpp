@@ -150,7 +150,7 @@ bool SplitPass(Long index, const PassWord& word, DrawnCopies& copies)
     pass = WithoutHead(WithoutHead(WithoutHead(pass, word.Head), "_"), " ");
     DxfEntity copy = Entities[index];
     copy.Drawn = copies.Of(copy.Drawn);
-    NoteDrawnLayer(shortened, copy.LayerName); // a value that is refused names it
+    NoteDrawnLayer(shortened, LookOf(copy.Drawn).Named); // a value that is refused names it
     copy.Layer =
         std::string(word.Word) + next + std::string(pass) + InheritedParts(pass, shortened, word) + tail;
     Entities[index].Layer = shortened;

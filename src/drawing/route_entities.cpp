@@ -13,7 +13,6 @@
 #include "platform/text.h"
 #include "platform/trigonometry.h"
 #include "state/drawn_entities.h"
-#include "state/drawn_names.h"
 #include "state/pocket_setting.h"
 #include "state/report.h"
 
@@ -248,9 +247,7 @@ void CountUnknown(RouteWalk& walk, const DxfEntity& entity)
 {
     if (!(entity.Layer == walk.Layer) || Holds(entity.Kind.Trimmed(), "TEXT"))
         return;
-    const std::string_view longKind = NameOfNumber(entity.KindName);
-    UnknownKind& unknown =
-        walk.Left.Unknown[std::string(longKind.empty() ? entity.Kind.Trimmed() : longKind)];
+    UnknownKind& unknown = walk.Left.Unknown[std::string(UncutKind(entity))];
     if (++unknown.Count == 1) {
         unknown.First = entity.Drawn;
         unknown.X = entity.X1;

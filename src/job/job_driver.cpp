@@ -37,7 +37,6 @@
 #include "routes/route_doubts.h"
 #include "routes/route_sides.h"
 #include "state/carry_over.h"
-#include "state/drawn_entities.h"
 #include "state/given_names.h"
 #include "state/report.h"
 #include "state/run.h"
@@ -201,7 +200,6 @@ void ConvertDrawing()
     // 2. Instructions of the drawing.
     if (!Run.InstructionLayer.empty()) {
         SetMeter(Meter::ReadingInfo, 100);
-        NameDrawnEntities();
         ReadInstructions();
     }
     // 3. and 4. Layer names.

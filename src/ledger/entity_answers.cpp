@@ -149,7 +149,7 @@ std::string FateName(EntityFate fate)
 
 bool AnswersForItself(Long drawn)
 {
-    return DrawnEntities[drawn].Owner == 0;
+    return WholeOf(drawn) == drawn;
 }
 
 bool EntityAnswers::HasAny(EntityFate fate) const
@@ -168,16 +168,13 @@ EntityAnswer& EntityAnswers::Own(Long drawn)
     return Answers[row];
 }
 
-void EntityAnswers::Share(Long drawn, EntityFate fate, Message why)
+void EntityAnswers::FindShared(EntityFate fate, Message why)
 {
-    if (Answers[LastShared].Fate != fate || Answers[LastShared].Why != why || LastShared == 0) {
-        const auto next = static_cast<std::uint32_t>(Answers.size());
-        const auto [row, isNew] = Shared.try_emplace({fate, why}, next);
-        if (isNew)
-            Answers.push_back({why, 0, 0, 0, fate});
-        LastShared = row->second;
-    }
-    Rows[static_cast<std::size_t>(drawn)] = LastShared;
+    const auto next = static_cast<std::uint32_t>(Answers.size());
+    const auto [row, isNew] = Shared.try_emplace({fate, why}, next);
+    if (isNew)
+        Answers.push_back({why, 0, 0, 0, fate});
+    LastShared = row->second;
 }
 
 EntityAnswers AnswersOfRun()

@@ -45,13 +45,21 @@ class EntityAnswers {
     // To be filled in for this entity alone; valid until the next call.
     EntityAnswer& Own(Long drawn);
     // For an entity that has no answer yet.
-    void Share(Long drawn, EntityFate fate, Message why);
+    void Share(Long drawn, EntityFate fate, Message why)
+    {
+        const EntityAnswer& last = Answers[LastShared]; // neighbours mostly have one answer
+        if (LastShared == 0 || last.Fate != fate || last.Why != why)
+            FindShared(fate, why);
+        Rows[static_cast<std::size_t>(drawn)] = LastShared;
+    }
 
   private:
+    void FindShared(EntityFate fate, Message why);
+
     std::vector<std::uint32_t> Rows; // by entity: its answer; 0: none yet
     std::vector<EntityAnswer> Answers;
     std::map<std::pair<EntityFate, Message>, std::uint32_t> Shared;
-    std::uint32_t LastShared = 0; // neighbours mostly have one answer
+    std::uint32_t LastShared = 0;
 };
 EntityAnswers AnswersOfRun();
 // Whether the number has an answer of its own.

@@ -24,15 +24,25 @@ std::unordered_map<Long, std::string> LongHandles; // of entities as drawn
 
 std::vector<EntityLook> Looks(1);
 std::map<EntityLook, Long> LookNumbers;
+Long LastFound = 0;          // look; neighbours mostly look alike
+RecordArray<Long> Owners;    // of the parts of polylines, up to the last one
 std::vector<Long> Originals; // of the entities from FirstCopy on
 Long FirstCopy = 0;          // 0: none
 
 Long NumberOfLook(const EntityLook& look)
 {
+    if (Looks[static_cast<std::size_t>(LastFound)] == look)
+        return LastFound;
     const auto [number, isNew] = LookNumbers.try_emplace(look, static_cast<Long>(Looks.size()));
     if (isNew)
         Looks.push_back(look);
-    return number->second;
+    LastFound = number->second;
+    return LastFound;
+}
+
+Long OwnerOf(Long drawn)
+{
+    return drawn <= Owners.Last() ? Owners[drawn] : 0;
 }
 
 void AppendEntities(Long drawn, std::vector<Long>& entities)
@@ -54,6 +64,8 @@ void ForgetDrawnEntities()
     LongHandles.clear();
     Looks.assign(1, {});
     LookNumbers.clear();
+    LastFound = 0;
+    Owners.Clear();
     Originals.clear();
     FirstCopy = 0;
 }
@@ -100,73 +112,65 @@ Long CopyOf(Long drawn)
     return FirstCopy == 0 || drawn < FirstCopy ? 0 : Originals[static_cast<std::size_t>(drawn - FirstCopy)];
 }
 
-namespace {
-
-// The look of an entity as it is drawn. Neighbours mostly look alike.
-class DrawnLooks {
-  public:
-    Long Of(const DxfEntity& entity)
-    {
-        if (Last == nullptr || Last->LayerName != entity.LayerName || Last->KindName != entity.KindName ||
-            !(Last->Kind == entity.Kind)) {
-            const Long kind = entity.KindName != 0 ? entity.KindName : NumberOfName(entity.Kind.Trimmed());
-            LastLook = NumberOfLook({kind, entity.LayerName, 0, 0});
-        }
-        Last = &entity;
-        return LastLook;
-    }
-
-  private:
-    const DxfEntity* Last = nullptr;
-    Long LastLook = 0;
-};
-
-} // namespace
-
-void NameDrawnEntities()
+void NameDrawn(Long drawn, Long kind, Long layer, Long named)
 {
-    DrawnLooks looks;
-    for (const DxfEntity& entity : Entities)
-        if (DrawnEntity& drawn = DrawnEntities[entity.Drawn]; entity.Drawn != 0 && drawn.Look == 0)
-            drawn.Look = looks.Of(entity);
+    DrawnEntities[drawn].Look = NumberOfLook({kind, layer, 0, named});
+}
+
+void RenameDrawn(Long drawn, Long named)
+{
+    if (drawn == 0)
+        return;
+    EntityLook look = LookOf(drawn);
+    look.Named = named;
+    DrawnEntities[drawn].Look = NumberOfLook(look);
 }
 
 // Entities of one look mostly have one state: the last one of the look is asked first.
 void NameLayerStates()
 {
     struct Known {
-        Long Entity = 0;              // the last one of a look
-        Long Look = 0, LayerName = 0; // what became of it
+        Long Entity = 0; // the last one of a look
+        Long Look = 0;   // what became of it
     };
     std::vector<Known> lastOfLook; // by the look before
-    DrawnLooks looks;
     for (Long i = 1; i <= Entities.Last(); ++i) {
         const DxfEntity& entity = Entities[i];
         if (entity.Drawn == 0)
             continue;
         DrawnEntity& drawn = DrawnEntities[entity.Drawn];
-        const Long before = drawn.Look != 0 ? drawn.Look : looks.Of(entity);
-        const auto place = static_cast<std::size_t>(before);
+        const auto place = static_cast<std::size_t>(drawn.Look);
         if (place >= lastOfLook.size())
             lastOfLook.resize(place + 1);
         Known& known = lastOfLook[place];
-        if (known.Entity == 0 || known.LayerName != entity.LayerName ||
-            !(Entities[known.Entity].Layer == entity.Layer)) {
-            EntityLook named = LookOfNumber(before);
+        if (known.Entity == 0 || !(Entities[known.Entity].Layer == entity.Layer)) {
+            EntityLook named = LookOfNumber(drawn.Look);
             named.State = NumberOfName(entity.Layer.Trimmed());
-            named.Named = entity.LayerName;
-            NoteDrawnLayer(entity.Layer.Trimmed(), entity.LayerName);
+            NoteDrawnLayer(entity.Layer.Trimmed(), named.Named);
             known.Look = NumberOfLook(named);
-            known.LayerName = entity.LayerName;
         }
         known.Entity = i;
         drawn.Look = known.Look;
     }
 }
 
+std::string_view UncutKind(const DxfEntity& entity)
+{
+    const std::string_view kind = entity.Kind.Trimmed();
+    const bool isWhole = kind.size() < entity.Kind.Padded().size() || entity.Drawn == 0;
+    return isWhole ? kind : NameOfNumber(LookOf(entity.Drawn).Kind);
+}
+
+void NoteOwner(Long drawn, Long owner)
+{
+    while (Owners.Last() < drawn)
+        Owners.Append(0);
+    Owners[drawn] = owner;
+}
+
 Long WholeOf(Long drawn)
 {
-    const Long owner = DrawnEntities[drawn].Owner;
+    const Long owner = OwnerOf(drawn);
     return owner != 0 ? owner : drawn;
 }
 
@@ -183,17 +187,17 @@ Long DrawnCopies::Of(Long drawn)
         return drawn;
     if (drawn == Last) // the records of a lightweight polyline are one entity
         return CopyOfLast;
-    DrawnEntity copy = DrawnEntities[drawn];
-    if (copy.Owner != 0 && copy.Owner == Whole)
-        copy.Owner = CopyOfWhole;
     const Long first = CopyOf(drawn);
-    DrawnEntities.Append(copy);
+    const Long owner = OwnerOf(drawn);
+    DrawnEntities.Append(DrawnEntities[drawn]);
     Last = drawn;
     CopyOfLast = DrawnEntities.Last();
+    if (owner != 0)
+        NoteOwner(CopyOfLast, owner == Whole ? CopyOfWhole : owner);
     if (FirstCopy == 0)
         FirstCopy = CopyOfLast;
     Originals.push_back(first != 0 ? first : drawn);
-    if (copy.Owner == 0) {
+    if (owner == 0) {
         Whole = Last;
         CopyOfWhole = CopyOfLast;
     }

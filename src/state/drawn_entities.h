@@ -15,10 +15,10 @@
 
 namespace kv {
 
-// Kept small, since a drawing may have a million entities that mean nothing.
+// Kept small, since a drawing may have a million entities that mean nothing. The polylines of vertices stand
+// apart, since most entities have none: see WholeOf.
 struct DrawnEntity {
     Long Line = 0;  // of the file, where its kind stands
-    Long Owner = 0; // the polyline of a vertex; 0: none
     Long Look = 0;  // number of its kind and layer
     Text<8> Handle; // see HandleOf
 };
@@ -45,11 +45,17 @@ Long CopyOf(Long drawn);
 
 // Before a drawing is read.
 void ForgetDrawnEntities();
-// Kinds and layers of all, from Entities as they were read. Needed where instructions may rename layers.
-void NameDrawnEntities();
-// The layers of all, from Entities as the layer rules have rewritten them, and kinds and layers of those that
-// have none yet; notes which layer as drawn each comes from.
+// An entity's kind and layer as read. `named`: the layer of its last part, which may be another one.
+void NameDrawn(Long drawn, Long kind, Long layer, Long named);
+// The name by which an instruction renames the layer of a record's entity.
+void RenameDrawn(Long drawn, Long named);
+// The layers of all, from Entities as the layer rules have rewritten them; notes which layer as drawn each
+// comes from.
 void NameLayerStates();
+// The kind of a record, uncut.
+std::string_view UncutKind(const DxfEntity& entity);
+// The polyline of a vertex or SEQEND, which is read behind it; 0: none.
+void NoteOwner(Long drawn, Long owner);
 // The entity whose part it is, a vertex's polyline say, in the same operation.
 Long WholeOf(Long drawn);
 // The whole entity as it is drawn.

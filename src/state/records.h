@@ -139,9 +139,6 @@ struct DxfEntity {
     Int ExtrusionZ = 0;
     Text<3> Reserved;
     Long Drawn = 0; // its number among DrawnEntities
-    // Numbers of names for the report; 0: none.
-    Long LayerName = 0; // as the drawing spells it, or the instruction that renames it
-    Long KindName = 0;  // of a kind that is longer than its field
 };
 
 // One vertical bore.

@@ -62,5 +62,48 @@ TEST_F(DrawnTogetherTest, AMessageNamesLineAndHandleOfTheFirstEntity)
     EXPECT_EQ(ValueOf(WithPlace({}, 0), "line"), "none");
 }
 
+void AppendBlank(int count)
+{
+    for (int i = 0; i < count; ++i)
+        DrawnEntities.Append(DrawnEntity{});
+}
+
+TEST_F(DrawnTogetherTest, APartBelongsToItsPolylineAndItsCopyToTheCopiedOne)
+{
+    AppendBlank(4);
+    NoteOwner(2, 1);
+    NoteOwner(3, 1);
+    DrawnCopies copies;
+    const Long polyline = copies.Of(1);
+    const Long vertex = copies.Of(2);
+    EXPECT_EQ(WholeOf(1), 1);
+    EXPECT_EQ(WholeOf(3), 1);
+    EXPECT_EQ(WholeOf(4), 4); // behind the last part
+    EXPECT_EQ(WholeOf(polyline), polyline);
+    EXPECT_EQ(WholeOf(vertex), polyline);
+    EXPECT_EQ(DrawnAs(vertex), 1);
+    ForgetDrawnEntities();
+    AppendBlank(2);
+    EXPECT_EQ(WholeOf(2), 2);
+}
+
+TEST_F(DrawnTogetherTest, ARenameLeavesTheLayerAsDrawnAndTheOtherEntitiesOfItsLook)
+{
+    AppendBlank(2);
+    NameDrawn(1, 5, 6, 6);
+    NameDrawn(2, 5, 6, 6);
+    RenameDrawn(2, 9);
+    EXPECT_EQ(LookOf(1), (EntityLook{5, 6, 0, 6}));
+    EXPECT_EQ(LookOf(2), (EntityLook{5, 6, 0, 9}));
+    RenameDrawn(0, 9); // a record of no entity
+    EXPECT_EQ(LookOf(0), EntityLook{});
+}
+
+// A drawing may have a million entities that mean nothing.
+TEST(DrawnEntitySize, AnEntityTakesFewBytesBesideItsRecord)
+{
+    EXPECT_LE(sizeof(DrawnEntity) + sizeof(DxfEntity::Drawn), sizeof(DxfEntity) / 10);
+}
+
 } // namespace
 } // namespace kv
