@@ -84,6 +84,15 @@ constexpr const char* DrawFooter =
     "A line that is not understood is named on standard error, and the rest is drawn. Exit status: 0, or 1\n"
     "when something could not be read, understood or written.";
 
+constexpr const char* CheckText = "Proves that programs cut what their drawings ask for.";
+constexpr const char* CheckFooter =
+    "\nDRAWING is converted in memory, nothing is placed. Its programs are read back, and the wood that "
+    "they\n"
+    "cut is held against the wood that the drawing asks for: what is left standing and what is cut away is\n"
+    "named with its place, depth and millimetres. What cannot be judged is named too.\n"
+    "--program checks another program against the drawing, one that was edited by hand say.\n"
+    "Exit status: 0, with --strict 1 when anything was found, or 1 when a drawing could not be converted.";
+
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
     "\nLooks every 500 ms for Temp.DXF or BATCH.LST in the source folders, runs what the settings allow and\n"
@@ -142,6 +151,8 @@ void AddConvert(CLI::App& app, CommandLine& line, Words& words)
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
     AddStrict(*convert, line);
+    convert->add_flag("--check", line.Check,
+                      "Reads the programs back and reports where they do not cut what the drawing asks for");
     AddSpreading(*convert, line);
 }
 
@@ -233,6 +244,26 @@ void AddDraw(CLI::App& app, CommandLine& line, Words& words)
         ->allow_extra_args(false);
 }
 
+void AddCheck(CLI::App& app, CommandLine& line, Words& words)
+{
+    constexpr double leastTolerance = 0.02, mostTolerance = 10; // mm
+    CLI::App* const check = app.add_subcommand("check", CheckText);
+    check->footer(CheckFooter);
+    check->add_option("DRAWING", line.Drawings, "DXF drawings; .DXF is added to a name without it")
+        ->required();
+    check->add_option("--program", line.Program, "Program to check instead of the drawing's own")
+        ->type_name("FILE");
+    check->add_option("--tolerance", line.Tolerance, "Millimetres that may be left or cut beyond")
+        ->type_name("MM")
+        ->check(CLI::Range(leastTolerance, mostTolerance))
+        ->capture_default_str();
+    check->add_option("--report", words.Report, "Form of the findings")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+    check->add_flag("--strict", line.Strict, "Exit status 1 when anything was found");
+    AddConditions(*check, line, words);
+}
+
 bool IsPictureFile(std::string name)
 {
     std::transform(name.begin(), name.end(), name.begin(),
@@ -320,6 +351,8 @@ Call CallOf(const CLI::App& app)
         return Call::Explain;
     if (app.got_subcommand("draw"))
         return Call::Draw;
+    if (app.got_subcommand("check"))
+        return Call::Check;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
 }
 
@@ -349,8 +382,12 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
         cause = TakeSettings(words.Settings, line);
     if (!cause.empty())
         return Refused(cause, call);
-    if (line.Strict)
+    if (call == Call::Check && !line.Program.empty() && line.Drawings.size() != 1)
+        return Refused("--program goes with one drawing", call);
+    if (line.Strict && call != Call::Check)
         line.Overrides.emplace_back("Strict", "yes");
+    if (line.Check || call == Call::Check)
+        line.Overrides.emplace_back("Check", "yes");
     line.Asked = call;
     line.ReportJson = words.Report == "json";
     if (!words.System.empty())
@@ -368,7 +405,8 @@ void TellUsage(std::string_view cause, Call call)
     };
     constexpr NameRow names[] = {{Call::Convert, " convert"}, {Call::Place, " place"},
                                  {Call::Trace, " trace"},     {Call::Explain, " explain"},
-                                 {Call::Draw, " draw"},       {Call::Watch, " watch"}};
+                                 {Call::Draw, " draw"},       {Call::Check, " check"},
+                                 {Call::Watch, " watch"}};
     std::string text = "korvanti: ";
     text += cause;
     text += "\nkorvanti";
@@ -395,6 +433,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     AddTrace(app, line, words);
     AddExplain(app, line, words);
     AddDraw(app, line, words);
+    AddCheck(app, line, words);
     AddWatch(app, line);
     try {
         std::reverse(typed.begin(), typed.end()); // taken from the back

@@ -15,6 +15,7 @@ enum class Call {
     Trace,
     Explain,
     Draw,
+    Check,
     Watch,
     Work
 }; // None: help or version was shown, or the usage was wrong
@@ -34,6 +35,9 @@ struct CommandLine {
     std::vector<std::pair<std::string, std::string>> Overrides; // setting key and value
     bool ReportJson = false;
     bool Strict = false;               // in Overrides too
+    bool Check = false;                // in Overrides too
+    std::string Program;               // to be checked instead of the drawing's, as typed
+    double Tolerance = 0.1;            // of the check, mm
     int Jobs = 0;                      // processes of a list; 0: this one alone
     std::string Stage;                 // folder to be made, as typed
     long long Number = 1;              // of that stage in the list

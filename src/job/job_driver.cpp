@@ -23,6 +23,7 @@
 #include "drilling/optimize_drilling.h"
 #include "job/misread_settings.h"
 #include "job/placing.h"
+#include "job/program_check.h"
 #include "ledger/ledger_report.h"
 #include "ledger/stage_marks.h"
 #include "platform/clock.h"
@@ -122,6 +123,7 @@ void StartDrawing()
 {
     const bool clean = StartsClean();
     TellUnknownStrictness();
+    StartCheck();
     StartLegacy(clean);
     StartWriterMemory(clean);
     if (!clean)
@@ -216,6 +218,7 @@ void ConvertDrawing()
     SettleOriginAndUnits();
     SettleRunParameters();
     TellPanelDoubts();
+    WorkOutDemands();
     StageDone("border");
     // 8. and 9. Bores, grooves and texts.
     ReadOperations();
@@ -279,6 +282,7 @@ void ConvertDrawing()
     if (!Stages.StopBeforeWriters) {
         RunProgramWriters();
         CloseLedger();
+        CheckPrograms();
         EndProgramsReport();
         StageDone("programs");
         WriteCutListEntry();

@@ -255,6 +255,18 @@ enum class Message : int {
     TextNotMachined = 840,
     ProgramsSwitchedOff = 841,
     MtextNotRead = 850,
+
+    ProgramsProved = 901,
+    WoodLeftStanding = 902,
+    WoodCutAway = 903,
+    BoreMissing = 904,
+    BoreOther = 905,
+    WayNarrowForTool = 906,
+    ProgramLineUnread = 907,
+    EntityNotProved = 908,
+    FurtherFindings = 909,
+    CheckUnknown = 910,
+    NothingProved = 911,
 };
 
 } // namespace kv

@@ -25,6 +25,7 @@ constexpr RoomRow RoomRows[] = {
     {6, "Files and installation"},
     {7, "Batches, trigger files, lists and window"},
     {8, "What became of the entities"},
+    {9, "What the programs cut"},
 };
 
 // Calls `take` with each stretch of plain text and each name, in their order.

@@ -59,6 +59,7 @@ struct Settings {
     std::string SPDA;
     std::string Pockets; // "told": rectangles and circles by their rules; "any": any shape by true insets
     std::string Strict;  // "yes": a drawing with a doubt in its report fails; "no"
+    std::string Check;   // "yes": programs are read back and held against the drawing; "no"
     std::string
         CarryOver; // "kept": a drawing starts as the one before left things; "clean": as in a fresh process
 

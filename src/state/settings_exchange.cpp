@@ -106,6 +106,7 @@ const SettingRow OtherRows[] = {
     {"Pockets", Form::Text, &Config.Pockets},
     {"CarryOver", Form::Text, &Config.CarryOver},
     {"Strict", Form::Text, &Config.Strict},
+    {"Check", Form::Text, &Config.Check},
 };
 
 // Section "System".
@@ -358,11 +359,13 @@ int NumberBehind(std::string_view key, std::string_view head, int limit)
 
 // Of the window, of triggers and viewers: no program depends on them. On Strict depends whether one is
 // written, never what it holds.
-constexpr std::string_view KeysBesidePrograms[] = {
-    "FormState",        "SourcePath90",     "SourcePathGen",    "SourcePathEV",     "AutoStartTemp",
-    "AutoStartBatch",   "GraphicAfterAuto", "GraphicAfterMan",  "PauseForMessages", "TipsEnable",
-    "MakeBinaries",     "BatchLimit",       "RadiusLimit",      "GraphicDelay",     "ListColumnWidth3",
-    "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6", "EditorPath",       "Strict"};
+constexpr std::string_view KeysBesidePrograms[] = {"FormState",        "SourcePath90",     "SourcePathGen",
+                                                   "SourcePathEV",     "AutoStartTemp",    "AutoStartBatch",
+                                                   "GraphicAfterAuto", "GraphicAfterMan",  "PauseForMessages",
+                                                   "TipsEnable",       "MakeBinaries",     "BatchLimit",
+                                                   "RadiusLimit",      "GraphicDelay",     "ListColumnWidth3",
+                                                   "ListColumnWidth4", "ListColumnWidth5", "ListColumnWidth6",
+                                                   "EditorPath",       "Strict",           "Check"};
 
 void AddTexts(std::vector<SettingText>& texts, std::string_view head, std::span<const SettingRow> rows)
 {

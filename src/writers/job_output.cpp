@@ -121,6 +121,8 @@ ContentsMark MarkOf(std::string_view contents)
 FileOutcome HandOverProgram(const std::string& installation, const std::string& path,
                             std::string_view contents)
 {
+    if (Outputs.KeepsTexts)
+        Outputs.Texts.push_back({path, std::string(contents)});
     if (IsRecorded({StepKind::Program, installation, path, std::string(contents), {}}))
         return {};
     FileOutcome outcome = MayHoldPrograms(FolderOf(path));

@@ -82,6 +82,10 @@ struct JobOutput {
     bool Empty() const { return Programs.empty() && Changes.empty(); }
 };
 
+struct ProgramTextKept {
+    std::string Path, Text;
+};
+
 struct OutputQueue {
     JobOutput Current;                                               // the drawing that runs
     std::vector<JobOutput> Waiting;                                  // drawings of a list, in order
@@ -89,6 +93,8 @@ struct OutputQueue {
     FileOutcome (*Enter)(const std::string& installation) = nullptr; // before anything is written aside
     bool Recording = false;                                          // steps are kept instead of being done
     std::vector<OutputStep> Steps;                                   // of the drawing that runs
+    bool KeepsTexts = false;                                         // of programs, to be read back
+    std::vector<ProgramTextKept> Texts;                              // of the drawing that runs
 };
 extern OutputQueue Outputs;
 
