@@ -1,12 +1,12 @@
 #include "machine/cnc_reader.h"
 
-#include <algorithm>
 #include <cmath>
-#include <optional>
-#include <set>
+#include <string_view>
 #include <utility>
 
 #include "machine/arcs.h"
+#include "machine/block_words.h"
+#include "machine/reading_limits.h"
 #include "machine/text_lines.h"
 
 namespace kv {
@@ -14,82 +14,16 @@ namespace kv {
 namespace {
 
 constexpr double MillimetresPerInch = 25.4;
-
-bool IsLetter(char c)
-{
-    return c >= 'A' && c <= 'Z';
-}
-
-// A line as its control takes it apart: a letter, and what stands up to the next one.
-struct Words {
-    std::string Code;               // "G88"
-    std::set<std::string> Others;   // "G41", "M66"
-    std::map<char, double> Numbers; // "X100"
-    std::string Tool;               // "T0171", as it stands
-    std::optional<double> Diameter; // "R54=8"
-    std::optional<char> DepthLetter;
-    bool Sound = true;
-
-    bool Has(char letter) const { return Numbers.count(letter) > 0; }
-    bool HasAll(const std::string& letters) const
-    {
-        return std::all_of(letters.begin(), letters.end(), [this](char c) { return Has(c); });
-    }
-    double Or(char letter, double other) const { return Has(letter) ? Numbers.at(letter) : other; }
-};
-
-void TakeCodeWord(Words& words, const std::string& word)
-{
-    if (words.Code.empty() && word[0] == 'G')
-        words.Code = word;
-    else
-        words.Sound = words.Others.insert(word).second && words.Sound;
-}
-
-void TakeNumberWord(Words& words, char letter, const std::string& text)
-{
-    static const std::string letters = "FEBSXYZIJKUACVQRPNL";
-    const std::optional<double> value = PlainNumber(text);
-    words.Sound = words.Sound && value && letters.find(letter) != std::string::npos &&
-                  words.Numbers.emplace(letter, *value).second;
-}
-
-Words WordsOfBlock(const std::string& line)
-{
-    Words words;
-    for (std::size_t at = 0; at < line.size();) {
-        std::size_t end = at + 1;
-        if (line.compare(at, 2, "Z=") == 0)
-            end = std::min(at + 3, line.size()); // the letter of a depth is any
-        else
-            while (end < line.size() && !IsLetter(line[end]))
-                ++end;
-        const std::string word = line.substr(at, end - at);
-        at = end;
-        while (at < line.size() && line[at] == ' ') // as in front of the end of a groove
-            ++at;
-        const std::string text = word.substr(1);
-        if (word[0] == 'G' || word[0] == 'M')
-            TakeCodeWord(words, word);
-        else if (word[0] == 'T')
-            words.Tool = text;
-        else if (word.rfind("R54=", 0) == 0)
-            words.Sound = (words.Diameter = PlainNumber(word.substr(4))) && words.Sound;
-        else if (word.rfind("Z=", 0) == 0 && word.size() == 3)
-            words.DepthLetter = word[2];
-        else
-            TakeNumberWord(words, word[0], text);
-    }
-    return words;
-}
+constexpr double SamePanel = 0.001; // mm, of the sizes that the headers of portions state
 
 struct CncProgram {
     CncReading How;
     MachineSteps Steps;
-    std::size_t Number = 0;
+    std::size_t Number = 0, Moves = 0;
     double Unit = 1; // millimetres
+    bool HasHeader = false, WantsName = false;
     bool Open = false;
-    bool Ended = false;
+    bool Ended = false, Full = false;
     Plane On = Plane::Surface;
     Corner From;
     double X = 0, Y = 0, Z = 0; // as in the program, in millimetres
@@ -116,7 +50,7 @@ struct CncProgram {
     // Seen from outside, edges 1 and 3 run against X and Y.
     int Sense() const { return On == Plane::Edge1 || On == Plane::Edge3 ? -1 : 1; }
 
-    bool TakeDepthLetter(const Words& words)
+    bool TakeDepthLetter(const BlockWords& words)
     {
         if (!words.DepthLetter)
             return true;
@@ -124,72 +58,94 @@ struct CncProgram {
         Z = known == How.Depths.end() ? 0 : known->second * Unit;
         return known != How.Depths.end();
     }
-    bool MoveTo(const Words& words)
+    bool MoveTo(const BlockWords& words)
     {
-        X = words.Has('X') ? words.Numbers.at('X') * Unit : X;
-        Y = words.Has('Y') ? words.Numbers.at('Y') * Unit : Y;
-        Z = words.Has('Z') ? words.Numbers.at('Z') * Unit : Z;
+        X = words.Has('X') ? words.At('X') * Unit : X;
+        Y = words.Has('Y') ? words.At('Y') * Unit : Y;
+        Z = words.Has('Z') ? words.At('Z') * Unit : Z;
         return TakeDepthLetter(words);
     }
-    bool TakePlane(const Words& words)
+    bool TakePlane(const BlockWords& words)
     {
         const double side = words.Or('P', 5);
         if (side != 1 && side != 2 && side != 3 && side != 4 && side != 5)
             return false;
         On = static_cast<Plane>(static_cast<int>(side));
         int corners = 0;
-        const auto take = [&](const char* word, bool top, bool right) {
-            if (words.Others.count(word) == 0)
-                return;
+        for (const int corner : {54, 55, 56, 57}) {
+            if (!words.Chooses(corner))
+                continue;
             ++corners;
-            From.Top = top != How.UpperAndLowerExchanged;
-            From.Right = right;
-        };
-        take("G54", true, false);
-        take("G55", false, false);
-        take("G56", true, true);
-        take("G57", false, true);
+            From.Top = (corner == 54 || corner == 56) != How.UpperAndLowerExchanged;
+            From.Right = corner == 56 || corner == 57;
+        }
         return corners == 1;
     }
-    static bool HasPlace(const Words& words)
+    static bool HasPlace(const BlockWords& words)
     {
         return words.HasAll("XY") && (words.Has('Z') || words.DepthLetter);
     }
 
-    bool TakeHeader(const std::string& line);
-    bool TakeStart(const Words& words);
-    bool TakeBore(const Words& words);
-    bool TakeRow(const Words& words);
-    bool TakeGroove(const Words& words);
+    bool TakeHeader(const BlockWords& words);
+    bool TakeNextHeader(const BlockWords& words);
+    bool TakeStart(const BlockWords& words);
+    bool TakeBore(const BlockWords& words);
+    bool TakeRow(const BlockWords& words);
+    bool TakeGroove(const BlockWords& words);
     Move& AddMove();
-    bool TakeLine(const Words& words);
-    bool TakeAngleArc(const Words& words, bool left);
-    bool TakeRadiusArc(const Words& words, bool left);
-    bool TakeCentreArc(const Words& words, bool left);
-    bool TakeThreePointArc(const Words& words, bool left);
-    bool TakeMove(const Words& words);
-    bool TakeBlock(const Words& words);
-    void Take(const std::string& line);
+    bool TakeLine(const BlockWords& words);
+    bool TakeAngleArc(const BlockWords& words, bool left);
+    bool TakeRadiusArc(const BlockWords& words, bool left);
+    bool TakeCentreArc(const BlockWords& words, bool left);
+    bool TakeThreePointArc(const BlockWords& words, bool left);
+    bool TakeMove(const BlockWords& words);
+    bool TakeBlock(const BlockWords& words);
+    bool TakeOperation(const BlockWords& words);
+    bool TakeCode(std::string_view line);
+    bool Take(const LineWalk& lines);
 };
 
-bool CncProgram::TakeHeader(const std::string& line)
+bool IsHeader(const BlockWords& words)
 {
-    const Words words = WordsOfBlock(line);
-    if (words.Code != "G71" && words.Code != "G70")
+    return words.Sound && (words.Code == 70 || words.Code == 71) && words.HasAll("XYZ");
+}
+
+// Of a header that is not sound the unit and the sizes that it has all the same.
+bool CncProgram::TakeHeader(const BlockWords& words)
+{
+    HasHeader = WantsName = true;
+    if (words.Code != 71 && words.Code != 70)
         return false;
-    Unit = words.Code == "G70" ? MillimetresPerInch : 1;
+    Unit = words.Code == 70 ? MillimetresPerInch : 1;
     Steps.Length = words.Or('X', 0) * Unit;
     Steps.Width = words.Or('Y', 0) * Unit;
     Steps.Thickness = words.Or('Z', 0) * Unit;
-    return words.Sound && words.HasAll("XYZ");
+    return IsHeader(words);
 }
 
-int SideOf(const Words& words)
+// Each portion of a long program begins with the header of the whole. That of another panel ends the program:
+// its places would be drawn on the wrong one.
+bool CncProgram::TakeNextHeader(const BlockWords& words)
 {
-    return words.Others.count("G41") > 0 ? 1 : words.Others.count("G42") > 0 ? -1 : 0;
+    const double unit = words.Code == 70 ? MillimetresPerInch : 1;
+    const auto same = [&](char letter, double size) {
+        return std::fabs(words.Or(letter, 0) * unit - size) <= SamePanel;
+    };
+    const bool portion =
+        IsHeader(words) && same('X', Steps.Length) && same('Y', Steps.Width) && same('Z', Steps.Thickness);
+    Open = false;
+    Ended = !portion;
+    WantsName = portion;
+    Unit = portion ? unit : Unit;
+    return portion;
 }
 
-bool CncProgram::TakeStart(const Words& words)
+int SideOf(const BlockWords& words)
+{
+    return words.Chooses(41) ? 1 : words.Chooses(42) ? -1 : 0;
+}
+
+bool CncProgram::TakeStart(const BlockWords& words)
 {
     if (!TakePlane(words) || !HasPlace(words))
         return false;
@@ -207,7 +163,7 @@ bool CncProgram::TakeStart(const Words& words)
     return known && (cut.Side == 0 || cut.Radius > 0);
 }
 
-bool CncProgram::TakeBore(const Words& words)
+bool CncProgram::TakeBore(const BlockWords& words)
 {
     if (!TakePlane(words) || !HasPlace(words))
         return false;
@@ -216,27 +172,26 @@ bool CncProgram::TakeBore(const Words& words)
     return known;
 }
 
-bool CncProgram::TakeRow(const Words& words)
+bool CncProgram::TakeRow(const BlockWords& words)
 {
-    const bool alongX = words.Code == "G183";
+    const bool alongX = words.Code == 183;
     if (!TakePlane(words) || !HasPlace(words) || !OnFace() || !words.Has(alongX ? 'I' : 'J'))
         return false;
     const bool known = MoveTo(words);
-    const PathPoint end =
-        alongX ? Place(words.Numbers.at('I') * Unit, Y, Z) : Place(X, words.Numbers.at('J') * Unit, Z);
+    const PathPoint end = alongX ? Place(words.At('I') * Unit, Y, Z) : Place(X, words.At('J') * Unit, Z);
     Steps.Rows.push_back({At(), end, Z, words.Tool, Number});
     return known;
 }
 
-bool CncProgram::TakeGroove(const Words& words)
+bool CncProgram::TakeGroove(const BlockWords& words)
 {
     if (!TakePlane(words) || !HasPlace(words) || !OnFace() || !words.Has('Q'))
         return false;
     const bool known = MoveTo(words);
-    const double end = words.Numbers.at('Q') * Unit;
+    const double end = words.At('Q') * Unit;
     SawCut saw;
     saw.From = At();
-    saw.To = words.Code == "G85" ? Place(end, Y, Z) : Place(X, end, Z);
+    saw.To = words.Code == 85 ? Place(end, Y, Z) : Place(X, end, Z);
     saw.Depth = Z;
     saw.Side = SideOf(words);
     saw.Tool = words.Tool;
@@ -255,10 +210,11 @@ Move& CncProgram::AddMove()
     move.Feed = Feed;
     move.Line = Number;
     cut.Moves.push_back(move);
+    ++Moves;
     return cut.Moves.back();
 }
 
-bool CncProgram::TakeLine(const Words& words)
+bool CncProgram::TakeLine(const BlockWords& words)
 {
     if (!HasPlace(words))
         return false;
@@ -269,34 +225,34 @@ bool CncProgram::TakeLine(const Words& words)
     return known;
 }
 
-bool CncProgram::TakeAngleArc(const Words& words, bool left)
+bool CncProgram::TakeAngleArc(const BlockWords& words, bool left)
 {
     if (!HasPlace(words) || !OnFace())
         return false;
     const bool known = MoveTo(words);
     Move& move = AddMove();
-    TurnToAngle(move, At(), words.Numbers.at('A'), left);
+    TurnToAngle(move, At(), words.At('A'), left);
     move.DepthTo = Depth();
     X = Mirrored(From.Right, Steps.Length, move.To.X); // mirroring twice is none
     Y = Mirrored(From.Top, Steps.Width, move.To.Y);
     return known && Between(move.From, move.Centre) > 0;
 }
 
-bool CncProgram::TakeRadiusArc(const Words& words, bool left)
+bool CncProgram::TakeRadiusArc(const BlockWords& words, bool left)
 {
     if (!HasPlace(words) || !words.Has('U'))
         return false;
     const bool known = MoveTo(words);
     Move& move = AddMove();
     move.DepthTo = Depth();
-    return TurnByRadius(move, At(), words.Numbers.at('U') * Unit, left == (Sense() > 0)) && known;
+    return TurnByRadius(move, At(), words.At('U') * Unit, left == (Sense() > 0)) && known;
 }
 
-bool CncProgram::TakeCentreArc(const Words& words, bool left)
+bool CncProgram::TakeCentreArc(const BlockWords& words, bool left)
 {
-    const std::string plane = AlongX() ? "G18" : AlongY() ? "G19" : "G17";
-    const std::string letters = AlongX() ? "XIK" : AlongY() ? "YJK" : "XYIJ";
-    if (words.Others.count(plane) == 0 || !words.HasAll(letters))
+    const int plane = AlongX() ? 18 : AlongY() ? 19 : 17;
+    const std::string_view letters = AlongX() ? "XIK" : AlongY() ? "YJK" : "XYIJ";
+    if (!words.Chooses(plane) || !words.HasAll(letters))
         return false;
     const PathPoint centre =
         Place(X + words.Or('I', 0) * Unit, Y + words.Or('J', 0) * Unit, Z + words.Or('K', 0) * Unit);
@@ -306,11 +262,11 @@ bool CncProgram::TakeCentreArc(const Words& words, bool left)
     return TurnAround(move, centre, At(), left == (Sense() > 0)) && known;
 }
 
-bool CncProgram::TakeThreePointArc(const Words& words, bool left)
+bool CncProgram::TakeThreePointArc(const BlockWords& words, bool left)
 {
     if (!HasPlace(words) || !OnFace() || !words.HasAll("IJ"))
         return false;
-    const PathPoint middle = Place(words.Numbers.at('I') * Unit, words.Numbers.at('J') * Unit, Z);
+    const PathPoint middle = Place(words.At('I') * Unit, words.At('J') * Unit, Z);
     const bool known = MoveTo(words);
     Move& move = AddMove();
     move.DepthTo = Depth();
@@ -319,64 +275,120 @@ bool CncProgram::TakeThreePointArc(const Words& words, bool left)
     return sound && known && (move.Sweep > 0) == (left == (From.Right == From.Top));
 }
 
-bool CncProgram::TakeMove(const Words& words)
+bool CncProgram::TakeMove(const BlockWords& words)
 {
     if (!Open)
         return false;
-    const std::string& code = words.Code;
-    if (code == "G1")
+    switch (words.Code) {
+    case 1:
         return TakeLine(words);
-    if (code == "G2" || code == "G3")
-        return TakeCentreArc(words, code == "G3");
-    if (code == "G112" || code == "G113")
-        return TakeThreePointArc(words, code == "G113");
-    if (code == "G37" || code == "G38")
-        return words.Has('A') ? TakeAngleArc(words, code == "G38") : TakeRadiusArc(words, code == "G38");
-    return false;
+    case 2:
+    case 3:
+        return TakeCentreArc(words, words.Code == 3);
+    case 112:
+    case 113:
+        return TakeThreePointArc(words, words.Code == 113);
+    case 37:
+    case 38:
+        return words.Has('A') ? TakeAngleArc(words, words.Code == 38)
+                              : TakeRadiusArc(words, words.Code == 38);
+    default:
+        return false;
+    }
 }
 
-bool CncProgram::TakeBlock(const Words& words)
+bool CncProgram::TakeOperation(const BlockWords& words)
 {
-    if (!words.Sound)
-        return false;
-    Feed = words.Or('F', 0);
-    const std::string& code = words.Code;
-    const bool groove = code == "G85" || code == "G86", row = code == "G183" || code == "G184";
-    Open = Open && !groove && !row && code != "G81";
-    if (code == "G92")
-        return true; // where the panel lies on the machine
-    if (groove)
+    switch (words.Code) {
+    case 88:
+        return TakeStart(words);
+    case 81:
+        return TakeBore(words);
+    case 85:
+    case 86:
         return TakeGroove(words);
-    if (words.Others.count("G90") == 0)
-        return false;
-    if (row)
+    case 183:
+    case 184:
         return TakeRow(words);
-    return code == "G88" ? TakeStart(words) : code == "G81" ? TakeBore(words) : TakeMove(words);
+    default:
+        return false;
+    }
 }
 
-void CncProgram::Take(const std::string& line)
+bool CncProgram::TakeBlock(const BlockWords& words)
 {
-    ++Number;
-    const bool comment = line.empty() || line[0] == '*' || line[0] == '-';
-    const bool description = Number == 2 && line.rfind("G150(", 0) == 0;
-    if (description || comment)
-        return;
-    if (line == "M2")
-        Ended = true;
-    else if (!(Number == 1 ? TakeHeader(line) : !Ended && TakeBlock(WordsOfBlock(line))))
-        Steps.Unread.push_back(UnreadLine(Number, line));
+    const int code = words.Code;
+    const bool groove = code == 85 || code == 86;
+    const bool begins = groove || code == 81 || code == 88 || code == 183 || code == 184;
+    // Moves after an operation that is not understood do not belong to the route before it.
+    Open = Open && !begins;
+    if (!words.Sound || (words.Chooses(41) && words.Chooses(42)))
+        return false;
+    if (code == 92)
+        return true; // where the panel lies on the machine
+    Feed = words.Or('F', 0);
+    if (!groove && !words.Chooses(90))
+        return false;
+    if (AreAllStepsTaken(Steps, Moves))
+        return Full = true;
+    return begins ? TakeOperation(words) : TakeMove(words);
+}
+
+// A line that is no comment.
+bool CncProgram::TakeCode(std::string_view line)
+{
+    if (line.size() > LongestProgramLine) {
+        Open = false; // it may begin another route
+        return false;
+    }
+    const bool isName = WantsName && IsCncName(line);
+    WantsName = false;
+    if (isName)
+        return true;
+    const BlockWords words = WordsOfBlock(line);
+    if (!HasHeader)
+        return TakeHeader(words);
+    if (LooksLikeCncHeader(line))
+        return TakeNextHeader(words);
+    if (words.Sound && words.EndsProgram)
+        return Ended = true;
+    return !Ended && TakeBlock(words);
+}
+
+// False where nothing more is read.
+bool CncProgram::Take(const LineWalk& lines)
+{
+    const std::string_view line = WithoutBlanksAround(lines.Line());
+    Number = lines.Number();
+    if (line.empty() || line.front() == '*' || line.front() == '-')
+        return true;
+    if (!TakeCode(line))
+        AddUnread(Steps, Number, line);
+    if (Full)
+        AddRestUnread(Steps, Number);
+    return !Full;
+}
+
+MachineSteps CncStepsOf(LineWalk lines, const CncReading& how)
+{
+    CncProgram program;
+    program.How = how;
+    while (lines.Next() && program.Take(lines)) {
+    }
+    program.Steps.From = program.From;
+    return std::move(program.Steps);
 }
 
 } // namespace
 
 MachineSteps ReadCnc(const std::vector<std::string>& lines, const CncReading& how)
 {
-    CncProgram program;
-    program.How = how;
-    for (const std::string& line : lines)
-        program.Take(line);
-    program.Steps.From = program.From;
-    return program.Steps;
+    return CncStepsOf(LineWalk(lines), how);
+}
+
+MachineSteps ReadCncText(std::string_view text, const CncReading& how)
+{
+    return CncStepsOf(LineWalk(text), how);
 }
 
 } // namespace kv

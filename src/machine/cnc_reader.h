@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "machine/steps.h"
@@ -18,11 +19,13 @@ struct CncReading {
     std::map<char, double> Depths;
 };
 
-// Lines are counted from 1, the header is line 1. Places count from the corner that G54 to G57 name;
-// senses of arcs, end angles, G41 and G42 are those seen from above, and from outside in front of an edge.
-// Comments, the description, offsets of the whole panel (G92) and the end are passed over. A line of
-// another form goes to Unread, as "7: G4F2"; a text of the drawing that stands in the program as machine
-// code is one of these.
+// Lines are counted from 1, the header is the first one that is neither empty nor a comment. The header of a
+// further portion of the same panel goes on with it; that of another panel ends what is read. Places count
+// from the corner that G54 to G57 name; senses of arcs, end angles, G41 and G42 are those seen from above,
+// and from outside in front of an edge. Comments, the description, offsets of the whole panel (G92) and the
+// end are passed over. A line of another form goes to Unread, as "7: G4F2"; a text of the drawing that stands
+// in the program as machine code is one of these.
 MachineSteps ReadCnc(const std::vector<std::string>& lines, const CncReading& how = {});
+MachineSteps ReadCncText(std::string_view text, const CncReading& how = {});
 
 } // namespace kv

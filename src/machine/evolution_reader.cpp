@@ -3,8 +3,10 @@
 #include <cmath>
 #include <initializer_list>
 #include <optional>
+#include <utility>
 
 #include "machine/arcs.h"
+#include "machine/reading_limits.h"
 #include "machine/side_operations.h"
 #include "machine/text_lines.h"
 
@@ -43,6 +45,7 @@ struct EvolutionProgram {
     EvolutionReading How;
     SideSections Sections;
     MachineSteps Steps;
+    std::size_t Moves = 0;
     bool Open = false;
     Plane On = Plane::Surface;
     PathPoint At; // as in the program, in millimetres
@@ -60,14 +63,14 @@ struct EvolutionProgram {
     // "#3=-12", or "#3=R5" for the variable that the program gives.
     std::optional<double> DepthOf(const SideOperation& operation) const
     {
-        const auto text = operation.Words.find("#3");
-        if (text == operation.Words.end() || text->second.empty())
+        const std::string_view* const text = operation.ValueOf("#3");
+        if (text == nullptr || text->empty())
             return std::nullopt;
-        if (text->second[0] != 'R') {
-            const std::optional<double> value = PlainNumber(text->second);
+        if (CapitalOf(text->front()) != 'R') {
+            const std::optional<double> value = PlainNumber(*text);
             return value ? std::optional<double>(0 - *value * Sections.Unit) : std::nullopt;
         }
-        const std::optional<double> number = PlainNumber(text->second.substr(1));
+        const std::optional<double> number = PlainNumber(text->substr(1));
         const auto known =
             number ? Sections.Variables.find(static_cast<int>(*number)) : Sections.Variables.end();
         return known == Sections.Variables.end() ? std::nullopt
@@ -77,11 +80,6 @@ struct EvolutionProgram {
     {
         return {operation.NumberOr("#1", 0) * Sections.Unit, operation.NumberOr("#2", 0) * Sections.Unit};
     }
-    static std::string ToolOf(const SideOperation& operation)
-    {
-        const auto tool = operation.Words.find("#205");
-        return tool == operation.Words.end() ? "" : tool->second;
-    }
 
     bool TakeBore(const SideOperation& operation);
     bool TakeStart(const SideOperation& operation);
@@ -89,13 +87,20 @@ struct EvolutionProgram {
     bool TakeLine(const SideOperation& operation);
     bool TakeArc(const SideOperation& operation);
     void AddMove(const SideOperation& operation, Move move, double depth);
-    bool Take(const SideOperation& operation);
+    bool TakeKnown(const SideOperation& operation);
+    SideTaken Take(const SideOperation& operation);
+    void TakeSizes()
+    {
+        Steps.Length = Sections.Length;
+        Steps.Width = Sections.Width;
+        Steps.Thickness = Sections.Thickness;
+    }
 };
 
 bool EvolutionProgram::TakeBore(const SideOperation& operation)
 {
     const std::optional<double> depth = DepthOf(operation);
-    if (!AllNumbers(operation, {"#1", "#2"}))
+    if (!AllNumbers(operation, {"#1", "#2"}) || !operation.AreNumbers({"#1002"}))
         return false;
     Bore bore;
     bore.On = On;
@@ -104,7 +109,7 @@ bool EvolutionProgram::TakeBore(const SideOperation& operation)
         bore.At.Y = Steps.Thickness - bore.At.Y;
     bore.Depth = depth.value_or(0);
     bore.Diameter = operation.NumberOr("#1002", 0) * Sections.Unit;
-    bore.Tool = ToolOf(operation);
+    bore.Tool = operation.TextOf("#205");
     bore.Line = operation.Line;
     Steps.Bores.push_back(bore);
     return depth.has_value();
@@ -117,7 +122,7 @@ bool EvolutionProgram::TakeStart(const SideOperation& operation)
     const std::optional<double> depth = DepthOf(operation);
     if (!AllNumbers(operation, {"#1", "#2", "#36"}) || !operation.Has("#40"))
         return false;
-    const std::string& side = operation.Words.at("#40");
+    const std::string side = operation.TextOf("#40");
     At = PlaceOf(operation);
     RouterCut cut;
     cut.On = On;
@@ -125,7 +130,7 @@ bool EvolutionProgram::TakeStart(const SideOperation& operation)
     cut.Side = (side == "1" ? 1 : side == "2" ? -1 : 0) * Sense();
     cut.Start = Panel(At);
     cut.StartDepth = depth.value_or(0);
-    cut.Tool = ToolOf(operation);
+    cut.Tool = operation.TextOf("#205");
     cut.Line = operation.Line;
     Steps.Cuts.push_back(cut);
     Open = true;
@@ -146,6 +151,7 @@ void EvolutionProgram::AddMove(const SideOperation& operation, Move move, double
     move.Feed = operation.NumberOr("#2008", 0);
     move.Line = operation.Line;
     cut.Moves.push_back(move);
+    ++Moves;
 }
 
 bool EvolutionProgram::TakeLine(const SideOperation& operation)
@@ -163,11 +169,11 @@ bool EvolutionProgram::TakeLine(const SideOperation& operation)
 // "#31=5" counts from where the tool is, "#31=a;5" from the corner.
 std::optional<double> CentreWord(const SideOperation& operation, const char* word, double at, double unit)
 {
-    const auto found = operation.Words.find(word);
-    if (found == operation.Words.end())
+    const std::string_view* const text = operation.ValueOf(word);
+    if (text == nullptr)
         return std::nullopt;
-    const bool fromCorner = found->second.rfind("a;", 0) == 0;
-    const std::optional<double> value = PlainNumber(found->second.substr(fromCorner ? 2 : 0));
+    const bool fromCorner = text->starts_with("a;") || text->starts_with("A;");
+    const std::optional<double> value = PlainNumber(text->substr(fromCorner ? 2 : 0), LargestRadius);
     return value ? std::optional<double>(*value * unit + (fromCorner ? 0 : at)) : std::nullopt;
 }
 
@@ -177,15 +183,17 @@ bool EvolutionProgram::TakeArc(const SideOperation& operation)
     const std::optional<double> x = CentreWord(operation, "#31", At.X, Sections.Unit);
     const std::optional<double> y = CentreWord(operation, "#32", At.Y, Sections.Unit);
     const double left = operation.NumberOr("#34", -1);
-    if (!Open || !x || !y || !operation.NumberOf("#8044") || (left != 0 && left != 1))
+    const std::string_view* const radiusText = operation.ValueOf("#8017");
+    const std::optional<double> stated = PlainNumber(radiusText ? *radiusText : "0", LargestRadius);
+    if (!Open || !x || !y || !stated || !operation.NumberOf("#8044") || (left != 0 && left != 1))
         return false;
     Move move;
     move.From = At;
     TurnToAngle(move, {*x, *y}, operation.NumberOr("#8044", 0), left == 1);
     const double radius = Between(move.Centre, move.From);
     AddMove(operation, move, depth.value_or(0));
-    // Where the radius is told too it is the same to seven digits; below 0 for the long way round.
-    const double told = std::fabs(operation.NumberOr("#8017", radius / Sections.Unit)) * Sections.Unit;
+    // Where the radius is there too it is the same to seven digits; below 0 for the long way round.
+    const double told = radiusText ? std::fabs(*stated) * Sections.Unit : radius;
     return depth && radius > 0 && std::fabs(told - radius) < 0.02 + radius * 1e-6;
 }
 
@@ -202,20 +210,19 @@ bool EvolutionProgram::TakeGroove(const SideOperation& operation, bool alongX)
     saw.To = Panel(alongX ? PathPoint{value(end), from.Y} : PathPoint{from.X, value(end)});
     saw.Depth = 0 - value("#8512");
     saw.Side = (side == 1 ? 1 : side == 2 ? -1 : 0) * Sense();
-    const auto tool = operation.Words.find("#8516");
-    saw.Tool = tool == operation.Words.end() ? "" : tool->second;
+    saw.Tool = operation.TextOf("#8516");
     saw.Line = operation.Line;
     Steps.Saws.push_back(saw);
     return true;
 }
 
-bool EvolutionProgram::Take(const SideOperation& operation)
+bool EvolutionProgram::TakeKnown(const SideOperation& operation)
 {
     const std::optional<Plane> plane = PlaneOf(operation.Side);
     const std::string& code = operation.Code;
     const bool move = code == "W#2201" || code == "W#2113";
     Open = Open && move && plane == On;
-    if (!plane)
+    if (!plane || !operation.IsClosed)
         return false;
     On = *plane;
     if (move)
@@ -227,23 +234,35 @@ bool EvolutionProgram::Take(const SideOperation& operation)
     return (code == "W#1050" || code == "W#1051") && TakeGroove(operation, code == "W#1050");
 }
 
+SideTaken EvolutionProgram::Take(const SideOperation& operation)
+{
+    if (AreAllStepsTaken(Steps, Moves))
+        return SideTaken::Full;
+    TakeSizes();
+    return TakeKnown(operation) ? SideTaken::Yes : SideTaken::NotUnderstood;
+}
+
+MachineSteps EvolutionStepsOf(LineWalk lines, const EvolutionReading& how)
+{
+    EvolutionProgram program;
+    program.How = how;
+    program.Steps.From = how.From;
+    ReadSides(lines, program.Sections, program.Steps,
+              [&program](const SideOperation& operation) { return program.Take(operation); });
+    program.TakeSizes();
+    return std::move(program.Steps);
+}
+
 } // namespace
 
 MachineSteps ReadEvolution(const std::vector<std::string>& lines, const EvolutionReading& how)
 {
-    EvolutionProgram program;
-    program.How = how;
-    program.Sections = SectionsOf(lines);
-    program.Steps.From = how.From;
-    program.Steps.Length = program.Sections.Length;
-    program.Steps.Width = program.Sections.Width;
-    program.Steps.Thickness = program.Sections.Thickness;
-    program.Steps.Unread = program.Sections.Unread;
-    for (const SideOperation& operation : program.Sections.Operations)
-        if (!program.Take(operation))
-            program.Steps.Unread.push_back(
-                UnreadLine(operation.Line, operation.Code + "{ " + operation.Text));
-    return program.Steps;
+    return EvolutionStepsOf(LineWalk(lines), how);
+}
+
+MachineSteps ReadEvolutionText(std::string_view text, const EvolutionReading& how)
+{
+    return EvolutionStepsOf(LineWalk(text), how);
 }
 
 } // namespace kv

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "machine/steps.h"
@@ -19,5 +20,6 @@ struct EvolutionReading {
 // Lines are counted from 1. Each mirroring by the corner turns senses and sides; depths may be R variables
 // of the program. The template's own sections are passed over, except for these variables.
 MachineSteps ReadEvolution(const std::vector<std::string>& lines, const EvolutionReading& how = {});
+MachineSteps ReadEvolutionText(std::string_view text, const EvolutionReading& how = {});
 
 } // namespace kv

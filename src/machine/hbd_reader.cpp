@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "machine/reading_limits.h"
 #include "machine/side_operations.h"
 #include "machine/text_lines.h"
 
@@ -46,57 +47,73 @@ struct HbdProgram {
 
     bool TakeFaceBore(const SideOperation& operation)
     {
-        const auto away = operation.Words.find("#2");
-        if (away == operation.Words.end() || away->second.rfind("hf-", 0) != 0)
+        const std::string_view* const away = operation.ValueOf("#2");
+        if (away == nullptr || !SameLetters(away->substr(0, 3), "hf-"))
             return false;
-        const std::optional<double> distance = PlainNumber(away->second.substr(3));
+        const std::optional<double> distance = PlainNumber(away->substr(3));
         const std::optional<double> along = operation.NumberOf("#1"), depth = operation.NumberOf("#3");
         if (!distance || !along || !depth || !operation.NumberOf("#205"))
             return false;
         const double unit = Sections.Unit;
         Steps.Bores.push_back({Plane::Surface, FacePlace(*along * unit, *distance * unit), 0 - *depth * unit,
-                               0, operation.Words.at("#205"), operation.Line});
+                               0, operation.TextOf("#205"), operation.Line});
         return true;
     }
     bool TakeEdgeBore(const SideOperation& operation)
     {
         const std::optional<double> along = operation.NumberOf("#8020"), height = operation.NumberOf("#8021");
         const std::optional<double> depth = operation.NumberOf("#8022"), tool = operation.NumberOf("#8530");
-        if (!along || !height || !depth || !tool)
+        if (!along || !height || !depth || !tool || !operation.AreNumbers({"#1002"}))
             return false;
         const double unit = Sections.Unit;
         Steps.Bores.push_back({How.Edge, EdgePlace(*along * unit, *height * unit), 0 - *depth * unit,
-                               operation.NumberOr("#1002", 0) * unit, operation.Words.at("#8530"),
+                               operation.NumberOr("#1002", 0) * unit, operation.TextOf("#8530"),
                                operation.Line});
         return true;
     }
-    bool Take(const SideOperation& operation)
+    // The machine counts along its back: of a panel that is turned the sizes change places.
+    void TakeSizes()
+    {
+        Steps.Length = Turned() ? Sections.Width : Sections.Length;
+        Steps.Width = Turned() ? Sections.Length : Sections.Width;
+        Steps.Thickness = Sections.Thickness;
+    }
+    bool TakeKnown(const SideOperation& operation)
     {
         if (operation.Code == "W#82" && operation.Side == FaceSide)
             return TakeFaceBore(operation);
         return operation.Code == "W#1501" && operation.Side == BackSide && TakeEdgeBore(operation);
     }
+    SideTaken Take(const SideOperation& operation)
+    {
+        if (AreAllStepsTaken(Steps, 0))
+            return SideTaken::Full;
+        TakeSizes();
+        return operation.IsClosed && TakeKnown(operation) ? SideTaken::Yes : SideTaken::NotUnderstood;
+    }
 };
+
+MachineSteps HbdStepsOf(LineWalk lines, const HbdReading& how)
+{
+    HbdProgram program;
+    program.How = how;
+    program.Steps.From = how.From;
+    ReadSides(lines, program.Sections, program.Steps,
+              [&program](const SideOperation& operation) { return program.Take(operation); });
+    program.TakeSizes();
+    return std::move(program.Steps);
+}
 
 } // namespace
 
 MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& how)
 {
-    HbdProgram program;
-    program.How = how;
-    program.Sections = SectionsOf(lines);
-    program.Steps.From = how.From;
-    program.Steps.Length = program.Sections.Length;
-    program.Steps.Width = program.Sections.Width;
-    program.Steps.Thickness = program.Sections.Thickness;
-    program.Steps.Unread = program.Sections.Unread;
-    if (program.Turned())
-        std::swap(program.Steps.Length, program.Steps.Width);
-    for (const SideOperation& operation : program.Sections.Operations)
-        if (!program.Take(operation))
-            program.Steps.Unread.push_back(
-                UnreadLine(operation.Line, operation.Code + "{ " + operation.Text));
-    return program.Steps;
+    return HbdStepsOf(LineWalk(lines), how);
+}
+
+MachineSteps ReadHbdText(std::string_view text, const HbdReading& how)
+{
+    return HbdStepsOf(LineWalk(text), how);
 }
 
 } // namespace kv

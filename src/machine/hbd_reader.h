@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "machine/steps.h"
@@ -19,5 +20,6 @@ struct HbdReading {
 // Bores of the edge are counted along X or Y of the face; those of the face along the machine's own X, which
 // for edges 2 and 4 runs the other way.
 MachineSteps ReadHbd(const std::vector<std::string>& lines, const HbdReading& how = {});
+MachineSteps ReadHbdText(std::string_view text, const HbdReading& how = {});
 
 } // namespace kv

@@ -9,7 +9,7 @@
 namespace kv {
 
 enum class ProgramFamily { Unknown, Cnc, Evolution, Hbd };
-// By the first lines and the sections.
+// By the header, and by the names of sections, sides and operations.
 ProgramFamily FamilyOf(std::string_view text);
 
 // What a program does not say by itself.
@@ -19,8 +19,8 @@ struct ProgramFacts {
     bool UpperAndLowerExchanged = false; // CNC: the setting Origin is not 0
 };
 
-// Blanks at both ends of lines and lower case are taken as a control does. Of a text that is no such program
-// the steps are empty and Unread says so.
+// Blanks, small letters, ends of lines of any system and comments ahead of the header are taken as a control
+// does. Of a text that is no such program the steps are empty and Unread says so.
 MachineSteps ReadProgram(std::string_view text, const ProgramFacts& facts = {});
 
 } // namespace kv

@@ -1,143 +1,301 @@
 #include "machine/side_operations.h"
 
 #include <algorithm>
-#include <sstream>
 
-#include "machine/text_lines.h"
+#include "machine/reading_limits.h"
 
 namespace kv {
 
 namespace {
 
-bool BeginsWith(const std::string& text, const std::string& head)
+constexpr std::size_t LongestOperation = 2 * LongestProgramLine; // bytes, of all its lines
+constexpr std::size_t HeadLength = 15;                           // of a line that begins or ends something
+constexpr double HighestVariable = 9999;
+
+struct SideWord {
+    std::string_view Name, Value; // "#1=100"; a word without a value, as "WTp", is its name alone
+};
+
+std::string_view TakenUpTo(std::string_view& rest, std::string_view ends)
 {
-    return text.rfind(head, 0) == 0;
+    const std::string_view taken = rest.substr(0, rest.find_first_of(ends));
+    rest.remove_prefix(taken.size());
+    return taken;
 }
 
-// "#1=100" under "#1"; a word without a value, as "WTp", under itself.
-void TakeSideWord(SideOperation& operation, const std::string& word)
+// The next word of a line, which it takes off the rest; empty at the end, and ahead of a brace that closes.
+// A value may come after blanks, if it is no word of its own: "#40= #205=71" has none.
+SideWord NextSideWord(std::string_view& rest)
 {
-    const std::size_t equals = std::min(word.find('='), word.size());
-    operation.Words.emplace(word.substr(0, equals), word.substr(std::min(equals + 1, word.size())));
+    rest = WithoutBlanksAround(rest);
+    SideWord word{TakenUpTo(rest, " \t=}"), {}};
+    const std::string_view after = WithoutBlanksAround(rest);
+    if (!after.starts_with('='))
+        return word;
+    if (word.Name.empty())
+        word.Name = after.substr(0, 1); // belongs to nothing
+    rest = after.substr(1);
+    std::string_view next = WithoutBlanksAround(rest);
+    const bool apart = !rest.empty() && IsBlank(rest.front());
+    const std::string_view value = TakenUpTo(next, " \t}");
+    const bool isWord = value.starts_with('#') || value.starts_with(':') ||
+                        value.find('=') != std::string_view::npos ||
+                        WithoutBlanksAround(next).starts_with('=');
+    if (!apart || !isWord) {
+        word.Value = value;
+        rest = next;
+    }
+    return word;
 }
 
-struct SectionReader {
-    SideSections Sections;
-    std::string Section; // "VAR{", empty outside of any
+// The side that a line begins, 0 for none: "SIDE#1{".
+int SideBegun(const std::string& head)
+{
+    return head.size() == 7 && head.starts_with("SIDE#") && head[6] == '{' && IsDecimalDigit(head[5])
+               ? head[5] - '0'
+               : 0;
+}
+
+bool BeginsOperation(const std::string& head, std::string_view line)
+{
+    return head.starts_with("W#") && line.find('{') != std::string_view::npos;
+}
+
+struct SideScan {
+    SideSections& Sections;
+    MachineSteps& Steps;
+    const TakeSideOperation& Hand;
+    std::string Section = {}; // "VAR{", empty outside of any
     int Side = 0;
-    bool SidesBegun = false, InOperation = false;
+    bool HasSize = false, SidesBegun = false, InOperation = false, Ended = false, Full = false;
+    SideOperation Current = {};
+    std::size_t Length = 0; // of the operation
     std::size_t Number = 0;
 
-    void NotUnderstood(const std::string& line) { Sections.Unread.push_back(UnreadLine(Number, line)); }
+    void NotUnderstood(std::string_view line) const { AddUnread(Steps, Number, line); }
 
     // "::UNm DL=600 DH=400 DS=18"
-    void TakeSize(const std::string& line)
+    void TakeSize(std::string_view line, const std::string& head)
     {
         SideOperation sizes;
-        std::istringstream text(line);
-        for (std::string word; text >> word;)
-            TakeSideWord(sizes, word);
-        Sections.Unit = BeginsWith(line, "::UNi") ? 25.4 : 1;
+        for (std::string_view rest = line; !rest.empty() && rest.front() != '}';) {
+            const SideWord word = NextSideWord(rest);
+            sizes.Words.emplace_back(word.Name, word.Value);
+        }
+        const bool first = !HasSize, inches = head.starts_with("::UNI");
+        HasSize = true;
+        Sections.Unit = inches ? 25.4 : 1;
         Sections.Length = sizes.NumberOr("DL", 0) * Sections.Unit;
         Sections.Width = sizes.NumberOr("DH", 0) * Sections.Unit;
         Sections.Thickness = sizes.NumberOr("DS", 0) * Sections.Unit;
-        if (!sizes.NumberOf("DL") || !sizes.NumberOf("DH") || !sizes.NumberOf("DS"))
+        const bool sized = sizes.NumberOf("DL") && sizes.NumberOf("DH") && sizes.NumberOf("DS");
+        if (!sized || !first || (!inches && !head.starts_with("::UNM")))
             NotUnderstood(line);
     }
     // "#5=7.5|7.5": the text of the variable and what it comes to.
-    void TakeVariable(const std::string& line)
+    void TakeVariable(std::string_view line)
     {
         const std::size_t equals = line.find('='), bar = line.find('|');
-        if (line[0] != '#' || equals == std::string::npos || bar == std::string::npos)
+        if (line.empty())
+            return;
+        if (line[0] != '#' || equals == std::string_view::npos || bar == std::string_view::npos)
             return NotUnderstood(line);
-        const std::optional<double> number = PlainNumber(line.substr(1, equals - 1));
-        const std::optional<double> value = PlainNumber(line.substr(bar + 1));
-        if (!number)
+        const std::optional<double> number = PlainNumber(WithoutBlanksAround(line.substr(1, equals - 1)));
+        const std::optional<double> value = PlainNumber(WithoutBlanksAround(line.substr(bar + 1)));
+        if (!number || *number < 0 || *number > HighestVariable)
             NotUnderstood(line);
         else if (value) // one of other variables has no value here; an operation that uses it is unread
             Sections.Variables[static_cast<int>(*number)] = *value;
     }
-    void TakeOperationText(const std::string& line)
+    void CloseOperation(bool whole)
     {
-        SideOperation& operation = Sections.Operations.back();
-        operation.Text += (operation.Text.empty() ? "" : " ") + line;
-        std::istringstream text(line);
-        for (std::string word; text >> word;) {
-            if (word == "}W")
-                InOperation = false;
-            else
-                TakeSideWord(operation, word);
-        }
+        InOperation = false;
+        Current.IsClosed = whole;
+        const SideTaken taken = Hand(Current);
+        Full = taken == SideTaken::Full;
+        if (taken != SideTaken::NotUnderstood)
+            return;
+        std::string text = Current.Code + "{";
+        for (const std::string_view part : Current.Texts)
+            text.append(" ").append(part);
+        AddUnread(Steps, Current.Line, text);
     }
-    void TakeInSide(const std::string& line)
+    // What follows the end of the operation in its line.
+    std::string_view TakeOperationText(std::string_view line)
+    {
+        Length += line.size();
+        std::string_view rest = line;
+        while (!rest.empty() && rest.front() != '}') {
+            const SideWord word = NextSideWord(rest);
+            if (!word.Name.empty())
+                Current.Words.emplace_back(word.Name, word.Value);
+            rest = WithoutBlanksAround(rest);
+        }
+        const bool whole = !rest.empty() && HeadOfLine(rest, 5) != "}SIDE";
+        if (whole) { // "}W", "} W"
+            rest = WithoutBlanksAround(rest.substr(1));
+            rest.remove_prefix(HeadOfLine(rest, 1) == "W" ? 1 : 0);
+        }
+        Current.Texts.push_back(line.substr(0, line.size() - rest.size()));
+        if (whole || !rest.empty() || Length > LongestOperation)
+            CloseOperation(whole && Length <= LongestOperation);
+        return WithoutBlanksAround(rest);
+    }
+    // Hands back what follows in the line.
+    std::string_view BeginOperation(std::string_view line)
     {
         const std::size_t brace = line.find('{');
-        if (InOperation) {
-            TakeOperationText(line);
-        } else if (line == "}SIDE") {
-            Side = 0;
-        } else if (BeginsWith(line, "W#") && brace != std::string::npos) {
-            SideOperation operation;
-            operation.Side = Side;
-            operation.Code = line.substr(0, brace);
-            operation.Line = Number;
-            Sections.Operations.push_back(operation);
-            InOperation = true;
-            TakeOperationText(line.substr(brace + 1));
-        } else if (!BeginsWith(line, "$=") && !BeginsWith(line, "::LF=")) {
-            NotUnderstood(line);
-        }
+        Current.Words.clear();
+        Current.Texts.clear();
+        Current.Side = Side;
+        Current.Code = HeadOfLine(line.substr(0, brace), HeadLength);
+        Current.Line = Number;
+        Length = 0;
+        InOperation = true;
+        return TakeOperationText(line.substr(brace + 1));
     }
-    void TakeAhead(const std::string& line)
+    // Hands back what follows in the line.
+    std::string_view TakeInSide(std::string_view line, const std::string& head)
     {
-        if (!Section.empty()) {
-            if (line == "}" + Section.substr(0, Section.size() - 1))
+        const bool begins = BeginsOperation(head, line), ends = head == "}SIDE", side = SideBegun(head) != 0;
+        if (InOperation && (begins || ends || side))
+            CloseOperation(false);
+        if (InOperation)
+            return TakeOperationText(line);
+        if (begins)
+            return BeginOperation(line);
+        if (side)
+            Side = SideBegun(head);
+        else if (ends)
+            Side = 0;
+        else if (!line.empty() && !head.starts_with("$=") && !head.starts_with("::LF="))
+            NotUnderstood(line);
+        return {};
+    }
+    void TakeAhead(std::string_view line, const std::string& head)
+    {
+        if (head.starts_with("W#") || head.starts_with("SIDE#")) {
+            NotUnderstood(line); // on no side
+        } else if (!Section.empty()) {
+            if (HeadOfLine(line, line.size()) == "}" + Section.substr(0, Section.size() - 1))
                 Section.clear();
             else if (Section == "VAR{")
                 TakeVariable(line);
-        } else if (BeginsWith(line, "::UN")) {
-            TakeSize(line);
+        } else if (head.starts_with("::UN")) {
+            TakeSize(line, head);
         } else if (!line.empty() && line.back() == '{') {
-            Section = line;
+            Section = HeadOfLine(line, line.size());
         }
     }
-    void Take(const std::string& line)
+    void Take(std::string_view line)
     {
-        ++Number;
-        if (Section.empty() && Side == 0 && BeginsWith(line, "SIDE#") && line.size() == 7 && line[6] == '{') {
+        const std::string head = HeadOfLine(line, HeadLength);
+        if (Side == 0 && !Ended && SideBegun(head) != 0) {
+            Section.clear(); // one that nobody closed
             SidesBegun = true;
-            Side = line[5] - '0';
+            Side = SideBegun(head);
+        } else if (Ended || (SidesBegun && head.starts_with("::UN"))) {
+            if (InOperation)
+                CloseOperation(false);
+            Ended = true;
+            if (!line.empty())
+                NotUnderstood(line);
         } else if (Side != 0) {
-            TakeInSide(line);
+            const std::string_view rest = TakeInSide(line, head);
+            if (!rest.empty() && !Full)
+                Take(rest);
         } else if (!SidesBegun) {
-            TakeAhead(line);
+            TakeAhead(line, head);
         } else if (!line.empty()) {
             NotUnderstood(line);
         }
+    }
+    void TakeLongLine(std::string_view line)
+    {
+        if (InOperation)
+            CloseOperation(false);
+        NotUnderstood(line);
+    }
+    void End()
+    {
+        if (InOperation)
+            CloseOperation(false);
+        if (Side != 0 || !SidesBegun)
+            NotUnderstood("the program ends too early");
     }
 };
 
 } // namespace
 
-std::optional<double> SideOperation::NumberOf(const std::string& word) const
+const std::string_view* SideOperation::ValueOf(std::string_view word) const
 {
-    const auto found = Words.find(word);
-    return found == Words.end() ? std::nullopt : PlainNumber(found->second);
+    for (const auto& [name, value] : Words)
+        if (SameLetters(name, word))
+            return &value;
+    return nullptr;
 }
 
-double SideOperation::NumberOr(const std::string& word, double other) const
+std::string SideOperation::TextOf(std::string_view word) const
+{
+    const std::string_view* const value = ValueOf(word);
+    return value == nullptr ? std::string() : std::string(*value);
+}
+
+std::optional<double> SideOperation::NumberOf(std::string_view word) const
+{
+    const std::string_view* const value = ValueOf(word);
+    return value == nullptr ? std::nullopt : PlainNumber(*value);
+}
+
+double SideOperation::NumberOr(std::string_view word, double other) const
 {
     return NumberOf(word).value_or(other);
 }
 
-SideSections SectionsOf(const std::vector<std::string>& lines)
+bool SideOperation::AreNumbers(std::initializer_list<std::string_view> words) const
 {
-    SectionReader reader;
-    for (const std::string& line : lines)
-        reader.Take(line);
-    if (reader.Side != 0 || reader.InOperation || !reader.SidesBegun)
-        reader.NotUnderstood("the program ends too early");
-    return reader.Sections;
+    return std::all_of(words.begin(), words.end(),
+                       [this](std::string_view word) { return !Has(word) || NumberOf(word); });
+}
+
+void ReadSides(LineWalk lines, SideSections& sections, MachineSteps& steps, const TakeSideOperation& take)
+{
+    SideScan scan{sections, steps, take};
+    while (!scan.Full && lines.Next()) {
+        scan.Number = lines.Number();
+        if (lines.Line().size() > LongestProgramLine)
+            scan.TakeLongLine(lines.Line());
+        else
+            scan.Take(WithoutBlanksAround(lines.Line()));
+    }
+    if (scan.Full)
+        AddRestUnread(steps, scan.Current.Line);
+    else
+        scan.End();
+}
+
+SideForm SideFormOf(std::string_view text)
+{
+    const auto any = [](std::initializer_list<std::string_view> beginnings, const std::string& head) {
+        return std::any_of(beginnings.begin(), beginnings.end(),
+                           [&head](std::string_view beginning) { return head.starts_with(beginning); });
+    };
+    bool hasSize = false, inSides = false;
+    LineWalk lines(text);
+    while (lines.Next()) {
+        const std::string head = HeadOfLine(lines.Line().substr(0, LongestProgramLine), HeadLength);
+        hasSize = hasSize || head.starts_with("::UN");
+        inSides = inSides || SideBegun(head) != 0;
+        if (!hasSize)
+            continue;
+        // The horizontal machine's program names its sides and their sizes; an Evolution has variables in a
+        // section of its own.
+        if (inSides && (any({"::LF=", "W#82{", "W#1501{"}, head) || head == "$=UPPER" || head == "$=BACK"))
+            return SideForm::Hbd;
+        if (head.starts_with("VARV{") || (inSides && head.starts_with("W#")))
+            return SideForm::Evolution;
+    }
+    return hasSize ? SideForm::Evolution : SideForm::None;
 }
 
 } // namespace kv

@@ -80,7 +80,7 @@ struct MachineSteps {
     std::vector<BoreRow> Rows;
     std::vector<SawCut> Saws;
     std::vector<std::string> Unread; // lines that could not be understood, with their number
-    std::size_t UnreadCount = 0;     // of a whole program: how many there are, Unread may have fewer
+    std::size_t UnreadCount = 0;     // how many there are, of which Unread has the first ones
 };
 
 } // namespace kv

@@ -16,13 +16,7 @@ namespace {
 constexpr std::size_t GroupDigits = 2;
 constexpr double DrillPlace = 0.05; // mm that places of drills and programs may differ
 constexpr std::size_t HighestDrill = 99;
-
-std::string Upper(std::string text)
-{
-    for (char& c : text)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return text;
-}
+constexpr std::string_view Beyond200 = "M66"; // after the last two digits of a tool from 201 to 299
 
 std::vector<std::string> PartedAt(const std::string& text, char mark)
 {
@@ -46,19 +40,14 @@ HeadTool HeadToolOf(const std::string& line)
     tool.X = number(1);
     tool.Y = number(2);
     tool.Diameter = number(4);
-    const std::string kind = Upper(fields[0]);
+    const std::string kind = CapitalsOf(fields[0]);
     tool.Drills = kind == "VERTICAL DRILL" || kind == "THROUGH DRILL";
     return tool;
 }
 
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 std::optional<int> PairAt(std::string_view text, std::size_t at)
 {
-    if (at + 2 > text.size() || !IsDigit(text[at]) || !IsDigit(text[at + 1]))
+    if (at + 2 > text.size() || !IsDecimalDigit(text[at]) || !IsDecimalDigit(text[at + 1]))
         return std::nullopt;
     return (text[at] - '0') * 10 + (text[at + 1] - '0');
 }
@@ -166,7 +155,7 @@ bool TakeToolWord(ShopTool& tool, const std::string& word)
     if (equals == std::string::npos)
         return false;
     const std::optional<double> value = PlainNumber(word.substr(equals + 1));
-    const std::string name = Upper(word.substr(0, equals));
+    const std::string name = CapitalsOf(word.substr(0, equals));
     constexpr double largest = 10000; // mm
     if (!value || !(*value > 0) || *value > largest)
         return false;
@@ -193,7 +182,7 @@ std::string TakeToolLine(const std::string& line, std::map<int, ShopTool>& tools
     if (!value || *value != std::floor(*value) || *value < 1 || *value > highestNumber)
         return "\"" + number + "\" is no number of a tool";
     words >> kind;
-    kind = Upper(kind);
+    kind = CapitalsOf(kind);
     if (kind != "ROUTER" && kind != "SAW" && kind != "DRILL")
         return "a tool is a router, a saw or a drill";
     ShopTool tool;
@@ -236,12 +225,16 @@ int ToolNumberOf(std::string_view tool)
 {
     if (tool.size() <= GroupDigits)
         return -1;
-    const std::string_view text = tool.substr(GroupDigits);
-    int number = 0;
+    std::string_view text = tool.substr(GroupDigits);
+    const bool beyond200 = text.ends_with(Beyond200);
+    text.remove_suffix(beyond200 ? Beyond200.size() : 0);
+    int number = beyond200 ? 2 : 0;
+    if (beyond200 && (text.size() != 2 || !IsDecimalDigit(text[0])))
+        return -1;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (i == 0 && text[i] >= 'a' && text[i] <= 'z')
             number = text[i] - 'a' + 10;
-        else if (IsDigit(text[i]) && i < 4)
+        else if (IsDecimalDigit(text[i]) && i < 4)
             number = number * 10 + (text[i] - '0');
         else
             return -1;

@@ -34,7 +34,8 @@ std::vector<HeadTool> ReadHeadTools(std::string_view text);
 // "#" begins a remark. A line that is otherwise is left out and named in `faults`, as "line 3: ...".
 std::map<int, ShopTool> ReadShopTools(std::string_view text, std::vector<std::string>& faults);
 
-// The tool's number behind the group of a program's tool text: 71 of "0171", 103 of "01a3". Below 0: none.
+// The tool's number behind the group of a program's tool text: 71 of "0171", 103 of "01a3", 205 of
+// "0205M66". Below 0: none.
 int ToolNumberOf(std::string_view tool);
 
 // Gives bores, routes and saw cuts the sizes that the program leaves open, and makes bores of the rows whose

@@ -110,6 +110,85 @@ TEST(ReadPrograms, NumbersBeyondReasonAreNotUnderstood)
     }
 }
 
+const std::string CncStart = "G71X600Y400Z18T00N6L3\nG150(DOOR)\n";
+
+void ExpectTheBore(const MachineSteps& steps, double x, double y, double depth)
+{
+    EXPECT_EQ(steps.Unread, Texts{});
+    ASSERT_EQ(steps.Bores.size(), 1U);
+    EXPECT_EQ(steps.Bores[0].At.X, x);
+    EXPECT_EQ(steps.Bores[0].At.Y, y);
+    EXPECT_EQ(steps.Bores[0].Depth, depth);
+}
+
+TEST(ReadPrograms, PowersOfTenAreNoNumbers)
+{
+    for (const std::string place : {"X1e300Y50", "X1E300Y50", "X1.5e2Y50", "X1Y50E2", "X1e2 Y50"}) {
+        const std::string line = "G81G90G55P5R54=8" + place + "Z12";
+        const MachineSteps steps = ReadProgram(CncStart + line + "\n");
+        EXPECT_EQ(steps.Unread, Texts{"3: " + line});
+        EXPECT_TRUE(steps.Bores.empty()) << place;
+    }
+    ExpectTheBore(ReadProgram(CncStart + "G81G90E2F3000G55P5R54=8X1Y50Z12\n"), 1, 50, 12);
+    ExpectTheBore(ReadProgram(CncStart + "G81 G90 G55 P5 R54=8 X1 Y50 Z12 E2\n"), 1, 50, 12);
+}
+
+TEST(ReadPrograms, PlacesThatNoMachineReachesAreNotUnderstood)
+{
+    for (const std::string& x :
+         {std::string(40, '9'), std::string(300, '9'), std::string("10000001"), std::string("-10000001")}) {
+        EXPECT_TRUE(ReadProgram(CncStart + "G81G90G55P5R54=8X" + x + "Y50Z12\n").Bores.empty()) << x;
+        EXPECT_TRUE(ReadProgram(CncStart + "G183G90G55P5T010102X1Y50Z12I" + x + "\n").Rows.empty()) << x;
+        std::string sides = Evolution;
+        sides.replace(sides.find("#1=100"), 6, "#1=" + x);
+        EXPECT_TRUE(ReadProgram(sides).Bores.empty()) << x;
+        EXPECT_EQ(ReadProgram(sides).UnreadCount, 1U) << x;
+    }
+    ExpectTheBore(ReadProgram(CncStart + "G81G90G55P5R54=8X1." + std::string(40, '0') + "Y50Z12\n"), 1, 50,
+                  12);
+}
+
+// The centre of an arc that is all but straight is far away, as programs have it.
+TEST(ReadPrograms, CentresMayBeFarAway)
+{
+    const MachineSteps steps =
+        ReadProgram(CncStart + "G88G90G55P5T0171X100Y50Z5\nG38G90X200Y50U20000000Z5\n");
+    EXPECT_EQ(steps.Unread, Texts{});
+    ASSERT_EQ(steps.Cuts.size(), 1U);
+    ASSERT_EQ(steps.Cuts[0].Moves.size(), 1U);
+    EXPECT_NEAR(steps.Cuts[0].Moves[0].Centre.X, 150, 1e-3);
+    EXPECT_NEAR(steps.Cuts[0].Moves[0].Centre.Y, 20000050, 1e-3);
+    EXPECT_EQ(
+        ReadProgram(CncStart + "G88G90G55P5T0171X100Y50Z5\nG38G90X200Y50U" + std::string(40, '9') + "Z5\n")
+            .UnreadCount,
+        1U);
+}
+
+TEST(ReadPrograms, TheLetterOfAToolMayBeACapital)
+{
+    for (const std::string line : {"G81G90G55P5T01a5X1Y50Z12", "G81G90G55P5T01A5X1Y50Z12",
+                                   "g81g90g55p5t01a5x1y50z12", "G81 G90 G55 P5 T 01A5 X1 Y50 Z12"}) {
+        const MachineSteps steps = ReadProgram(CncStart + line + "\n");
+        ExpectTheBore(steps, 1, 50, 12);
+        EXPECT_EQ(steps.Bores.at(0).Tool, "01a5") << line;
+    }
+    // The flags of a header and a side after a tool without a number are words of their own.
+    EXPECT_EQ(ReadProgram("G71X600Y400Z18T12F8N6L3\n" + CncStart.substr(CncStart.find("G150"))).Unread,
+              Texts{});
+    const MachineSteps side = ReadProgram(CncStart + "g88g90g55p5t01g41r5x1y2z3\n");
+    EXPECT_EQ(side.Unread, Texts{});
+    ASSERT_EQ(side.Cuts.size(), 1U);
+    EXPECT_EQ(side.Cuts[0].Side, 1);
+}
+
+TEST(ReadPrograms, ToolsBeyond200HaveTheirWord)
+{
+    const MachineSteps steps = ReadProgram(CncStart + "G88G90G55P5T0205M66X1Y2Z3\n");
+    EXPECT_EQ(steps.Unread, Texts{});
+    ASSERT_EQ(steps.Cuts.size(), 1U);
+    EXPECT_EQ(steps.Cuts[0].Tool, "0205M66");
+}
+
 TEST(ReadPrograms, UnknownLinesAreCountedAndKeptToALimit)
 {
     std::string text = "G71X600Y400Z18T00N6L3\n";

@@ -70,7 +70,10 @@ TEST(ToolNumbers, StandBehindTheGroup)
     EXPECT_EQ(ToolNumberOf("0105"), 5);
     EXPECT_EQ(ToolNumberOf("01a3"), 103);
     EXPECT_EQ(ToolNumberOf("02b0"), 110);
-    for (const std::string_view tool : {"", "01", "01A3", "01-3", "01|3", "0100000000000000001"})
+    EXPECT_EQ(ToolNumberOf("0205M66"), 205);
+    EXPECT_EQ(ToolNumberOf("0299M66"), 299);
+    for (const std::string_view tool :
+         {"", "01", "01A3", "01-3", "01|3", "0100000000000000001", "02M66", "025M66", "02a5M66", "02105M66"})
         EXPECT_LT(ToolNumberOf(tool), 0) << tool;
 }
 
