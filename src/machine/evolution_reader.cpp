@@ -247,6 +247,7 @@ MachineSteps EvolutionStepsOf(LineWalk lines, const EvolutionReading& how)
     EvolutionProgram program;
     program.How = how;
     program.Steps.From = how.From;
+    program.Steps.Tools = ToolNames::NumberAlone;
     ReadSides(lines, program.Sections, program.Steps,
               [&program](const SideOperation& operation) { return program.Take(operation); });
     program.TakeSizes();

@@ -98,6 +98,7 @@ MachineSteps HbdStepsOf(LineWalk lines, const HbdReading& how)
     HbdProgram program;
     program.How = how;
     program.Steps.From = how.From;
+    program.Steps.Tools = ToolNames::OfTheMachine;
     ReadSides(lines, program.Sections, program.Steps,
               [&program](const SideOperation& operation) { return program.Take(operation); });
     program.TakeSizes();

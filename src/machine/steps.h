@@ -72,9 +72,14 @@ struct Corner {
     bool Right = false, Top = false;
 };
 
+// How a program names its tools: two digits of the group and the number ("0171"), the number alone ("71"), or
+// a row of a table that only its machine has.
+enum class ToolNames { WithGroup, NumberAlone, OfTheMachine };
+
 struct MachineSteps {
     double Length = 0, Width = 0, Thickness = 0; // mm, X, Y, Z
     Corner From;                                 // of a CNC program that of its last work
+    ToolNames Tools = ToolNames::WithGroup;
     std::vector<RouterCut> Cuts;
     std::vector<Bore> Bores;
     std::vector<BoreRow> Rows;

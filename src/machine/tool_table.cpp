@@ -7,6 +7,7 @@
 #include <optional>
 #include <sstream>
 
+#include "machine/reading_limits.h"
 #include "machine/text_lines.h"
 
 namespace kv {
@@ -52,11 +53,14 @@ std::optional<int> PairAt(std::string_view text, std::size_t at)
     return (text[at] - '0') * 10 + (text[at + 1] - '0');
 }
 
-// "011617" are the drills 16 and 17 of group 1, "0101|08" the drills 1 to 8.
+// "011617" are the drills 16 and 17 of group 1, "0101|08" the drills 1 to 8. Empty for what is neither, or
+// more than a head has.
 std::vector<int> DrillsOf(std::string_view tool)
 {
     std::vector<int> drills;
     for (std::size_t at = GroupDigits; at < tool.size();) {
+        if (drills.size() > HighestDrill)
+            return {};
         if (tool[at] == '|' && !drills.empty()) {
             const std::optional<int> last = PairAt(tool, at + 1);
             if (!last)
@@ -73,6 +77,16 @@ std::vector<int> DrillsOf(std::string_view tool)
         at += 2;
     }
     return drills;
+}
+
+// A tool's name with a group ahead; empty for one of a table that is not here.
+std::string GroupedName(ToolNames names, const std::string& tool)
+{
+    if (names == ToolNames::WithGroup)
+        return tool;
+    if (names == ToolNames::OfTheMachine || tool.empty())
+        return {};
+    return std::string(tool.size() == 1 ? "010" : "01") + tool;
 }
 
 const HeadTool* DrillOf(const ToolTable& tools, int number)
@@ -140,7 +154,8 @@ void OpenRows(MachineSteps& steps, const ToolTable& tools)
 {
     std::vector<BoreRow> unknown;
     for (const BoreRow& row : steps.Rows) {
-        const std::vector<Bore> bores = BoresOf(row, tools);
+        const std::vector<Bore> bores =
+            steps.Bores.size() < MostSteps ? BoresOf(row, tools) : std::vector<Bore>();
         if (bores.empty())
             unknown.push_back(row);
         steps.Bores.insert(steps.Bores.end(), bores.begin(), bores.end());
@@ -200,10 +215,12 @@ std::string TakeToolLine(const std::string& line, std::map<int, ShopTool>& tools
 std::vector<HeadTool> ReadHeadTools(std::string_view text)
 {
     std::vector<HeadTool> tools(1);
-    for (const std::string& line : LinesOf(text)) {
-        if (line.find_first_not_of(' ') == std::string::npos || tools.size() > HighestDrill)
+    LineWalk lines(text);
+    while (lines.Next() && tools.size() <= HighestDrill) {
+        const std::string_view line = lines.Line();
+        if (line.find_first_not_of(' ') == std::string_view::npos)
             break;
-        tools.push_back(HeadToolOf(line));
+        tools.push_back(HeadToolOf(std::string(line.substr(0, LongestProgramLine))));
     }
     return tools;
 }
@@ -211,12 +228,11 @@ std::vector<HeadTool> ReadHeadTools(std::string_view text)
 std::map<int, ShopTool> ReadShopTools(std::string_view text, std::vector<std::string>& faults)
 {
     std::map<int, ShopTool> tools;
-    std::size_t number = 0;
-    for (const std::string& line : LinesOf(text)) {
-        ++number;
-        const std::string fault = TakeToolLine(line, tools);
+    LineWalk lines(text);
+    while (lines.Next()) {
+        const std::string fault = TakeToolLine(std::string(lines.Line()), tools);
         if (!fault.empty())
-            faults.push_back("line " + std::to_string(number) + ": " + fault);
+            faults.push_back("line " + std::to_string(lines.Number()) + ": " + fault);
     }
     return tools;
 }
@@ -244,14 +260,17 @@ int ToolNumberOf(std::string_view tool)
 
 void FillTools(MachineSteps& steps, const ToolTable& tools)
 {
+    const auto name = [&steps](const std::string& tool) { return GroupedName(steps.Tools, tool); };
     for (Bore& bore : steps.Bores)
         if (bore.Diameter == 0)
-            bore.Diameter = DiameterOf(tools, bore.Tool);
+            bore.Diameter = DiameterOf(tools, name(bore.Tool));
     for (RouterCut& cut : steps.Cuts)
-        if (const ShopTool* const tool = ShopToolOf(tools, cut.Tool, 'R'); tool != nullptr && cut.Radius == 0)
+        if (const ShopTool* const tool = ShopToolOf(tools, name(cut.Tool), 'R');
+            tool != nullptr && cut.Radius == 0)
             cut.Radius = tool->Diameter / 2;
     for (SawCut& saw : steps.Saws)
-        if (const ShopTool* const tool = ShopToolOf(tools, saw.Tool, 'S'); tool != nullptr && saw.Width == 0)
+        if (const ShopTool* const tool = ShopToolOf(tools, name(saw.Tool), 'S');
+            tool != nullptr && saw.Width == 0)
             saw.Width = tool->Kerf;
     OpenRows(steps, tools);
 }

@@ -189,6 +189,269 @@ TEST(ReadPrograms, ToolsBeyond200HaveTheirWord)
     EXPECT_EQ(steps.Cuts[0].Tool, "0205M66");
 }
 
+TEST(ReadPrograms, BlanksSignsAndZerosThatChangeNothing)
+{
+    for (const std::string line :
+         {"G81 G90 G55 P5 R54=8 X100 Y50 Z12", "G81\tG90\tG55P5 R 54 = 8 X 100 Y 50 Z 12",
+          "G81G90G55P5R54=8X+100Y+50Z+12", "G081G90G055P05R54=08X0100Y050Z012",
+          "  G81G90G55P5R54=8X100.Y50.0Z12.000\t", "G90G81G55P5R54=8X100Y50Z12"})
+        ExpectTheBore(ReadProgram(CncStart + line + "\n"), 100, 50, 12);
+    const MachineSteps moves =
+        ReadProgram(CncStart + "G88G90G55P5T0171X10Y20Z5\nG01 G90 X110 Y20 Z5\nG03G90G17X110Y40I0J10\nM02\n");
+    EXPECT_EQ(moves.Unread, Texts{});
+    ASSERT_EQ(moves.Cuts.at(0).Moves.size(), 2U);
+    EXPECT_EQ(moves.Cuts[0].Moves[1].Centre.Y, 30);
+}
+
+TEST(ReadPrograms, ABlankWithinANumberMayBeALetterThatIsMissing)
+{
+    for (const std::string line :
+         {"G81G90G55P5R54=8X100 50Z12", "G8 1G90G55P5R54=8X100Y50Z12", "G81G90G55P5R54=8X1 00Y50Z12",
+          "G81G90G55P5T01 03X100Y50Z12", "G81G90G55P5R54=8X- 100Y50Z12"}) {
+        const MachineSteps steps = ReadProgram(CncStart + line + "\n");
+        EXPECT_EQ(steps.Unread, Texts{"3: " + line});
+        EXPECT_TRUE(steps.Bores.empty());
+    }
+}
+
+TEST(ReadPrograms, CodesThatChangeTheMeaningOfALineAreNotPassedOver)
+{
+    for (const std::string word :
+         {"G91", "G20", "G1", "M30", "M2", "G41G42", "G55", "T0102", "R54=5", "Z=a"}) {
+        const std::string line = "G81G90G55P5R54=8T0101X100Y50Z12" + word;
+        EXPECT_EQ(ReadProgram(CncStart + line + "\n").Unread, Texts{"3: " + line});
+    }
+}
+
+// Their places would be joined to the end of the route before.
+TEST(ReadPrograms, MovesAfterAStartThatIsNotUnderstoodBelongToNoRoute)
+{
+    const MachineSteps steps = ReadProgram(CncStart + "G88G90G55P5T0171X10Y20Z5\nG1G90X110Y20Z5\n"
+                                                      "G88G90G55P5T0171X1,5Y20Z5\nG1G90X300Y300Z5\n");
+    EXPECT_EQ(steps.Unread, (Texts{"5: G88G90G55P5T0171X1,5Y20Z5", "6: G1G90X300Y300Z5"}));
+    ASSERT_EQ(steps.Cuts.size(), 1U);
+    EXPECT_EQ(steps.Cuts[0].Moves.size(), 1U);
+    std::string sides = "::UNm DL=600 DH=400 DS=18\nSIDE#1{\n"
+                        "W#89{ #1=10 #2=20 #3=-5 #36=3 #40=1 }W\nW#2201{ #1=110 #2=20 #3=-5 }W\n"
+                        "W#89{ #1=1,5 #2=20 #3=-5 #36=3 #40=1 }W\nW#2201{ #1=300 #2=300 #3=-5 }W\n}SIDE\n";
+    for (const std::string start : {"#1=1,5 #2=20 #3=-5 #36=3 #40=1 }W", "#1=1 #2=20 #3=-5 #36=3 #40=1"}) {
+        sides.replace(sides.rfind("W#89{ ") + 6, sides.rfind("\nW#2201") - sides.rfind("W#89{ ") - 6, start);
+        const MachineSteps steps2 = ReadProgram(sides);
+        EXPECT_EQ(steps2.UnreadCount, 2U) << start;
+        ASSERT_EQ(steps2.Cuts.size(), 1U);
+        EXPECT_EQ(steps2.Cuts[0].Moves.size(), 1U);
+    }
+}
+
+TEST(ReadPrograms, LinesMayEndAsOnAnySystem)
+{
+    for (const std::string end : {"\n", "\r\n", "\r", "\r\r\n"})
+        for (const std::string* const whole : {&Cnc, &Evolution, &Hbd}) {
+            std::string text;
+            for (const char c : *whole)
+                text += c == '\r' ? "" : c == '\n' ? end : std::string(1, c);
+            const MachineSteps steps = ReadProgram(text);
+            EXPECT_EQ(FamilyOf(text), FamilyOf(*whole));
+            EXPECT_EQ(steps.Unread, Texts{});
+            ASSERT_EQ(steps.Bores.size(), 1U);
+            EXPECT_EQ(steps.Bores[0].Line, ReadProgram(*whole).Bores.at(0).Line);
+        }
+    ExpectTheBore(ReadProgram("G71X600Y400Z18T00N6L3\r\rG81G90G55P5R54=8X1Y50Z12\r"), 1, 50, 12);
+}
+
+TEST(ReadPrograms, CommentsAndEmptyLinesMayStandAheadOfTheHeader)
+{
+    for (const std::string ahead : {"\n", "\r\n \t\r\n", "* by hand\n", "- by hand\n\n* G71\n", "\r"}) {
+        EXPECT_EQ(FamilyOf(ahead + Cnc), ProgramFamily::Cnc);
+        const MachineSteps steps = ReadProgram(ahead + Cnc);
+        EXPECT_EQ(steps.Unread, Texts{}) << ahead;
+        EXPECT_EQ(steps.Length, 600);
+        ASSERT_EQ(steps.Cuts.size(), 1U);
+        EXPECT_EQ(ReadProgram(ahead + Evolution).Bores.size(), 1U);
+    }
+    EXPECT_EQ(ReadProgram("G71X600Y400Z18T00N6L3\n* oak only\n\ng150 (Door)\nM2\n").Unread, Texts{});
+    // A name is a line of its own place alone.
+    EXPECT_EQ(ReadProgram(CncStart + "G150(DOOR)\n").Unread, Texts{"3: G150(DOOR)"});
+}
+
+TEST(ReadPrograms, SmallLettersAndBlanksOfProgramsBySides)
+{
+    const std::string texts[] = {
+        "tpa\n$=Door\n::unm dl = 600 dh= 400 ds =18\nvar {\n#5 = 12 | 12\n} var\nside #1 {\n"
+        "w#81 { ::wtp #1 = 100 #2= 50\t#3 =r5 #1002=8 } w\n} side\n",
+        "::UNm DL=600 DH=400 DS=18\nSIDE#1{\nW#81{\n#1\t=\t100\n\n#2=50 #3= -12. #1002=8}W\n}SIDE\n",
+        "::UNm DL=600 DH=400 DS=18\nSIDE#1{\nW#81{ #1=+100 #2=050 #3=-12 #1002=8 }\n}SIDE\n"};
+    for (const std::string& text : texts) {
+        EXPECT_EQ(FamilyOf(text), ProgramFamily::Evolution);
+        ExpectTheBore(ReadProgram(text), 100, 50, 12);
+        EXPECT_EQ(ReadProgram(text).Bores.at(0).Diameter, 8);
+        EXPECT_EQ(ReadProgram(text).Width, 400);
+    }
+    // A word without a value stays without, whatever follows it.
+    const MachineSteps cut = ReadProgram("::UNm DL=600 DH=400 DS=18\nSIDE#1{\n"
+                                         "W#89{ #1=10 #2=20 #3=-5 #36=3 #40= #205=71 }W\n"
+                                         "w#2113{ #3= -5 #31= A;10 #32=a; 40 #34=1 #8044=0 }w\n}SIDE\n");
+    ASSERT_EQ(cut.Cuts.size(), 1U);
+    EXPECT_EQ(cut.Cuts[0].Side, 0);
+    EXPECT_EQ(cut.Cuts[0].Tool, "71");
+    EXPECT_EQ(cut.UnreadCount, 1U) << "\"a; 40\" is two words";
+    EXPECT_EQ(ReadProgram("::UNi DL=60 DH=40 DS=.75\nSIDE#1{\n}SIDE\n").Length, 1524);
+    EXPECT_EQ(ReadProgram("::uni dl=60 dh=40 ds=.75\nside#1{\n}side\n").Length, 1524);
+}
+
+TEST(ReadPrograms, OperationsOfOneLineAreAllRead)
+{
+    const std::string bore = "W#81{ #1=100 #2=50 #3=-12 }W ";
+    const MachineSteps steps =
+        ReadProgram("::UNm DL=600 DH=400 DS=18\nSIDE#1{\n" + bore + bore + bore + "}SIDE\n");
+    EXPECT_EQ(steps.Unread, Texts{});
+    EXPECT_EQ(steps.Bores.size(), 3U);
+}
+
+TEST(ReadPrograms, AnOperationThatIsNotClosedEndsWhereTheNextOneBegins)
+{
+    const std::string start = "::UNm DL=600 DH=400 DS=18\nSIDE#1{\n", bore = "W#81{ #1=100 #2=50 #3=-12";
+    const MachineSteps steps = ReadProgram(start + bore + "\n" + bore + " }W\n" + bore + "\n}SIDE\n");
+    EXPECT_EQ(steps.Bores.size(), 1U);
+    EXPECT_EQ(steps.Unread, (Texts{"3: W#81{  #1=100 #2=50 #3=-12", "5: W#81{  #1=100 #2=50 #3=-12"}));
+    EXPECT_EQ(ReadProgram(start + bore + " }SIDE\n").UnreadCount, 1U);
+}
+
+TEST(ReadPrograms, OperationsOnNoSideAreNotPassedOver)
+{
+    const std::string bore = "W#81{ #1=100 #2=50 #3=-12 }W\n", size = "::UNm DL=600 DH=400 DS=18\n";
+    EXPECT_EQ(ReadProgram(size + bore + "SIDE#1{\n}SIDE\n").Unread, Texts{"2: W#81{ #1=100 #2=50 #3=-12 }W"});
+    EXPECT_EQ(ReadProgram(size + "SIDE#1{\n}SIDE\n" + bore).UnreadCount, 1U);
+    EXPECT_EQ(ReadProgram(size + "SIDE#x{\n" + bore + "SIDE#1{\n}SIDE\n").UnreadCount, 2U);
+    EXPECT_EQ(ReadProgram(size + "OPTI{\n::0\nSIDE#1{\n" + bore + "}SIDE\n").Bores.size(), 1U)
+        << "a section that nobody closed";
+    EXPECT_EQ(ReadProgram("::UNm DL=600 DH=400 DS=18\nSIDE#1{\nW#81{ #1=1 #2=2 #3=-3 #1002=8,5 }W\n}SIDE\n")
+                  .UnreadCount,
+              1U)
+        << "a diameter that is no number";
+}
+
+TEST(ReadPrograms, PortionsOfOnePanelAreReadAsOne)
+{
+    const std::string first = "G81G90G55P5R54=8X100Y50Z12\nG88G90G55P5T0171X10Y20Z5\n",
+                      second = "G81G90G55P5R54=8X200Y60Z7\n";
+    for (const std::string end : {"M2\n", ""})
+        for (const std::string& header : {CncStart, std::string("g71 x600 y400 z18.0\n")}) {
+            const MachineSteps steps = ReadProgram(CncStart + first + end + header + second + "M2\n");
+            EXPECT_EQ(steps.Unread, Texts{});
+            EXPECT_EQ(steps.Length, 600);
+            ASSERT_EQ(steps.Bores.size(), 2U);
+            EXPECT_EQ(steps.Bores[1].At.X, 200);
+            EXPECT_EQ(steps.Bores[1].Depth, 7);
+        }
+    // A route ends with its portion.
+    EXPECT_EQ(ReadProgram(CncStart + first + CncStart + "G1G90X9Y9Z5\n").Unread, Texts{"7: G1G90X9Y9Z5"});
+}
+
+TEST(ReadPrograms, AFurtherPanelIsNamedAndNotDrawnOnTheFirst)
+{
+    const std::string bore = "G81G90G55P5R54=8X100Y50Z12\n";
+    for (const std::string end : {"M2\n", ""}) {
+        const MachineSteps steps =
+            ReadProgram(CncStart + bore + end + "G71X500Y400Z18T00N6L3\nG150(OTHER)\n" + bore + "M2\n");
+        EXPECT_EQ(steps.Bores.size(), 1U);
+        EXPECT_EQ(steps.Length, 600);
+        ASSERT_EQ(steps.Unread.size(), 3U);
+        EXPECT_EQ(steps.Unread[0].substr(3), "G71X500Y400Z18T00N6L3");
+    }
+    EXPECT_EQ(ReadProgram(CncStart + bore + "G71X500Y400Z18\n" + bore + CncStart + bore).Bores.size(), 2U)
+        << "the first panel goes on";
+    // The code alone is no panel: a drawing may hold it as machine code.
+    EXPECT_EQ(ReadProgram(CncStart + "G71\n" + bore).Bores.size(), 1U);
+    const MachineSteps sides = ReadProgram(Evolution + Evolution);
+    EXPECT_EQ(sides.Bores.size(), 1U);
+    EXPECT_EQ(sides.UnreadCount, 6U);
+    EXPECT_EQ(sides.Unread.at(0), "7: ::UNm DL=600 DH=400 DS=18");
+}
+
+TEST(ReadPrograms, TheCodeOfAUnitIsNoHeaderByItself)
+{
+    for (const std::string text :
+         {"G71\nG0X1Y2Z3\nG1Z-3F500\nM30\n", "G71 G90 G17\nG0 X0 Y0 Z5\n", "G71G0X1Y2Z3\nM30\n",
+          "G71X1Y2\nG1X3\n", "G710X1Y2Z3\n", "N10 G71\nN20 G0 X600 Y400 Z18\n", "G70\n", "G71"}) {
+        EXPECT_EQ(FamilyOf(text), ProgramFamily::Unknown) << text;
+        EXPECT_EQ(ReadProgram(text).Unread, Texts{"1: no program of a known control"});
+    }
+    // A header that was spoilt by hand is one by the name after it, or by its words.
+    EXPECT_EQ(FamilyOf("G71X6oo\nG150(A)\n"), ProgramFamily::Cnc);
+    EXPECT_EQ(ReadProgram("G71X6oo\nG150(A)\nM2\n").Unread, Texts{"1: G71X6oo"});
+    EXPECT_EQ(ReadProgram("G71X600,5Y400Z18\nM2\n").Unread, Texts{"1: G71X600,5Y400Z18"});
+    EXPECT_EQ(ReadProgram("G71X600,5Y400Z18\nM2\n").Width, 400);
+    EXPECT_EQ(FamilyOf("g070 x30 y20 z.75\n"), ProgramFamily::Cnc);
+}
+
+TEST(ReadPrograms, TheHorizontalMachineIsKnownByItsSidesInAnyLetters)
+{
+    for (const std::string name : {"$=upper", "$=Upper", "$=UPPER", "$ = upper", "::LF=600 HF=400 SF=18"}) {
+        std::string text = Hbd;
+        text.replace(text.find("$=upper"), 7, name);
+        EXPECT_EQ(FamilyOf(text), ProgramFamily::Hbd) << name;
+        EXPECT_EQ(ReadProgram(text).Bores.size(), 1U);
+        EXPECT_EQ(ReadProgram(text).Unread, Texts{});
+    }
+    const std::string head = "$=upper\n";
+    EXPECT_EQ(FamilyOf(head + Evolution), ProgramFamily::Evolution) << "a panel may have such a name";
+    std::string face = Hbd;
+    face.replace(face.find("$=upper\n"), 8, "$=Upper\nW#82{\n#205=2 #1=100 #2=HF-34 #3=-13 }W\n");
+    ASSERT_EQ(ReadProgram(face).Bores.size(), 2U);
+    EXPECT_EQ(ReadProgram(face).Bores[0].At.Y, 34);
+    EXPECT_EQ(ReadProgram(face).Bores[0].Depth, 13);
+}
+
+TEST(ReadPrograms, LongLinesAreNotUnderstood)
+{
+    const std::string blanks(4100, ' ');
+    const MachineSteps steps = ReadProgram(CncStart + "G81G90G55P5R54=8X100" + blanks + "Y50Z12\n* " +
+                                           blanks + "*\n" + "G81G90G55P5R54=8X1Y50Z12\n");
+    EXPECT_EQ(steps.UnreadCount, 1U);
+    EXPECT_EQ(steps.Bores.size(), 1U);
+    EXPECT_LT(steps.Unread.at(0).size(), 4200U);
+    const std::string bore = "W#81{ #1=100 #2=50 #3=-12 }W";
+    const MachineSteps sides = ReadProgram("::UNm DL=600 DH=400 DS=18\nSIDE#1{\n" + bore + blanks + bore +
+                                           "\n" + bore + "\n}SIDE\n");
+    EXPECT_EQ(sides.UnreadCount, 1U);
+    EXPECT_EQ(sides.Bores.size(), 1U);
+    // Neither is an operation of many lines.
+    std::string open = "::UNm DL=600 DH=400 DS=18\nSIDE#1{\nW#81{\n";
+    for (int i = 0; i < 5000; ++i)
+        open += "#1=5\n";
+    const MachineSteps many = ReadProgram(open + "#2=5 #3=-1 }W\n" + bore + "\n}SIDE\n");
+    EXPECT_GT(many.UnreadCount, 1000U);
+    EXPECT_EQ(many.Unread.size(), 1000U);
+    EXPECT_EQ(many.Bores.size(), 1U);
+}
+
+TEST(ReadPrograms, AMillionStepsAreReadAndTheRestIsNamed)
+{
+    const auto text = [](const std::string& head, const std::string& line, std::size_t count) {
+        std::string all = head;
+        for (std::size_t i = 0; i < count; ++i)
+            all += line;
+        return all;
+    };
+    const std::string bore = "G81G90G55P5R54=8X100Y50Z12\n", last = "M2\n";
+    EXPECT_EQ(ReadProgram(text(CncStart, bore, 1000000) + last).Unread, Texts{});
+    const MachineSteps bores = ReadProgram(text(CncStart + "G4F2\n", bore, 1000002) + last);
+    EXPECT_EQ(bores.Bores.size(), 1000000U);
+    const std::string rest = "1000004: the program has more than 1000000 steps, the rest is not read";
+    EXPECT_EQ(bores.Unread, (Texts{rest, "3: G4F2"}));
+    EXPECT_EQ(bores.UnreadCount, 2U);
+    const MachineSteps moves =
+        ReadProgram(text(CncStart + "G88G90G55P5T0171X1Y2Z3\n", "G1G90X3Y2Z3\n", 1000000) + last);
+    ASSERT_EQ(moves.Cuts.size(), 1U);
+    EXPECT_EQ(moves.Cuts[0].Moves.size(), 999999U);
+    EXPECT_EQ(moves.UnreadCount, 1U);
+    const MachineSteps sides =
+        ReadProgram(text("::UNm DL=600 DH=400 DS=18\nSIDE#1{\n", "W#81{#1=1 #2=2 #3=-3}W\n", 1000001));
+    EXPECT_EQ(sides.Bores.size(), 1000000U);
+    EXPECT_EQ(sides.Unread, Texts{"1000003: the program has more than 1000000 steps, the rest is not read"});
+}
+
 TEST(ReadPrograms, UnknownLinesAreCountedAndKeptToALimit)
 {
     std::string text = "G71X600Y400Z18T00N6L3\n";

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "machine/cnc_reader.h"
+#include "machine/evolution_reader.h"
 #include "machine/text_lines.h"
 
 namespace kv::test {
@@ -148,6 +149,44 @@ TEST(FilledTools, RoutersSawsAndDrillsOfTheShopsTable)
     EXPECT_EQ(steps.Saws[0].Width, 3.2);
     ASSERT_EQ(steps.Bores.size(), 1U);
     EXPECT_EQ(steps.Bores[0].Diameter, 35);
+}
+
+// A row that names more drills than a head has is none of its own, however long the tool's text is.
+TEST(FilledTools, ARowOfMoreDrillsThanAHeadHasStaysARow)
+{
+    std::string tool = "01";
+    for (int i = 0; i < 700; ++i)
+        tool += "01|99";
+    MachineSteps steps = ReadCnc(LinesOf("G71X600Y400Z19T00N4L1\nG183G90G55P5T" + tool + "X100Y50Z12I132\n"));
+    FillTools(steps, {ReadHeadTools(SmallHead()), {}});
+    EXPECT_EQ(steps.Rows.size(), 1U);
+    EXPECT_TRUE(steps.Bores.empty());
+}
+
+// Such a program names tools by their number alone: 101 is neither the drill 1 nor the tool 1.
+TEST(FilledTools, AnEvolutionsToolsHaveNoGroup)
+{
+    const auto bore = [](const std::string& tool) {
+        return "W#81{ ::WTp WS=1 #1=100 #2=50 #3=-12 #205=" + tool + " }W";
+    };
+    MachineSteps steps = ReadEvolution(
+        {"::UNm DL=600 DH=400 DS=18", "SIDE#1{", bore("9"), bore("90"), bore("101"),
+         "W#89{ ::WTs WS=1 #1=10 #2=10 #3=-5 #36=0 #40= #205=71 }W",
+         "W#1050{ ::WT2 WS=1 #8510=0 #8511=85 #8512=-8 #8516=61 #8517=568 #8525=0 }W", "}SIDE"});
+    EXPECT_EQ(steps.Unread, Texts{});
+    Texts faults;
+    FillTools(steps, {ReadHeadTools(SmallHead()),
+                      ReadShopTools("1 drill diameter=3\n71 router diameter=16\n90 drill diameter=35\n"
+                                    "101 drill diameter=10\n61 saw kerf=3.2\n",
+                                    faults)});
+    ASSERT_EQ(steps.Bores.size(), 3U);
+    EXPECT_EQ(steps.Bores[0].Diameter, 8) << "of the head";
+    EXPECT_EQ(steps.Bores[1].Diameter, 35);
+    EXPECT_EQ(steps.Bores[2].Diameter, 10);
+    ASSERT_EQ(steps.Cuts.size(), 1U);
+    EXPECT_EQ(steps.Cuts[0].Radius, 8);
+    ASSERT_EQ(steps.Saws.size(), 1U);
+    EXPECT_EQ(steps.Saws[0].Width, 3.2);
 }
 
 TEST(ShopTools, BadLinesAreNamedAndTheGoodOnesHold)
