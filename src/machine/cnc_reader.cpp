@@ -339,6 +339,8 @@ bool CncProgram::TakeCode(std::string_view line)
 {
     if (line.size() > LongestProgramLine) {
         Open = false; // it may begin another route
+        WantsName = !HasHeader;
+        HasHeader = true;
         return false;
     }
     const bool isName = WantsName && IsCncName(line);

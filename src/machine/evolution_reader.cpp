@@ -191,6 +191,8 @@ bool EvolutionProgram::TakeArc(const SideOperation& operation)
     move.From = At;
     TurnToAngle(move, {*x, *y}, operation.NumberOr("#8044", 0), left == 1);
     const double radius = Between(move.Centre, move.From);
+    if (!(std::hypot(move.To.X, move.To.Y) <= LargestPlace)) // its angle is too coarse for such a radius
+        return false;
     AddMove(operation, move, depth.value_or(0));
     // Where the radius is there too it is the same to seven digits; below 0 for the long way round.
     const double told = radiusText ? std::fabs(*stated) * Sections.Unit : radius;

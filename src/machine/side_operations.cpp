@@ -48,12 +48,23 @@ SideWord NextSideWord(std::string_view& rest)
     return word;
 }
 
-// The side that a line begins, 0 for none: "SIDE#1{".
+constexpr std::string_view SideEnd = "}SIDE";
+constexpr std::size_t SideBeginLength = 7; // "SIDE#1{"
+
+// The side that a line begins, 0 for none.
 int SideBegun(const std::string& head)
 {
-    return head.size() == 7 && head.starts_with("SIDE#") && head[6] == '{' && IsDecimalDigit(head[5])
-               ? head[5] - '0'
-               : 0;
+    const bool begins = head.size() >= SideBeginLength && head.starts_with("SIDE#") &&
+                        IsDecimalDigit(head[5]) && head[6] == '{';
+    return begins ? head[5] - '0' : 0;
+}
+
+// What follows so many letters of a line, blanks not counted.
+std::string_view AfterHead(std::string_view line, std::size_t letters)
+{
+    for (; letters > 0 && !line.empty(); line.remove_prefix(1))
+        letters -= IsBlank(line.front()) ? 0 : 1;
+    return WithoutBlanksAround(line);
 }
 
 bool BeginsOperation(const std::string& head, std::string_view line)
@@ -131,7 +142,7 @@ struct SideScan {
                 Current.Words.emplace_back(word.Name, word.Value);
             rest = WithoutBlanksAround(rest);
         }
-        const bool whole = !rest.empty() && HeadOfLine(rest, 5) != "}SIDE";
+        const bool whole = !rest.empty() && HeadOfLine(rest, SideEnd.size()) != SideEnd;
         if (whole) { // "}W", "} W"
             rest = WithoutBlanksAround(rest.substr(1));
             rest.remove_prefix(HeadOfLine(rest, 1) == "W" ? 1 : 0);
@@ -157,20 +168,30 @@ struct SideScan {
     // Hands back what follows in the line.
     std::string_view TakeInSide(std::string_view line, const std::string& head)
     {
-        const bool begins = BeginsOperation(head, line), ends = head == "}SIDE", side = SideBegun(head) != 0;
-        if (InOperation && (begins || ends || side))
+        const bool begins = BeginsOperation(head, line), ends = head.starts_with(SideEnd);
+        if (InOperation && (begins || ends))
             CloseOperation(false);
         if (InOperation)
             return TakeOperationText(line);
         if (begins)
             return BeginOperation(line);
-        if (side)
-            Side = SideBegun(head);
-        else if (ends)
+        if (ends) {
             Side = 0;
-        else if (!line.empty() && !head.starts_with("$=") && !head.starts_with("::LF="))
+            return AfterHead(line, SideEnd.size());
+        }
+        if (!line.empty() && !head.starts_with("$=") && !head.starts_with("::LF="))
             NotUnderstood(line);
         return {};
+    }
+    // Hands back what follows in the line.
+    std::string_view BeginSide(std::string_view line, const std::string& head)
+    {
+        if (InOperation)
+            CloseOperation(false);
+        Section.clear(); // one that nobody closed
+        SidesBegun = true;
+        Side = SideBegun(head);
+        return AfterHead(line, SideBeginLength);
     }
     void TakeAhead(std::string_view line, const std::string& head)
     {
@@ -187,28 +208,33 @@ struct SideScan {
             Section = HeadOfLine(line, line.size());
         }
     }
-    void Take(std::string_view line)
+    // Hands back what follows in the line.
+    std::string_view TakePart(std::string_view line)
     {
         const std::string head = HeadOfLine(line, HeadLength);
-        if (Side == 0 && !Ended && SideBegun(head) != 0) {
-            Section.clear(); // one that nobody closed
-            SidesBegun = true;
-            Side = SideBegun(head);
-        } else if (Ended || (SidesBegun && head.starts_with("::UN"))) {
+        Ended = Ended || (SidesBegun && head.starts_with("::UN"));
+        if (Ended) {
             if (InOperation)
                 CloseOperation(false);
-            Ended = true;
             if (!line.empty())
                 NotUnderstood(line);
-        } else if (Side != 0) {
-            const std::string_view rest = TakeInSide(line, head);
-            if (!rest.empty() && !Full)
-                Take(rest);
-        } else if (!SidesBegun) {
-            TakeAhead(line, head);
-        } else if (!line.empty()) {
-            NotUnderstood(line);
+            return {};
         }
+        if (SideBegun(head) != 0)
+            return BeginSide(line, head);
+        if (Side != 0)
+            return TakeInSide(line, head);
+        if (!SidesBegun)
+            TakeAhead(line, head);
+        else if (!line.empty())
+            NotUnderstood(line);
+        return {};
+    }
+    void Take(std::string_view line)
+    {
+        do
+            line = TakePart(line);
+        while (!line.empty() && !Full);
     }
     void TakeLongLine(std::string_view line)
     {

@@ -164,6 +164,20 @@ TEST(ReadPrograms, CentresMayBeFarAway)
         1U);
 }
 
+// The end of such an arc is as far away as its centre, as its angle has three decimals.
+TEST(ReadPrograms, AnArcThatEndsBeyondAllPlacesIsNotUnderstood)
+{
+    const auto arc = [](const std::string& centre) {
+        return ReadProgram("::UNm DL=600 DH=400 DS=18\nSIDE#1{\nW#89{ #1=0 #2=0 #3=-5 #36=3 #40=1 }W\n"
+                           "W#2113{ #3=-5 #31=0 #32=" +
+                           centre + " #34=1 #8044=0 }W\n}SIDE\n");
+    };
+    EXPECT_EQ(arc("1000000").Unread, Texts{});
+    EXPECT_EQ(arc("1000000").Cuts.at(0).Moves.at(0).To.X, 1000000);
+    EXPECT_EQ(arc("100000000000000").UnreadCount, 1U);
+    EXPECT_TRUE(arc("100000000000000").Cuts.at(0).Moves.empty());
+}
+
 TEST(ReadPrograms, TheLetterOfAToolMayBeACapital)
 {
     for (const std::string line : {"G81G90G55P5T01a5X1Y50Z12", "G81G90G55P5T01A5X1Y50Z12",
@@ -308,6 +322,22 @@ TEST(ReadPrograms, OperationsOfOneLineAreAllRead)
     EXPECT_EQ(steps.Bores.size(), 3U);
 }
 
+TEST(ReadPrograms, SidesOfOneLineAreKeptApart)
+{
+    const std::string size = "::UNm DL=600 DH=400 DS=18\n", bore = "W#81{ #1=100 #2=5 #3=-12 }W";
+    const MachineSteps steps = ReadProgram(size + "SIDE#1{ " + bore + " }SIDE SIDE#3{\n" + bore +
+                                           "\n} SIDE side #4 {" + bore + "}SIDE\n");
+    EXPECT_EQ(steps.Unread, Texts{});
+    ASSERT_EQ(steps.Bores.size(), 3U);
+    EXPECT_EQ(steps.Bores[0].On, Plane::Surface);
+    EXPECT_EQ(steps.Bores[1].On, Plane::Edge2);
+    EXPECT_EQ(steps.Bores[2].On, Plane::Edge4);
+    // A side that is not closed ends where the next one begins.
+    const MachineSteps open = ReadProgram(size + "SIDE#1{\nSIDE#3{\n" + bore + "\n}SIDE\n");
+    EXPECT_EQ(open.Unread, Texts{});
+    EXPECT_EQ(open.Bores.at(0).On, Plane::Edge2);
+}
+
 TEST(ReadPrograms, AnOperationThatIsNotClosedEndsWhereTheNextOneBegins)
 {
     const std::string start = "::UNm DL=600 DH=400 DS=18\nSIDE#1{\n", bore = "W#81{ #1=100 #2=50 #3=-12";
@@ -411,6 +441,10 @@ TEST(ReadPrograms, LongLinesAreNotUnderstood)
     EXPECT_EQ(steps.UnreadCount, 1U);
     EXPECT_EQ(steps.Bores.size(), 1U);
     EXPECT_LT(steps.Unread.at(0).size(), 4200U);
+    const MachineSteps header =
+        ReadProgram("G71X600Y400Z18" + blanks + "N6\nG150(A)\nG81G90G55P5R54=8X1Y2Z3\n");
+    EXPECT_EQ(header.UnreadCount, 1U) << "the lines after it are no header";
+    EXPECT_EQ(header.Bores.size(), 1U);
     const std::string bore = "W#81{ #1=100 #2=50 #3=-12 }W";
     const MachineSteps sides = ReadProgram("::UNm DL=600 DH=400 DS=18\nSIDE#1{\n" + bore + blanks + bore +
                                            "\n" + bore + "\n}SIDE\n");
