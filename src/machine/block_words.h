@@ -29,9 +29,9 @@ struct BlockWords {
     bool SetChoice(int code);
 
   private:
-    static std::size_t Place(char letter) { return static_cast<std::size_t>(letter - 'A'); }
+    static std::size_t Place(char letter) { return static_cast<std::size_t>(letter - 'A') & 31; }
 
-    std::array<double, 26> Numbers{};
+    std::array<double, 32> Numbers{};
     std::uint32_t Given = 0;   // letters
     std::uint32_t Choices = 0; // places in the list of such codes
 };
