@@ -117,6 +117,7 @@ struct LibraryRow {
 
 constexpr LibraryRow Libraries[] = {
     {"boost/polygon/", "geometry/"},
+    {"boost/polygon/", "proof/"},
     {"CLI/", "console/"},
     {"nlohmann/", "console/"},
     {"Q", "window/"},

@@ -21,7 +21,7 @@ double CheckTolerance = UsualTolerance;
 
 namespace {
 
-constexpr std::size_t MostFindings = 20; // lines of the report
+constexpr std::size_t MostFindings = 100; // lines of the report
 Demands DemandsOfJob;
 
 std::string TextOfTable(std::string_view name)
@@ -98,8 +98,8 @@ void TellFinding(const Finding& finding)
     const std::string path =
         finding.Program < ProofOfJob.Programs.size() ? ProofOfJob.Programs[finding.Program] : std::string();
     MessageValues values = {{"layer", finding.Drawn != 0 ? DrawnLayerOf(finding.Drawn) : ""},
-                            {"program", FileNameOf(path)},
-                            {"programLine", static_cast<long long>(finding.Line)},
+                            {"program", ShownPath(path)},
+                            {"at", static_cast<long long>(finding.Line)},
                             {"width", RoundedPlace(finding.Millimetres)},
                             {"x", RoundedPlace(finding.At.X)},
                             {"y", RoundedPlace(finding.At.Y)},

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <optional>
+#include <utility>
 
 #include "machine/tool_way.h"
 
@@ -48,6 +48,7 @@ PieceBox BoxOfShape(const WoodShape& shape)
 struct LooseParts {
     std::vector<Move> Parts;
     double Radius = 0, Depth = 0;
+    bool IsLead = false;
     PieceBox Box;
     std::size_t Line = 0; // of the program, the first
 
@@ -218,28 +219,45 @@ class CutProof {
     void Prove()
     {
         for (const MadeCut& cut : Plan.MadeCuts)
-            for (const auto& [depth, parts] : PartsBesideAsked(cut))
+            for (const auto& [key, parts] : PartsBesideAsked(cut))
                 ProveParts(cut, parts);
     }
 
   private:
-    // By depth in hundredths of a mm.
-    std::map<long long, LooseParts> PartsBesideAsked(const MadeCut& cut) const
+    // What belongs to one question: leads, or parts of the way itself; by depth in hundredths of a mm.
+    using PartsKey = std::pair<bool, long long>;
+
+    std::vector<Move> PartsBesideAsked(const CutPiece& piece) const
     {
-        std::map<long long, LooseParts> loose;
-        for (std::size_t i = cut.FirstPiece; i < cut.LastPiece; ++i) {
-            const CutPiece& piece = Plan.MadePieces[i];
-            std::vector<const Move*> same;
-            for (const std::size_t k :
-                 AskedNear(piece.On, BoxOfPiece(piece.Way, piece.Radius), piece.DepthMost))
-                if (Plan.AskedPieces[k].Radius > piece.Radius - SameRadius)
-                    same.push_back(&Plan.AskedPieces[k].Way);
-            for (const Move& part : PartsBeside(piece.Way, same)) {
+        std::vector<const Move*> same;
+        for (const std::size_t k : AskedNear(piece.On, BoxOfPiece(piece.Way, piece.Radius), piece.DepthMost))
+            if (Plan.AskedPieces[k].Radius > piece.Radius - SameRadius)
+                same.push_back(&Plan.AskedPieces[k].Way);
+        return PartsBeside(piece.Way, same);
+    }
+    std::map<PartsKey, LooseParts> PartsBesideAsked(const MadeCut& cut) const
+    {
+        std::vector<std::vector<Move>> parts;
+        for (std::size_t i = cut.FirstPiece; i < cut.LastPiece; ++i)
+            parts.push_back(PartsBesideAsked(Plan.MadePieces[i]));
+        // Leads are the first and the last move, where the way itself comes after and before them.
+        const auto follows = [](const std::vector<Move>& beside) { return beside.empty(); };
+        const auto first = std::find_if(parts.begin(), parts.end(), follows);
+        const auto last = std::find_if(parts.rbegin(), parts.rend(), follows).base(); // behind it
+        std::map<PartsKey, LooseParts> loose;
+        for (auto beside = parts.begin(); beside != parts.end(); ++beside) {
+            const CutPiece& piece =
+                Plan.MadePieces[cut.FirstPiece + static_cast<std::size_t>(beside - parts.begin())];
+            const std::size_t line = piece.Way.Line;
+            const bool isLead = (beside < first && line == cut.Cut->Moves.front().Line) ||
+                                (beside >= last && line == cut.Cut->Moves.back().Line);
+            for (const Move& part : *beside) {
                 if (IsInPocket(piece, part))
                     continue;
-                LooseParts& parts = loose[std::llround(piece.DepthMost * 100)];
-                parts.Add(part, piece.Radius);
-                parts.Depth = std::max(parts.Depth, piece.DepthMost);
+                LooseParts& together = loose[{isLead, std::llround(piece.DepthMost * 100)}];
+                together.Add(part, piece.Radius);
+                together.Depth = std::max(together.Depth, piece.DepthMost);
+                together.IsLead = isLead;
             }
         }
         return loose;
@@ -301,7 +319,7 @@ class CutProof {
         std::vector<WoodRest> rests = RestsOf(question, Plan.Tolerance);
         if (rests.empty())
             return;
-        if (cut.OwnWay != NoWay)
+        if (cut.OwnWay != NoWay && (parts.IsLead || !Plan.Asked.Ways[cut.OwnWay].IsClosed))
             rests = WithoutLeads(cut, question, std::move(rests));
         for (const WoodRest& rest : rests) {
             Finding finding = FindingOf(FindingKind::Cut, on, rest, parts.Depth);

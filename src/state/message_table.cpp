@@ -1001,27 +1001,31 @@ constexpr MessagePage Pages[] = {
      "", "The programs were read back: what they cut is what the drawing asks for, within the tolerance.",
      "Nothing is to be done."},
     {Message::WoodLeftStanding, Doubt, MarkRed,
-     "Layer {layer}: {width} mm of wood are left standing at X{x} Y{y} on {side}, {depth} deep{what}", "",
+     "Layer {layer}: {width} mm of wood are left standing at X{x} Y{y} on {side}, {depth} deep{what}",
+     "Layer {layer}: wood is left standing at {count} places, at the first {width} mm at X{x} Y{y} on "
+     "{side}, "
+     "{depth} deep{what}",
      "The drawing asks for wood to go that no program takes away there.",
      "Look at the place with `korvanti draw`. A tool that is too wide for a corner or a pocket leaves wood; "
      "so "
      "does a depth that is less than asked for."},
     {Message::WoodCutAway, Doubt, MarkRed,
-     "{program}, line {programLine}: {width} mm of wood are cut at X{x} Y{y} on {side}, {depth} deep, that "
+     "{program}, line {at}: {width} mm of wood are cut at X{x} Y{y} on {side}, {depth} deep, that "
      "nobody asks for{what}",
      "",
      "A program takes wood away that no entity asks for: a lead that is too long or short, a way that turns "
      "over, a depth that is more than asked for, or a fault.",
      "Look at the place with `korvanti draw` before the panel is machined."},
     {Message::BoreMissing, Doubt, MarkRed,
-     "Layer {layer}: the bore at X{x} Y{y} on {side} is in no program: {what}", "",
+     "Layer {layer}: the bore at X{x} Y{y} on {side} is in no program: {what}",
+     "Layer {layer}: {count} bores are in no program, the first at X{x} Y{y} on {side}: {what}",
      "The drawing has a bore that no program drills.",
      "See the lines above and `korvanti explain` for the drawing."},
-    {Message::BoreOther, Doubt, MarkRed, "{program}, line {programLine}: bore at X{x} Y{y} on {side}: {what}",
-     "", "A program drills another bore than the drawing has there, or one that the drawing has not.",
+    {Message::BoreOther, Doubt, MarkRed, "{program}, line {at}: bore at X{x} Y{y} on {side}: {what}", "",
+     "A program drills another bore than the drawing has there, or one that the drawing has not.",
      "Look at the place with `korvanti draw`. Two bores at one place are drilled once."},
     {Message::WayNarrowForTool, Doubt, MarkRed,
-     "{program}, line {programLine}: at X{x} Y{y} on {side} the tool does not fit: {what}", "",
+     "{program}, line {at}: at X{x} Y{y} on {side} the tool does not fit: {what}", "",
      "A way with compensation turns more narrowly than the tool's radius. Some controls stop there, others "
      "cut "
      "beside the way.",
@@ -1031,7 +1035,8 @@ constexpr MessagePage Pages[] = {
      "drawing. "
      "What it cuts is not known.",
      "Look at the line."},
-    {Message::EntityNotProved, Note, NoMark, "Layer {layer}: {kind} is not proved: {what}", "",
+    {Message::EntityNotProved, Note, NoMark, "Layer {layer}: {kind} is not proved: {what}",
+     "Layer {layer}: {count} entities are not proved, the first, a {kind}: {what}",
      "What the entity asks for cannot be worked out from the drawing alone.",
      "Look at its place with `korvanti draw`."},
     {Message::FurtherFindings, Doubt, MarkRed, "{count} further findings of the check", "",

@@ -1,0 +1,122 @@
+// `korvanti check` and `convert --check`: programs that are read back and held against their drawings.
+#include "console/console_run.h"
+
+namespace {
+
+using namespace console_test;
+
+struct CheckCall : Console {
+    bool HasNoProgram() const { return !fs::exists(Folder / "programs/SRG"); }
+    // The program of the door with a word of it replaced.
+    void PutEdited(const std::string& word, const std::string& by)
+    {
+        ASSERT_EQ(Run({"convert", "door.dxf"}).Status, 0);
+        std::string text = Contents(Folder / "programs/SRG/D/OOR");
+        const std::size_t at = text.find(word);
+        ASSERT_NE(at, std::string::npos) << text;
+        text.replace(at, word.size(), by);
+        Put(Folder / "edited.prg", text);
+    }
+};
+
+TEST_F(CheckCall, ASoundProgramIsProvedAndNothingIsWritten)
+{
+    const Ended ended = Run({"check", "door.dxf", "--strict"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "door.dxf")) << ended.Output;
+    EXPECT_TRUE(Holds(ended.Output, "Proved: 1 bores, 0 grooves, 0 contours, 0 pockets; nothing else is cut"))
+        << ended.Output;
+    EXPECT_TRUE(HasNoProgram());
+}
+
+TEST_F(CheckCall, AnEditedProgramIsHeldAgainstTheDrawing)
+{
+    PutEdited("Z12", "Z13");
+    const Ended ended = Run({"check", "door.dxf", "--program", "edited.prg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "edited.prg, line 3: bore at X100 Y50 on the face: diameter 8, 13 deep "
+                                    "instead of diameter 8, 12 deep"))
+        << ended.Output;
+    EXPECT_FALSE(Holds(ended.Output, "Proved:")) << ended.Output;
+    EXPECT_EQ(Run({"check", "door.dxf", "--program", "edited.prg", "--strict"}).Status, 1);
+}
+
+TEST_F(CheckCall, TheToleranceIsChosen)
+{
+    PutEdited("X100", "X100.3");
+    EXPECT_EQ(Run({"check", "door.dxf", "--program", "edited.prg", "--strict"}).Status, 1);
+    EXPECT_EQ(Run({"check", "door.dxf", "--program", "edited.prg", "--strict", "--tolerance", "0.5"}).Status,
+              0);
+    EXPECT_EQ(Run({"check", "door.dxf", "--tolerance", "0"}).Status, 2);
+}
+
+TEST_F(CheckCall, TheDocumentHasEachFindingWithItsPlace)
+{
+    PutEdited("X100Y50Z12", "X100Y50Z12\r\nG81G90G55P5R54=5X200Y60Z9\r\nG4F2");
+    const Ended ended = Run({"check", "door.dxf", "--program", "edited.prg", "--report", "json"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    for (const char* const text :
+         {"\"checked\": true", "\"finding\": \"other bore\"", "\"x\": 200.0", "\"y\": 60.0", "\"depth\": 9.0",
+          "\"line\": 4", "\"what\": \"diameter 5, 9 deep, nobody drew it\"",
+          "\"finding\": \"line not understood\"", "\"bores\": 1", "\"notProved\": []"})
+        EXPECT_TRUE(Holds(ended.Output, text)) << text << "\n" << ended.Output;
+}
+
+TEST_F(CheckCall, ConvertWithCheckReportsAndWritesTheProgram)
+{
+    const Ended ended = Run({"convert", "door.dxf", "--check"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "Proved: 1 bores")) << ended.Output;
+    EXPECT_FALSE(HasNoProgram());
+    EXPECT_FALSE(Holds(Run({"convert", "door.dxf"}).Output, "Proved")) << "it is asked for";
+    EXPECT_TRUE(Holds(Run({"convert", "door.dxf", "--set", "Check=Yes"}).Output, "Proved"));
+    EXPECT_TRUE(Holds(Run({"convert", "door.dxf", "--set", "Check=maybe"}).Output, "is neither yes nor no"));
+}
+
+TEST_F(CheckCall, TheProcessesOfAListCheckToo)
+{
+    Put(Folder / "second.dxf", Contents(Folder / "door.dxf"));
+    const Ended ended = Run({"convert", "door.dxf", "second.dxf", "--check", "--jobs", "2"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    const std::size_t first = ended.Output.find("Proved: 1 bores");
+    ASSERT_NE(first, std::string::npos) << ended.Output;
+    EXPECT_NE(ended.Output.find("Proved: 1 bores", first + 1), std::string::npos) << ended.Output;
+}
+
+TEST_F(CheckCall, EachControlIsChecked)
+{
+    for (const std::string system : {"cnc90", "genesis", "evolution"}) {
+        const Ended ended = Run({"check", "door.dxf", "--strict", "--system", system, "--set",
+                                 "DestinationPathGen=" + (Folder / "programs").string(), "--set",
+                                 "DestinationPathEV=" + (Folder / "programs").string()});
+        EXPECT_TRUE(Holds(ended.Output, "Proved: 1 bores") || ended.Status == 1) << system << ended.Output;
+    }
+}
+
+TEST_F(CheckCall, ADepthThatTheMachineKnowsIsNotProved)
+{
+    Put(Folder / "code.dxf", BoredPanel("0\nCIRCLE\n8\nVBORE_ZA_D8\n10\n300\n20\n200\n40\n4\n"));
+    const Ended ended = Run({"check", "code.dxf"});
+    EXPECT_TRUE(
+        Holds(ended.Output, "Layer VBORE_ZA_D8: CIRCLE is not proved: its depth is a code of the machine"))
+        << ended.Output;
+}
+
+TEST_F(CheckCall, BadInputIsOneLineEach)
+{
+    Ended ended = Run({"check", "missing.dxf"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_TRUE(Holds(ended.Output, "NOT FOUND")) << ended.Output;
+    ended = Run({"check", "door.dxf", "--program", "missing.prg"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_TRUE(Holds(ended.Errors, "korvanti: missing.prg: ")) << ended.Errors;
+    Put(Folder / "noise.prg", std::string("\x00\xff\x80 not a program\n", 18));
+    ended = Run({"check", "door.dxf", "--program", "noise.prg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "no program of a known control: not understood")) << ended.Output;
+    EXPECT_TRUE(Holds(ended.Output, "is in no program")) << ended.Output;
+    EXPECT_EQ(Run({"check", "door.dxf", "door.dxf", "--program", "noise.prg"}).Status, 2);
+    EXPECT_EQ(Run({"check"}).Status, 2);
+}
+
+} // namespace
