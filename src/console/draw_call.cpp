@@ -8,6 +8,7 @@
 #include "console/drawing_overlay.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
+#include "job/program_check.h"
 #include "machine/program_reader.h"
 #include "machine/tool_table.h"
 #include "platform/files.h"
@@ -135,6 +136,30 @@ void DrawProgram(DrawRun& run, const std::string& file)
         AddPicture(run, program);
 }
 
+// Crosses where the check found something, if it was asked for.
+void AddFindings(std::vector<DrawnShape>& drawn)
+{
+    constexpr double arm = 6; // mm
+    if (!ProofOfJob.IsDone)
+        return;
+    for (const Finding& finding : ProofOfJob.Found.Findings) {
+        if (finding.On != Plane::Surface || finding.Kind == FindingKind::NotUnderstood)
+            continue;
+        DrawnShape cross;
+        for (const double side : {-arm, arm}) {
+            Move line;
+            line.From = {finding.At.X - arm, finding.At.Y - side};
+            line.To = {finding.At.X + arm, finding.At.Y + side};
+            cross.Way.push_back(line);
+        }
+        cross.IsLeft = true;
+        cross.Text = "check: " + FindingName(finding.Kind) +
+                     (finding.Millimetres > 0 ? ", " + LengthForPeople(finding.Millimetres) + " mm" : "") +
+                     (finding.What.empty() ? "" : ", " + finding.What);
+        drawn.push_back(std::move(cross));
+    }
+}
+
 void DrawDrawing(DrawRun& run, const std::string& drawing)
 {
     const StepsRecorded recorded; // the programs reach no disk
@@ -149,7 +174,8 @@ void DrawDrawing(DrawRun& run, const std::string& drawing)
     }
     ProgramFacts facts = FactsOfCall(run.Line);
     facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
-    const std::vector<DrawnShape> drawn = DrawnShapesOfRun();
+    std::vector<DrawnShape> drawn = DrawnShapesOfRun();
+    AddFindings(drawn);
     for (const OutputStep& step : Outputs.Steps)
         if (step.Kind == StepKind::Program) {
             AddPicture(run, {drawing + ": " + Utf8FromAnsi(FileNameOf(step.Path)), step.Text, facts});

@@ -195,7 +195,8 @@ void FinishShapes()
                 continue;
             shape.Way = Cross(shape.Way[0].From);
         }
-        Finished.push_back({std::move(shape.Way), isLeft, ShapeText(shape.Drawn)});
+        Finished.push_back({std::move(shape.Way), isLeft,
+                            ShapeText(shape.Drawn) + (isLeft ? ": not machined as its layer asks" : "")});
     }
     Shapes.clear();
 }

@@ -249,8 +249,9 @@ class CutProof {
             const CutPiece& piece =
                 Plan.MadePieces[cut.FirstPiece + static_cast<std::size_t>(beside - parts.begin())];
             const std::size_t line = piece.Way.Line;
-            const bool isLead = (beside < first && line == cut.Cut->Moves.front().Line) ||
-                                (beside >= last && line == cut.Cut->Moves.back().Line);
+            const bool isLead =
+                first != parts.end() && ((beside < first && line == cut.Cut->Moves.front().Line) ||
+                                         (beside >= last && line == cut.Cut->Moves.back().Line));
             for (const Move& part : *beside) {
                 if (IsInPocket(piece, part))
                     continue;

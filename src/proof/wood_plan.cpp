@@ -88,19 +88,32 @@ class Planning {
     {
         for (const MachineSteps& steps : Programs)
             for (const RouterCut& cut : steps.Cuts)
-                if (cut.Radius > 0)
-                    MadeRadius.try_emplace(ToolNumberOf(cut.Tool), cut.Radius);
+                LearnRadius(ToolNumberOf(cut.Tool), cut.Radius);
         for (const AskedWay& way : Plan.Asked.Ways)
-            if (way.Radius > 0 && way.Tool > 0)
-                AskedRadius.try_emplace(way.Tool, way.Radius);
+            LearnRadius(way.Tool, way.Radius);
+        for (const AskedPocket& pocket : Plan.Asked.Pockets)
+            LearnRadius(pocket.Tool, pocket.Radius);
+    }
+    void LearnRadius(int tool, double radius)
+    {
+        constexpr double same = 0.001; // mm
+        if (tool <= 0 || radius <= 0)
+            return;
+        const auto [known, isNew] = RadiusOfTool.try_emplace(tool, radius);
+        if (!isNew && std::fabs(known->second - radius) > same)
+            known->second = 0; // two sizes: nobody knows
+    }
+    double RadiusByTool(int tool) const
+    {
+        const auto known = RadiusOfTool.find(tool);
+        return known != RadiusOfTool.end() ? known->second : 0;
     }
     double RadiusOfMade(const RouterCut& cut) const
     {
         if (cut.Radius > 0)
             return cut.Radius;
-        const auto byTool = AskedRadius.find(ToolNumberOf(cut.Tool));
-        if (byTool != AskedRadius.end())
-            return byTool->second;
+        if (const double radius = RadiusByTool(ToolNumberOf(cut.Tool)); radius > 0)
+            return radius;
         for (const AskedWay& way : Plan.Asked.Ways) // where tool numbers are exchanged
             for (const Move& piece : way.Pieces)
                 if (way.On == cut.On && way.Side == 0 && way.Radius > 0 &&
@@ -112,8 +125,8 @@ class Planning {
     {
         if (way.Radius > 0)
             return way.Radius;
-        const auto byTool = MadeRadius.find(way.Tool);
-        return byTool != MadeRadius.end() ? byTool->second : way.Side == 0 ? RadiusOfUnknown : 0;
+        const double radius = RadiusByTool(way.Tool);
+        return radius > 0 ? radius : way.Side == 0 ? RadiusOfUnknown : 0;
     }
 
     void AddMadeCuts()
@@ -230,7 +243,7 @@ class Planning {
 
     WoodPlan& Plan;
     std::vector<MachineSteps>& Programs;
-    std::map<int, double> MadeRadius, AskedRadius; // by the tool's number
+    std::map<int, double> RadiusOfTool; // by its number; 0: not known
 };
 
 } // namespace

@@ -274,8 +274,7 @@ std::string Drawer::DrawnShapes() const
         std::string path;
         for (std::size_t i = 0; i < shape.Way.size(); ++i)
             path += PathOf(shape.Way, i, i + 1);
-        text += "<g><title>" +
-                XmlText(shape.Text + (shape.IsLeft ? ": not machined as its layer asks" : "")) + "</title>" +
+        text += "<g><title>" + XmlText(shape.Text) + "</title>" +
                 Path(shape.IsLeft ? "left" : "drawn", path) + "</g>\n";
     }
     return text + "</g>\n";

@@ -94,11 +94,12 @@ TEST_F(ProofOfPanel, AMoveOf03MmIsFoundAndOneOf005IsNot)
     cut.Moves[1].To.Y = cut.Moves[2].From.Y = 200.3;
     cut.Moves[2].To.Y = cut.Moves[3].From.Y = 200.3;
     const std::vector<Finding> findings = Findings();
-    ASSERT_EQ(findings.size(), 2u);
+    ASSERT_EQ(findings.size(), 3u); // the last move is judged by itself, since it might be a lead
     EXPECT_EQ(findings[0].Kind, FindingKind::Left);
     EXPECT_EQ(findings[1].Kind, FindingKind::Cut);
     EXPECT_NEAR(findings[1].Millimetres, 0.3, 0.03);
     EXPECT_EQ(findings[1].Line, 6u);
+    EXPECT_EQ(findings[2].Line, 7u);
 }
 
 TEST_F(ProofOfPanel, ADepthThatIsAnotherIsFoundWithBoth)
