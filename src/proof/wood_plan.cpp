@@ -65,6 +65,20 @@ double AreaInside(const WoodShape& shape)
     return area / 2;
 }
 
+// Below 0: the program does not say it.
+int NumberOfTool(const MachineSteps& steps, const RouterCut& cut)
+{
+    switch (steps.Tools) {
+    case ToolNames::WithGroup:
+        return ToolNumberOf(cut.Tool);
+    case ToolNames::NumberAlone:
+        return ToolNumberOf("01" + cut.Tool);
+    case ToolNames::OfTheMachine:
+        break;
+    }
+    return -1;
+}
+
 class Planning {
   public:
     Planning(WoodPlan& plan, std::vector<MachineSteps>& programs) : Plan(plan), Programs(programs) {}
@@ -88,7 +102,7 @@ class Planning {
     {
         for (const MachineSteps& steps : Programs)
             for (const RouterCut& cut : steps.Cuts)
-                LearnRadius(ToolNumberOf(cut.Tool), cut.Radius);
+                LearnRadius(NumberOfTool(steps, cut), cut.Radius);
         for (const AskedWay& way : Plan.Asked.Ways)
             LearnRadius(way.Tool, way.Radius);
         for (const AskedPocket& pocket : Plan.Asked.Pockets)
@@ -108,11 +122,11 @@ class Planning {
         const auto known = RadiusOfTool.find(tool);
         return known != RadiusOfTool.end() ? known->second : 0;
     }
-    double RadiusOfMade(const RouterCut& cut) const
+    double RadiusOfMade(const MachineSteps& steps, const RouterCut& cut) const
     {
         if (cut.Radius > 0)
             return cut.Radius;
-        if (const double radius = RadiusByTool(ToolNumberOf(cut.Tool)); radius > 0)
+        if (const double radius = RadiusByTool(NumberOfTool(steps, cut)); radius > 0)
             return radius;
         for (const AskedWay& way : Plan.Asked.Ways) // where tool numbers are exchanged
             for (const Move& piece : way.Pieces)
@@ -135,7 +149,7 @@ class Planning {
             for (RouterCut& cut : Programs[program].Cuts) {
                 if (cut.Moves.empty()) // a bore
                     continue;
-                cut.Radius = RadiusOfMade(cut);
+                cut.Radius = RadiusOfMade(Programs[program], cut);
                 AddMadeCut(cut, program);
             }
     }
