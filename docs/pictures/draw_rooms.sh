@@ -31,7 +31,7 @@ BEGIN {
     common["platform"] = common["state"] = 1
 
     colors = split("#1f5fa8 #b0451b #2e7d4f #946c00 #7a3f9d #0f7f86 #a8285f #3d4852 #c0392b #4b4fc4", color, " ")
-    width = 900; left = 112; right = width - 20 # of the picture; what lies between holds the boxes
+    width = 1270; left = 112; right = width - 20 # of the picture; what lies between holds the boxes
     read_floors("tests/floors_test.cpp")
 }
 

@@ -73,6 +73,7 @@ CheckJson JsonOfProof(const std::string& drawing, const std::string& outcome)
                         {"grooves", proof.Grooves},
                         {"contours", proof.Contours},
                         {"pockets", proof.Pockets}};
+    object["whole"] = proof.IsWhole;
     object["findings"] = CheckJson::array();
     for (const Finding& finding : proof.Findings)
         object["findings"].push_back(JsonOfFinding(finding));

@@ -21,7 +21,7 @@ double CheckTolerance = UsualTolerance;
 
 namespace {
 
-constexpr std::size_t MostFindings = 100; // lines of the report
+constexpr std::size_t MostLines = 100; // of the report
 Demands DemandsOfJob;
 
 std::string TextOfTable(std::string_view name)
@@ -113,12 +113,14 @@ void TellFinding(const Finding& finding)
 
 void TellProof(const Proof& proof)
 {
-    for (std::size_t i = 0; i < std::min(MostFindings, proof.Findings.size()); ++i)
+    for (std::size_t i = 0; i < std::min(MostLines, proof.Findings.size()); ++i)
         TellFinding(proof.Findings[i]);
-    if (proof.Findings.size() > MostFindings)
+    if (proof.Findings.size() > MostLines)
         Tell(Message::FurtherFindings,
-             {{"count", static_cast<long long>(proof.Findings.size() - MostFindings)}});
-    for (std::size_t i = 0; i < std::min(MostFindings, proof.Left.size()); ++i)
+             {{"count", static_cast<long long>(proof.Findings.size() - MostLines)}});
+    if (!proof.IsWhole)
+        Tell(Message::CheckStopped, {{"count", static_cast<long long>(proof.Findings.size())}});
+    for (std::size_t i = 0; i < std::min(MostLines, proof.Left.size()); ++i)
         Tell(Message::EntityNotProved, WithPlace({{"layer", DrawnLayerOf(proof.Left[i].Drawn)},
                                                   {"kind", DrawnKindOf(proof.Left[i].Drawn)},
                                                   {"what", proof.Left[i].Why}},

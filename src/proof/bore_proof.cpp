@@ -178,7 +178,7 @@ void ProveBores(Proof& proof, const Demands& demands, const std::vector<MachineS
     for (const AskedBore& asked : demands.Bores)
         ProveBore(proof, asked, byPlace, programs, tolerance);
     for (const MadeBore& bore : made)
-        if (!bore.IsAsked)
+        if (!bore.IsAsked && !proof.IsFull())
             TellUnasked(proof, bore);
 }
 

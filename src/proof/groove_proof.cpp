@@ -88,6 +88,8 @@ void ProveGrooves(Proof& proof, const Demands& demands, const std::vector<Machin
         proof.Grooves += rests.empty() ? 1 : 0;
     }
     for (const MadeSaw& saw : made) {
+        if (proof.IsFull())
+            return;
         WoodQuestion question{{saw.Shape}, wood, {}};
         for (const AskedGroove& groove : demands.Grooves)
             if (groove.Depth >= saw.Made.Depth - tolerance)

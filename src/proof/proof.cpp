@@ -15,7 +15,7 @@ namespace {
 void TellNarrowWays(Proof& proof, const WoodPlan& plan)
 {
     for (const MadeCut& cut : plan.MadeCuts) {
-        if (cut.NarrowText.empty())
+        if (cut.NarrowText.empty() || proof.IsFull())
             continue;
         Finding finding;
         finding.Kind = FindingKind::NarrowWay;
@@ -84,7 +84,8 @@ Proof Prove(const Demands& demands, std::vector<MachineSteps> programs, double t
     ProveNothingLeft(proof, plan);
     ProveNothingElseCut(proof, plan);
     TellNarrowWays(proof, plan);
-    TellUnreadLines(proof, programs);
+    TellUnreadLines(proof, programs); // of which there are not many
+    proof.IsWhole = !proof.IsFull();
     return proof;
 }
 

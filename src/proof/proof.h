@@ -34,10 +34,16 @@ struct Finding {
     std::string What;        // "12 deep instead of 13"
 };
 
+// Of another panel's program all is wrong; a million lines of it would take hours.
+constexpr std::size_t MostFindings = 1000;
+
 struct Proof {
     std::size_t Bores = 0, Grooves = 0, Contours = 0, Pockets = 0; // that are as asked for
     std::vector<Finding> Findings;
     std::vector<Unproved> Left; // entities that could not be judged
+    bool IsWhole = true;        // false: there were so many findings that the rest was not looked at
+
+    bool IsFull() const { return Findings.size() >= MostFindings; }
 };
 
 constexpr double UsualTolerance = 0.1; // mm

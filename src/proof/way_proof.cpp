@@ -92,7 +92,7 @@ class LeftProof {
 
     void Prove()
     {
-        for (std::size_t way = 0; way < Plan.AskedCuts.size(); ++way)
+        for (std::size_t way = 0; way < Plan.AskedCuts.size() && !All.IsFull(); ++way)
             ProveWay(way);
         for (std::size_t pocket = 0; pocket < Plan.PocketInsides.size(); ++pocket)
             ProvePocket(pocket);
@@ -218,9 +218,12 @@ class CutProof {
 
     void Prove()
     {
-        for (const MadeCut& cut : Plan.MadeCuts)
+        for (const MadeCut& cut : Plan.MadeCuts) {
+            if (All.IsFull())
+                return;
             for (const auto& [key, parts] : PartsBesideAsked(cut))
                 ProveParts(cut, parts);
+        }
     }
 
   private:

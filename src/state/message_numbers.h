@@ -267,6 +267,7 @@ enum class Message : int {
     FurtherFindings = 909,
     CheckUnknown = 910,
     NothingProved = 911,
+    CheckStopped = 912,
 };
 
 } // namespace kv

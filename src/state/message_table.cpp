@@ -1046,6 +1046,9 @@ constexpr MessagePage Pages[] = {
     {Message::NothingProved, Note, NoMark, "Nothing was proved: {cause}", "",
      "There is no program to be read back, or it is one that the check does not know.",
      "Nothing is to be done."},
+    {Message::CheckStopped, Doubt, MarkRed, "The check stopped after {count} findings", "",
+     "Nearly everything differs: the program may be that of another panel, or of another corner.",
+     "Look whether the program belongs to the drawing."},
 };
 
 } // namespace

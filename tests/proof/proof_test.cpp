@@ -330,6 +330,17 @@ TEST_F(ProofOfPanel, AToolThatNobodyMeasuresIsProvedByItsWayAlone)
     EXPECT_EQ(ProofNow().Left.size(), 1u);
 }
 
+TEST_F(ProofOfPanel, TheProgramOfAnotherPanelIsNotLookedAtToItsEnd)
+{
+    for (int i = 0; i < 50000; ++i) {
+        Steps.Bores.push_back({Plane::Surface, {i * 0.01, 50}, 12, 8, "", 3});
+        CutRectangle(0).Radius = 3;
+    }
+    const Proof proof = ProofNow();
+    EXPECT_FALSE(proof.IsWhole);
+    EXPECT_EQ(proof.Findings.size(), MostFindings);
+}
+
 TEST_F(ProofOfPanel, LinesThatWereNotUnderstoodAreNamed)
 {
     Steps.Unread = {"11: G4F2"};
