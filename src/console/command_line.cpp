@@ -101,7 +101,7 @@ constexpr const char* CompareText = "Shows what each control would make of a dra
 constexpr const char* CompareFooter =
     "\nConverts DRAWING in memory for CNC90, GENESIS and Genesis Evolution and prints for each its "
     "programs,\n"
-    "lines, bores, stops of the drill head, saw cuts, routes, path length and an estimate of the time, the\n"
+    "lines, bores, stops of the drills, saw cuts, routes, path length and an estimate of the time, the\n"
     "doubts and faults of its report, and those of them that the other controls do not have. Nothing is\n"
     "placed. With -o a page for a browser is written that has the table and the pictures of the programs.\n"
     "The time is an estimate from feeds and fixed times, good for comparing, not for a calendar.\n"

@@ -24,6 +24,7 @@ void AddWork(RunFigures& figures, const SceneItem& item)
     case WorkShape::Bore:
     case WorkShape::Plunge:
         ++figures.Bores;
+        ++figures.Stops;
         figures.Seconds += SecondsOfBore;
         return;
     case WorkShape::Saw:
@@ -40,6 +41,19 @@ void AddWork(RunFigures& figures, const SceneItem& item)
         figures.PathLength += length;
         figures.Seconds += TimeOfWay(length, item.Shape == WorkShape::Saw ? SawFeed : named);
     }
+}
+
+// One line of a program that stops the head once drills all its bores together.
+bool IsOfOneStop(const SceneItem& before, const SceneItem& item)
+{
+    return before.Shape == WorkShape::Bore && item.Shape == WorkShape::Bore && before.Line == item.Line;
+}
+
+double TimeBetween(const SceneItem& before, const SceneItem& item)
+{
+    if (before.On != item.On)
+        return SecondsOfPlaneChange;
+    return TimeOfWay(Between(before.Way.empty() ? before.At : before.Way.back().To, item.At), RapidFeed);
 }
 
 } // namespace
@@ -65,12 +79,15 @@ RunFigures FiguresOf(const Scene& scene)
 {
     RunFigures figures;
     for (std::size_t i = 0; i < scene.Items.size(); ++i) {
-        if (i > 0 && scene.Items[i - 1].On != scene.Items[i].On)
-            figures.Seconds += SecondsOfPlaneChange;
-        AddWork(figures, scene.Items[i]);
+        const SceneItem& item = scene.Items[i];
+        if (i > 0 && IsOfOneStop(scene.Items[i - 1], item)) {
+            ++figures.Bores;
+            continue;
+        }
+        if (i > 0)
+            figures.Seconds += TimeBetween(scene.Items[i - 1], item);
+        AddWork(figures, item);
     }
-    for (const SceneRapid& rapid : scene.Rapids)
-        figures.Seconds += TimeOfWay(Between(rapid.From, rapid.To), RapidFeed);
     return figures;
 }
 

@@ -17,8 +17,8 @@ constexpr double DefaultFeed = 5'000;      // mm a minute, of a move whose progr
 constexpr double RapidFeed = 30'000;       // mm a minute, between works of one plane
 
 struct RunFigures {
-    std::size_t Bores = 0; // plunges of a router too
-    std::size_t Stops = 0; // of the drill head; which drills a stop uses is the head's
+    std::size_t Bores = 0; // plunges of a router too; none of a stop whose drills are not known
+    std::size_t Stops = 0; // times that drills come down: one for all bores that a line drills together
     std::size_t Saws = 0, Routes = 0;
     double PathLength = 0; // mm that routers and saws go in the wood, as programmed
     double Seconds = 0;    // an estimate

@@ -31,8 +31,8 @@ constexpr std::string_view Style = R"(
 .rapid{fill:none;stroke:#8c8577;stroke-width:.5;stroke-dasharray:1 2.5}
 .drawn{fill:none;stroke:#2e5f9e;stroke-width:.5;stroke-dasharray:4 2}
 .left{fill:none;stroke:#d00000;stroke-width:2.5;stroke-dasharray:7 3}
-.only-first{fill:none;stroke:#d00000;stroke-width:2.5}
-.only-second{fill:none;stroke:#d00000;stroke-width:2.5;stroke-dasharray:6 3}
+.only-first{fill:none;stroke:#d00000;stroke-width:1.6}
+.only-second{fill:none;stroke:#d00000;stroke-width:4.5;stroke-dasharray:3 5}
 .origin{fill:none;stroke:#a3201a;stroke-width:1.2}.axis{fill:#a3201a}.title,.small{fill:#2b2418}
 @media (prefers-color-scheme:dark){
 .paper{fill:#1d1a16}.face{fill:#5d4a2f;stroke:#c9b48c}.fold{fill:#4b3b25;stroke:#c9b48c}
@@ -243,7 +243,8 @@ std::string Drawer::Route(const SceneItem& item) const
            Circle("start", item.At, MarkSize(item)) + Arrow(item);
 }
 
-// Over the work that one of two programs alone has: solid for the first, dashed for the second.
+// Over the work that one of two programs alone has: thin and solid for the first, wide and dashed for the
+// second, so that both are seen where they lie on one line.
 std::string Drawer::Only(const SceneItem& item) const
 {
     if (item.Held == HeldBy::Both)
@@ -251,7 +252,8 @@ std::string Drawer::Only(const SceneItem& item) const
     const std::string_view look = item.Held == HeldBy::First ? "only-first" : "only-second";
     if (item.Way.empty())
         return Circle(look, item.At, item.Width > 0 ? item.Width / 2 : UnknownMark);
-    return Path(look, PathOf(item.Way, 0, item.Way.size()));
+    const std::vector<Move>& way = item.Swept.empty() ? item.Way : item.Swept;
+    return Path(look, PathOf(way, 0, way.size()));
 }
 
 std::string Drawer::Item(const SceneItem& item) const

@@ -26,6 +26,7 @@ TEST(RunTimes, ABoreIsAStopAndTheWayToTheNextIsRapid)
     // 300 mm at 30,000 a minute: 0.6 s.
     const RunFigures figures = FiguresOfLines("G81G90G55P5R54=8X100Y50Z10\nG81G90G55P5R54=8X400Y50Z10\n");
     EXPECT_EQ(figures.Bores, 2U);
+    EXPECT_EQ(figures.Stops, 2U);
     EXPECT_NEAR(figures.Seconds, 2.5 + 0.6 + 2.5, 1e-9);
     EXPECT_EQ(figures.PathLength, 0) << "a bore is no path";
 }
@@ -84,6 +85,21 @@ TEST(RunTimes, AStopOfTheHeadIsOneStopHoweverManyDrillsItHas)
     EXPECT_EQ(figures.Stops, 1U);
     EXPECT_EQ(figures.Bores, 0U);
     EXPECT_NEAR(figures.Seconds, 2.5, 1e-9);
+}
+
+TEST(RunTimes, BoresOfOneLineAreDrilledTogether)
+{
+    // 300 mm from the last of the stop's drills to the lone bore: 0.6 s.
+    MachineSteps steps;
+    steps.Length = 600;
+    steps.Width = 400;
+    for (const double x : {36.0, 68.0, 100.0})
+        steps.Bores.push_back({Plane::Surface, {x, 50}, 10, 5, "01", 2});
+    steps.Bores.push_back({Plane::Surface, {400, 50}, 10, 5, "01", 3});
+    const RunFigures figures = FiguresOf(SceneOf(steps));
+    EXPECT_EQ(figures.Bores, 4U);
+    EXPECT_EQ(figures.Stops, 2U);
+    EXPECT_NEAR(figures.Seconds, 2.5 + 0.6 + 2.5, 1e-9);
 }
 
 TEST(RunTimes, WaysOfAProgramInInchesAreMillimetres)
