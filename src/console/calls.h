@@ -21,6 +21,8 @@ int ExplainMessage(const CommandLine& line);
 int ExplainDrawings(const CommandLine& line);
 // Pictures of programs, and of those of drawings; nothing but the pictures is written.
 int DrawPrograms(const CommandLine& line);
+// What each control would make of a drawing, side by side; nothing but a page is written.
+int CompareControls(const CommandLine& line);
 // Programs of drawings, or another program, held against the drawing; nothing is written.
 int CheckDrawings(const CommandLine& line);
 // The unattended mode, until its switches or a signal end it. Loads the settings itself.

@@ -80,6 +80,10 @@ constexpr const char* DrawFooter =
     "what the tool sweeps, with leads, directions and rapid ways.\n"
     "FILE.svg is one picture (of further programs FILE-2.svg and so on), FILE.html a page with all of them,\n"
     "a slider over the program's lines, a legend and the text.\n"
+    "With --over two programs of one panel (two drawings, or one of each) lie over each other: what only "
+    "the\n"
+    "first has is red and solid, what only the second has red and dashed, and standard output has the "
+    "counts.\n"
     "Diameters that a program does not name are taken from DT.Par and Tools.cfg of the program's folder.\n"
     "A line that is not understood is named on standard error, and the rest is drawn. Exit status: 0, or 1\n"
     "when something could not be read, understood or written.";
@@ -92,6 +96,16 @@ constexpr const char* CheckFooter =
     "named with its place, depth and millimetres. What cannot be judged is named too.\n"
     "--program checks another program against the drawing, one that was edited by hand say.\n"
     "Exit status: 0, with --strict 1 when anything was found, or 1 when a drawing could not be converted.";
+
+constexpr const char* CompareText = "Shows what each control would make of a drawing, side by side.";
+constexpr const char* CompareFooter =
+    "\nConverts DRAWING in memory for CNC90, GENESIS and Genesis Evolution and prints for each its "
+    "programs,\n"
+    "lines, bores, stops of the drills, saw cuts, routes, path length and an estimate of the time, the\n"
+    "doubts and faults of its report, and those of them that the other controls do not have. Nothing is\n"
+    "placed. With -o a page for a browser is written that has the table and the pictures of the programs.\n"
+    "The time is an estimate from feeds and fixed times, good for comparing, not for a calendar.\n"
+    "Exit status: 0, or 1 when a control could not be converted for.";
 
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
@@ -228,6 +242,8 @@ void AddDraw(CLI::App& app, CommandLine& line, Words& words)
     draw->add_option("-o,--output", line.Output, "The picture: FILE.svg or FILE.html")
         ->type_name("FILE")
         ->required();
+    draw->add_flag("--over", line.Over,
+                   "Lays two programs of one panel over each other, with what differs in red");
     draw->add_option("--origin", line.Origin,
                      "Corner that a program counts from, where it does not say so (Genesis Evolution, HBD)")
         ->check(CLI::IsMember({"LL", "UL", "UR", "LR"}))
@@ -242,6 +258,22 @@ void AddDraw(CLI::App& app, CommandLine& line, Words& words)
     draw->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
+}
+
+void AddCompare(CLI::App& app, CommandLine& line, Words& words)
+{
+    CLI::App* const compare = app.add_subcommand("compare", CompareText);
+    compare->footer(CompareFooter);
+    compare->add_option("DRAWING", line.Drawings, "DXF drawing; .DXF is added to a name without it")
+        ->required()
+        ->expected(1);
+    compare->add_option("-o,--output", line.Output, "The page: FILE.html")->type_name("FILE");
+    compare->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    compare->add_option("--report", words.Report, "Form of the comparison")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
 }
 
 void AddCheck(CLI::App& app, CommandLine& line, Words& words)
@@ -264,11 +296,15 @@ void AddCheck(CLI::App& app, CommandLine& line, Words& words)
     AddConditions(*check, line, words);
 }
 
-bool IsPictureFile(std::string name)
+bool IsPageFile(const std::string& name)
 {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return name.ends_with(".svg") || name.ends_with(".html") || name.ends_with(".htm");
+    const std::string small = CLI::detail::to_lower(name);
+    return small.ends_with(".html") || small.ends_with(".htm");
+}
+
+bool IsPictureFile(const std::string& name)
+{
+    return IsPageFile(name) || CLI::detail::to_lower(name).ends_with(".svg");
 }
 
 void AddWatch(CLI::App& app, CommandLine& line)
@@ -351,6 +387,8 @@ Call CallOf(const CLI::App& app)
         return Call::Explain;
     if (app.got_subcommand("draw"))
         return Call::Draw;
+    if (app.got_subcommand("compare"))
+        return Call::Compare;
     if (app.got_subcommand("check"))
         return Call::Check;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
@@ -376,6 +414,10 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
         cause = TakeExplained(words.Explained, line);
     if (call == Call::Draw && !IsPictureFile(line.Output))
         cause = "-o of draw is FILE.svg or FILE.html, not \"" + line.Output + "\"";
+    if (call == Call::Draw && cause.empty() && line.Over && line.Drawings.size() != 2)
+        cause = "--over takes two programs or drawings, not " + std::to_string(line.Drawings.size());
+    if (call == Call::Compare && !line.Output.empty() && !IsPageFile(line.Output))
+        cause = "-o of compare is FILE.html, not \"" + line.Output + "\"";
     if (call == Call::Trace)
         cause = TakeStages(line.After);
     if (cause.empty())
@@ -405,8 +447,8 @@ void TellUsage(std::string_view cause, Call call)
     };
     constexpr NameRow names[] = {{Call::Convert, " convert"}, {Call::Place, " place"},
                                  {Call::Trace, " trace"},     {Call::Explain, " explain"},
-                                 {Call::Draw, " draw"},       {Call::Check, " check"},
-                                 {Call::Watch, " watch"}};
+                                 {Call::Draw, " draw"},       {Call::Compare, " compare"},
+                                 {Call::Check, " check"},     {Call::Watch, " watch"}};
     std::string text = "korvanti: ";
     text += cause;
     text += "\nkorvanti";
@@ -433,6 +475,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     AddTrace(app, line, words);
     AddExplain(app, line, words);
     AddDraw(app, line, words);
+    AddCompare(app, line, words);
     AddCheck(app, line, words);
     AddWatch(app, line);
     try {

@@ -15,6 +15,7 @@ enum class Call {
     Trace,
     Explain,
     Draw,
+    Compare,
     Check,
     Watch,
     Work
@@ -50,6 +51,7 @@ struct CommandLine {
     std::string Page;                  // HTML file of explained drawings, as typed
     std::string Origin = "LL";         // corner that a drawn program counts from, where it does not say so
     int HbdEdge = 1;                   // that a drawn program of the horizontal drilling machine drills
+    bool Over = false;                 // two drawn programs over each other
     std::vector<std::string> Switches; // of the unattended mode, as typed
 };
 

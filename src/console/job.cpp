@@ -29,7 +29,7 @@ Int SystemOfJob(int system)
 
 std::string OutputInMemory(const std::string& drawing, const CommandLine& line)
 {
-    if (!line.Output.empty() && line.Asked != Call::Draw)
+    if (!line.Output.empty() && line.Asked != Call::Draw && line.Asked != Call::Compare)
         return OutputName(line.Output);
     if (Trim(ProgramFolder(SystemOfJob(line.System))).empty())
         return WithBackslash(FolderOf(FromHostPath(drawing)));

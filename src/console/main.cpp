@@ -41,6 +41,8 @@ int MakeCall(const CommandLine& line)
         return ExplainDrawings(line);
     if (line.Asked == Call::Draw)
         return DrawPrograms(line);
+    if (line.Asked == Call::Compare)
+        return CompareControls(line);
     if (line.Asked == Call::Check)
         return CheckDrawings(line);
     return line.Asked == Call::Trace ? TraceDrawings(line) : ConvertDrawings(line);

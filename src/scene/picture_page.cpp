@@ -21,6 +21,7 @@ button[aria-pressed=true]{background:#7a6440;color:#fff}
 table{border-collapse:collapse;width:100%;font-size:.95em}td,th{padding:.25em .4em;border-bottom:1px solid #7a644055;text-align:left}
 tr.off{opacity:.45;text-decoration:line-through}
 td button{width:100%;text-align:left;border:0}
+header{padding:1em;max-width:110em;margin:auto;overflow-x:auto}h1{overflow-wrap:anywhere}
 pre{max-height:40vh;overflow:auto;border:1px solid #7a644055;padding:.5em;margin:0;font-size:.9em}
 pre .now{background:#0b6e9955;outline:1px solid #0b6e99}
 .item.later{visibility:hidden}.item.now{filter:drop-shadow(0 0 3px #0b6e99)}.item.off,.rapids.off,.drawing.off{display:none}
@@ -132,12 +133,13 @@ std::string Article(const PictureOfProgram& picture)
 
 } // namespace
 
-std::string PicturePage(const std::vector<PictureOfProgram>& pictures)
+std::string PicturePage(const std::vector<PictureOfProgram>& pictures, const std::string& opening)
 {
     std::string page = "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n"
                        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
     page += pictures.empty() ? "Korvanti" : XmlText(pictures.front().Title.Name);
-    page += "</title>\n<style>" + PictureStyle() + std::string(PageStyle) + "</style></head><body>\n";
+    page +=
+        "</title>\n<style>" + PictureStyle() + std::string(PageStyle) + "</style></head><body>\n" + opening;
     for (const PictureOfProgram& picture : pictures)
         page += Article(picture);
     return page + "<script>" + std::string(PageScript) + "</script></body></html>\n";

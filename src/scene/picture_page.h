@@ -16,6 +16,7 @@ struct PictureOfProgram {
     std::string Text; // of the program, UTF-8
 };
 
-std::string PicturePage(const std::vector<PictureOfProgram>& pictures);
+// `opening` is HTML, ahead of the pictures.
+std::string PicturePage(const std::vector<PictureOfProgram>& pictures, const std::string& opening = {});
 
 } // namespace kv

@@ -14,8 +14,7 @@ namespace kv {
 
 namespace {
 
-constexpr double LeastGap = 25; // mm between the face and a folded edge
-constexpr double MostGap = 300;
+constexpr double MostGap = 300;   // mm between the face and a folded edge
 constexpr double SheetRim = 20;   // mm around all
 constexpr double Hairline = 0.01; // mm: depths and places of programs are rounded
 
@@ -217,21 +216,6 @@ double Rounded(double value)
     return std::round(value * 1000) / 1000;
 }
 
-void GroupItems(Scene& scene)
-{
-    using Key = std::tuple<WorkShape, std::string, double, double>;
-    std::map<Key, std::size_t> known;
-    for (SceneItem& item : scene.Items) {
-        const Key key{item.Shape, item.Tool, Rounded(item.Depth), Rounded(item.Width)};
-        const auto [place, isNew] = known.try_emplace(key, scene.Groups.size());
-        if (isNew)
-            scene.Groups.push_back(
-                {item.Shape, item.Tool, Rounded(item.Depth), Rounded(item.Width), item.IsThrough, 0});
-        item.Group = place->second;
-        ++scene.Groups[item.Group].Count;
-    }
-}
-
 PathPoint EndOf(const SceneItem& item)
 {
     return item.Way.empty() ? item.At : item.Way.back().To;
@@ -311,7 +295,7 @@ double GapFor(const MachineSteps& steps, const std::vector<SceneItem>& items)
             AddItem(extent, item);
     const double beyond =
         std::max({-extent.MinX, -extent.MinY, extent.MaxX - steps.Length, extent.MaxY - steps.Width});
-    return std::clamp(beyond + clear, LeastGap, MostGap);
+    return std::clamp(beyond + clear, LeastEdgeGap, MostGap);
 }
 
 SheetBox SheetAround(const Scene& scene)
@@ -327,14 +311,39 @@ SheetBox SheetAround(const Scene& scene)
 
 } // namespace
 
-Scene SceneOf(const MachineSteps& steps)
+void GroupItems(Scene& scene)
+{
+    using Key = std::tuple<WorkShape, std::string, double, double, std::string>;
+    std::map<Key, std::size_t> known;
+    scene.Groups.clear();
+    for (SceneItem& item : scene.Items) {
+        const Key key{item.Shape, item.Tool, Rounded(item.Depth), Rounded(item.Width), item.OnlyIn};
+        const auto [place, isNew] = known.try_emplace(key, scene.Groups.size());
+        if (isNew)
+            scene.Groups.push_back({item.Shape, item.Tool, Rounded(item.Depth), Rounded(item.Width),
+                                    item.IsThrough, 0, item.OnlyIn});
+        item.Group = place->second;
+        ++scene.Groups[item.Group].Count;
+    }
+}
+
+SheetBox BoxAround(const SheetBox& a, const SheetBox& b)
+{
+    Extent extent;
+    extent.Add(a);
+    extent.Add(b);
+    return {extent.MinX, extent.MinY, extent.MaxX - extent.MinX, extent.MaxY - extent.MinY};
+}
+
+Scene SceneOf(const MachineSteps& steps, double leastGap)
 {
     Scene scene;
     scene.Length = steps.Length;
     scene.Width = steps.Width;
     scene.Thickness = steps.Thickness;
     scene.Origin = steps.From;
-    scene.EdgeGap = GapFor(steps, ItemsOf(steps, scene)); // the face lies alike whatever the gap
+    scene.EdgeGap =
+        std::max(leastGap, GapFor(steps, ItemsOf(steps, scene))); // the face lies alike whatever the gap
     scene.Items = ItemsOf(steps, scene);
     for (const Plane plane : {Plane::Surface, Plane::Edge1, Plane::Edge2, Plane::Edge3, Plane::Edge4}) {
         const auto isOn = [plane](const SceneItem& item) { return item.On == plane; };

@@ -17,6 +17,9 @@ struct SheetBox {
 
 enum class WorkShape { Bore, BoreRow, Saw, Route, Plunge };
 
+// Where two programs lie over each other: which of them has the work.
+enum class HeldBy { Both, First, Second };
+
 struct SceneItem {
     WorkShape Shape = WorkShape::Bore;
     Plane On = Plane::Surface;
@@ -33,6 +36,8 @@ struct SceneItem {
     std::vector<Move> Way;               // on the sheet, as programmed: a line for a saw cut or a row
     std::vector<Move> Swept;             // on the sheet, the way of the tool's middle
     std::size_t LeadIn = 0, LeadOut = 0; // moves at the ends of Way that are leads
+    HeldBy Held = HeldBy::Both;
+    std::string OnlyIn; // UTF-8: the program that alone has it; empty for HeldBy::Both
 };
 
 // Items that a person takes for the same.
@@ -42,6 +47,7 @@ struct SceneGroup {
     double Depth = 0, Width = 0;
     bool IsThrough = false;
     std::size_t Count = 0;
+    std::string OnlyIn; // as of the items
 };
 
 struct SceneView {
@@ -75,7 +81,11 @@ struct Scene {
     SheetBox Sheet;                // around all
 };
 
-Scene SceneOf(const MachineSteps& steps);
+constexpr double LeastEdgeGap = 25; // mm between the face and a folded edge
+Scene SceneOf(const MachineSteps& steps, double leastGap = LeastEdgeGap);
+void GroupItems(Scene& scene); // anew
+// A box around both.
+SheetBox BoxAround(const SheetBox& a, const SheetBox& b);
 
 // "Bores 5, 13 deep" of a group; "5 mm bore, 13 deep" of an item without its place.
 std::string GroupText(const SceneGroup& group);

@@ -25,6 +25,11 @@ std::string WorkName(WorkShape shape)
     return "";
 }
 
+std::string OnlyText(const std::string& program)
+{
+    return program.empty() ? "" : "only in " + program + ": ";
+}
+
 std::string SideText(int side)
 {
     if (side == 0)
@@ -65,8 +70,8 @@ std::string LengthForPeople(double millimetres)
 
 std::string GroupText(const SceneGroup& group)
 {
-    return WorkName(group.Shape) + ToolText(group.Tool) + MeasureText(group.Shape, group.Width) +
-           DepthText(group.Depth, group.IsThrough);
+    return OnlyText(group.OnlyIn) + WorkName(group.Shape) + ToolText(group.Tool) +
+           MeasureText(group.Shape, group.Width) + DepthText(group.Depth, group.IsThrough);
 }
 
 std::string ItemSentence(const SceneItem& item)
@@ -76,8 +81,8 @@ std::string ItemSentence(const SceneItem& item)
                                                         : "Line " + std::to_string(item.Line);
     const std::string edge =
         item.On == Plane::Surface ? "" : " on side " + std::to_string(static_cast<int>(item.On));
-    std::string text = lines + ": " + WorkName(item.Shape) + edge + ToolText(item.Tool) +
-                       MeasureText(item.Shape, item.Width) + SideText(item.Side) +
+    std::string text = OnlyText(item.OnlyIn) + lines + ": " + WorkName(item.Shape) + edge +
+                       ToolText(item.Tool) + MeasureText(item.Shape, item.Width) + SideText(item.Side) +
                        DepthText(item.Depth, item.IsThrough);
     if (item.Feed > 0)
         text += ", feed " + LengthForPeople(item.Feed);

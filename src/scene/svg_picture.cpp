@@ -31,12 +31,14 @@ constexpr std::string_view Style = R"(
 .rapid{fill:none;stroke:#8c8577;stroke-width:.5;stroke-dasharray:1 2.5}
 .drawn{fill:none;stroke:#2e5f9e;stroke-width:.5;stroke-dasharray:4 2}
 .left{fill:none;stroke:#d00000;stroke-width:2.5;stroke-dasharray:7 3}
+.only-first{fill:none;stroke:#d00000;stroke-width:1.6}
+.only-second{fill:none;stroke:#d00000;stroke-width:4.5;stroke-dasharray:3 5}
 .origin{fill:none;stroke:#a3201a;stroke-width:1.2}.axis{fill:#a3201a}.title,.small{fill:#2b2418}
 @media (prefers-color-scheme:dark){
 .paper{fill:#1d1a16}.face{fill:#5d4a2f;stroke:#c9b48c}.fold{fill:#4b3b25;stroke:#c9b48c}
 .band{stroke:#e2b469}.blade,.blade-middle{stroke:#b9cf7c}.way{stroke:#f0e8da}.lead,.start{stroke:#66c4ee}
 .arrow,.title,.small{fill:#f0e8da}.hole{stroke:#f3e3c4;fill:#f3e3c4}.unknown,.row{stroke:#f3e3c4}
-.drawn{stroke:#8db8f0}.left{stroke:#ff5c5c}
+.drawn{stroke:#8db8f0}.left,.only-first,.only-second{stroke:#ff5c5c}
 .rapid{stroke:#9b9384}.origin{stroke:#ff8f85}.axis{fill:#ff8f85}}
 )";
 
@@ -81,6 +83,7 @@ class Drawer {
     std::string Route(const SceneItem& item) const;
     double MarkSize(const SceneItem& item) const;
     std::string Arrow(const SceneItem& item) const;
+    std::string Only(const SceneItem& item) const;
     std::string Item(const SceneItem& item) const;
     std::string DrawnShapes() const;
     std::string Titles() const;
@@ -240,6 +243,19 @@ std::string Drawer::Route(const SceneItem& item) const
            Circle("start", item.At, MarkSize(item)) + Arrow(item);
 }
 
+// Over the work that one of two programs alone has: thin and solid for the first, wide and dashed for the
+// second, so that both are seen where they lie on one line.
+std::string Drawer::Only(const SceneItem& item) const
+{
+    if (item.Held == HeldBy::Both)
+        return "";
+    const std::string_view look = item.Held == HeldBy::First ? "only-first" : "only-second";
+    if (item.Way.empty())
+        return Circle(look, item.At, item.Width > 0 ? item.Width / 2 : UnknownMark);
+    const std::vector<Move>& way = item.Swept.empty() ? item.Way : item.Swept;
+    return Path(look, PathOf(way, 0, way.size()));
+}
+
 std::string Drawer::Item(const SceneItem& item) const
 {
     std::string shape;
@@ -258,10 +274,12 @@ std::string Drawer::Item(const SceneItem& item) const
         shape = Route(item);
         break;
     }
-    return "<g class=\"item\"" + Attribute("data-line", std::to_string(item.Line)) +
-           Attribute("data-last", std::to_string(item.LastLine)) +
+    // The slider of a page counts the lines of the first program; work of the second is always shown.
+    const bool hasLine = item.Held != HeldBy::Second;
+    return "<g class=\"item\"" + Attribute("data-line", std::to_string(hasLine ? item.Line : 0)) +
+           Attribute("data-last", std::to_string(hasLine ? item.LastLine : 0)) +
            Attribute("data-group", std::to_string(item.Group)) + "><title>" + XmlText(ItemSentence(item)) +
-           "</title>" + shape + "</g>\n";
+           "</title>" + shape + Only(item) + "</g>\n";
 }
 
 // The drawing over the program; what the program lacks is red and stands out by its dashes too.

@@ -148,6 +148,64 @@ TEST_F(DrawCall, APictureThatCannotBeWrittenIsNamed)
     EXPECT_TRUE(Holds(ended.Errors, "korvanti: nowhere/a.svg: ")) << ended.Errors;
 }
 
+const char* const FirstOfTwo = "G71X600Y400Z18T00N4L1\r\nG81G90F3000G55P5R54=8X100Y50Z12\r\n"
+                               "G81G90F3000G55P5R54=8X200Y50Z12\r\nM2\r\n";
+const char* const SecondOfTwo = "G71X600Y400Z18T00N4L1\r\nG81G90F2000G55P5R54=8X200Y50Z12\r\n"
+                                "G88G90G55P5T0171G41R5X10Y10Z5\r\nG1G90F5000X300Y10Z5\r\nM2\r\n";
+
+TEST_F(DrawCall, TwoProgramsLieOverEachOther)
+{
+    Put(Folder / "A.cnc", FirstOfTwo);
+    Put(Folder / "B.cnc", SecondOfTwo);
+    const Ended ended = Run({"draw", "A.cnc", "B.cnc", "--over", "-o", "both.svg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "only in A.cnc: 1 bore")) << ended.Output;
+    EXPECT_TRUE(Holds(ended.Output, "only in B.cnc: 1 route")) << ended.Output;
+    const std::string svg = Contents(Folder / "both.svg");
+    EXPECT_TRUE(Holds(svg, "<title>only in A.cnc: Line 2: bore, diameter 8, 12 deep</title>")) << svg;
+    EXPECT_TRUE(Holds(svg, "<title>Line 3: bore, diameter 8, 12 deep</title>")) << svg;
+    EXPECT_TRUE(Holds(svg, "<title>only in B.cnc: Lines 3 to 4: route, tool 0171")) << svg;
+    EXPECT_TRUE(Holds(svg, "red, dashed: only in B.cnc: 1 route")) << svg;
+    EXPECT_FALSE(fs::exists(Folder / "both-2.svg"));
+    EXPECT_EQ(Run({"draw", "A.cnc", "B.cnc", "--over", "-o", "both.html"}).Status, 0);
+    EXPECT_TRUE(Holds(Contents(Folder / "both.html"), "only in B.cnc: route, tool 0171"));
+}
+
+TEST_F(DrawCall, AProgramOverItsDrawingIsTheSameUntilItIsEdited)
+{
+    ASSERT_EQ(Run({"convert", "door.dxf"}).Status, 0);
+    Ended ended = Run({"draw", "programs/SRG/D/OOR", "door.dxf", "--over", "-o", "both.svg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "only in programs/SRG/D/OOR: nothing")) << ended.Output;
+    EXPECT_TRUE(Holds(ended.Output, "only in door.dxf: OOR: nothing")) << ended.Output;
+    std::string edited = Contents(Folder / "programs/SRG/D/OOR");
+    edited.replace(edited.find("Z12"), 3, "Z13");
+    Put(Folder / "edited", edited);
+    ended = Run({"draw", "edited", "door.dxf", "--over", "-o", "both.svg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    EXPECT_TRUE(Holds(ended.Output, "only in edited: 1 bore")) << ended.Output;
+}
+
+TEST_F(DrawCall, WhatCannotLieOverEachOtherIsSaid)
+{
+    Put(Folder / "A.cnc", FirstOfTwo);
+    Put(Folder / "C.cnc", "G71X601Y400Z18T00N4L1\r\nM2\r\n");
+    Ended ended = Run({"draw", "A.cnc", "C.cnc", "--over", "-o", "both.svg"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_TRUE(Holds(ended.Errors,
+                      "korvanti: the programs are of different panels: A.cnc: 600 x 400 x 18 mm, "
+                      "C.cnc: 601 x 400 x 18 mm"))
+        << ended.Errors;
+    EXPECT_FALSE(fs::exists(Folder / "both.svg"));
+    ended = Run({"draw", "A.cnc", "nowhere", "--over", "-o", "both.svg"});
+    EXPECT_EQ(ended.Status, 1);
+    EXPECT_TRUE(Holds(ended.Errors, "korvanti: nowhere: ")) << ended.Errors;
+    EXPECT_FALSE(fs::exists(Folder / "both.svg"));
+    ended = Run({"draw", "A.cnc", "--over", "-o", "both.svg"});
+    EXPECT_EQ(ended.Status, 2);
+    EXPECT_TRUE(Holds(ended.Errors, "--over takes two programs or drawings, not 1")) << ended.Errors;
+}
+
 TEST_F(DrawCall, WrongUsage)
 {
     EXPECT_EQ(Run({"draw"}).Status, 2);

@@ -1,0 +1,127 @@
+// The tables of tools are looked for in the program's folder.
+#include "console/program_pictures.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "console/report_output.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "state/settings.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::string_view HeadFile = "DT.Par", ToolFile = "Tools.cfg";
+constexpr std::size_t MostUnreadShown = 10; // lines of a program that are named
+
+// A table that is not there says nothing; one that cannot be read is a fault.
+std::string ToolTableText(PictureRun& run, std::string_view name)
+{
+    const std::string path = WithBackslash(ExeFolder) + std::string(name);
+    std::string text;
+    if (const FileAnswer answer = ReadIfThere(path, text); answer.Is == Presence::CannotTell)
+        run.Fault(Utf8FromAnsi(ShownPath(path) + ": " + answer.Why.Cause));
+    return text;
+}
+
+std::string CornerText(const Corner& corner)
+{
+    return std::string(corner.Top ? "upper" : "lower") + (corner.Right ? " right" : " left");
+}
+
+void TellUnread(PictureRun& run, const ProgramText& program, const MachineSteps& steps)
+{
+    for (std::size_t i = 0; i < std::min(steps.Unread.size(), MostUnreadShown); ++i) {
+        std::string text = steps.Unread[i];
+        for (char& c : text)
+            if (static_cast<unsigned char>(c) < ' ' || c == '\x7F')
+                c = '?';
+        run.Fault(program.Name + ": line " + Utf8FromAnsi(text.substr(0, 120)) + ": not understood");
+    }
+    if (steps.UnreadCount > MostUnreadShown)
+        run.Fault(program.Name + ": " + std::to_string(steps.UnreadCount - MostUnreadShown) +
+                  " further lines are not understood");
+}
+
+} // namespace
+
+void PictureRun::Fault(const std::string& text)
+{
+    EraseProgress();
+    WriteAtOnce("korvanti: " + text + "\n", stderr);
+    Status = ExitSomeFailed;
+}
+
+bool EndsInLetters(const std::string& text, std::string_view letters)
+{
+    return text.size() >= letters.size() &&
+           EqualIgnoringCase(std::string_view(text).substr(text.size() - letters.size()), letters);
+}
+
+void LoadTools(PictureRun& run)
+{
+    run.Tools.Head = ReadHeadTools(ToolTableText(run, HeadFile));
+    std::vector<std::string> faults;
+    run.Tools.Shop = ReadShopTools(ToolTableText(run, ToolFile), faults);
+    for (const std::string& fault : faults)
+        run.Fault(std::string(ToolFile) + ", " + Utf8FromAnsi(fault));
+}
+
+ProgramFacts FactsOfCall(const CommandLine& line)
+{
+    ProgramFacts facts;
+    facts.From.Right = line.Origin == "LR" || line.Origin == "UR";
+    facts.From.Top = line.Origin == "UL" || line.Origin == "UR";
+    facts.HbdEdge = static_cast<Plane>(line.HbdEdge);
+    facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
+    return facts;
+}
+
+std::vector<std::string> TitleLines(const Scene& scene, const MachineSteps& steps)
+{
+    std::vector<std::string> lines = {
+        "Panel " + LengthForPeople(scene.Length) + " x " + LengthForPeople(scene.Width) + " x " +
+        LengthForPeople(scene.Thickness) + " mm, counted from the " + CornerText(scene.Origin) + " corner"};
+    if (steps.UnreadCount > 0)
+        lines.push_back(std::to_string(steps.UnreadCount) +
+                        (steps.UnreadCount == 1 ? " line is" : " lines are") +
+                        " not understood and not drawn");
+    return lines;
+}
+
+void WritePictureFile(PictureRun& run, const std::string& file, const std::string& contents)
+{
+    const FileOutcome outcome = ReplaceFile(FromHostPath(file), contents);
+    if (!outcome.Ok())
+        run.Fault(file + ": " + Utf8FromAnsi(outcome.Cause));
+    else if (!run.Line.ReportJson)
+        WriteAtOnce(file + "\n", stdout);
+}
+
+bool IsPage(const std::string& file)
+{
+    return EndsInLetters(file, ".html") || EndsInLetters(file, ".htm");
+}
+
+MachineSteps StepsOf(PictureRun& run, const ProgramText& program)
+{
+    MachineSteps steps = ReadProgram(program.Text, program.Facts);
+    FillTools(steps, run.Tools);
+    TellUnread(run, program, steps);
+    return steps;
+}
+
+PictureOfProgram PictureOf(const ProgramText& program, const MachineSteps& steps)
+{
+    PictureOfProgram picture;
+    picture.Picture = SceneOf(steps);
+    picture.Title = {program.Name, TitleLines(picture.Picture, steps)};
+    picture.Text = Utf8FromAnsi(program.Text);
+    return picture;
+}
+
+} // namespace kv
