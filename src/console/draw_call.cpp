@@ -5,7 +5,6 @@
 
 #include "console/abort.h"
 #include "console/calls.h"
-#include "console/drawing_overlay.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
 #include "machine/program_reader.h"
@@ -15,6 +14,7 @@
 #include "platform/terminal.h"
 #include "platform/text.h"
 #include "scene/picture_page.h"
+#include "shell/drawing_overlay.h"
 #include "state/run.h"
 #include "state/settings.h"
 #include "writers/job_output.h"

@@ -10,6 +10,7 @@
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "shell/drawing_overlay.h"
 #include "state/run.h"
 #include "state/settings.h"
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr std::uint64_t LargestProgram = std::uint64_t{64} << 20; // bytes that are read for a picture
 constexpr std::size_t MostNoted = 1000;                           // drawings; the oldest is forgotten
+constexpr std::size_t MostDrawn = 50;                             // of these, with their shapes
 constexpr double MillimetresOfInch = 25.4;
 
 std::deque<ProgramsOfDrawing> Noted;
@@ -77,15 +79,19 @@ ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& f
 
 void NoteProgramsOfJob(std::string_view drawing)
 {
+    std::vector<DrawnShape> drawn = DrawnShapesOfRun();
     if (!JobGaveProgram())
         return;
     ProgramsOfDrawing programs;
+    programs.Drawn = std::move(drawn);
     programs.Drawing = drawing;
     for (const std::string& file : JobFiles())
         programs.Files.push_back(FromHostPath(file));
     programs.Facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
     programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
     programs.Number = ++NotedCount;
+    if (Noted.size() >= MostDrawn)
+        Noted[Noted.size() - MostDrawn].Drawn.clear();
     Noted.push_back(std::move(programs));
     if (Noted.size() > MostNoted)
         Noted.pop_front();
@@ -116,8 +122,10 @@ ProgramPicture PictureOfFiles(const ProgramsOfDrawing& programs)
     bool isFirst = true;
     for (const std::string& file : programs.Files) {
         ProgramPicture picture = ReadProgramPicture(file, programs.Facts);
-        if (picture.Fault.empty())
+        if (picture.Fault.empty()) {
+            picture.Content.Picture.Drawn = programs.Drawn;
             return picture;
+        }
         if (isFirst)
             first = std::move(picture);
         isFirst = false;

@@ -26,9 +26,10 @@ struct ProgramsOfDrawing {
     std::string Drawing;
     std::vector<std::string> Files; // that the job has written: programs and what lies beside them
     ProgramFacts Facts;
-    std::size_t Number = 0; // counts the conversions
+    std::vector<DrawnShape> Drawn; // the drawing over its program, of the last ones that were looked at
+    std::size_t Number = 0;        // counts the conversions
 };
-// After a job that has given a program.
+// After a job; one that has given no program is not noted.
 void NoteProgramsOfJob(std::string_view drawing);
 // Null: none of this process. Drawings are told apart as the disk does on Windows, without case.
 const ProgramsOfDrawing* FindProgramsOf(std::string_view drawing);

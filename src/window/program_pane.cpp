@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include <QCloseEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -399,6 +400,13 @@ void ProgramPane::Step(int by)
         return;
     }
     Select(static_cast<std::size_t>(std::max(0, at)));
+}
+
+void ProgramPane::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    if (Closed)
+        Closed();
 }
 
 void ProgramPane::keyPressEvent(QKeyEvent* event)

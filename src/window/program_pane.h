@@ -1,6 +1,7 @@
 // Shows one program: its picture, which operation is which line, its text and its operations as a table.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include <QAbstractTableModel>
@@ -54,6 +55,8 @@ class ProgramPane : public QWidget {
     bool SavePicture(const QString& file) const;
     void AskWhereToSave();
 
+    std::function<void()> Closed; // by hand, where it is a window of its own
+
     SceneViewer* View;
     QLabel *Header, *State, *Sentence, *Cursor, *Time;
     QToolButton *FitAll, *Order, *Rapids, *Drawing, *ShowText, *ShowTable, *Picture, *Play;
@@ -65,6 +68,7 @@ class ProgramPane : public QWidget {
     OperationsModel Operations;
 
   protected:
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
