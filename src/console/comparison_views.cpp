@@ -28,14 +28,6 @@ std::string Rounded(double value, int decimals)
     return text.data();
 }
 
-// "about 1:05" in minutes and seconds.
-std::string TimeForPeople(double seconds)
-{
-    const auto whole = static_cast<long long>(std::llround(std::min(seconds, 1e12)));
-    const std::string rest = std::to_string(whole % 60);
-    return "about " + std::to_string(whole / 60) + (rest.size() < 2 ? ":0" : ":") + rest;
-}
-
 TableRow CellsOf(const ControlRow& row)
 {
     const auto number = [](std::size_t count) { return std::to_string(count); };

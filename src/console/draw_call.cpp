@@ -5,7 +5,6 @@
 
 #include "console/abort.h"
 #include "console/calls.h"
-#include "console/drawing_overlay.h"
 #include "console/program_pictures.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
@@ -15,6 +14,7 @@
 #include "platform/terminal.h"
 #include "platform/text.h"
 #include "scene/overlay.h"
+#include "shell/drawing_overlay.h"
 #include "state/run.h"
 #include "writers/job_output.h"
 

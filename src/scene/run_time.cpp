@@ -91,4 +91,11 @@ RunFigures FiguresOf(const Scene& scene)
     return figures;
 }
 
+std::string TimeForPeople(double seconds)
+{
+    const auto whole = static_cast<long long>(std::llround(std::min(seconds, 1e12)));
+    const std::string rest = std::to_string(whole % 60);
+    return "about " + std::to_string(whole / 60) + (rest.size() < 2 ? ":0" : ":") + rest;
+}
+
 } // namespace kv

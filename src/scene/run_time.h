@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "scene/scene.h"
 
@@ -29,6 +30,8 @@ struct RunFigures {
 // Feeds count as millimetres a minute, also those of a program in inches. Accelerations, tool changes and the
 // way to the first work are left out.
 RunFigures FiguresOf(const Scene& scene);
+
+std::string TimeForPeople(double seconds); // "about 1:05" in minutes and seconds
 
 double LengthOf(const Move& move); // mm, of a line or an arc
 

@@ -13,6 +13,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/file_list.h"
+#include "shell/program_pictures.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -149,6 +150,7 @@ void RunJobLine(std::string jobLine, Int system, std::string_view identity)
     ProcessDrawingFile(jobLine);
     if (Run.RunFailed != False)
         ++Shell.FailedJobs;
+    NoteProgramsOfJob(Run.SourceFile);
     SetJobIdentity({});
 }
 

@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QShortcut>
 
+#include "job/job_driver.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/folder_events.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow()
     : LabDXFPath(ControlMaker{"Form1"}.Label("LabDXFPath")), List1(new FileListView), List2(new ReportView),
       Start(ControlMaker{"Form1"}.Button("Start")), BtnAbort(ControlMaker{"Form1"}.Button("BtnAbort")),
       CmdDF(ControlMaker{"Form1"}.Button("CmdDF")), EX1(ControlMaker{"Form1"}.Button("EX1")),
+      Program(new ProgramPane), ProgramShown(new QAction(QStringLiteral("&Program"), this)),
       Frame1(ControlMaker{"Form1"}.Frame("Frame1"))
 {
     TheWindow = this;
@@ -97,6 +99,8 @@ MainWindow::MainWindow()
 MainWindow::~MainWindow()
 {
     ForgetDialogs();
+    Program->Closed = nullptr;
+    Stages.Done = nullptr;
     Events.Pump = nullptr;
     Report = {};
     FileListWindow = {};
@@ -171,6 +175,7 @@ void MainWindow::MakeMenus()
     item("MnuHelpFile", [] { StartHelp("Help"); });
     help->addSeparator();
     item("MnuAbout", [] { ShowAbout(); });
+    MakeViewMenu();
 }
 
 void MainWindow::StartTimers()
@@ -239,6 +244,7 @@ void MainWindow::ShowLoaded()
     ShowSettings();
     Arrange(4);
     Loaded = true;
+    LoadProgramPane();
 }
 
 void MainWindow::ShowSettings()
@@ -271,6 +277,7 @@ void MainWindow::ShowState()
         hide();
     else if (Shell.Form1Shown && testAttribute(Qt::WA_WState_ExplicitShowHide) && isHidden() && !Closed)
         show();
+    ShowLastProgram();
     if (!CloseBehindRun || Shell.RunActive)
         return;
     CloseBehindRun = false;
@@ -323,6 +330,7 @@ void MainWindow::StoreAll()
         SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
     if (!kept.Ok())
         NoteLeft(UnkeptPositionLine(kept));
+    StoreProgramPane();
     StopShell();
 }
 
@@ -373,6 +381,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
     Timer1.stop();
     FolderLook.stop();
     StoreAll();
+    if (Program->isWindow())
+        Program->hide();
     TellLeftUndone();
     if (Ended)
         Ended();

@@ -3,6 +3,8 @@
 
 #include <functional>
 
+#include <QAction>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPushButton>
@@ -11,6 +13,7 @@
 #include "window/default_settings.h"
 #include "window/file_list_view.h"
 #include "window/meters.h"
+#include "window/program_pane.h"
 #include "window/report_view.h"
 
 namespace kv {
@@ -52,6 +55,8 @@ class MainWindow : public QMainWindow {
     Meters Status;
     QPushButton *Start, *BtnAbort, *CmdDF, *EX1;
     DefaultSettings Defaults;
+    ProgramPane* Program;
+    QAction* ProgramShown;
     QTimer LoadDr, Timer1, PBTimer, FolderLook;
 
   protected:
@@ -59,12 +64,24 @@ class MainWindow : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     void LayOut();
     void WireButtons();
     void MakeMenus();
     void StartTimers();
+    void MakeViewMenu();
+    void LoadProgramPane();
+    void StoreProgramPane();
+    void TakeProgramPane();
+    void PlaceProgramPane();
+    void PutProgramBeside();
+    void PutProgramInWindow();
+    int RoomForProgram() const;
+    void ShowLastProgram();
+    void ShowProgramOfList();
+    void ShowProgram(const struct ProgramsOfDrawing& programs);
     void InstallHooks();
     void Arrange(int code);
     void ShowListedFolder();
@@ -80,7 +97,10 @@ class MainWindow : public QMainWindow {
     int Twips(int pixels) const;
 
     QGroupBox* Frame1;
-    bool Loaded = false; // the settings are; before, nothing is stored
+    QHBoxLayout* Grids = nullptr;
+    std::size_t ProgramNumber = 0;   // of the conversion whose program is shown
+    bool ProgramPaneTouched = false; // what is stored of it is no longer so
+    bool Loaded = false;             // the settings are; before, nothing is stored
     bool CloseBehindRun = false;
     bool RanAtClose = false; // the run that was ended may have left something
     bool Closing = false;    // behind a run, or at once

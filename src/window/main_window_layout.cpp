@@ -49,7 +49,7 @@ void MainWindow::LayOut()
     List1->setMinimumHeight(DesignedLines * line);
     List2->setMinimumWidth(Pixels(ListGap * 10));
 
-    auto* const grids = new QHBoxLayout;
+    auto* const grids = Grids = new QHBoxLayout;
     grids->setSpacing(Pixels(ListGap));
     grids->addWidget(List1);
     grids->addWidget(List2, 1);
@@ -96,6 +96,7 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
     Arrange(4);
+    PlaceProgramPane();
 }
 
 void MainWindow::changeEvent(QEvent* event)

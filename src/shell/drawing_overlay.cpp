@@ -1,6 +1,6 @@
 // Takes the entities as they were read, before layers are rewritten, and the answers of the ledger at the
 // end. Views of the edges are left out: on the sheet the edges lie elsewhere.
-#include "console/drawing_overlay.h"
+#include "shell/drawing_overlay.h"
 
 #include <cmath>
 #include <map>

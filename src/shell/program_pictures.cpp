@@ -1,0 +1,136 @@
+// Reads a program with what the installation knows of its tools. Relies on the records of the job that has
+// just run; leaves what it noted until the process ends.
+#include "shell/program_pictures.h"
+
+#include <deque>
+
+#include "job/placing.h"
+#include "machine/tool_table.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "shell/drawing_overlay.h"
+#include "state/run.h"
+#include "state/settings.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::uint64_t LargestProgram = std::uint64_t{64} << 20; // bytes that are read for a picture
+constexpr std::size_t MostNoted = 1000;                           // drawings; the oldest is forgotten
+constexpr std::size_t MostDrawn = 50;                             // of these, with their shapes
+constexpr double MillimetresOfInch = 25.4;
+
+std::deque<ProgramsOfDrawing> Noted;
+std::size_t NotedCount = 0;
+
+// Without a table, or with one that cannot be read, sizes stay unknown: the picture says so.
+std::string TextOfTable(std::string_view name)
+{
+    std::string text;
+    (void)ReadIfThere(WithBackslash(ExeFolder) + std::string(name), text, LargestProgram);
+    return text;
+}
+
+ToolTable ToolsOfInstallation()
+{
+    ToolTable tools;
+    std::vector<std::string> faults;
+    tools.Head = ReadHeadTools(TextOfTable("DT.Par"));
+    tools.Shop = ReadShopTools(TextOfTable("Tools.cfg"), faults);
+    return tools;
+}
+
+bool IsInInches(std::string_view text)
+{
+    const std::size_t header = text.find("G70");
+    return FamilyOf(text) == ProgramFamily::Cnc && header != std::string_view::npos &&
+           text.substr(0, header).find("G71") == std::string_view::npos;
+}
+
+} // namespace
+
+ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& facts)
+{
+    ProgramPicture picture;
+    picture.Path = path;
+    std::string text;
+    if (const FileOutcome outcome = ReadWholeFile(path, text, LargestProgram); !outcome.Ok()) {
+        picture.Fault = ShownPath(path) + ": " + outcome.Cause;
+        return picture;
+    }
+    if (FamilyOf(text) == ProgramFamily::Unknown) {
+        picture.Fault = ShownPath(path) + ": is no program of a known machine";
+        return picture;
+    }
+    MachineSteps steps = ReadProgram(text, facts);
+    FillTools(steps, ToolsOfInstallation());
+    picture.LinesUnread = steps.UnreadCount;
+    picture.Unit = IsInInches(text) ? MillimetresOfInch : 1;
+    picture.Content.Picture = SceneOf(steps);
+    picture.Content.Text = Utf8FromAnsi(text);
+    picture.Content.Title.Name = Utf8FromAnsi(FileNameOf(path));
+    if (!(picture.Content.Picture.Length > 0 && picture.Content.Picture.Width > 0))
+        picture.Fault = ShownPath(path) + ": names no panel";
+    return picture;
+}
+
+void NoteProgramsOfJob(std::string_view drawing)
+{
+    std::vector<DrawnShape> drawn = DrawnShapesOfRun();
+    if (!JobGaveProgram())
+        return;
+    ProgramsOfDrawing programs;
+    programs.Drawn = std::move(drawn);
+    programs.Drawing = drawing;
+    for (const std::string& file : JobFiles())
+        programs.Files.push_back(FromHostPath(file));
+    programs.Facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
+    programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
+    programs.Number = ++NotedCount;
+    if (Noted.size() >= MostDrawn)
+        Noted[Noted.size() - MostDrawn].Drawn.clear();
+    Noted.push_back(std::move(programs));
+    if (Noted.size() > MostNoted)
+        Noted.pop_front();
+}
+
+const ProgramsOfDrawing* FindProgramsOf(std::string_view drawing)
+{
+    for (auto programs = Noted.rbegin(); programs != Noted.rend(); ++programs)
+        if (EqualIgnoringCase(programs->Drawing, drawing))
+            return &*programs;
+    return nullptr;
+}
+
+const ProgramsOfDrawing* LastProgramsNoted()
+{
+    return Noted.empty() ? nullptr : &Noted.back();
+}
+
+void ForgetNotedPrograms()
+{
+    Noted.clear();
+}
+
+ProgramPicture PictureOfFiles(const ProgramsOfDrawing& programs)
+{
+    ProgramPicture first;
+    first.Fault = ShownPath(programs.Drawing) + ": has no program";
+    bool isFirst = true;
+    for (const std::string& file : programs.Files) {
+        ProgramPicture picture = ReadProgramPicture(file, programs.Facts);
+        if (picture.Fault.empty()) {
+            picture.Content.Picture.Drawn = programs.Drawn;
+            return picture;
+        }
+        if (isFirst)
+            first = std::move(picture);
+        isFirst = false;
+    }
+    return first;
+}
+
+} // namespace kv

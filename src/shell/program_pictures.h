@@ -1,0 +1,42 @@
+// Programs of the disk as pictures, and which programs the drawings of this process have become.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "machine/program_reader.h"
+#include "scene/picture_page.h"
+
+namespace kv {
+
+struct ProgramPicture {
+    std::string Path; // the program's, as it was asked for
+    PictureOfProgram Content;
+    double Unit = 1;             // mm of the unit that the program names its places in
+    std::size_t LinesUnread = 0; // lines that are not understood and not drawn
+    std::string Fault;           // CP1252: why there is no picture; empty: there is one
+};
+
+// With the tools of the installation, where its tables can be read.
+ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& facts = {});
+
+struct ProgramsOfDrawing {
+    std::string Drawing;
+    std::vector<std::string> Files; // that the job has written: programs and what lies beside them
+    ProgramFacts Facts;
+    std::vector<DrawnShape> Drawn; // the drawing over its program, of the last ones that were looked at
+    std::size_t Number = 0;        // counts the conversions
+};
+// After a job; one that has given no program is not noted.
+void NoteProgramsOfJob(std::string_view drawing);
+// Null: none of this process. Drawings are told apart as the disk does on Windows, without case.
+const ProgramsOfDrawing* FindProgramsOf(std::string_view drawing);
+// The last one that was noted; null: none.
+const ProgramsOfDrawing* LastProgramsNoted();
+void ForgetNotedPrograms();
+// The first of the files that is a program; where none is, the first fault.
+ProgramPicture PictureOfFiles(const ProgramsOfDrawing& programs);
+
+} // namespace kv

@@ -1,0 +1,95 @@
+// Shows one program: its picture, which operation is which line, its text and its operations as a table.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <QAbstractTableModel>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QSlider>
+#include <QTableView>
+#include <QTimer>
+#include <QToolButton>
+
+#include "window/scene_view.h"
+
+namespace kv {
+
+struct PaneContent {
+    QString Drawing, Path; // as people see them; either may be empty
+    QString State;         // "written 03:10, drawing unchanged"
+    Scene Picture;
+    QString Text;                // of the program
+    double Unit = 1;             // mm of the program's unit
+    std::size_t LinesUnread = 0; // that are not drawn
+};
+
+// The operations as rows: line, kind, tool, place, depth, feed.
+class OperationsModel : public QAbstractTableModel {
+  public:
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void Show(const Scene* scene, double unit); // which stays while it is shown; null: none
+
+  private:
+    const Scene* Shown = nullptr;
+    double Unit = 1;
+};
+
+class ProgramPane : public QWidget {
+  public:
+    ProgramPane();
+
+    void ShowProgram(const PaneContent& content);
+    void ShowNothing(const QString& why); // in the place of the picture
+    // Lights it everywhere; NoItem: none is lit.
+    void Select(std::size_t item);
+    std::size_t Selected() const { return View->Look.Lit; }
+    // By the letters at its end: .pdf, .svg, else an image. False: it could not be written.
+    bool SavePicture(const QString& file) const;
+    void AskWhereToSave();
+
+    std::function<void()> Closed; // by hand, where it is a window of its own
+
+    SceneViewer* View;
+    QLabel *Header, *State, *Sentence, *Cursor, *Time;
+    QToolButton *FitAll, *Order, *Rapids, *Drawing, *ShowText, *ShowTable, *Picture, *Play;
+    QComboBox* Speed;
+    QSlider* Place;
+    QListWidget* Legend;
+    QPlainTextEdit* Text;
+    QTableView* Table;
+    OperationsModel Operations;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    QToolButton* Button(const QString& text, const QString& spoken, bool isSwitch);
+    void MakeButtons(class QHBoxLayout& row);
+    void MakeSides(class QHBoxLayout& row);
+    void MakeLists();
+    void LayOut();
+    void Wire();
+    void ShowContent();
+    void ShowLegend();
+    void TakeLegend(const QListWidgetItem& row);
+    void TakeTextPlace();
+    void LightLines();
+    void ShowCursor(const PathPoint* at);
+    void TogglePlay();
+    void Step(int by);
+
+    PaneContent Content;
+    QTimer Clockwork;
+    bool Showing = false; // changes by Select and ShowProgram are nobody's click
+};
+
+} // namespace kv
