@@ -126,7 +126,7 @@ std::string WhyNotOver(const PictureRun& run)
     return {};
 }
 
-std::string OnlyLine(const Scene& overlay, HeldBy held, const std::string& name)
+std::string OnlyLine(const Scene& overlay, HeldIn held, const std::string& name)
 {
     return "only in " + name + ": " + WorksOnlyIn(overlay, held);
 }
@@ -142,8 +142,8 @@ void WriteOverlay(PictureRun& run)
     PictureOfProgram& picture = run.Pictures[0];
     const std::string first = picture.Title.Name, second = run.Pictures[1].Title.Name;
     picture.Picture = OverlayOf({first, run.Steps[0]}, {second, run.Steps[1]});
-    const std::string inFirst = OnlyLine(picture.Picture, HeldBy::First, first),
-                      inSecond = OnlyLine(picture.Picture, HeldBy::Second, second);
+    const std::string inFirst = OnlyLine(picture.Picture, HeldIn::First, first),
+                      inSecond = OnlyLine(picture.Picture, HeldIn::Second, second);
     picture.Title.Name = first + " and " + second;
     picture.Title.Lines.push_back("red, solid: " + inFirst);
     picture.Title.Lines.push_back("red, dashed: " + inSecond);

@@ -117,12 +117,12 @@ Scene OverlayOf(const NamedSteps& first, const NamedSteps& second)
     Unmatched unmatched(other.Items);
     for (SceneItem& item : overlay.Items)
         if (!unmatched.Take(item)) {
-            item.Held = HeldBy::First;
+            item.Held = HeldIn::First;
             item.OnlyIn = first.Name;
         }
     for (const std::size_t index : unmatched.Left()) {
         SceneItem item = other.Items[index];
-        item.Held = HeldBy::Second;
+        item.Held = HeldIn::Second;
         item.OnlyIn = second.Name;
         overlay.Items.push_back(std::move(item));
     }
@@ -136,7 +136,7 @@ Scene OverlayOf(const NamedSteps& first, const NamedSteps& second)
     return overlay;
 }
 
-std::string WorksOnlyIn(const Scene& overlay, HeldBy held)
+std::string WorksOnlyIn(const Scene& overlay, HeldIn held)
 {
     struct KindNames {
         WorkShape Shape;

@@ -24,6 +24,6 @@ bool AreOfOnePanel(const MachineSteps& a, const MachineSteps& b); // by length, 
 Scene OverlayOf(const NamedSteps& first, const NamedSteps& second);
 
 // "2 bores, 1 route", or "nothing".
-std::string WorksOnlyIn(const Scene& overlay, HeldBy held);
+std::string WorksOnlyIn(const Scene& overlay, HeldIn held);
 
 } // namespace kv

@@ -18,7 +18,7 @@ struct SheetBox {
 enum class WorkShape { Bore, BoreRow, Saw, Route, Plunge };
 
 // Where two programs lie over each other: which of them has the work.
-enum class HeldBy { Both, First, Second };
+enum class HeldIn { Both, First, Second };
 
 struct SceneItem {
     WorkShape Shape = WorkShape::Bore;
@@ -36,8 +36,8 @@ struct SceneItem {
     std::vector<Move> Way;               // on the sheet, as programmed: a line for a saw cut or a row
     std::vector<Move> Swept;             // on the sheet, the way of the tool's middle
     std::size_t LeadIn = 0, LeadOut = 0; // moves at the ends of Way that are leads
-    HeldBy Held = HeldBy::Both;
-    std::string OnlyIn; // UTF-8: the program that alone has it; empty for HeldBy::Both
+    HeldIn Held = HeldIn::Both;
+    std::string OnlyIn; // UTF-8: the program that alone has it; empty for HeldIn::Both
 };
 
 // Items that a person takes for the same.

@@ -247,9 +247,9 @@ std::string Drawer::Route(const SceneItem& item) const
 // second, so that both are seen where they lie on one line.
 std::string Drawer::Only(const SceneItem& item) const
 {
-    if (item.Held == HeldBy::Both)
+    if (item.Held == HeldIn::Both)
         return "";
-    const std::string_view look = item.Held == HeldBy::First ? "only-first" : "only-second";
+    const std::string_view look = item.Held == HeldIn::First ? "only-first" : "only-second";
     if (item.Way.empty())
         return Circle(look, item.At, item.Width > 0 ? item.Width / 2 : UnknownMark);
     const std::vector<Move>& way = item.Swept.empty() ? item.Way : item.Swept;
@@ -275,7 +275,7 @@ std::string Drawer::Item(const SceneItem& item) const
         break;
     }
     // The slider of a page counts the lines of the first program; work of the second is always shown.
-    const bool hasLine = item.Held != HeldBy::Second;
+    const bool hasLine = item.Held != HeldIn::Second;
     return "<g class=\"item\"" + Attribute("data-line", std::to_string(hasLine ? item.Line : 0)) +
            Attribute("data-last", std::to_string(hasLine ? item.LastLine : 0)) +
            Attribute("data-group", std::to_string(item.Group)) + "><title>" + XmlText(ItemSentence(item)) +

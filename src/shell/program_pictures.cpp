@@ -115,22 +115,25 @@ void ForgetNotedPrograms()
     Noted.clear();
 }
 
-ProgramPicture PictureOfFiles(const ProgramsOfDrawing& programs)
+std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs)
 {
-    ProgramPicture first;
-    first.Fault = ShownPath(programs.Drawing) + ": has no program";
+    std::vector<ProgramPicture> pictures;
+    ProgramPicture fault;
+    fault.Fault = ShownPath(programs.Drawing) + ": has no program";
     bool isFirst = true;
     for (const std::string& file : programs.Files) {
         ProgramPicture picture = ReadProgramPicture(file, programs.Facts);
         if (picture.Fault.empty()) {
             picture.Content.Picture.Drawn = programs.Drawn;
-            return picture;
+            pictures.push_back(std::move(picture));
+        } else if (isFirst) {
+            fault = std::move(picture);
+            isFirst = false;
         }
-        if (isFirst)
-            first = std::move(picture);
-        isFirst = false;
     }
-    return first;
+    if (pictures.empty())
+        pictures.push_back(std::move(fault));
+    return pictures;
 }
 
 } // namespace kv

@@ -36,7 +36,7 @@ const ProgramsOfDrawing* FindProgramsOf(std::string_view drawing);
 // The last one that was noted; null: none.
 const ProgramsOfDrawing* LastProgramsNoted();
 void ForgetNotedPrograms();
-// The first of the files that is a program; where none is, the first fault.
-ProgramPicture PictureOfFiles(const ProgramsOfDrawing& programs);
+// All of the files that are programs, in their order; where none is, the first with its fault.
+std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs);
 
 } // namespace kv

@@ -81,7 +81,7 @@ class MainWindow : public QMainWindow {
     int RoomForProgram() const;
     void ShowLastProgram();
     void ShowProgramOfList();
-    void ShowProgram(const struct ProgramsOfDrawing& programs);
+    void ShowProgram(const struct ProgramsOfDrawing& programs, int number = 0);
     void InstallHooks();
     void Arrange(int code);
     void ShowListedFolder();
@@ -98,6 +98,7 @@ class MainWindow : public QMainWindow {
 
     QGroupBox* Frame1;
     QHBoxLayout* Grids = nullptr;
+    std::string ProgramDrawing;      // whose program is shown
     std::size_t ProgramNumber = 0;   // of the conversion whose program is shown
     bool ProgramPaneTouched = false; // what is stored of it is no longer so
     bool Loaded = false;             // the settings are; before, nothing is stored

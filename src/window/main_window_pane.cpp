@@ -1,5 +1,7 @@
 // Where the pane of the program is, and whose program it shows. It takes the band right of the report, which
 // nothing else uses, and a window of its own where that is too narrow: nothing else moves for it.
+#include <algorithm>
+
 #include <QDateTime>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -74,6 +76,10 @@ void MainWindow::MakeViewMenu()
     Program->Closed = [this] {
         if (Program->isWindow() && isVisible())
             ProgramShown->setChecked(false);
+    };
+    Program->ProgramChosen = [this](int program) {
+        if (const ProgramsOfDrawing* const programs = FindProgramsOf(ProgramDrawing))
+            ShowProgram(*programs, program);
     };
     connect(List1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { ShowProgramOfList(); });
@@ -216,10 +222,13 @@ void MainWindow::ShowProgramOfList()
                                             "to see its program."));
 }
 
-void MainWindow::ShowProgram(const ProgramsOfDrawing& programs)
+void MainWindow::ShowProgram(const ProgramsOfDrawing& programs, int number)
 {
     ProgramNumber = programs.Number;
-    const ProgramPicture picture = PictureOfFiles(programs);
+    ProgramDrawing = programs.Drawing;
+    const std::vector<ProgramPicture> pictures = PicturesOfFiles(programs);
+    const int shown = std::clamp(number, 0, static_cast<int>(pictures.size()) - 1);
+    const ProgramPicture& picture = pictures[static_cast<std::size_t>(shown)];
     if (!picture.Fault.empty()) {
         Program->ShowNothing(kv::Shown(picture.Fault));
         return;
@@ -229,6 +238,9 @@ void MainWindow::ShowProgram(const ProgramsOfDrawing& programs)
     content.Path = ShownAsPath(picture.Path);
     content.State = StateOf(HostPathShown(programs.Drawing), HostPathShown(picture.Path));
     content.Picture = picture.Content.Picture;
+    for (const ProgramPicture& each : pictures)
+        content.Programs += ShownAsPath(FileNameOf(each.Path));
+    content.Program = shown;
     content.Text = QString::fromStdString(picture.Content.Text);
     content.Unit = picture.Unit;
     content.LinesUnread = picture.LinesUnread;

@@ -93,8 +93,8 @@ void OperationsModel::Show(const Scene* scene, double unit)
 
 ProgramPane::ProgramPane()
     : View(new SceneViewer), Header(new QLabel), State(new QLabel), Sentence(new QLabel), Cursor(new QLabel),
-      Time(new QLabel), Speed(new QComboBox), Place(new QSlider(Qt::Horizontal)), Legend(new QListWidget),
-      Text(new QPlainTextEdit), Table(new QTableView)
+      Time(new QLabel), Speed(new QComboBox), Programs(new QComboBox), Place(new QSlider(Qt::Horizontal)),
+      Legend(new QListWidget), Text(new QPlainTextEdit), Table(new QTableView)
 {
     setObjectName(QStringLiteral("ProgramPane"));
     setWindowTitle(QStringLiteral("Program"));
@@ -164,6 +164,8 @@ void ProgramPane::MakeLists()
     Table->hide();
     Place->setAccessibleName(QStringLiteral("Operation of the program"));
     Place->setPageStep(10);
+    Programs->setAccessibleName(QStringLiteral("Program of the drawing"));
+    Programs->hide();
     for (const int speed : SpeedsASecond)
         Speed->addItem(QString::number(speed) + QStringLiteral(" a second"), speed);
     Speed->setCurrentIndex(2);
@@ -202,6 +204,7 @@ void ProgramPane::LayOut()
     whole->setContentsMargins(4, 4, 4, 4);
     whole->addWidget(Header);
     whole->addWidget(State);
+    whole->addWidget(Programs);
     whole->addLayout(buttons);
     whole->addWidget(sheets, 1);
     whole->addLayout(steps);
@@ -224,6 +227,10 @@ void ProgramPane::Wire()
     look(Drawing, &SceneLook::Drawing);
     connect(ShowText, &QToolButton::toggled, Text, &QWidget::setVisible);
     connect(ShowTable, &QToolButton::toggled, Table, &QWidget::setVisible);
+    connect(Programs, &QComboBox::activated, this, [this](int program) {
+        if (ProgramChosen)
+            ProgramChosen(program);
+    });
     connect(Picture, &QToolButton::clicked, this, [this] { AskWhereToSave(); });
     connect(Play, &QToolButton::toggled, this, [this] { TogglePlay(); });
     connect(&Clockwork, &QTimer::timeout, this, [this] { Step(1); });
@@ -284,6 +291,13 @@ void ProgramPane::ShowContent()
                                            : QStringLiteral(" lines are not understood and not drawn"));
     State->setText(state.join(QStringLiteral("; ")));
     Time->setText(hasPanel ? OfUtf8(TimeForPeople(FiguresOf(scene).Seconds) + ", an estimate") : QString());
+    Programs->clear();
+    for (const QString& name : Content.Programs)
+        Programs->addItem(
+            name +
+            QStringLiteral(", program %1 of %2").arg(Programs->count() + 1).arg(Content.Programs.size()));
+    Programs->setCurrentIndex(Content.Program);
+    Programs->setVisible(Content.Programs.size() > 1);
     Text->setPlainText(Content.Text);
     Operations.Show(&scene, Content.Unit);
     ShowLegend();

@@ -23,8 +23,10 @@ struct PaneContent {
     QString Drawing, Path; // as people see them; either may be empty
     QString State;         // "written 03:10, drawing unchanged"
     Scene Picture;
-    QString Text;                // of the program
-    double Unit = 1;             // mm of the program's unit
+    QStringList Programs; // names of all that the drawing has become, portions say; fewer than two: no choice
+    int Program = 0;      // of these, the one that is shown
+    QString Text;         // of the program
+    double Unit = 1;      // mm of the program's unit
     std::size_t LinesUnread = 0; // that are not drawn
 };
 
@@ -55,12 +57,13 @@ class ProgramPane : public QWidget {
     bool SavePicture(const QString& file) const;
     void AskWhereToSave();
 
-    std::function<void()> Closed; // by hand, where it is a window of its own
+    std::function<void(int)> ProgramChosen; // of Programs, by hand
+    std::function<void()> Closed;           // by hand, where it is a window of its own
 
     SceneViewer* View;
     QLabel *Header, *State, *Sentence, *Cursor, *Time;
     QToolButton *FitAll, *Order, *Rapids, *Drawing, *ShowText, *ShowTable, *Picture, *Play;
-    QComboBox* Speed;
+    QComboBox *Speed, *Programs;
     QSlider* Place;
     QListWidget* Legend;
     QPlainTextEdit* Text;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double ArcTolerance = 0.02;     // mm between an arc and its chords
 constexpr std::size_t PointsInPiece = 48; // small enough to leave out what is not in view
-constexpr double CarefulPoints = 6000;    // in view; above, a frame is drawn plainly
+constexpr double CarefulPoints = 15000;   // in view; above, a frame is drawn plainly
 constexpr double UnknownMarkRadius = 3;   // mm: of a bore whose diameter is not known
 constexpr double SpriteLimit = 64;        // pixels: larger holes are drawn one by one
 constexpr std::size_t MostOrderTexts = 1500;
@@ -250,7 +250,11 @@ void ScenePainter::PaintLayer(const Frame& frame, Layer layer, std::size_t group
             continue;
         for (std::size_t k = line.isEmpty() ? 0 : 1; k < piece.Count; ++k) {
             const QPointF& p = Points[piece.First + k];
-            line.push_back(frame.Place.PixelOf({p.x(), p.y()}));
+            const QPointF at = frame.Place.PixelOf({p.x(), p.y()});
+            constexpr double leastStep = 0.4; // pixels
+            if (k > 0 && k + 1 < piece.Count && (at - line.back()).manhattanLength() < leastStep)
+                continue;
+            line.push_back(at);
         }
     }
     flush();

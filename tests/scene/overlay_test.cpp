@@ -25,16 +25,16 @@ Scene OverlayOfLines(const std::string& first, const std::string& second)
 void ExpectDifferent(const std::string& other)
 {
     const Scene overlay = OverlayOfLines(BoreLine, other);
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::First), "1 bore") << other;
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::Second), "1 bore") << other;
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::First), "1 bore") << other;
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::Second), "1 bore") << other;
     EXPECT_EQ(overlay.Items.size(), 2U) << other;
 }
 
 void ExpectAlike(const std::string& first, const std::string& second)
 {
     const Scene overlay = OverlayOfLines(first, second);
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::First), "nothing") << second;
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::Second), "nothing") << second;
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::First), "nothing") << second;
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::Second), "nothing") << second;
 }
 
 TEST(Overlays, ABoreDiffersByPlacePlaneDepthAndDiameter)
@@ -67,16 +67,16 @@ TEST(Overlays, ARouteDiffersBySideRadiusAndEachOfItsMoves)
           start + "G1G90X300Y11Z5\n", start + "G1G90X300Y10Z6\n", start + line + "G1G90X300Y50Z5\n",
           start + "G2G90G17X300Y10I145J0\n"}) {
         const Scene overlay = OverlayOfLines(start + line, other);
-        EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::First), "1 route") << other;
-        EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::Second), "1 route") << other;
+        EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::First), "1 route") << other;
+        EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::Second), "1 route") << other;
     }
 }
 
 TEST(Overlays, ABoreThatIsDrilledTwiceWantsTwoPartners)
 {
     const Scene overlay = OverlayOfLines(BoreLine + BoreLine, BoreLine);
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::First), "1 bore");
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::Second), "nothing");
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::First), "1 bore");
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::Second), "nothing");
 }
 
 TEST(Overlays, WorksNameTheirProgramAndTheirOwnGroup)
@@ -97,8 +97,8 @@ TEST(Overlays, EdgesLieAlikeHoweverFarOneProgramReaches)
     const std::string edge = "G81G90G55P1R54=8X100Y30Z4\n";
     const std::string around = "G88G90G55P5T0171R10X-80Y-80Z5\nG1G90X680Y-80Z5\n";
     const Scene overlay = OverlayOfLines(edge, edge + around);
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::First), "nothing");
-    EXPECT_EQ(WorksOnlyIn(overlay, HeldBy::Second), "1 route");
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::First), "nothing");
+    EXPECT_EQ(WorksOnlyIn(overlay, HeldIn::Second), "1 route");
     EXPECT_LE(overlay.Sheet.X, -80);
     EXPECT_GE(overlay.Sheet.X + overlay.Sheet.Width, 680);
 }

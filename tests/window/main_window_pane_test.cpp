@@ -136,6 +136,27 @@ TEST_F(MainWindowPaneTest, ASelectedDrawingShowsItsProgramOrThatItHasNone)
     EXPECT_TRUE(Window->Program->View->HasPanel());
 }
 
+// The nested sheet is longer than a portion: each portion is a program of its own, and can be chosen.
+TEST_F(MainWindowPaneTest, EachProgramOfADrawingCanBeChosen)
+{
+    std::filesystem::copy_file(std::string(KORVANTI_SOURCE_DIR) + "/examples/drawings/nested_sheet.dxf",
+                               Drawings / "nested_sheet.dxf");
+    Open();
+    PressF6();
+    Convert("nested_sheet.dxf");
+    ASSERT_TRUE(Window->Program->View->HasPanel());
+    ASSERT_GT(Window->Program->Programs->count(), 1);
+    EXPECT_TRUE(Window->Program->Programs->isVisible());
+    const std::size_t first = Window->Program->View->Shown().Items.size();
+    const QString header = Window->Program->Header->text();
+    Q_EMIT Window->Program->Programs->activated(1);
+    EXPECT_NE(Window->Program->Header->text(), header);
+    EXPECT_NE(Window->Program->View->Shown().Items.size(), first);
+    EXPECT_EQ(Window->Program->Programs->currentIndex(), 1);
+    Convert("door.dxf");
+    EXPECT_FALSE(Window->Program->Programs->isVisible());
+}
+
 TEST_F(MainWindowPaneTest, AProgramThatIsSpoiledAfterwardsIsSaidToBe)
 {
     Open();
