@@ -15,7 +15,7 @@ namespace {
 
 constexpr double ArcTolerance = 0.02;     // mm between an arc and its chords
 constexpr std::size_t PointsInPiece = 48; // small enough to leave out what is not in view
-constexpr double CarefulPoints = 15000;   // in view; above, a frame is drawn plainly
+constexpr double CarefulPoints = 10000;   // in view; above, a frame is drawn plainly
 constexpr double UnknownMarkRadius = 3;   // mm: of a bore whose diameter is not known
 constexpr double SpriteLimit = 64;        // pixels: larger holes are drawn one by one
 constexpr std::size_t MostOrderTexts = 1500;
