@@ -6,7 +6,6 @@
 
 #include <QCloseEvent>
 #include <QFileDialog>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QSplitter>

@@ -7,6 +7,7 @@
 #include <QAbstractTableModel>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -76,8 +77,8 @@ class ProgramPane : public QWidget {
 
   private:
     QToolButton* Button(const QString& text, const QString& spoken, bool isSwitch);
-    void MakeButtons(class QHBoxLayout& row);
-    void MakeSides(class QHBoxLayout& row);
+    void MakeButtons(QHBoxLayout& row);
+    void MakeSides(QHBoxLayout& row);
     void MakeLists();
     void LayOut();
     void Wire();
