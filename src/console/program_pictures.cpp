@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "console/report_output.h"
+#include "job/installation_tools.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -15,18 +16,7 @@ namespace kv {
 
 namespace {
 
-constexpr std::string_view HeadFile = "DT.Par", ToolFile = "Tools.cfg";
 constexpr std::size_t MostUnreadShown = 10; // lines of a program that are named
-
-// A table that is not there says nothing; one that cannot be read is a fault.
-std::string ToolTableText(PictureRun& run, std::string_view name)
-{
-    const std::string path = WithBackslash(ExeFolder) + std::string(name);
-    std::string text;
-    if (const FileAnswer answer = ReadIfThere(path, text); answer.Is == Presence::CannotTell)
-        run.Fault(Utf8FromAnsi(ShownPath(path) + ": " + answer.Why.Cause));
-    return text;
-}
 
 std::string CornerText(const Corner& corner)
 {
@@ -64,11 +54,10 @@ bool EndsInLetters(const std::string& text, std::string_view letters)
 
 void LoadTools(PictureRun& run)
 {
-    run.Tools.Head = ReadHeadTools(ToolTableText(run, HeadFile));
-    std::vector<std::string> faults;
-    run.Tools.Shop = ReadShopTools(ToolTableText(run, ToolFile), faults);
-    for (const std::string& fault : faults)
-        run.Fault(std::string(ToolFile) + ", " + Utf8FromAnsi(fault));
+    InstallationTools known = ToolsOfInstallation();
+    run.Tools = std::move(known.Tools);
+    for (const std::string& fault : known.Faults)
+        run.Fault(Utf8FromAnsi(fault));
 }
 
 ProgramFacts FactsOfCall(const CommandLine& line)

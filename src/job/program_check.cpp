@@ -2,9 +2,8 @@
 // into lines of the report.
 #include "job/program_check.h"
 
+#include "job/installation_tools.h"
 #include "machine/program_reader.h"
-#include "machine/tool_table.h"
-#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "state/drawn_entities.h"
@@ -23,21 +22,6 @@ namespace {
 
 constexpr std::size_t MostLines = 100; // of the report
 Demands DemandsOfJob;
-
-std::string TextOfTable(std::string_view name)
-{
-    std::string text;
-    const FileAnswer answer = ReadIfThere(WithBackslash(ExeFolder) + std::string(name), text);
-    return answer.Is == Presence::There ? text : std::string(); // without it some diameters are not known
-}
-
-ToolTable ToolsOfInstallation()
-{
-    ToolTable tools;
-    tools.Head = ReadHeadTools(TextOfTable("DT.Par"));
-    tools.Shop = ReadShopTools(TextOfTable("Tools.cfg"), ProofOfJob.ToolFaults);
-    return tools;
-}
 
 // The panel lies at the horizontal machine with the first of these edges that has bores.
 Plane EdgeAtHorizontalMachine()
@@ -180,7 +164,9 @@ void CheckPrograms()
 {
     if (!ChecksPrograms() || Run.RunFailed != False)
         return;
-    const ToolTable tools = ToolsOfInstallation();
+    const InstallationTools known = ToolsOfInstallation();
+    ProofOfJob.ToolFaults = known.Faults;
+    const ToolTable& tools = known.Tools;
     std::vector<MachineSteps> programs;
     if (!CheckInstead.Path.empty())
         TakeProgram(programs, CheckInstead.Path, CheckInstead.Text, tools);

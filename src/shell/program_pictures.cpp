@@ -4,8 +4,8 @@
 
 #include <deque>
 
+#include "job/installation_tools.h"
 #include "job/placing.h"
-#include "machine/tool_table.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
@@ -25,23 +25,6 @@ constexpr double MillimetresOfInch = 25.4;
 
 std::deque<ProgramsOfDrawing> Noted;
 std::size_t NotedCount = 0;
-
-// Without a table, or with one that cannot be read, sizes stay unknown: the picture says so.
-std::string TextOfTable(std::string_view name)
-{
-    std::string text;
-    (void)ReadIfThere(WithBackslash(ExeFolder) + std::string(name), text, LargestProgram);
-    return text;
-}
-
-ToolTable ToolsOfInstallation()
-{
-    ToolTable tools;
-    std::vector<std::string> faults;
-    tools.Head = ReadHeadTools(TextOfTable("DT.Par"));
-    tools.Shop = ReadShopTools(TextOfTable("Tools.cfg"), faults);
-    return tools;
-}
 
 bool IsInInches(std::string_view text)
 {
@@ -66,7 +49,7 @@ ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& f
         return picture;
     }
     MachineSteps steps = ReadProgram(text, facts);
-    FillTools(steps, ToolsOfInstallation());
+    FillTools(steps, ToolsOfInstallation().Tools); // sizes that are not known the picture leaves open
     picture.LinesUnread = steps.UnreadCount;
     picture.Unit = IsInInches(text) ? MillimetresOfInch : 1;
     picture.Content.Picture = SceneOf(steps);
