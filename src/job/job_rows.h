@@ -1,5 +1,5 @@
-// Which row of a cut list a job of a batch or of a stage has written, until it is known to be done: a job that
-// is repeated after an interruption replaces its row.
+// Which row of a cut list a job of a batch or of a stage has written, until it is known to be done: a job
+// that is repeated after an interruption replaces its row.
 #pragma once
 
 #include <map>
