@@ -15,6 +15,7 @@
 #include "platform/text.h"
 #include "scene/overlay.h"
 #include "shell/drawing_overlay.h"
+#include "shell/program_origins.h"
 #include "state/run.h"
 #include "writers/job_output.h"
 
@@ -80,10 +81,14 @@ void DrawDrawing(PictureRun& run, const std::string& drawing)
     facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
     std::vector<DrawnShape> drawn = DrawnShapesOfRun();
     AddFindings(drawn);
+    const DrawingOrigins origins = OriginsOfRun();
     for (const OutputStep& step : Outputs.Steps)
         if (step.Kind == StepKind::Program) {
             AddPicture(run, {drawing + ": " + Utf8FromAnsi(FileNameOf(step.Path)), step.Text, facts});
-            run.Pictures.back().Picture.Drawn = drawn;
+            Scene& picture = run.Pictures.back().Picture;
+            picture.Drawn = drawn;
+            if (const ProgramOrigins* const program = OriginsOfProgram(origins, step.Path))
+                NameOrigins(picture, origins, *program);
         }
 }
 

@@ -38,6 +38,8 @@ struct SceneItem {
     std::size_t LeadIn = 0, LeadOut = 0; // moves at the ends of Way that are leads
     HeldIn Held = HeldIn::Both;
     std::string OnlyIn; // UTF-8: the program that alone has it; empty for HeldIn::Both
+    std::string From;   // UTF-8: the entities of the drawing that it comes from; empty: not known
+    std::vector<std::size_t> DrawnLines; // of the drawing's file: where those entities stand
 };
 
 // Items that a person takes for the same.
@@ -65,8 +67,9 @@ struct SceneRapid {
 // An entity of the drawing on the panel's face.
 struct DrawnShape {
     std::vector<Move> Way;
-    bool IsLeft = false; // no program has it, or it is not machined as its layer asks
-    std::string Text;    // UTF-8: what it is and where in the drawing's file
+    bool IsLeft = false;  // no program has it, or it is not machined as its layer asks
+    std::string Text;     // UTF-8: what it is and where in the drawing's file
+    std::size_t Line = 0; // of that file; 0: it is no entity
 };
 
 struct Scene {
@@ -89,7 +92,7 @@ SheetBox BoxAround(const SheetBox& a, const SheetBox& b);
 
 // "Bores 5, 13 deep" of a group; "5 mm bore, 13 deep" of an item without its place.
 std::string GroupText(const SceneGroup& group);
-// "Line 118: route, tool 71, left of the line, 8 deep, feed 5000".
+// "Line 118: route, tool 71, left of the line, 8 deep, feed 5000; from LINE on ROUTE1_Z8, line 340".
 std::string ItemSentence(const SceneItem& item);
 // A length for people: at most three decimals, none that are 0.
 std::string LengthForPeople(double millimetres);

@@ -86,7 +86,7 @@ std::string ItemSentence(const SceneItem& item)
                        DepthText(item.Depth, item.IsThrough);
     if (item.Feed > 0)
         text += ", feed " + LengthForPeople(item.Feed);
-    return text;
+    return item.From.empty() ? text : text + "; from " + item.From;
 }
 
 } // namespace kv

@@ -6,9 +6,11 @@
 #include <map>
 
 #include "ledger/entity_answers.h"
+#include "ledger/layer_words.h"
 #include "machine/arcs.h"
-#include "platform/text.h"
+#include "shell/program_origins.h"
 #include "state/drawn_entities.h"
+#include "state/drawn_names.h"
 #include "state/run.h"
 
 namespace kv {
@@ -128,13 +130,29 @@ void TakeShapes()
 }
 
 struct Outcome {
-    bool IsWork = false, IsLeft = false;
+    bool IsWork = false, IsLeft = false, IsMisspelt = false;
+};
+
+// Layers whose names nearly spell a word, by their numbers: drawings have few layers and many entities.
+class NearWords {
+  public:
+    bool Has(Long layer)
+    {
+        const auto [known, isNew] = Known.try_emplace(layer);
+        if (isNew)
+            known->second = !NearestWord(NameOfNumber(layer)).empty();
+        return known->second;
+    }
+
+  private:
+    std::map<Long, bool> Known;
 };
 
 // By the entity as it is drawn: it may stand for several operations.
 std::map<Long, Outcome> OutcomesOf(const EntityAnswers& answers)
 {
     std::map<Long, Outcome> outcomes;
+    NearWords near;
     for (Long drawn = 1; drawn <= DrawnEntities.Last(); ++drawn) {
         if (!AnswersForItself(drawn))
             continue;
@@ -142,6 +160,7 @@ std::map<Long, Outcome> OutcomesOf(const EntityAnswers& answers)
         Outcome& outcome = outcomes[DrawnAs(drawn)];
         outcome.IsWork |= answer.Fate == EntityFate::Machined && answer.Why == Message::None;
         const bool isNote = answer.Why == Message::TextNotMachined;
+        outcome.IsMisspelt |= answer.Fate == EntityFate::MeansNothing && near.Has(LookOf(drawn).Layer);
         outcome.IsLeft |= (answer.Fate == EntityFate::Left && !isNote) || answer.Fate == EntityFate::Lost ||
                           (answer.Fate == EntityFate::Machined && answer.Why != Message::None);
     }
@@ -167,15 +186,6 @@ bool IsOnFace(const std::vector<Move>& way)
     return true;
 }
 
-std::string ShapeText(Long drawn)
-{
-    std::string text = DrawnKindOf(drawn) + " on " + DrawnLayerOf(drawn) + ", line " +
-                       WholeText(static_cast<long long>(DrawnEntities[drawn].Line));
-    if (const std::string handle = HandleOf(drawn); !handle.empty())
-        text += ", handle " + handle;
-    return Utf8FromAnsi(text);
-}
-
 void FinishShapes()
 {
     const std::map<Long, Outcome> outcomes = OutcomesOf(AnswersOfRun());
@@ -188,7 +198,8 @@ void FinishShapes()
         const auto outcome = outcomes.find(shape.Drawn);
         if (outcome == outcomes.end() || !IsOnFace(shape.Way))
             continue;
-        const bool isLeft = outcome->second.IsLeft && !outcome->second.IsWork;
+        const bool isMisspelt = outcome->second.IsMisspelt;
+        const bool isLeft = isMisspelt || (outcome->second.IsLeft && !outcome->second.IsWork);
         if (shape.Way.size() == 1 && !shape.Way[0].IsArc &&
             Between(shape.Way[0].From, shape.Way[0].To) == 0) {
             if (!isLeft) // a text, say
@@ -196,7 +207,10 @@ void FinishShapes()
             shape.Way = Cross(shape.Way[0].From);
         }
         Finished.push_back({std::move(shape.Way), isLeft,
-                            ShapeText(shape.Drawn) + (isLeft ? ": not machined as its layer asks" : "")});
+                            EntityText(shape.Drawn) + (isMisspelt ? ": not machined, its layer means nothing"
+                                                       : isLeft   ? ": not machined as its layer asks"
+                                                                  : ""),
+                            static_cast<std::size_t>(DrawnEntities[shape.Drawn].Line)});
     }
     Shapes.clear();
 }
@@ -205,10 +219,13 @@ void FinishShapes()
 
 void KeepDrawnShapes(std::string_view stage)
 {
-    if (stage == "entities")
+    if (stage == "entities") {
         TakeShapes();
-    else if (stage == "programs")
+        ForgetOrigins();
+    } else if (stage == "programs") {
         FinishShapes();
+        TakeOrigins();
+    }
 }
 
 std::vector<DrawnShape> DrawnShapesOfRun()

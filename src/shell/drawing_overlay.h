@@ -9,7 +9,8 @@
 
 namespace kv {
 
-// To be told of the stages of a conversion; afterwards DrawnShapesOfRun has the shapes of that drawing.
+// To be told of the stages of a conversion; afterwards DrawnShapesOfRun has the shapes of that drawing, and
+// OriginsOfRun what its programs' lines come from.
 void KeepDrawnShapes(std::string_view stage);
 // Empty where the conversion did not come to its programs.
 std::vector<DrawnShape> DrawnShapesOfRun();

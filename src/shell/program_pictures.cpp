@@ -11,6 +11,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/drawing_overlay.h"
+#include "shell/program_origins.h"
 #include "state/run.h"
 #include "state/settings.h"
 
@@ -25,6 +26,12 @@ constexpr double MillimetresOfInch = 25.4;
 
 std::deque<ProgramsOfDrawing> Noted;
 std::size_t NotedCount = 0;
+
+void ForgetDrawn(ProgramsOfDrawing& programs)
+{
+    programs.Drawn = {};
+    programs.Origins = {};
+}
 
 bool IsInInches(std::string_view text)
 {
@@ -49,7 +56,10 @@ ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& f
         return picture;
     }
     MachineSteps steps = ReadProgram(text, facts);
-    FillTools(steps, ToolsOfInstallation().Tools); // sizes that are not known the picture leaves open
+    const InstallationTools known = ToolsOfInstallation();
+    FillTools(steps, known.Tools); // sizes that are not known the picture leaves open
+    if (!known.Faults.empty())
+        picture.ToolFault = known.Faults.front();
     picture.LinesUnread = steps.UnreadCount;
     picture.Unit = IsInInches(text) ? MillimetresOfInch : 1;
     picture.Content.Picture = SceneOf(steps);
@@ -63,10 +73,12 @@ ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& f
 void NoteProgramsOfJob(std::string_view drawing)
 {
     std::vector<DrawnShape> drawn = DrawnShapesOfRun();
+    DrawingOrigins origins = OriginsOfRun();
     if (!JobGaveProgram())
         return;
     ProgramsOfDrawing programs;
     programs.Drawn = std::move(drawn);
+    programs.Origins = std::move(origins);
     programs.Drawing = drawing;
     for (const std::string& file : JobFiles())
         programs.Files.push_back(FromHostPath(file));
@@ -74,7 +86,7 @@ void NoteProgramsOfJob(std::string_view drawing)
     programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
     programs.Number = ++NotedCount;
     if (Noted.size() >= MostDrawn)
-        Noted[Noted.size() - MostDrawn].Drawn.clear();
+        ForgetDrawn(Noted[Noted.size() - MostDrawn]);
     Noted.push_back(std::move(programs));
     if (Noted.size() > MostNoted)
         Noted.pop_front();
@@ -108,6 +120,8 @@ std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs)
         ProgramPicture picture = ReadProgramPicture(file, programs.Facts);
         if (picture.Fault.empty()) {
             picture.Content.Picture.Drawn = programs.Drawn;
+            if (const ProgramOrigins* const origins = OriginsOfProgram(programs.Origins, file))
+                NameOrigins(picture.Content.Picture, programs.Origins, *origins);
             pictures.push_back(std::move(picture));
         } else if (isFirst) {
             fault = std::move(picture);

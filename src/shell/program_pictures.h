@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "machine/program_reader.h"
+#include "scene/origins.h"
 #include "scene/picture_page.h"
 
 namespace kv {
@@ -17,6 +18,7 @@ struct ProgramPicture {
     double Unit = 1;             // mm of the unit that the program names its places in
     std::size_t LinesUnread = 0; // lines that are not understood and not drawn
     std::string Fault;           // CP1252: why there is no picture; empty: there is one
+    std::string ToolFault; // CP1252: of the tables of tools, the first one; the picture is drawn without
 };
 
 // With the tools of the installation, where its tables can be read.
@@ -27,7 +29,8 @@ struct ProgramsOfDrawing {
     std::vector<std::string> Files; // that the job has written: programs and what lies beside them
     ProgramFacts Facts;
     std::vector<DrawnShape> Drawn; // the drawing over its program, of the last ones that were looked at
-    std::size_t Number = 0;        // counts the conversions
+    DrawingOrigins Origins;        // of these too
+    std::size_t Number = 0;        // counts the conversions; 0: none of this process
 };
 // After a job; one that has given no program is not noted.
 void NoteProgramsOfJob(std::string_view drawing);

@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include "window/default_settings.h"
+#include "window/drawing_looker.h"
 #include "window/file_list_view.h"
 #include "window/meters.h"
 #include "window/program_pane.h"
@@ -56,6 +57,7 @@ class MainWindow : public QMainWindow {
     QPushButton *Start, *BtnAbort, *CmdDF, *EX1;
     DefaultSettings Defaults;
     ProgramPane* Program;
+    DrawingLooker Looker;
     QAction* ProgramShown;
     QTimer LoadDr, Timer1, PBTimer, FolderLook;
 
@@ -79,9 +81,12 @@ class MainWindow : public QMainWindow {
     void PutProgramBeside();
     void PutProgramInWindow();
     int RoomForProgram() const;
+    int LeastPaneWidth() const;
     void ShowLastProgram();
     void ShowProgramOfList();
     void ShowProgram(const struct ProgramsOfDrawing& programs, int number = 0);
+    void ShowLook(const std::string& drawing, const DrawingLook& look);
+    void ShowPlaceOfReport(const RowPlace& place);
     void InstallHooks();
     void Arrange(int code);
     void ShowListedFolder();
@@ -99,7 +104,9 @@ class MainWindow : public QMainWindow {
     QGroupBox* Frame1;
     QHBoxLayout* Grids = nullptr;
     std::string ProgramDrawing;      // whose program is shown
-    std::size_t ProgramNumber = 0;   // of the conversion whose program is shown
+    std::size_t ProgramNumber = 0;   // of its conversion
+    std::size_t LastShown = 0;       // the conversion whose end showed a program
+    ProgramsFound EarlierPrograms;   // of the drawing that was looked at last
     bool ProgramPaneTouched = false; // what is stored of it is no longer so
     bool Loaded = false;             // the settings are; before, nothing is stored
     bool CloseBehindRun = false;

@@ -25,6 +25,7 @@ namespace kv {
 namespace {
 
 constexpr std::string_view PaneApplication = "ZLT", PaneSection = "KVFrmProgram";
+constexpr int LeastPaneLetters = 72;  // a sentence in two lines, the buttons in two rows
 constexpr int LeastPaneHeight = 400;  // pixels, of a window of its own
 constexpr int BandKeepsReport = 1000; // stretch of the report, so that it is as wide as without the pane
 
@@ -59,6 +60,23 @@ int StoredPixels(std::string_view key)
     return QString::fromStdString(StoredOfPane(key)).toInt();
 }
 
+bool HoldsEntity(const Scene& scene, std::size_t drawnLine)
+{
+    return std::ranges::any_of(scene.Items, [&](const SceneItem& item) {
+        return std::ranges::find(item.DrawnLines, drawnLine) != item.DrawnLines.end();
+    });
+}
+
+// Of the program that has the place; the first one where none has.
+int NumberOfPlace(const std::vector<ProgramPicture>& pictures, const RowPlace& place)
+{
+    const auto picture = std::ranges::find_if(pictures, [&](const ProgramPicture& each) {
+        return place.ProgramLine > 0 ? ShownPath(each.Path) == place.Program
+                                     : HoldsEntity(each.Content.Picture, place.DrawnLine);
+    });
+    return picture == pictures.end() ? 0 : static_cast<int>(picture - pictures.begin());
+}
+
 } // namespace
 
 void MainWindow::MakeViewMenu()
@@ -80,9 +98,13 @@ void MainWindow::MakeViewMenu()
     Program->ProgramChosen = [this](int program) {
         if (const ProgramsOfDrawing* const programs = FindProgramsOf(ProgramDrawing))
             ShowProgram(*programs, program);
+        else if (EarlierPrograms.Programs.Drawing == ProgramDrawing)
+            ShowProgram(EarlierPrograms.Programs, program);
     };
     connect(List1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { ShowProgramOfList(); });
+    Looker.Done = [this](const std::string& drawing, const DrawingLook& look) { ShowLook(drawing, look); };
+    List2->PlaceChosen = [this](const RowPlace& place) { ShowPlaceOfReport(place); };
 }
 
 // Off where nothing is stored.
@@ -124,9 +146,9 @@ void MainWindow::TakeProgramPane()
     PlaceProgramPane();
     if (!isOn)
         return;
-    ProgramNumber = 0;
+    LastShown = 0;
     ShowLastProgram();
-    if (ProgramNumber == 0)
+    if (LastShown == 0)
         ShowProgramOfList();
 }
 
@@ -135,6 +157,13 @@ void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
     PlaceProgramPane();
+}
+
+// By the font, as all of the window.
+int MainWindow::LeastPaneWidth() const
+{
+    return std::max(Program->layout()->minimumSize().width(),
+                    LeastPaneLetters * Program->fontMetrics().averageCharWidth());
 }
 
 // Pixels right of the report at its widest.
@@ -153,7 +182,7 @@ void MainWindow::PlaceProgramPane()
         return;
     }
     // Its own least size does not count while it is in the band: the window must get narrower again.
-    const int wanted = Program->layout()->minimumSize().width();
+    const int wanted = LeastPaneWidth();
     if (RoomForProgram() >= wanted)
         PutProgramBeside();
     else
@@ -181,7 +210,7 @@ void MainWindow::PutProgramInWindow()
         Grids->setStretchFactor(List2, 1);
         Program->setParent(this, Qt::Window);
     }
-    const QSize least(Program->layout()->minimumSize().width(), LeastPaneHeight);
+    const QSize least(LeastPaneWidth(), LeastPaneHeight);
     Program->setMinimumSize(least);
     const QRect stored(StoredPixels("LeftPixel"), StoredPixels("TopPixel"), StoredPixels("WidthPixel"),
                        StoredPixels("HeightPixel"));
@@ -199,8 +228,10 @@ void MainWindow::ShowLastProgram()
 {
     const ProgramsOfDrawing* const last = LastProgramsNoted();
     if (!Loaded || !ProgramShown->isChecked() || Shell.RunActive || last == nullptr ||
-        last->Number == ProgramNumber)
+        last->Number == LastShown)
         return;
+    LastShown = last->Number;
+    Looker.Forget();
     ShowProgram(*last);
 }
 
@@ -214,14 +245,56 @@ void MainWindow::ShowProgramOfList()
     if (name.empty())
         return;
     const std::string drawing = WithBackslash(FileList.LabDXFPath) + name;
-    if (const ProgramsOfDrawing* const programs = FindProgramsOf(drawing))
+    Looker.Forget();
+    if (const ProgramsOfDrawing* const programs = FindProgramsOf(drawing)) {
         ShowProgram(*programs);
-    else
-        Program->ShowNothing(kv::Shown(name) +
-                             QStringLiteral(" has not been converted since the window was opened. Convert it "
-                                            "to see its program."));
+        return;
+    }
+    Program->ShowNothing(kv::Shown(name) + QStringLiteral(" is being read."));
+    Looker.Look(drawing);
 }
 
+// A program of an earlier time is shown as it lies on the disk; where there is none, the drawing.
+void MainWindow::ShowLook(const std::string& drawing, const DrawingLook& look)
+{
+    const QString name = ShownAsPath(FileNameOf(drawing));
+    if (Shell.RunActive) {
+        Program->ShowNothing(name + QStringLiteral(" is not shown while drawings are converted."));
+        return;
+    }
+    if (!look.Fault.empty()) {
+        Program->ShowNothing(name + QStringLiteral(" cannot be shown: ") + kv::Shown(look.Fault));
+        return;
+    }
+    EarlierPrograms = FindPrograms(drawing, look);
+    if (!EarlierPrograms.Programs.Files.empty()) {
+        ShowProgram(EarlierPrograms.Programs);
+        return;
+    }
+    PaneContent content;
+    content.Drawing = name;
+    content.State = QStringLiteral("the drawing; it has no program yet");
+    content.Picture = SceneOfDrawing(look);
+    ProgramDrawing.clear();
+    Program->ShowProgram(content);
+}
+
+// The line's entity, or its line of a program, in whichever program of the drawing it is.
+void MainWindow::ShowPlaceOfReport(const RowPlace& place)
+{
+    const ProgramsOfDrawing* const programs = FindProgramsOf(place.Drawing);
+    if (!ProgramShown->isChecked() || Shell.RunActive || programs == nullptr)
+        return;
+    Looker.Forget();
+    const int number = NumberOfPlace(PicturesOfFiles(*programs), place);
+    if (ProgramDrawing != programs->Drawing || ProgramNumber != programs->Number ||
+        Program->Programs->currentIndex() != number)
+        ShowProgram(*programs, number);
+    if (place.ProgramLine == 0 || !Program->SelectLine(place.ProgramLine))
+        static_cast<void>(Program->SelectEntity(place.DrawnLine));
+}
+
+// Of one conversion; what was looked at is of none.
 void MainWindow::ShowProgram(const ProgramsOfDrawing& programs, int number)
 {
     ProgramNumber = programs.Number;
@@ -237,6 +310,9 @@ void MainWindow::ShowProgram(const ProgramsOfDrawing& programs, int number)
     content.Drawing = ShownAsPath(FileNameOf(programs.Drawing));
     content.Path = ShownAsPath(picture.Path);
     content.State = StateOf(HostPathShown(programs.Drawing), HostPathShown(picture.Path));
+    if (programs.Number == 0 && !EarlierPrograms.AreAsNow)
+        content.State += QStringLiteral("; not what the drawing gives now");
+    content.ToolFault = kv::Shown(picture.ToolFault);
     content.Picture = picture.Content.Picture;
     for (const ProgramPicture& each : pictures)
         content.Programs += ShownAsPath(FileNameOf(each.Path));

@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QSplitter>
@@ -15,13 +16,15 @@
 #include "scene/sheet_places.h"
 #include "state/settings.h"
 #include "window/boxes.h"
+#include "window/flow_layout.h"
 
 namespace kv {
 
 namespace {
 
 enum Column { LineColumn, KindColumn, ToolColumn, PlaceColumn, DepthColumn, FeedColumn, Columns };
-constexpr int LegendRows = 5; // in view
+constexpr int LegendRows = 5;   // in view
+constexpr int SentenceRows = 3; // of a narrow pane
 constexpr int SpeedsASecond[] = {1, 2, 5, 10, 25};
 constexpr int MostSliderSteps = 1 << 30;
 
@@ -114,7 +117,7 @@ QToolButton* ProgramPane::Button(const QString& text, const QString& spoken, boo
     return button;
 }
 
-void ProgramPane::MakeSides(QHBoxLayout& row)
+void ProgramPane::MakeSides(QLayout& row)
 {
     for (const Plane side : {Plane::Surface, Plane::Edge1, Plane::Edge2, Plane::Edge3, Plane::Edge4}) {
         const QString number = QString::number(static_cast<int>(side));
@@ -125,7 +128,7 @@ void ProgramPane::MakeSides(QHBoxLayout& row)
     }
 }
 
-void ProgramPane::MakeButtons(QHBoxLayout& row)
+void ProgramPane::MakeButtons(QLayout& row)
 {
     FitAll = Button(QStringLiteral("Fit"), QStringLiteral("Show all of the panel (F)"), false);
     Order = Button(QStringLiteral("Order"), QStringLiteral("Number the operations in their order"), true);
@@ -138,7 +141,6 @@ void ProgramPane::MakeButtons(QHBoxLayout& row)
     MakeSides(row);
     for (QToolButton* const button : {Order, Rapids, Drawing, ShowText, ShowTable, Picture})
         row.addWidget(button);
-    row.addStretch();
     Rapids->setChecked(true);
     Drawing->setChecked(true);
 }
@@ -175,13 +177,14 @@ void ProgramPane::MakeLists()
         label->setMinimumHeight(label->fontMetrics().height());
     }
     Sentence->setWordWrap(true);
+    Sentence->setMinimumHeight(SentenceRows * fontMetrics().lineSpacing()); // the picture must not jump
+    Sentence->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Cursor->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void ProgramPane::LayOut()
 {
-    auto* const buttons = new QHBoxLayout;
-    buttons->setSpacing(2);
+    auto* const buttons = new FlowLayout(2);
     MakeButtons(*buttons);
     auto* const sheets = new QSplitter(Qt::Horizontal);
     sheets->setChildrenCollapsible(false);
@@ -284,12 +287,15 @@ void ProgramPane::ShowContent()
                         " x " + LengthForPeople(scene.Thickness) + " mm");
     if (!Content.State.isEmpty())
         state += Content.State;
+    if (!Content.ToolFault.isEmpty())
+        state += Content.ToolFault;
     if (Content.LinesUnread > 0)
         state += QString::number(Content.LinesUnread) +
                  (Content.LinesUnread == 1 ? QStringLiteral(" line is not understood and not drawn")
                                            : QStringLiteral(" lines are not understood and not drawn"));
     State->setText(state.join(QStringLiteral("; ")));
-    Time->setText(hasPanel ? OfUtf8(TimeForPeople(FiguresOf(scene).Seconds) + ", an estimate") : QString());
+    const bool hasWork = !scene.Items.empty();
+    Time->setText(hasWork ? OfUtf8(TimeForPeople(FiguresOf(scene).Seconds) + ", an estimate") : QString());
     Programs->clear();
     for (const QString& name : Content.Programs)
         Programs->addItem(
@@ -305,6 +311,7 @@ void ProgramPane::ShowContent()
     for (QWidget* const widget : {static_cast<QWidget*>(Place), static_cast<QWidget*>(Play)})
         widget->setEnabled(last >= 0);
     Picture->setEnabled(hasPanel);
+    Legend->setVisible(hasWork);
     Place->setValue(0);
     ShowCursor(nullptr);
     Showing = false;
@@ -375,13 +382,46 @@ void ProgramPane::TakeTextPlace()
 {
     if (Showing)
         return;
-    const auto line = static_cast<std::size_t>(Text->textCursor().blockNumber()) + 1;
+    static_cast<void>(SelectLine(static_cast<std::size_t>(Text->textCursor().blockNumber()) + 1));
+}
+
+std::size_t ProgramPane::ItemOfLine(std::size_t line) const
+{
     const std::vector<SceneItem>& items = View->Shown().Items;
     const auto after =
         std::upper_bound(items.begin(), items.end(), line,
                          [](std::size_t wanted, const SceneItem& item) { return wanted < item.Line; });
-    if (after != items.begin() && std::prev(after)->LastLine >= line)
-        Select(static_cast<std::size_t>(std::prev(after) - items.begin()));
+    if (after == items.begin() || std::max(std::prev(after)->Line, std::prev(after)->LastLine) < line)
+        return NoItem;
+    return static_cast<std::size_t>(std::prev(after) - items.begin());
+}
+
+bool ProgramPane::SelectLine(std::size_t line)
+{
+    const std::size_t item = ItemOfLine(line);
+    if (item != NoItem)
+        Select(item);
+    return item != NoItem;
+}
+
+bool ProgramPane::SelectEntity(std::size_t drawnLine)
+{
+    const std::vector<SceneItem>& items = View->Shown().Items;
+    const auto item = std::ranges::find_if(items, [&](const SceneItem& each) {
+        return std::ranges::find(each.DrawnLines, drawnLine) != each.DrawnLines.end();
+    });
+    if (item != items.end()) {
+        Select(static_cast<std::size_t>(item - items.begin()));
+        return true;
+    }
+    const std::vector<DrawnShape>& drawn = View->Shown().Drawn;
+    const auto shape = std::ranges::find(drawn, drawnLine, &DrawnShape::Line);
+    if (shape == drawn.end())
+        return false;
+    Select(NoItem);
+    View->LightDrawn({drawnLine});
+    Sentence->setText(OfUtf8(shape->Text));
+    return true;
 }
 
 void ProgramPane::ShowCursor(const PathPoint* at)

@@ -7,7 +7,6 @@
 #include <QAbstractTableModel>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -23,6 +22,7 @@ namespace kv {
 struct PaneContent {
     QString Drawing, Path; // as people see them; either may be empty
     QString State;         // "written 03:10, drawing unchanged"
+    QString ToolFault;     // of the tables of tools
     Scene Picture;
     QStringList Programs; // names of all that the drawing has become, portions say; fewer than two: no choice
     int Program = 0;      // of these, the one that is shown
@@ -53,6 +53,11 @@ class ProgramPane : public QWidget {
     void ShowNothing(const QString& why); // in the place of the picture
     // Lights it everywhere; NoItem: none is lit.
     void Select(std::size_t item);
+    // The first operation of the entity at that line of the drawing's file, else the entity as it is drawn.
+    // False: neither is shown.
+    bool SelectEntity(std::size_t drawnLine);
+    // The operation of a line of the program. False: it has none.
+    bool SelectLine(std::size_t line);
     std::size_t Selected() const { return View->Look.Lit; }
     // By the letters at its end: .pdf, .svg, else an image. False: it could not be written.
     bool SavePicture(const QString& file) const;
@@ -77,8 +82,8 @@ class ProgramPane : public QWidget {
 
   private:
     QToolButton* Button(const QString& text, const QString& spoken, bool isSwitch);
-    void MakeButtons(QHBoxLayout& row);
-    void MakeSides(QHBoxLayout& row);
+    void MakeButtons(QLayout& row);
+    void MakeSides(QLayout& row);
     void MakeLists();
     void LayOut();
     void Wire();
@@ -87,6 +92,7 @@ class ProgramPane : public QWidget {
     void TakeLegend(const QListWidgetItem& row);
     void TakeTextPlace();
     void LightLines();
+    std::size_t ItemOfLine(std::size_t line) const;
     void ShowCursor(const PathPoint* at);
     void TogglePlay();
     void Step(int by);

@@ -2,8 +2,10 @@
 #include "window/report_model.h"
 
 #include <cmath>
+#include <cstdlib>
 
 #include "shell/control_tables.h"
+#include "state/run.h"
 #include "window/controls.h"
 
 namespace kv {
@@ -22,6 +24,26 @@ double Luminance(const QColor& colour)
 {
     return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) +
            0.0722 * Linear(colour.blueF());
+}
+
+std::size_t LineIn(const MessageLine& line, std::string_view name)
+{
+    const MessageValue* const value = FindValue(line, name);
+    return value != nullptr && value->IsWhole ? std::strtoul(value->Text.c_str(), nullptr, 10) : 0;
+}
+
+RowPlace PlaceOf(const MessageLine& line)
+{
+    RowPlace place;
+    place.DrawnLine = LineIn(line, "line");
+    const MessageValue* const program = FindValue(line, "program");
+    if (program != nullptr && !program->Text.empty()) {
+        place.Program = program->Text;
+        place.ProgramLine = LineIn(line, "at");
+    }
+    if (!place.IsNone())
+        place.Drawing = Run.SourceFile;
+    return place;
 }
 
 } // namespace
@@ -49,7 +71,8 @@ QColor ReadableOn(const QColor& base, const QColor& colour)
 ShownRow ShownRowOf(const ReportRow& row)
 {
     const bool black = row.Red == 0 && row.Green == 0 && row.Blue == 0;
-    return {Shown(row.Text), black ? QColor() : QColor(row.Red, row.Green, row.Blue), row.Centred};
+    return {Shown(row.Text), black ? QColor() : QColor(row.Red, row.Green, row.Blue), row.Centred,
+            PlaceOf(row.Line)};
 }
 
 int ReportModel::rowCount(const QModelIndex& parent) const

@@ -77,11 +77,21 @@ ReportView::ReportView() : Lines(font()), Menu(new QMenu(this))
     for (QAction* const action : Menu->actions())
         action->setShortcutContext(Qt::WidgetShortcut); // shown in the menu; keyPressEvent obeys them
 
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex& row) { ChoosePlace(row); });
     ShowSoon.setSingleShot(true);
     connect(&ShowSoon, &QTimer::timeout, this, [this] { ShowWaiting(); });
     FitSoon.setSingleShot(true);
     FitSoon.setInterval(FitDelay);
     connect(&FitSoon, &QTimer::timeout, this, [this] { FitHeights(0); });
+}
+
+void ReportView::ChoosePlace(const QModelIndex& row) const
+{
+    if (!row.isValid() || !PlaceChosen)
+        return;
+    const RowPlace& place = Model.Rows[static_cast<std::size_t>(row.row())].Place;
+    if (!place.IsNone())
+        PlaceChosen(place);
 }
 
 void ReportView::Add(const ReportRow& row)
@@ -197,6 +207,8 @@ void ReportView::keyPressEvent(QKeyEvent* event)
         AskWhereToSave();
         return;
     }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        ChoosePlace(currentIndex());
     QTableView::keyPressEvent(event);
 }
 

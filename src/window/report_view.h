@@ -1,6 +1,7 @@
 // The grid List2: shows the process report, wraps what is long, and gives it to the clipboard or a file.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include <QMenu>
@@ -27,6 +28,9 @@ class ReportView : public QTableView {
     void AskWhereToSave();
     bool SaveTo(const QString& file) const; // all rows, UTF-8
 
+    // A row that says what it is about, by a click or Enter.
+    std::function<void(const RowPlace&)> PlaceChosen;
+
     ReportModel Model;
     ReportLines Lines; // of the present font
 
@@ -39,6 +43,7 @@ class ReportView : public QTableView {
   private:
     QString TextOf(bool selectedAlone) const;
     void FitHeights(int firstRow);
+    void ChoosePlace(const QModelIndex& row) const;
     int TextWidth() const;
 
     std::vector<ShownRow> Waiting;

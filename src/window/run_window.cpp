@@ -51,7 +51,7 @@ struct Call {
     std::string Home;
     std::vector<std::string> Words; // as typed
     std::string Fault;              // of the usage
-    bool Help = false, Version = false;
+    bool Help = false, Version = false, Look = false;
 };
 
 Call ReadCall(const std::vector<std::string>& words)
@@ -63,6 +63,8 @@ Call ReadCall(const std::vector<std::string>& words)
             call.Help = true;
         else if (word == "--version")
             call.Version = true;
+        else if (word == "--look") // of a window that is open
+            call.Look = true;
         else if (word == "--home" && i + 1 < words.size())
             call.Home = words[++i];
         else if (word == "--home")
@@ -230,6 +232,8 @@ int RunOnScreen(QApplication& application)
 int RunWindow(int argc, char** argv)
 {
     const Call asked = ReadCall(CommandWords(argc, argv));
+    if (asked.Look)
+        return AnswerLook();
     if (asked.Help || asked.Version)
         return TellAboutItself(asked, argc, argv);
     QApplication application(argc, argv);           // takes the words that are the toolkit's own

@@ -465,6 +465,8 @@ void ScenePainter::PaintDrawing(const Frame& frame) const
     for (const DrawnShape& shape : Picture.Drawn) {
         QPen pen = Pen(shape.IsLeft ? frame.Colours.Left : frame.Colours.Drawn, shape.IsLeft ? 2.5 : 1);
         pen.setDashPattern(shape.IsLeft ? QList<qreal>{4, 2} : QList<qreal>{6, 3});
+        if (frame.Look.LightsDrawn(shape.Line))
+            pen = Pen(frame.Colours.Lit, shape.IsLeft ? 4 : 3);
         frame.To.setPen(pen);
         for (const Move& move : shape.Way) {
             const double radius = Between(move.Centre, move.From) * frame.Place.Scale;

@@ -2,6 +2,7 @@
 // that a frame of a large program is little more than their lines.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -40,6 +41,11 @@ struct SceneLook {
     std::vector<bool> Hidden; // by group; short: shown
     bool Order = false, Rapids = true, Drawing = true;
     std::size_t Lit = NoItem, LitGroup = NoItem;
+    std::vector<std::size_t> LitDrawn; // lines of the drawing's file: entities that are lit
+    bool LightsDrawn(std::size_t line) const
+    {
+        return line > 0 && std::find(LitDrawn.begin(), LitDrawn.end(), line) != LitDrawn.end();
+    }
     bool Hides(std::size_t group) const { return group < Hidden.size() && Hidden[group]; }
 };
 

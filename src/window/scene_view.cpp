@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -36,6 +37,7 @@ void SceneViewer::Show(Scene scene)
     Painter = std::make_unique<ScenePainter>(std::move(scene));
     Look.Hidden.clear();
     Look.Lit = Look.LitGroup = NoItem;
+    Look.LitDrawn.clear();
     Fit();
 }
 
@@ -71,13 +73,32 @@ void SceneViewer::ZoomBy(double factor, const QPointF& around)
 void SceneViewer::Light(std::size_t item)
 {
     Look.Lit = item;
+    Look.LitDrawn.clear();
     if (item < Shown().Items.size()) {
-        const QPointF at = Place.PixelOf(Shown().Items[item].At);
-        if (!QRectF(rect()).contains(at)) {
-            Place.Corner += QRectF(rect()).center() - at;
-            IsFitted = false;
-        }
+        Look.LitDrawn = Shown().Items[item].DrawnLines;
+        BringIntoView(Shown().Items[item].At);
     }
+    update();
+}
+
+void SceneViewer::BringIntoView(const PathPoint& place)
+{
+    const QPointF at = Place.PixelOf(place);
+    if (QRectF(rect()).contains(at))
+        return;
+    Place.Corner += QRectF(rect()).center() - at;
+    IsFitted = false;
+}
+
+void SceneViewer::LightDrawn(std::vector<std::size_t> lines)
+{
+    Look.Lit = NoItem;
+    Look.LitDrawn = std::move(lines);
+    for (const DrawnShape& shape : Shown().Drawn)
+        if (Look.LightsDrawn(shape.Line) && !shape.Way.empty()) {
+            BringIntoView(shape.Way.front().From);
+            break;
+        }
     update();
 }
 
@@ -104,6 +125,7 @@ void SceneViewer::PaintWhole(QPainter& painter, const QRectF& area) const
 {
     SceneLook look = Look;
     look.Lit = look.LitGroup = NoItem;
+    look.LitDrawn.clear();
     Painter->Paint(painter, area, PlaceToShow(Shown().Sheet, area), look, ColoursOfScene(false),
                    PaintWith::FullCare);
 }

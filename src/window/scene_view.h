@@ -23,6 +23,8 @@ class SceneViewer : public QWidget {
     void ZoomBy(double factor, const QPointF& around);
     // Moves the view only where the item is outside of it.
     void Light(std::size_t item);
+    // The drawing's entities at those lines of its file; the view moves where the first is outside of it.
+    void LightDrawn(std::vector<std::size_t> lines);
     void LightGroup(std::size_t group); // NoItem: none
     void HideGroup(std::size_t group, bool hidden);
     std::size_t ItemAtPixel(const QPointF& pixel) const;
@@ -48,6 +50,8 @@ class SceneViewer : public QWidget {
     void wheelEvent(QWheelEvent* event) override;
 
   private:
+    void BringIntoView(const PathPoint& place);
+
     std::unique_ptr<ScenePainter> Painter;
     bool IsFitted = true; // stays so when the room changes
     bool IsDragged = false;

@@ -16,7 +16,9 @@ TEST_F(DrawCall, ADrawingIsConvertedInMemoryAndDrawn)
     EXPECT_TRUE(Holds(ended.Output, "door.svg")) << ended.Output;
     const std::string svg = Contents(Folder / "door.svg");
     EXPECT_TRUE(Holds(svg, "Panel 600 x 400 x 18 mm, counted from the lower left corner")) << svg;
-    EXPECT_TRUE(Holds(svg, "<title>Line 3: bore, diameter 8, 12 deep</title>")) << svg;
+    EXPECT_TRUE(Holds(
+        svg, "<title>Line 3: bore, diameter 8, 12 deep; from CIRCLE on VBORE_Z12F3000, line 50</title>"))
+        << svg;
     EXPECT_FALSE(HasProgram());
 }
 
@@ -56,7 +58,8 @@ TEST_F(DrawCall, EntitiesLieWhereTheirWorkLies)
     const std::string svg = Contents(Folder / "half.svg");
     ASSERT_TRUE(Holds(svg, "Panel 600 x 400 x ")) << svg;
     // The circle's way begins at its right-hand point, the bore is a circle around its middle.
-    const std::size_t way = svg.find("M", svg.find("class=\"drawn\"", svg.find("CIRCLE on VBORE_Z12")));
+    const std::size_t way =
+        svg.find("M", svg.find("class=\"drawn\"", svg.find("<title>CIRCLE on VBORE_Z12")));
     const std::size_t bore = svg.find("cx=\"", svg.find("diameter 20"));
     ASSERT_NE(bore, std::string::npos) << svg;
     EXPECT_NEAR(std::stod(svg.substr(way + 1)) - std::stod(svg.substr(bore + 4)), 10, 0.01) << svg;
@@ -84,7 +87,8 @@ TEST_F(DrawCall, EachControlIsDrawn)
             continue;
         }
         EXPECT_EQ(ended.Status, 0) << system << ended.Errors;
-        EXPECT_TRUE(Holds(Contents(Folder / (system + ".svg")), "bore, diameter 8, 12 deep</title>"))
+        EXPECT_TRUE(Holds(Contents(Folder / (system + ".svg")),
+                          "bore, diameter 8, 12 deep; from CIRCLE on VBORE_Z12F3000, line 50</title>"))
             << system;
     }
 }

@@ -28,6 +28,50 @@ class MainWindowPaneTest : public WindowTest {
         StartConversion();
         QApplication::processEvents();
     }
+    // With the program that looks at drawings: this one is none.
+    void OpenWithPane()
+    {
+        Open();
+        Window->Looker.Program = QStringLiteral(KORVANTI_WINDOW_PROGRAM);
+        if (!Window->ProgramShown->isChecked())
+            PressF6();
+    }
+    const Scene& PaneScene() const { return Window->Program->View->Shown(); }
+    bool PaneShows(const char* state) const
+    {
+        return QTest::qWaitFor([&] { return Window->Program->State->text().contains(QLatin1String(state)); },
+                               30000);
+    }
+    bool EmptySays(const char* text) const
+    {
+        return Window->Program->View->Empty.contains(QLatin1String(text));
+    }
+    void EditPrograms(const std::string& what, const std::string& by) const
+    {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(Programs / "SRG"))
+            if (entry.is_regular_file()) {
+                std::string text = Place.Read(entry.path());
+                const std::size_t at = text.find(what);
+                ASSERT_NE(at, std::string::npos) << text;
+                std::ofstream(entry.path(), std::ios::binary) << text.replace(at, what.size(), by);
+            }
+    }
+    int ReportRowWith(const std::string& part) const
+    {
+        const std::vector<std::string> lines = ReportLines();
+        for (std::size_t row = 0; row < lines.size(); ++row)
+            if (lines[row].find(part) != std::string::npos)
+                return static_cast<int>(row);
+        ADD_FAILURE() << "no line with " << part;
+        return 0;
+    }
+    void ClickReport(const std::string& part) const
+    {
+        const QModelIndex row = Window->List2->Model.index(ReportRowWith(part));
+        Window->List2->scrollTo(row);
+        QTest::mouseClick(Window->List2->viewport(), Qt::LeftButton, {},
+                          Window->List2->visualRect(row).center());
+    }
     void CloseAndForget()
     {
         Window->AskToClose();
@@ -81,6 +125,20 @@ TEST_F(MainWindowPaneTest, ANarrowWindowHasItBesideItselfAndAWideOneInItsBand)
     EXPECT_TRUE(Window->Program->isVisible());
 }
 
+TEST_F(MainWindowPaneTest, AWindowOf1500PixelsHasItInItsBand)
+{
+    Open({1500, 900});
+    PressF6();
+    EXPECT_FALSE(Window->Program->isWindow());
+    for (const QToolButton* const button : Window->Program->findChildren<QToolButton*>())
+        EXPECT_TRUE(
+            Window->Program->rect().contains(QRect(button->mapTo(Window->Program, QPoint()), button->size())))
+            << Ansi(button->text());
+    Window->resize(1400, 900);
+    QApplication::processEvents();
+    EXPECT_TRUE(Window->Program->isWindow());
+}
+
 TEST_F(MainWindowPaneTest, NothingMovesForIt)
 {
     Open({2200, 900});
@@ -123,17 +181,123 @@ TEST_F(MainWindowPaneTest, TheProgramThatHasJustBeenWrittenIsShown)
     EXPECT_FALSE(Window->Program->View->Shown().Drawn.empty());
 }
 
-TEST_F(MainWindowPaneTest, ASelectedDrawingShowsItsProgramOrThatItHasNone)
+// A drawing that no program is of is looked at in a process of its own, and shown by itself.
+TEST_F(MainWindowPaneTest, ASelectedDrawingWithoutAProgramIsShownItself)
 {
-    Open();
-    PressF6();
+    PutDrawing("shelf.dxf", test::Circle("VBOR_D5_Z9", 300, 200, 2.5));
+    OpenWithPane();
     Convert("door.dxf");
-    ASSERT_TRUE(Window->Program->View->HasPanel());
+    ASSERT_TRUE(PaneScene().Items.size() == 1);
     ClickRow("shelf.dxf");
     EXPECT_FALSE(Window->Program->View->HasPanel());
-    EXPECT_TRUE(Window->Program->View->Empty.contains(QStringLiteral("shelf.dxf")));
+    EXPECT_TRUE(Window->Program->View->Empty.startsWith(QStringLiteral("shelf.dxf")));
+    ASSERT_TRUE(PaneShows("the drawing; it has no program yet")) << Ansi(Window->Program->View->Empty);
+    EXPECT_EQ(PaneScene().Length, 600);
+    EXPECT_EQ(PaneScene().Thickness, 18);
+    EXPECT_TRUE(PaneScene().Items.empty());
+    ASSERT_EQ(PaneScene().Drawn.size(), 3U) << "border, bore, and the circle of a misspelt layer";
+    EXPECT_TRUE(PaneScene().Drawn[2].IsLeft);
+    EXPECT_EQ(PaneScene().Drawn[2].Text.substr(0, 20), "CIRCLE on VBOR_D5_Z9");
+    EXPECT_FALSE(HasProgram("S", "HELF")) << "a look places nothing";
     ClickRow("door.dxf");
-    EXPECT_TRUE(Window->Program->View->HasPanel());
+    EXPECT_EQ(PaneScene().Items.size(), 1U);
+}
+
+// A later start knows nothing of this conversion but what lies on the disk.
+TEST_F(MainWindowPaneTest, AProgramOfAnEarlierTimeIsFoundAgain)
+{
+    OpenWithPane();
+    Convert("door.dxf");
+    ASSERT_EQ(PaneScene().Items.size(), 1U);
+    CloseAndForget();
+    ForgetNotedPrograms();
+    OpenWithPane();
+    ClickRow("door.dxf");
+    ASSERT_TRUE(PaneShows("drawing unchanged")) << Ansi(Window->Program->View->Empty);
+    EXPECT_EQ(PaneScene().Items.size(), 1U);
+    Window->Program->Select(0);
+    EXPECT_NE(
+        Window->Program->Sentence->text().indexOf(QStringLiteral("; from CIRCLE on VBORE_Z12F3000, line ")),
+        -1)
+        << Ansi(Window->Program->Sentence->text());
+    EditPrograms("Z12", "Z9");
+    ClickRow("shelf.dxf");
+    ClickRow("door.dxf");
+    ASSERT_TRUE(PaneShows("not what the drawing gives now")) << Ansi(Window->Program->State->text());
+    EXPECT_EQ(PaneScene().Items.at(0).Depth, 9) << "what lies on the disk is shown";
+    Window->Program->Select(0);
+    EXPECT_EQ(Window->Program->Sentence->text().indexOf(QStringLiteral("; from")), -1)
+        << "the lines of an edited program are nobody's";
+}
+
+TEST_F(MainWindowPaneTest, ADrawingThatCannotBeConvertedIsSaidToBe)
+{
+    std::ofstream(Drawings / "bad.dxf", std::ios::binary)
+        << test::Drawing(test::Circle("VBORE_Z12F3000", 100, 50, 4));
+    OpenWithPane();
+    ClickRow("bad.dxf");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return EmptySays("cannot be shown"); }, 30000));
+    EXPECT_TRUE(EmptySays("Layer NOT Found")) << Ansi(Window->Program->View->Empty);
+}
+
+TEST_F(MainWindowPaneTest, ALookThatCannotStartLeavesThePaneAlive)
+{
+    OpenWithPane();
+    Window->Looker.Program = QStringLiteral("/nowhere/KV90WIN");
+    ClickRow("shelf.dxf");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return EmptySays("cannot be shown"); }, 30000));
+    Window->Looker.Program = QStringLiteral("/bin/true"); // answers nothing
+    ClickRow("door.dxf");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return EmptySays("could not be looked at"); }, 30000));
+    Convert("door.dxf");
+    EXPECT_EQ(PaneScene().Items.size(), 1U);
+}
+
+TEST_F(MainWindowPaneTest, AnOperationNamesItsEntityAndLightsIt)
+{
+    OpenWithPane();
+    Convert("door.dxf");
+    Window->Program->Select(0);
+    const QString sentence = Window->Program->Sentence->text();
+    EXPECT_NE(sentence.indexOf(QStringLiteral("; from CIRCLE on VBORE_Z12F3000, line ")), -1)
+        << Ansi(sentence);
+    ASSERT_EQ(PaneScene().Items[0].DrawnLines.size(), 1U);
+    EXPECT_EQ(Window->Program->View->Look.LitDrawn, PaneScene().Items[0].DrawnLines);
+    Window->Program->Select(NoItem);
+    EXPECT_TRUE(Window->Program->View->Look.LitDrawn.empty());
+}
+
+// A bore of no depth is made and doubted; a misspelt layer is left: both lines lead to their places.
+TEST_F(MainWindowPaneTest, ALineOfTheReportShowsItsOperationOrItsEntity)
+{
+    using namespace test;
+    PutDrawing("doubt.dxf", Circle("VBORE_D5_Z31", 300, 200, 2.5) + Circle("VBOR_D5_Z9", 400, 200, 2.5));
+    OpenWithPane();
+    Convert("doubt.dxf");
+    ClickRow("shelf.dxf");
+    ASSERT_TRUE(PaneShows("it has no program yet"));
+    ClickReport("beyond the panel");
+    EXPECT_TRUE(Window->Program->Header->text().startsWith(QStringLiteral("doubt.dxf")));
+    ASSERT_NE(Window->Program->Selected(), NoItem);
+    EXPECT_EQ(PaneScene().Items[Window->Program->Selected()].At.X, 300);
+    ClickReport("the layer means nothing");
+    EXPECT_EQ(Window->Program->Selected(), NoItem);
+    ASSERT_EQ(Window->Program->View->Look.LitDrawn.size(), 1U);
+    EXPECT_TRUE(Window->Program->Sentence->text().startsWith(QStringLiteral("CIRCLE on VBOR_D5_Z9, line ")))
+        << Ansi(Window->Program->Sentence->text());
+    Window->List2->setCurrentIndex(Window->List2->Model.index(ReportRowWith("beyond the panel")));
+    QTest::keyClick(Window->List2, Qt::Key_Return);
+    EXPECT_NE(Window->Program->Selected(), NoItem);
+}
+
+TEST_F(MainWindowPaneTest, AFaultyTableOfToolsIsNamed)
+{
+    Place.Write("Tools.cfg", "12 chisel\r\n");
+    OpenWithPane();
+    Convert("door.dxf");
+    EXPECT_EQ(PaneScene().Items.size(), 1U);
+    EXPECT_NE(Window->Program->State->text().indexOf(QStringLiteral("Tools.cfg, line 1")), -1)
+        << Ansi(Window->Program->State->text());
 }
 
 // The nested sheet is longer than a portion: each portion is a program of its own, and can be chosen.

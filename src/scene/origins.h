@@ -1,0 +1,39 @@
+// What of the drawing each line of a program comes from, for whoever looks at an operation.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scene/scene.h"
+
+namespace kv {
+
+struct OriginEntity {
+    std::size_t Line = 0; // of the drawing's file
+    std::string Text;     // UTF-8: "CIRCLE on VBORE_D5, line 340, handle 2A"
+};
+
+struct LineOrigin {
+    std::uint32_t Line = 0;   // of the program, from 1
+    std::uint32_t Entity = 0; // of DrawingOrigins::Entities
+};
+
+struct ProgramOrigins {
+    std::string Path;
+    std::vector<LineOrigin> Lines; // in the order of the lines; a line may come from several entities
+};
+
+struct DrawingOrigins {
+    std::vector<OriginEntity> Entities;
+    std::vector<ProgramOrigins> Programs;
+};
+
+// Null: none of that name; folders and letters' case do not count.
+const ProgramOrigins* OriginsOfProgram(const DrawingOrigins& origins, std::string_view path);
+// Fills the items' From and DrawnLines.
+void NameOrigins(Scene& scene, const DrawingOrigins& origins, const ProgramOrigins& program);
+
+} // namespace kv

@@ -1,0 +1,110 @@
+#include "shell/drawing_look.h"
+
+#include <string_view>
+
+#include "job/job_driver.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+#include "shell/drawing_overlay.h"
+#include "shell/program_origins.h"
+#include "state/messages.h"
+#include "state/report.h"
+#include "state/run.h"
+#include "state/settings.h"
+#include "writers/job_output.h"
+
+namespace kv {
+
+namespace {
+
+DrawingLook Looked;     // filled while the job runs
+std::string FirstFault; // of the report
+
+void TakePanel()
+{
+    Looked.Length = Run.SideWidth[Face] * Run.UnitFactor;
+    Looked.Width = Run.SideHeight[Face] * Run.UnitFactor;
+    Looked.Thickness = Run.PartThickness * Run.UnitFactor;
+}
+
+void TakeStage(std::string_view stage)
+{
+    KeepDrawnShapes(stage);
+    if (stage == "border")
+        TakePanel();
+    if (stage == "programs")
+        Looked.From = {Run.OriginRight != 0, Run.OriginTop != 0};
+}
+
+void KeepFault(const ReportRow& row)
+{
+    const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
+    if (page != nullptr && page->Severity == MessageSeverity::Fault && FirstFault.empty())
+        FirstFault = row.Text;
+}
+
+void TakePrograms()
+{
+    Looked.Drawn = DrawnShapesOfRun();
+    Looked.Origins = OriginsOfRun();
+    for (const OutputStep& step : Outputs.Steps)
+        if (step.Kind == StepKind::Program)
+            Looked.Programs.push_back({step.Path, step.Text});
+}
+
+} // namespace
+
+DrawingLook LookAtDrawing(const std::string& drawing, Int system)
+{
+    const StepsRecorded recorded;
+    Looked = {};
+    FirstFault.clear();
+    Report = {};
+    Report.ShowRow = KeepFault;
+    Stages.Done = TakeStage;
+    Run.ControlType = system;
+    Run.RunFailed = False;
+    std::string jobLine = drawing;
+    ProcessDrawingFile(jobLine);
+    ReportMessage(2, "");
+    if (Run.RunFailed == False)
+        TakePrograms();
+    if (Run.RunFailed != False || !(Looked.Length > 0 && Looked.Width > 0))
+        Looked.Fault = FirstFault.empty() ? "it gives no panel" : FirstFault;
+    return std::move(Looked);
+}
+
+ProgramsFound FindPrograms(const std::string& drawing, const DrawingLook& look)
+{
+    ProgramsFound found;
+    found.Programs.Drawing = drawing;
+    found.Programs.Facts.From = look.From;
+    found.Programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
+    for (const ProgramNow& program : look.Programs) {
+        std::string text;
+        if (ReadIfThere(program.Path, text).Is != Presence::There) {
+            found.AreAsNow = false;
+            continue;
+        }
+        found.AreAsNow &= text == program.Text;
+        found.Programs.Files.push_back(program.Path);
+    }
+    found.Programs.Drawn = look.Drawn;
+    if (found.AreAsNow) // else the lines are others
+        found.Programs.Origins = look.Origins;
+    return found;
+}
+
+Scene SceneOfDrawing(const DrawingLook& look)
+{
+    MachineSteps panel;
+    panel.Length = look.Length;
+    panel.Width = look.Width;
+    panel.Thickness = look.Thickness;
+    panel.From = look.From;
+    Scene scene = SceneOf(panel);
+    scene.Drawn = look.Drawn;
+    return scene;
+}
+
+} // namespace kv
