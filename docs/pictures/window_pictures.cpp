@@ -1,7 +1,9 @@
 // Draws the pictures of the operator's guide: the real windows, with real drawings in a real folder, on
 // a screen that is not there. Dates and times are fixed, so that the same windows give the same
-// pictures. Called as window_pictures EXAMPLES FOLDER; the shop that the pictures show is made anew below
-// the folder for temporary files.
+// pictures. Called as window_pictures EXAMPLES FOLDER; with a third word, "panes" or "dark-panes", it draws
+// the programs of all examples for all controls instead, as the Program pane shows them. The shop that the
+// pictures show is made anew below the folder for temporary files.
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -121,6 +123,8 @@ struct ShownWindow {
 void Select(const std::vector<std::string_view>& names)
 {
     for (FileRow& row : FileList.Rows)
+        row.Selected = false;
+    for (FileRow& row : FileList.Rows)
         for (const std::string_view name : names)
             row.Selected = row.Selected || row.Cells[1] == name;
     FileListWindow.SelectionChanged();
@@ -224,6 +228,59 @@ QPalette DarkPalette()
     return dark;
 }
 
+// Written at one time, so that the line above the picture is always the same.
+void StampPrograms()
+{
+    using namespace std::chrono;
+    const fs::file_time_type time = file_clock::from_sys(sys_seconds(sys_days(2026y / September / 15)) + 10h);
+    for (const fs::directory_entry& file : fs::recursive_directory_iterator(Shop / "programs"))
+        if (file.is_regular_file())
+            fs::last_write_time(file, time);
+}
+
+// The pane of the program that has just been written, on and off so that it is read anew.
+void ShowPane(MainWindow& window)
+{
+    StampPrograms();
+    window.ProgramShown->setChecked(false);
+    window.ProgramShown->setChecked(true);
+    Settle();
+}
+
+void DrawProgramPane(const std::string& name)
+{
+    ShownWindow shown(0);
+    shown.Window.resize(1500, 800);
+    shown.Window.ProgramShown->setChecked(true);
+    Select({"routed_door.dxf"});
+    StartConversion();
+    ShowPane(shown.Window);
+    shown.Window.Program->Select(4);
+    Save(shown.Window, name);
+}
+
+void DrawPanesOf(int system)
+{
+    ShownWindow shown(system);
+    shown.Window.ProgramShown->setChecked(true);
+    Config.MakeHBD = 1;
+    std::vector<std::string> names;
+    for (const FileRow& row : FileList.Rows)
+        names.push_back(row.Cells[1]);
+    for (const std::string& name : names) {
+        Select({name});
+        StartConversion();
+        ShowPane(shown.Window);
+        ProgramPane& pane = *shown.Window.Program;
+        pane.resize(900, 700);
+        for (int program = 0; program < std::max(1, pane.Programs->count()); ++program) {
+            if (program > 0)
+                pane.ProgramChosen(program);
+            Save(pane, "pane_" + std::to_string(system) + "_" + name + "_" + std::to_string(program));
+        }
+    }
+}
+
 void DrawDark()
 {
     QApplication::setPalette(DarkPalette());
@@ -235,14 +292,23 @@ void DrawDark()
     WhileOpen(setup, [&setup] { Save(setup, "setup_dark"); });
 }
 
+void DrawPanes(bool isDark)
+{
+    if (isDark)
+        QApplication::setPalette(DarkPalette());
+    for (int system = 0; system < ControlSystems; ++system)
+        DrawPanesOf(system);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    if (argc != 3) {
-        std::fputs("window_pictures EXAMPLES FOLDER\n", stderr);
+    const std::string what = argc == 4 ? argv[3] : "";
+    if (argc != 3 && what != "panes" && what != "dark-panes") {
+        std::fputs("window_pictures EXAMPLES FOLDER [panes|dark-panes]\n", stderr);
         return 2;
     }
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -251,9 +317,14 @@ int main(int argc, char** argv)
     Clock.Pause = [](double) {};
     Target = argv[2];
     MakeShop(argv[1]);
-    DrawMainWindows();
-    DrawDialogs();
-    DrawDark();
+    if (argc == 4) {
+        DrawPanes(what == "dark-panes");
+    } else {
+        DrawMainWindows();
+        DrawProgramPane("window_program");
+        DrawDialogs();
+        DrawDark();
+    }
     fs::remove_all(Shop);
     return 0;
 }

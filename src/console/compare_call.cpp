@@ -14,6 +14,7 @@
 #include "platform/terminal.h"
 #include "platform/text.h"
 #include "shell/drawing_overlay.h"
+#include "shell/program_origins.h"
 #include "state/run.h"
 #include "state/settings.h"
 #include "writers/job_output.h"
@@ -46,11 +47,9 @@ void TakeToldLines(ControlRow& row)
     }
 }
 
-void AddProgram(PictureRun& run, ControlRow& row, const ProgramText& program,
-                const std::vector<DrawnShape>& drawn)
+void AddProgram(PictureRun& run, ControlRow& row, const ProgramText& program)
 {
     run.Pictures.push_back(PictureOf(program, StepsOf(run, program)));
-    run.Pictures.back().Picture.Drawn = drawn;
     ++row.Programs;
     row.Lines += LinesOf(program.Text);
     row.Figures.Add(FiguresOf(run.Pictures.back().Picture));
@@ -84,10 +83,19 @@ ControlRow ConvertFor(PictureRun& run, std::size_t system)
     ProgramFacts facts = FactsOfCall(line);
     facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
     const std::vector<DrawnShape> drawn = DrawnShapesOfRun();
-    for (const OutputStep& step : Outputs.Steps)
-        if (step.Kind == StepKind::Program)
-            AddProgram(run, row, {row.Control + ": " + Utf8FromAnsi(FileNameOf(step.Path)), step.Text, facts},
-                       drawn);
+    const DrawingOrigins origins = OriginsOfRun();
+    for (const OutputStep& step : Outputs.Steps) {
+        if (step.Kind != StepKind::Program)
+            continue;
+        const ProgramOrigins* const program = OriginsOfProgram(origins, step.Path);
+        if (program != nullptr)
+            facts.HbdEdge = program->BackEdge;
+        AddProgram(run, row, {row.Control + ": " + Utf8FromAnsi(FileNameOf(step.Path)), step.Text, facts});
+        Scene& picture = run.Pictures.back().Picture;
+        picture.Drawn = drawn;
+        if (program != nullptr)
+            NameOrigins(picture, origins, *program);
+    }
     return row;
 }
 

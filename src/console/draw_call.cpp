@@ -84,10 +84,13 @@ void DrawDrawing(PictureRun& run, const std::string& drawing)
     const DrawingOrigins origins = OriginsOfRun();
     for (const OutputStep& step : Outputs.Steps)
         if (step.Kind == StepKind::Program) {
+            const ProgramOrigins* const program = OriginsOfProgram(origins, step.Path);
+            if (program != nullptr)
+                facts.HbdEdge = program->BackEdge;
             AddPicture(run, {drawing + ": " + Utf8FromAnsi(FileNameOf(step.Path)), step.Text, facts});
             Scene& picture = run.Pictures.back().Picture;
             picture.Drawn = drawn;
-            if (const ProgramOrigins* const program = OriginsOfProgram(origins, step.Path))
+            if (program != nullptr)
                 NameOrigins(picture, origins, *program);
         }
 }

@@ -11,6 +11,7 @@
 #include "state/run.h"
 #include "state/settings.h"
 #include "writers/job_output.h"
+#include "writers/program_lines.h"
 
 namespace kv {
 
@@ -23,13 +24,13 @@ namespace {
 constexpr std::size_t MostLines = 100; // of the report
 Demands DemandsOfJob;
 
-// The panel lies at the horizontal machine with the first of these edges that has bores.
+// Which edge the horizontal machine has at its back stands in no program: whoever lays the panel down knows
+// it from the drawing. Of a wrong one all bores would be found beside their places.
 Plane EdgeAtHorizontalMachine()
 {
-    for (const Plane edge : {Plane::Edge4, Plane::Edge2, Plane::Edge3, Plane::Edge1})
-        for (const AskedBore& bore : DemandsOfJob.Bores)
-            if (bore.On == edge)
-                return edge;
+    for (const ProgramTrace& trace : ProgramTraces)
+        if (trace.BackEdge >= 1 && trace.BackEdge <= 4)
+            return static_cast<Plane>(trace.BackEdge);
     return Plane::Edge4;
 }
 

@@ -24,6 +24,8 @@ struct LineOrigin {
 struct ProgramOrigins {
     std::string Path;
     std::vector<LineOrigin> Lines; // in the order of the lines; a line may come from several entities
+    // That the horizontal machine drills; other programs name their edges.
+    Plane BackEdge = Plane::Edge1;
 };
 
 struct DrawingOrigins {

@@ -90,8 +90,10 @@ ProgramsFound FindPrograms(const std::string& drawing, const DrawingLook& look)
         found.Programs.Files.push_back(program.Path);
     }
     found.Programs.Drawn = look.Drawn;
-    if (found.AreAsNow) // else the lines are others
-        found.Programs.Origins = look.Origins;
+    found.Programs.Origins = look.Origins;
+    if (!found.AreAsNow) // the lines are others
+        for (ProgramOrigins& program : found.Programs.Origins.Programs)
+            program.Lines.clear();
     return found;
 }
 

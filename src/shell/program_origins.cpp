@@ -51,6 +51,8 @@ void TakeOrigins()
     for (const ProgramTrace& trace : ProgramTraces) {
         ProgramOrigins& program = origins.Programs.emplace_back();
         program.Path = trace.Path;
+        if (trace.BackEdge >= 1 && trace.BackEdge <= 4)
+            program.BackEdge = static_cast<Plane>(trace.BackEdge);
         for (std::size_t line = 0; line < trace.Drawn.size(); ++line)
             for (const Long drawn : EntitiesOf(trace.Drawn[line]))
                 program.Lines.push_back({static_cast<std::uint32_t>(line + 1), numberOf(DrawnAs(drawn))});

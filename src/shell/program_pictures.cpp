@@ -2,6 +2,7 @@
 // just run; leaves what it noted until the process ends.
 #include "shell/program_pictures.h"
 
+#include <algorithm>
 #include <deque>
 
 #include "job/installation_tools.h"
@@ -81,7 +82,9 @@ void NoteProgramsOfJob(std::string_view drawing)
     programs.Origins = std::move(origins);
     programs.Drawing = drawing;
     for (const std::string& file : JobFiles())
-        programs.Files.push_back(FromHostPath(file));
+        if (const std::string path = FromHostPath(file);
+            std::ranges::find(programs.Files, path) == programs.Files.end()) // one may replace another
+            programs.Files.push_back(path);
     programs.Facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
     programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
     programs.Number = ++NotedCount;
@@ -117,10 +120,14 @@ std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs)
     fault.Fault = ShownPath(programs.Drawing) + ": has no program";
     bool isFirst = true;
     for (const std::string& file : programs.Files) {
-        ProgramPicture picture = ReadProgramPicture(file, programs.Facts);
+        const ProgramOrigins* const origins = OriginsOfProgram(programs.Origins, file);
+        ProgramFacts facts = programs.Facts;
+        if (origins != nullptr)
+            facts.HbdEdge = origins->BackEdge;
+        ProgramPicture picture = ReadProgramPicture(file, facts);
         if (picture.Fault.empty()) {
             picture.Content.Picture.Drawn = programs.Drawn;
-            if (const ProgramOrigins* const origins = OriginsOfProgram(programs.Origins, file))
+            if (origins != nullptr)
                 NameOrigins(picture.Content.Picture, programs.Origins, *origins);
             pictures.push_back(std::move(picture));
         } else if (isFirst) {

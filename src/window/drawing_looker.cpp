@@ -106,6 +106,7 @@ void PutOrigins(QDataStream& stream, const DrawingOrigins& origins)
     });
     PutAll(stream, origins.Programs, [&](const ProgramOrigins& program) {
         Put(stream, program.Path);
+        stream << static_cast<qint32>(program.BackEdge);
         PutAll(stream, program.Lines, [&](const LineOrigin& line) { stream << line.Line << line.Entity; });
     });
 }
@@ -118,6 +119,9 @@ void TakeOrigins(QDataStream& stream, DrawingOrigins& origins)
     });
     TakeAll(stream, origins.Programs, [&](ProgramOrigins& program) {
         program.Path = TakeText(stream);
+        qint32 edge = 0;
+        stream >> edge;
+        program.BackEdge = static_cast<Plane>(edge);
         TakeAll(stream, program.Lines, [&](LineOrigin& line) { stream >> line.Line >> line.Entity; });
     });
 }

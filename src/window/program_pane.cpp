@@ -41,6 +41,17 @@ QString KindOf(const SceneItem& item)
     return text.left(text.indexOf(QLatin1Char(',')));
 }
 
+// By a sign: some desktops' colours leave it open which buttons are on.
+void MarkWhenOn(QToolButton& button, const QString& text)
+{
+    const QString on = QStringLiteral("\u2713 ") + text;
+    button.setText(on);
+    button.setMinimumWidth(button.sizeHint().width()); // it must not jump
+    button.setText(text);
+    QObject::connect(&button, &QToolButton::toggled, &button,
+                     [&button, on, text](bool isOn) { button.setText(isOn ? on : text); });
+}
+
 } // namespace
 
 int OperationsModel::rowCount(const QModelIndex& parent) const
@@ -114,6 +125,8 @@ QToolButton* ProgramPane::Button(const QString& text, const QString& spoken, boo
     button->setToolTip(spoken);
     button->setCheckable(isSwitch);
     button->setFocusPolicy(Qt::StrongFocus);
+    if (isSwitch)
+        MarkWhenOn(*button, text);
     return button;
 }
 
@@ -145,11 +158,15 @@ void ProgramPane::MakeButtons(QLayout& row)
     Drawing->setChecked(true);
 }
 
+int ProgramPane::LegendRowHeight() const
+{
+    const int shown = Legend->sizeHintForRow(0);
+    return shown > 0 ? shown : fontMetrics().height() + 4;
+}
+
 void ProgramPane::MakeLists()
 {
-    const int line = fontMetrics().height() + 4;
     Legend->setAccessibleName(QStringLiteral("Operations by kind; a mark shows, no mark hides"));
-    Legend->setFixedHeight(LegendRows * line);
     Text->setReadOnly(true);
     Text->setLineWrapMode(QPlainTextEdit::NoWrap);
     Text->setAccessibleName(QStringLiteral("Text of the program"));
@@ -160,7 +177,7 @@ void ProgramPane::MakeLists()
     Table->setSelectionMode(QAbstractItemView::SingleSelection);
     Table->setTabKeyNavigation(false);
     Table->verticalHeader()->hide();
-    Table->verticalHeader()->setDefaultSectionSize(line);
+    Table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     Table->horizontalHeader()->setStretchLastSection(true);
     Table->hide();
     Place->setAccessibleName(QStringLiteral("Operation of the program"));
@@ -327,6 +344,8 @@ void ProgramPane::ShowLegend()
         row->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         row->setCheckState(Qt::Checked);
     }
+    const int rows = std::clamp(Legend->count(), 1, LegendRows);
+    Legend->setFixedHeight(rows * LegendRowHeight() + 2 * Legend->frameWidth());
 }
 
 void ProgramPane::TakeLegend(const QListWidgetItem& row)

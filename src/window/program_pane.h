@@ -89,6 +89,7 @@ class ProgramPane : public QWidget {
     void Wire();
     void ShowContent();
     void ShowLegend();
+    int LegendRowHeight() const;
     void TakeLegend(const QListWidgetItem& row);
     void TakeTextPlace();
     void LightLines();

@@ -20,7 +20,7 @@ void NoteLines(std::string_view path, std::vector<Long> drawn)
         std::erase_if(ProgramTraces, [&](const ProgramTrace& trace) { return trace.Path == path; });
     if (replaced > 0 && !WasTold(Message::PortionReplaced))
         Tell(Message::PortionReplaced, {{"program", ShownPath(path)}});
-    ProgramTraces.push_back({std::string(path), std::move(drawn)});
+    ProgramTraces.push_back({std::string(path), std::move(drawn), 0});
 }
 
 // A text of the drawing may hold line ends of its own.

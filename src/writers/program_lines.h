@@ -18,6 +18,7 @@ struct ProgramLine {
 struct ProgramTrace {
     std::string Path;
     std::vector<Long> Drawn; // element 0 is line 1
+    Long BackEdge = 0;       // that the horizontal machine drills, which its program does not name; else 0
 };
 extern std::vector<ProgramTrace> ProgramTraces; // of the drawing that runs
 

@@ -65,6 +65,25 @@ TEST_F(DrawCall, EntitiesLieWhereTheirWorkLies)
     EXPECT_NEAR(std::stod(svg.substr(way + 1)) - std::stod(svg.substr(bore + 4)), 10, 0.01) << svg;
 }
 
+// Its program does not name the edge: the bores lie where the drawing has them all the same.
+TEST_F(DrawCall, TheHorizontalMachineIsDrawnAtTheEdgeThatItDrills)
+{
+    const fs::path examples = fs::path(KORVANTI_SOURCE_DIR) / "examples";
+    for (const char* const table : {"KVHBD.cfg", "DT.Par", "EvHeader.dat"})
+        fs::copy_file(examples / "install" / table, Folder / "home" / table);
+    for (const auto& [name, edge] : {std::pair("bottom", "side 4"), std::pair("t_lines", "side 4")}) {
+        fs::copy_file(examples / "drawings" / (std::string(name) + ".dxf"),
+                      Folder / (std::string(name) + ".dxf"));
+        const Ended ended = Run({"draw", std::string(name) + ".dxf", "-o", "edge.svg", "--set", "MakeHBD=1",
+                                 "--set", "HBDDestinationPath=" + (Folder / "hbd").string() + "/"});
+        EXPECT_EQ(ended.Status, 0) << ended.Errors;
+        const std::string svg = Contents(Folder / "edge.svg");
+        EXPECT_TRUE(Holds(svg, std::string("bore on ") + edge)) << name;
+        EXPECT_FALSE(Holds(svg, "bore on side 1")) << name;
+        EXPECT_TRUE(Holds(svg, "; from ")) << name;
+    }
+}
+
 TEST_F(DrawCall, AProgramIsReadBack)
 {
     ASSERT_EQ(Run({"convert", "door.dxf"}).Status, 0);

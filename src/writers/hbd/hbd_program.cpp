@@ -19,6 +19,7 @@
 #include "writers/number_format.h"
 #include "writers/output_names.h"
 #include "writers/program_families.h"
+#include "writers/program_lines.h"
 #include "writers/side_program.h"
 
 namespace kv {
@@ -338,7 +339,8 @@ void WriteHbdProgram()
     if (program.AnyBore) {
         const std::string path = HbdProgramPath(name);
         Tell(Message::HbdName, {{"name", FileNameOf(path)}});
-        PlaceSideProgram(path, fields, program.Sides);
+        if (PlaceSideProgram(path, fields, program.Sides))
+            ProgramTraces.back().BackEdge = program.Edge;
     } else {
         Tell(Message::HbdNotIndicated, {{"name", name}});
     }
