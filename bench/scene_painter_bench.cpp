@@ -47,6 +47,21 @@ void AddContour(MachineSteps& steps, double x, double y)
     steps.Cuts.push_back(std::move(cut));
 }
 
+// The entities that the program is made of: a circle for each bore, a polyline for each contour.
+void AddDrawing(const MachineSteps& steps, Scene& scene)
+{
+    for (const Bore& bore : steps.Bores) {
+        Move circle;
+        circle.IsArc = true;
+        circle.Centre = bore.At;
+        circle.From = circle.To = {bore.At.X + bore.Diameter / 2, bore.At.Y};
+        circle.Sweep = 360;
+        scene.Drawn.push_back({{circle}, false, {}, scene.Drawn.size() + 1});
+    }
+    for (const RouterCut& cut : steps.Cuts)
+        scene.Drawn.push_back({cut.Moves, false, {}, scene.Drawn.size() + 1});
+}
+
 Scene LargeScene()
 {
     MachineSteps steps;
@@ -64,7 +79,9 @@ Scene LargeScene()
     }
     for (int i = 0; i < Contours; ++i)
         AddContour(steps, 40 + i % 40 * 69.0, 40 + i / 40 * 80.0);
-    return SceneOf(steps);
+    Scene scene = SceneOf(steps);
+    AddDrawing(steps, scene);
+    return scene;
 }
 
 const ScenePainter& LargePainter()
@@ -74,7 +91,7 @@ const ScenePainter& LargePainter()
 }
 
 // By the zoom against the whole sheet; the view moves with each frame.
-void FrameOfLargeScene(benchmark::State& state)
+void PaintFrames(benchmark::State& state, PaintWith care, const SceneLook& look)
 {
     QImage image(1280, 900, QImage::Format_RGB32);
     const QRectF area = image.rect();
@@ -82,19 +99,53 @@ void FrameOfLargeScene(benchmark::State& state)
     const SheetPlace fitted = PlaceToShow(painter.Picture.Sheet, area);
     const double zoom = static_cast<double>(state.range(0));
     int frame = 0;
-    SceneLook look;
     for (auto _ : state) {
         const double scale = fitted.Scale * zoom * (1 + 0.01 * (frame % 10));
         const PathPoint middle{PanelLength / 2 + 7.0 * (frame % 20), PanelWidth / 2 - 5.0 * (frame % 20)};
         const SheetPlace place{{area.center().x() - middle.X * scale, area.center().y() + middle.Y * scale},
                                scale};
         QPainter to(&image);
-        painter.Paint(to, area, place, look, ColoursOfScene(false));
+        painter.Paint(to, area, place, look, ColoursOfScene(false), care);
         ++frame;
     }
     state.counters["items"] = static_cast<double>(painter.Picture.Items.size());
 }
-BENCHMARK(FrameOfLargeScene)->Arg(1)->Arg(2)->Arg(4)->Arg(8)->Arg(32)->Unit(benchmark::kMillisecond);
+void MovingFrame(benchmark::State& state)
+{
+    PaintFrames(state, PaintWith::Moving, {});
+}
+
+void FrameAtRest(benchmark::State& state)
+{
+    PaintFrames(state, PaintWith::Screen, {});
+}
+
+// The bores of one kind, and the contours.
+void MovingFrameWithALitGroup(benchmark::State& state)
+{
+    SceneLook look;
+    look.LitGroup = static_cast<std::size_t>(state.range(1));
+    PaintFrames(state, PaintWith::Moving, look);
+}
+
+void AllZooms(benchmark::internal::Benchmark* frames)
+{
+    for (const int zoom : {1, 2, 4, 8, 12, 16, 24, 32, 64})
+        frames->Arg(zoom);
+    frames->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+}
+
+void AllZoomsAndGroups(benchmark::internal::Benchmark* frames)
+{
+    const auto last = static_cast<int>(LargePainter().Picture.Groups.size()) - 1;
+    for (const int zoom : {1, 4, 8, 16, 32})
+        for (const int group : {0, last})
+            frames->Args({zoom, group});
+    frames->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+}
+BENCHMARK(MovingFrame)->Apply(AllZooms);
+BENCHMARK(FrameAtRest)->Apply(AllZooms);
+BENCHMARK(MovingFrameWithALitGroup)->Apply(AllZoomsAndGroups);
 
 void LayDownLargeScene(benchmark::State& state)
 {

@@ -13,11 +13,13 @@ namespace kv {
 
 namespace {
 
-constexpr double ArcTolerance = 0.02;     // mm between an arc and its chords
-constexpr std::size_t PointsInPiece = 48; // small enough to leave out what is not in view
-constexpr double CarefulPoints = 10000;   // in view; above, a frame is drawn plainly
-constexpr double UnknownMarkRadius = 3;   // mm: of a bore whose diameter is not known
-constexpr double SpriteLimit = 64;        // pixels: larger holes are drawn one by one
+using Box = SceneShapes::Box;
+using Hole = SceneShapes::Hole;
+using Piece = SceneShapes::Piece;
+
+constexpr double CarefulPoints = 10000;     // in view; above, a frame is drawn plainly
+constexpr double CarefulWhileMoving = 1500; // the same, where the next frame is due soon
+constexpr double SpriteLimit = 64;          // pixels: larger holes are drawn one by one
 constexpr std::size_t MostOrderTexts = 1500;
 constexpr double SheetMargin = 0.02; // of the area, around what is fitted
 
@@ -40,11 +42,6 @@ QColor WithOpacity(QColor colour, double opacity)
 {
     colour.setAlphaF(static_cast<float>(opacity));
     return colour;
-}
-
-bool IsHole(WorkShape shape)
-{
-    return shape == WorkShape::Bore || shape == WorkShape::Plunge;
 }
 
 } // namespace
@@ -70,6 +67,8 @@ SheetPlace PlaceToShow(const SheetBox& box, const QRectF& area)
                     area.center().y() + (box.Y + height / 2) * place.Scale};
     return place;
 }
+
+ScenePainter::ScenePainter(Scene scene) : Picture(std::move(scene)), Shapes(Picture) {}
 
 struct ScenePainter::Frame {
     QPainter& To;
@@ -98,99 +97,21 @@ struct ScenePainter::Frame {
     }
 };
 
-ScenePainter::ScenePainter(Scene scene) : Picture(std::move(scene))
-{
-    for (auto& groups : PiecesOfGroup)
-        groups.resize(Picture.Groups.size());
-    HolesOfGroup.resize(Picture.Groups.size());
-    for (std::size_t i = 0; i < Picture.Items.size(); ++i) {
-        const SceneItem& item = Picture.Items[i];
-        if (IsHole(item.Shape)) {
-            const double radius = item.Width > 0 ? item.Width / 2 : UnknownMarkRadius;
-            HolesOfGroup[item.Group].push_back({item.At.X, item.At.Y, radius, static_cast<std::uint32_t>(i)});
-            continue;
-        }
-        const std::size_t moves = item.Way.size();
-        if (item.Width > 0)
-            AddWay(i, Swept, item.Swept, 0, item.Swept.size(), item.Width / 2);
-        AddWay(i, Lead, item.Way, 0, item.LeadIn, 0);
-        // The middle of the blade is what counts, not the way that it was given.
-        if (item.Shape == WorkShape::Saw)
-            AddWay(i, Way, item.Swept, 0, item.Swept.size(), 0);
-        else
-            AddWay(i, Way, item.Way, item.LeadIn, moves - item.LeadOut, 0);
-        AddWay(i, Lead, item.Way, moves - item.LeadOut, moves, 0);
-    }
-}
-
-void ScenePainter::AddPoints(const Move& move)
-{
-    const double radius = Between(move.Centre, move.From);
-    if (move.IsArc && radius > 0) {
-        const double finest = std::clamp(1 - ArcTolerance / radius, 0.0, 0.9999);
-        const double step = std::min(2 * std::acos(finest) / Degree, 30.0);
-        const int parts = std::max(1, static_cast<int>(std::ceil(std::fabs(move.Sweep) / step)));
-        const double start = DirectionTo(move.Centre, move.From);
-        for (int i = 1; i < parts; ++i) {
-            const double angle = (start + move.Sweep * i / parts) * Degree;
-            Points.emplace_back(move.Centre.X + radius * std::cos(angle),
-                                move.Centre.Y + radius * std::sin(angle));
-        }
-    }
-    Points.emplace_back(move.To.X, move.To.Y);
-}
-
-void ScenePainter::AddWay(std::size_t item, Layer layer, const std::vector<Move>& way, std::size_t first,
-                          std::size_t last, double aside)
-{
-    if (first >= last || last > way.size())
-        return;
-    std::size_t start = Points.size();
-    Points.emplace_back(way[first].From.X, way[first].From.Y);
-    for (std::size_t i = first; i < last; ++i) {
-        const QPointF begin(way[i].From.X, way[i].From.Y);
-        if (std::hypot(begin.x() - Points.back().x(), begin.y() - Points.back().y()) > ArcTolerance) {
-            AddPieces(item, layer, start, aside);
-            start = Points.size();
-            Points.push_back(begin);
-        }
-        AddPoints(way[i]);
-    }
-    AddPieces(item, layer, start, aside);
-}
-
-// Cuts the points from `first` on into pieces.
-void ScenePainter::AddPieces(std::size_t item, Layer layer, std::size_t first, double aside)
-{
-    for (std::size_t i = first; i + 1 < Points.size(); i += PointsInPiece) {
-        const std::size_t count = std::min(PointsInPiece + 1, Points.size() - i);
-        const double far = std::numeric_limits<double>::infinity();
-        Box box{far, far, -far, -far};
-        for (std::size_t k = i; k < i + count; ++k) {
-            box.MinX = std::min(box.MinX, Points[k].x() - aside);
-            box.MaxX = std::max(box.MaxX, Points[k].x() + aside);
-            box.MinY = std::min(box.MinY, Points[k].y() - aside);
-            box.MaxY = std::max(box.MaxY, Points[k].y() + aside);
-        }
-        PiecesOfGroup[layer][Picture.Items[item].Group].push_back(
-            static_cast<std::uint32_t>(Pieces[layer].size()));
-        Pieces[layer].push_back({static_cast<std::uint32_t>(item), static_cast<std::uint32_t>(i),
-                                 static_cast<std::uint32_t>(count), box});
-    }
-}
-
-bool ScenePainter::IsCrowded(const Frame& frame) const
+bool ScenePainter::IsCrowded(const Frame& frame, double most) const
 {
     double points = 0;
-    for (const auto& layer : Pieces)
+    for (const auto& layer : Shapes.Pieces)
         for (const Piece& piece : layer)
             if (frame.Shows(piece.Around))
                 points += piece.Count;
-    for (const auto& holes : HolesOfGroup)
+    for (const Piece& piece : Shapes.Drawn)
+        if (frame.Look.Drawing && frame.Shows(piece.Around))
+            points += piece.Count;
+    for (const auto& holes : Shapes.HolesOfGroup)
         for (const Hole& hole : holes)
             if (frame.Shows(hole))
                 points += 8; // a hole costs as much as a short way
-    return points > CarefulPoints;
+    return points > most;
 }
 
 double ScenePainter::OpacityOf(const SceneGroup& group) const
@@ -231,9 +152,9 @@ void ScenePainter::PaintRapids(const Frame& frame) const
 }
 
 // One by one, so that where two ways cross the deeper tone shows it; a way of several pieces in one go.
-void ScenePainter::PaintLayer(const Frame& frame, Layer layer, std::size_t group) const
+void ScenePainter::PaintLayer(const Frame& frame, SceneShapes::Layer layer, std::size_t group) const
 {
-    const std::vector<std::uint32_t>& pieces = PiecesOfGroup[layer][group];
+    const std::vector<std::uint32_t>& pieces = Shapes.PiecesOfGroup[layer][group];
     QPolygonF line;
     const auto flush = [&] {
         if (line.size() > 1)
@@ -241,15 +162,15 @@ void ScenePainter::PaintLayer(const Frame& frame, Layer layer, std::size_t group
         line.clear();
     };
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        const Piece& piece = Pieces[layer][pieces[i]];
-        const bool follows = i > 0 && piece.Item == Pieces[layer][pieces[i - 1]].Item &&
-                             piece.First == Pieces[layer][pieces[i - 1]].First + PointsInPiece;
+        const Piece& piece = Shapes.Pieces[layer][pieces[i]];
+        const bool follows = i > 0 && piece.Item == Shapes.Pieces[layer][pieces[i - 1]].Item &&
+                             piece.First == Shapes.Pieces[layer][pieces[i - 1]].First + PointsInPiece;
         if (!follows || !frame.Shows(piece.Around))
             flush();
         if (!frame.Shows(piece.Around))
             continue;
         for (std::size_t k = line.isEmpty() ? 0 : 1; k < piece.Count; ++k) {
-            const QPointF& p = Points[piece.First + k];
+            const QPointF& p = Shapes.Points[piece.First + k];
             const QPointF at = frame.Place.PixelOf({p.x(), p.y()});
             constexpr double leastStep = 0.4; // pixels
             if (k > 0 && k + 1 < piece.Count && (at - line.back()).manhattanLength() < leastStep)
@@ -260,26 +181,28 @@ void ScenePainter::PaintLayer(const Frame& frame, Layer layer, std::size_t group
     flush();
 }
 
-// Opaque and without joins: the quick way of the painter, for thousands of them.
-void ScenePainter::PaintLinesPlainly(const Frame& frame, Layer layer, std::size_t group) const
+void ScenePainter::AddLines(const Frame& frame, const Piece& piece, QList<QLineF>& lines) const
 {
     constexpr double leastStep = 1.5; // pixels
-    QList<QLineF> lines;
-    for (const std::uint32_t index : PiecesOfGroup[layer][group]) {
-        const Piece& piece = Pieces[layer][index];
-        if (!frame.Shows(piece.Around))
+    const QPointF* const points = Shapes.Points.data() + piece.First;
+    QPointF from = frame.Place.PixelOf({points[0].x(), points[0].y()});
+    for (std::uint32_t k = 1; k < piece.Count; ++k) {
+        const QPointF to = frame.Place.PixelOf({points[k].x(), points[k].y()});
+        const double step = std::max(std::fabs(to.x() - from.x()), std::fabs(to.y() - from.y()));
+        if (step < leastStep && k + 1 < piece.Count)
             continue;
-        const QPointF* const points = Points.data() + piece.First;
-        QPointF from = frame.Place.PixelOf({points[0].x(), points[0].y()});
-        for (std::uint32_t k = 1; k < piece.Count; ++k) {
-            const QPointF to = frame.Place.PixelOf({points[k].x(), points[k].y()});
-            const double step = std::max(std::fabs(to.x() - from.x()), std::fabs(to.y() - from.y()));
-            if (step < leastStep && k + 1 < piece.Count)
-                continue;
-            lines.emplace_back(from, to);
-            from = to;
-        }
+        lines.emplace_back(from, to);
+        from = to;
     }
+}
+
+// Opaque and without joins: the quick way of the painter, for thousands of them.
+void ScenePainter::PaintLinesPlainly(const Frame& frame, SceneShapes::Layer layer, std::size_t group) const
+{
+    QList<QLineF> lines;
+    for (const std::uint32_t index : Shapes.PiecesOfGroup[layer][group])
+        if (const Piece& piece = Shapes.Pieces[layer][index]; frame.Shows(piece.Around))
+            AddLines(frame, piece, lines);
     frame.To.drawLines(lines);
 }
 
@@ -297,14 +220,14 @@ void ScenePainter::PaintBands(const Frame& frame) const
             QPen pen = Pen(Mixed(colour, frame.Colours.Face, OpacityOf(work)), width);
             pen.setCapStyle(Qt::FlatCap);
             frame.To.setPen(pen);
-            PaintLinesPlainly(frame, Swept, group);
+            PaintLinesPlainly(frame, SceneShapes::Swept, group);
             continue;
         }
         QPen pen = Pen(WithOpacity(colour, OpacityOf(work)), width);
         if (!isSaw)
             pen.setCapStyle(Qt::RoundCap);
         frame.To.setPen(pen);
-        PaintLayer(frame, Swept, group);
+        PaintLayer(frame, SceneShapes::Swept, group);
     }
 }
 
@@ -321,9 +244,9 @@ void ScenePainter::PaintWays(const Frame& frame) const
         if (frame.Plainly) {
             frame.To.setPen(Pen(colour, 0));
             if (band < 1.5 || band >= bandForBoth)
-                PaintLinesPlainly(frame, Way, group);
+                PaintLinesPlainly(frame, SceneShapes::Way, group);
             frame.To.setPen(Pen(frame.Colours.Lead, 0));
-            PaintLinesPlainly(frame, Lead, group);
+            PaintLinesPlainly(frame, SceneShapes::Lead, group);
             continue;
         }
         QPen pen = Pen(colour, frame.LineWidth(0.6));
@@ -332,11 +255,11 @@ void ScenePainter::PaintWays(const Frame& frame) const
         if (isRow)
             pen.setDashPattern({5, 2});
         frame.To.setPen(pen);
-        PaintLayer(frame, Way, group);
+        PaintLayer(frame, SceneShapes::Way, group);
         QPen lead = Pen(frame.Colours.Lead, frame.LineWidth(0.9));
         lead.setDashPattern({3, 1.5});
         frame.To.setPen(lead);
-        PaintLayer(frame, Lead, group);
+        PaintLayer(frame, SceneShapes::Lead, group);
     }
 }
 
@@ -400,24 +323,19 @@ void PaintHole(QPainter& painter, const QPointF& at, double radius, const QColor
 
 } // namespace
 
-void ScenePainter::PaintHolesOfGroup(const Frame& frame, std::size_t group) const
+// By one picture, laid down at whole pixels, where there are many. `radius`: pixels.
+void ScenePainter::LayDownHoles(const Frame& frame, std::size_t group, double radius,
+                                const std::function<void(QPainter&, const QPointF&)>& paintOne) const
 {
-    const std::vector<Hole>& holes = HolesOfGroup[group];
-    if (holes.empty() || frame.Look.Hides(group))
-        return;
-    const SceneGroup& work = Picture.Groups[group];
-    const double radius = std::max(holes.front().Radius * frame.Place.Scale, 0.7);
-    const double opacity = OpacityOf(work), line = frame.LineWidth(0.6);
+    const std::vector<Hole>& holes = Shapes.HolesOfGroup[group];
     if (!frame.Plainly || 2 * radius > SpriteLimit) {
         for (const Hole& hole : holes)
             if (frame.Shows(hole))
-                PaintHole(frame.To, frame.Place.PixelOf({hole.X, hole.Y}), radius, frame.Colours.Hole,
-                          opacity, work.Width > 0, line);
+                paintOne(frame.To, frame.Place.PixelOf({hole.X, hole.Y}));
         return;
     }
-    // One picture of the hole, laid down at whole pixels.
     const double dense = frame.To.device()->devicePixelRatioF();
-    const double half = std::ceil(radius + 1);
+    const double half = std::ceil(radius + 2);
     QImage sprite(QSize(static_cast<int>(2 * half * dense), static_cast<int>(2 * half * dense)),
                   QImage::Format_ARGB32_Premultiplied);
     sprite.setDevicePixelRatio(dense);
@@ -425,7 +343,7 @@ void ScenePainter::PaintHolesOfGroup(const Frame& frame, std::size_t group) cons
     {
         QPainter painter(&sprite);
         painter.setRenderHint(QPainter::Antialiasing);
-        PaintHole(painter, {half, half}, radius, frame.Colours.Hole, opacity, work.Width > 0, line);
+        paintOne(painter, {half, half});
     }
     for (const Hole& hole : holes)
         if (frame.Shows(hole)) {
@@ -434,9 +352,27 @@ void ScenePainter::PaintHolesOfGroup(const Frame& frame, std::size_t group) cons
         }
 }
 
+double ScenePainter::RadiusOfHoles(const Frame& frame, std::size_t group) const
+{
+    const std::vector<Hole>& holes = Shapes.HolesOfGroup[group];
+    return holes.empty() ? 0 : std::max(holes.front().Radius * frame.Place.Scale, 0.7);
+}
+
+void ScenePainter::PaintHolesOfGroup(const Frame& frame, std::size_t group) const
+{
+    if (Shapes.HolesOfGroup[group].empty() || frame.Look.Hides(group))
+        return;
+    const SceneGroup& work = Picture.Groups[group];
+    const double radius = RadiusOfHoles(frame, group);
+    const double opacity = OpacityOf(work), line = frame.LineWidth(0.6);
+    LayDownHoles(frame, group, radius, [&](QPainter& painter, const QPointF& at) {
+        PaintHole(painter, at, radius, frame.Colours.Hole, opacity, work.Width > 0, line);
+    });
+}
+
 void ScenePainter::PaintHoles(const Frame& frame) const
 {
-    for (std::size_t group = 0; group < HolesOfGroup.size(); ++group)
+    for (std::size_t group = 0; group < Shapes.HolesOfGroup.size(); ++group)
         PaintHolesOfGroup(frame, group);
     frame.To.setBrush(Qt::NoBrush);
 }
@@ -462,25 +398,39 @@ void ScenePainter::PaintDrawing(const Frame& frame) const
 {
     if (!frame.Look.Drawing)
         return;
-    for (const DrawnShape& shape : Picture.Drawn) {
+    if (frame.Plainly)
+        PaintDrawingPlainly(frame);
+    const std::vector<Piece>& pieces = Shapes.Drawn;
+    for (const Piece& piece : pieces) {
+        const DrawnShape& shape = Picture.Drawn[piece.Item];
+        const bool isLit = frame.Look.LightsDrawn(shape.Line);
+        if (!frame.Shows(piece.Around) || (frame.Plainly && !isLit))
+            continue;
         QPen pen = Pen(shape.IsLeft ? frame.Colours.Left : frame.Colours.Drawn, shape.IsLeft ? 2.5 : 1);
         pen.setDashPattern(shape.IsLeft ? QList<qreal>{4, 2} : QList<qreal>{6, 3});
-        if (frame.Look.LightsDrawn(shape.Line))
+        if (isLit)
             pen = Pen(frame.Colours.Lit, shape.IsLeft ? 4 : 3);
         frame.To.setPen(pen);
-        for (const Move& move : shape.Way) {
-            const double radius = Between(move.Centre, move.From) * frame.Place.Scale;
-            if (!move.IsArc || !(radius > 0)) {
-                frame.To.drawLine(frame.Place.PixelOf(move.From), frame.Place.PixelOf(move.To));
-                continue;
-            }
-            const QPointF centre = frame.Place.PixelOf(move.Centre);
-            QPainterPath path(frame.Place.PixelOf(move.From));
-            path.arcTo(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius),
-                       DirectionTo(move.Centre, move.From), move.Sweep);
-            frame.To.drawPath(path);
+        QPolygonF line;
+        for (std::size_t k = 0; k < piece.Count; ++k) {
+            const QPointF& p = Shapes.Points[piece.First + k];
+            line.push_back(frame.Place.PixelOf({p.x(), p.y()}));
         }
+        frame.To.drawPolyline(line);
     }
+}
+
+// What is left alone last, so that nothing hides it.
+void ScenePainter::PaintDrawingPlainly(const Frame& frame) const
+{
+    QList<QLineF> lines, left;
+    for (const Piece& piece : Shapes.Drawn)
+        if (frame.Shows(piece.Around))
+            AddLines(frame, piece, Picture.Drawn[piece.Item].IsLeft ? left : lines);
+    frame.To.setPen(Pen(frame.Colours.Drawn, 0));
+    frame.To.drawLines(lines);
+    frame.To.setPen(Pen(frame.Colours.Left, 2.5));
+    frame.To.drawLines(left);
 }
 
 // The corner that the program counts from, with the directions of its X and Y.
@@ -499,27 +449,6 @@ void ScenePainter::PaintOrigin(const Frame& frame) const
     frame.To.drawText(y + QPointF(5, 0), QStringLiteral("Y"));
 }
 
-SheetBox ScenePainter::BoxOfItem(std::size_t index) const
-{
-    const SceneItem& item = Picture.Items[index];
-    Box box{item.At.X, item.At.Y, item.At.X, item.At.Y};
-    const auto add = [&box](double minX, double minY, double maxX, double maxY) {
-        box = {std::min(box.MinX, minX), std::min(box.MinY, minY), std::max(box.MaxX, maxX),
-               std::max(box.MaxY, maxY)};
-    };
-    if (IsHole(item.Shape)) {
-        const double radius = item.Width > 0 ? item.Width / 2 : UnknownMarkRadius;
-        add(item.At.X - radius, item.At.Y - radius, item.At.X + radius, item.At.Y + radius);
-    }
-    for (const auto& layer : Pieces) {
-        const auto isBefore = [](const Piece& piece, std::size_t wanted) { return piece.Item < wanted; };
-        for (auto at = std::lower_bound(layer.begin(), layer.end(), index, isBefore);
-             at != layer.end() && at->Item == index; ++at)
-            add(at->Around.MinX, at->Around.MinY, at->Around.MaxX, at->Around.MaxY);
-    }
-    return {box.MinX, box.MinY, box.MaxX - box.MinX, box.MaxY - box.MinY};
-}
-
 void ScenePainter::PaintOutline(const Frame& frame, std::size_t index) const
 {
     const SceneItem& item = Picture.Items[index];
@@ -528,35 +457,49 @@ void ScenePainter::PaintOutline(const Frame& frame, std::size_t index) const
         frame.To.drawEllipse(frame.Place.PixelOf(item.At), radius + 2, radius + 2);
         return;
     }
-    for (const Layer layer : {Way, Lead}) {
+    for (const SceneShapes::Layer layer : {SceneShapes::Way, SceneShapes::Lead}) {
         const auto isBefore = [](const Piece& piece, std::size_t wanted) { return piece.Item < wanted; };
-        const auto& pieces = Pieces[layer];
+        const auto& pieces = Shapes.Pieces[layer];
         for (auto at = std::lower_bound(pieces.begin(), pieces.end(), index, isBefore);
              at != pieces.end() && at->Item == index; ++at) {
             QPolygonF line;
             for (std::size_t k = 0; k < at->Count; ++k)
-                line.push_back(frame.Place.PixelOf({Points[at->First + k].x(), Points[at->First + k].y()}));
+                line.push_back(frame.Place.PixelOf(
+                    {Shapes.Points[at->First + k].x(), Shapes.Points[at->First + k].y()}));
             frame.To.drawPolyline(line);
         }
     }
+}
+
+void ScenePainter::PaintLitGroup(const Frame& frame) const
+{
+    const std::size_t group = frame.Look.LitGroup;
+    if (group >= Picture.Groups.size() || frame.Look.Hides(group))
+        return;
+    frame.To.setPen(Pen(frame.Colours.Lit, frame.Plainly ? 0 : 2));
+    for (const SceneShapes::Layer layer : {SceneShapes::Way, SceneShapes::Lead})
+        if (frame.Plainly)
+            PaintLinesPlainly(frame, layer, group);
+        else
+            PaintLayer(frame, layer, group);
+    const double radius = RadiusOfHoles(frame, group) + 2;
+    LayDownHoles(frame, group, radius, [&](QPainter& painter, const QPointF& at) {
+        painter.setPen(Pen(frame.Colours.Lit, 2));
+        painter.drawEllipse(at, radius, radius);
+    });
 }
 
 // By its own colour, and by the four corners around it.
 void ScenePainter::PaintLit(const Frame& frame) const
 {
     frame.To.setBrush(Qt::NoBrush);
-    if (frame.Look.LitGroup < Picture.Groups.size() && !frame.Look.Hides(frame.Look.LitGroup)) {
-        frame.To.setPen(Pen(frame.Colours.Lit, 2));
-        for (std::size_t i = 0; i < Picture.Items.size(); ++i)
-            if (Picture.Items[i].Group == frame.Look.LitGroup)
-                PaintOutline(frame, i);
-    }
+    PaintLitGroup(frame);
     if (frame.Look.Lit >= Picture.Items.size())
         return;
     frame.To.setPen(Pen(frame.Colours.Lit, 3));
     PaintOutline(frame, frame.Look.Lit);
     constexpr double clear = 7, arm = 8; // pixels
-    const QRectF box = frame.RectOf(BoxOfItem(frame.Look.Lit)).adjusted(-clear, -clear, clear, clear);
+    const QRectF box = frame.RectOf(Shapes.BoxOfItem(frame.Look.Lit)).adjusted(-clear, -clear, clear, clear);
     for (const QPointF& corner : {box.topLeft(), box.topRight(), box.bottomLeft(), box.bottomRight()}) {
         const QPointF inward(corner.x() < box.center().x() ? arm : -arm,
                              corner.y() < box.center().y() ? arm : -arm);
@@ -570,7 +513,8 @@ void ScenePainter::Paint(QPainter& painter, const QRectF& area, const SheetPlace
 {
     const PathPoint low = place.SheetOf(area.bottomLeft()), high = place.SheetOf(area.topRight());
     Frame frame{painter, area, place, look, colours, {low.X, low.Y, high.X, high.Y}, false};
-    frame.Plainly = care == PaintWith::Screen && IsCrowded(frame);
+    frame.Plainly = care != PaintWith::FullCare &&
+                    IsCrowded(frame, care == PaintWith::Moving ? CarefulWhileMoving : CarefulPoints);
     painter.save();
     painter.setClipRect(area);
     painter.setRenderHint(QPainter::Antialiasing, !frame.Plainly);
@@ -585,50 +529,6 @@ void ScenePainter::Paint(QPainter& painter, const QRectF& area, const SheetPlace
     PaintOrigin(frame);
     PaintLit(frame);
     painter.restore();
-}
-
-namespace {
-
-double DistanceToLine(const PathPoint& at, const QPointF& from, const QPointF& to)
-{
-    const double dx = to.x() - from.x(), dy = to.y() - from.y(), square = dx * dx + dy * dy;
-    const double along =
-        square > 0 ? std::clamp(((at.X - from.x()) * dx + (at.Y - from.y()) * dy) / square, 0.0, 1.0) : 0;
-    return std::hypot(at.X - from.x() - along * dx, at.Y - from.y() - along * dy);
-}
-
-} // namespace
-
-std::size_t ScenePainter::ItemAt(const PathPoint& at, double reach, const SceneLook& look) const
-{
-    std::size_t found = NoItem;
-    double smallest = std::numeric_limits<double>::infinity(); // half a width, mm
-    const auto take = [&](std::size_t item, double size) {
-        if (size < smallest || (size == smallest && (found == NoItem || item > found))) {
-            smallest = size;
-            found = item;
-        }
-    };
-    for (std::size_t group = 0; group < HolesOfGroup.size(); ++group)
-        for (const Hole& hole : HolesOfGroup[group])
-            if (!look.Hides(group) &&
-                std::hypot(at.X - hole.X, at.Y - hole.Y) <= std::max(hole.Radius, reach))
-                take(hole.Item, hole.Radius);
-    if (found != NoItem) // holes lie above all else
-        return found;
-    for (const Layer layer : {Swept, Way, Lead})
-        for (const Piece& piece : Pieces[layer]) {
-            const SceneItem& item = Picture.Items[piece.Item];
-            const double half = layer == Swept ? std::max(item.Width / 2, reach) : reach;
-            const Box& box = piece.Around;
-            if (look.Hides(item.Group) || at.X < box.MinX - reach || at.X > box.MaxX + reach ||
-                at.Y < box.MinY - reach || at.Y > box.MaxY + reach)
-                continue;
-            for (std::size_t k = piece.First; k + 1 < piece.First + piece.Count; ++k)
-                if (DistanceToLine(at, Points[k], Points[k + 1]) <= half)
-                    take(piece.Item, item.Width / 2);
-        }
-    return found;
 }
 
 } // namespace kv

@@ -1,23 +1,23 @@
-// Paints a scene at any scale, for the screen and for picture files. Ways are laid down as points once, so
-// that a frame of a large program is little more than their lines.
+// Paints a scene at any scale, for the screen and for picture files.
 #pragma once
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <vector>
 
 #include <QColor>
+#include <QLineF>
+#include <QList>
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
 
 #include "scene/scene.h"
+#include "window/scene_shapes.h"
 
 namespace kv {
-
-constexpr std::size_t NoItem = static_cast<std::size_t>(-1);
 
 struct SceneColours {
     QColor Paper, Face, FaceRim, Fold, Band, Blade, Way, Lead, Hole, Rapid, Drawn, Left, Origin, Lit;
@@ -50,62 +50,53 @@ struct SceneLook {
 };
 
 // On the screen a crowded view is drawn plainly: without smooth edges and without what is below a pixel.
-enum class PaintWith { Screen, FullCare };
+// While the view moves fewer works make it crowded.
+enum class PaintWith { Screen, Moving, FullCare };
 
 class ScenePainter {
   public:
     explicit ScenePainter(Scene scene);
+    ScenePainter(const ScenePainter&) = delete; // its shapes are of its own picture
+    ScenePainter& operator=(const ScenePainter&) = delete;
     void Paint(QPainter& painter, const QRectF& area, const SheetPlace& place, const SceneLook& look,
                const SceneColours& colours, PaintWith care = PaintWith::Screen) const;
     // The smallest that is shown there; `reach` in mm for what is thin.
-    std::size_t ItemAt(const PathPoint& at, double reach, const SceneLook& look) const;
-    // Around its ways and its hole.
-    SheetBox BoxOfItem(std::size_t item) const;
+    std::size_t ItemAt(const PathPoint& at, double reach, const SceneLook& look) const
+    {
+        return Shapes.ItemAt(at, reach, look.Hidden);
+    }
+    SheetBox BoxOfItem(std::size_t item) const { return Shapes.BoxOfItem(item); }
 
     const Scene Picture;
 
   private:
-    enum Layer { Swept, Way, Lead, Layers };
-    struct Box {
-        double MinX, MinY, MaxX, MaxY;
-    };
-    // Points that follow each other; its last one is the first one of the item's next piece.
-    struct Piece {
-        std::uint32_t Item, First, Count;
-        Box Around;
-    };
-    struct Hole {
-        double X, Y, Radius;
-        std::uint32_t Item;
-    };
     struct Frame; // what is the same for all that is painted in one go
 
-    void AddWay(std::size_t item, Layer layer, const std::vector<Move>& way, std::size_t first,
-                std::size_t last, double aside);
-    void AddPoints(const Move& move);
-    void AddPieces(std::size_t item, Layer layer, std::size_t first, double aside);
-    bool IsCrowded(const Frame& frame) const;
+    bool IsCrowded(const Frame& frame, double most) const;
     void PaintPanel(const Frame& frame) const;
     void PaintRapids(const Frame& frame) const;
     void PaintBands(const Frame& frame) const;
     void PaintWays(const Frame& frame) const;
-    void PaintLayer(const Frame& frame, Layer layer, std::size_t group) const;
-    void PaintLinesPlainly(const Frame& frame, Layer layer, std::size_t group) const;
+    void PaintLayer(const Frame& frame, SceneShapes::Layer layer, std::size_t group) const;
+    void PaintLinesPlainly(const Frame& frame, SceneShapes::Layer layer, std::size_t group) const;
     void PaintStarts(const Frame& frame) const;
     void PaintStart(const Frame& frame, const SceneItem& item) const;
     void PaintHoles(const Frame& frame) const;
+    void LayDownHoles(const Frame& frame, std::size_t group, double radius,
+                      const std::function<void(QPainter&, const QPointF&)>& paintOne) const;
+    double RadiusOfHoles(const Frame& frame, std::size_t group) const;
     void PaintHolesOfGroup(const Frame& frame, std::size_t group) const;
     void PaintOrder(const Frame& frame) const;
+    void AddLines(const Frame& frame, const SceneShapes::Piece& piece, QList<QLineF>& lines) const;
     void PaintDrawing(const Frame& frame) const;
+    void PaintDrawingPlainly(const Frame& frame) const;
     void PaintOrigin(const Frame& frame) const;
+    void PaintLitGroup(const Frame& frame) const;
     void PaintLit(const Frame& frame) const;
     void PaintOutline(const Frame& frame, std::size_t item) const;
     double OpacityOf(const SceneGroup& group) const;
 
-    std::vector<QPointF> Points; // mm on the sheet
-    std::array<std::vector<Piece>, Layers> Pieces;
-    std::array<std::vector<std::vector<std::uint32_t>>, Layers> PiecesOfGroup;
-    std::vector<std::vector<Hole>> HolesOfGroup;
+    const SceneShapes Shapes; // of Picture
 };
 
 } // namespace kv

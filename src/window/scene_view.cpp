@@ -18,6 +18,7 @@ constexpr double WheelStep = 120;                     // of one notch
 constexpr double LeastScale = 0.002, MostScale = 400; // pixels a millimetre
 constexpr double ClickReach = 5;                      // pixels
 constexpr double DragStart = 4;                       // pixels
+constexpr int RestAfter = 150;                        // ms without another move
 constexpr int DarkBelow = 128;
 
 } // namespace
@@ -30,6 +31,9 @@ SceneViewer::SceneViewer() : Painter(std::make_unique<ScenePainter>(Scene{}))
     setMouseTracking(true);
     setMinimumSize(200, 150);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    Rest.setSingleShot(true);
+    Rest.setInterval(RestAfter);
+    connect(&Rest, &QTimer::timeout, this, [this] { update(); });
 }
 
 void SceneViewer::Show(Scene scene)
@@ -66,7 +70,14 @@ void SceneViewer::ZoomBy(double factor, const QPointF& around)
     const PathPoint kept = Place.SheetOf(around);
     Place.Scale = std::clamp(Place.Scale * factor, LeastScale, MostScale);
     Place.Corner = {around.x() - kept.X * Place.Scale, around.y() + kept.Y * Place.Scale};
+    ShowMoved();
+}
+
+// Plainly at first where there is much to see; with care when nobody moves it any more.
+void SceneViewer::ShowMoved()
+{
     IsFitted = false;
+    Rest.start();
     update();
 }
 
@@ -135,7 +146,8 @@ void SceneViewer::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const bool isDark = palette().color(QPalette::Base).lightness() < DarkBelow;
     if (HasPanel()) {
-        Painter->Paint(painter, rect(), Place, Look, ColoursOfScene(isDark));
+        Painter->Paint(painter, rect(), Place, Look, ColoursOfScene(isDark),
+                       Rest.isActive() ? PaintWith::Moving : PaintWith::Screen);
     } else {
         painter.fillRect(rect(), palette().color(QPalette::Base));
         painter.setPen(palette().color(QPalette::Text));
@@ -192,8 +204,7 @@ void SceneViewer::mouseMoveEvent(QMouseEvent* event)
     if (!IsDragged)
         return;
     Place.Corner = CornerAtPress + way;
-    IsFitted = false;
-    update();
+    ShowMoved();
 }
 
 void SceneViewer::mouseReleaseEvent(QMouseEvent* event)

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include <QTimer>
 #include <QWidget>
 
 #include "window/scene_painter.h"
@@ -51,8 +52,10 @@ class SceneViewer : public QWidget {
 
   private:
     void BringIntoView(const PathPoint& place);
+    void ShowMoved();
 
     std::unique_ptr<ScenePainter> Painter;
+    QTimer Rest;          // runs while the view moves, and a little longer
     bool IsFitted = true; // stays so when the room changes
     bool IsDragged = false;
     QPointF PressedAt, CornerAtPress;
