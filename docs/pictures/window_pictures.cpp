@@ -250,7 +250,7 @@ void ShowPane(MainWindow& window)
 void DrawProgramPane(const std::string& name)
 {
     ShownWindow shown(0);
-    shown.Window.resize(1500, 800);
+    shown.Window.resize(1500, 900);
     shown.Window.ProgramShown->setChecked(true);
     Select({"routed_door.dxf"});
     StartConversion();

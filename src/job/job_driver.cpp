@@ -21,6 +21,7 @@
 #include "drilling/groove_passes.h"
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
+#include "drilling/stop_doubts.h"
 #include "job/misread_settings.h"
 #include "job/placing.h"
 #include "job/program_check.h"
@@ -169,10 +170,12 @@ void PlanStops()
         return;
     if (Val(Config.Optimizer) == 0 && Run.Alone.OptimizeFlag == False)
         NoteTakenOver("optimizer", "on");
-    if (Run.ControlType == evolution)
+    if (Run.ControlType == evolution) {
         Tell(Message::OptimizerNotUsed);
-    else
-        OptimizeDrilling();
+        return;
+    }
+    OptimizeDrilling();
+    TellStopDoubts();
 }
 
 // What became of the entities, when the programs are there.

@@ -64,6 +64,14 @@ Message MessageOf(FindingKind kind)
         return Message::BoreOther;
     case FindingKind::NarrowWay:
         return Message::WayNarrowForTool;
+    case FindingKind::OffPanel:
+        return Message::RouteBesidePanel;
+    case FindingKind::UnknownTool:
+        return Message::ToolInNoTable;
+    case FindingKind::ShortTool:
+        return Message::ToolTooShort;
+    case FindingKind::NoFeed:
+        return Message::RouteWithoutFeed;
     case FindingKind::NotUnderstood:
         break;
     }
@@ -179,7 +187,7 @@ void CheckPrograms()
              {{"cause", "the drawing gives no program of a control that is read back"}});
         return;
     }
-    ProofOfJob.Found = Prove(DemandsOfJob, std::move(programs), CheckTolerance);
+    ProofOfJob.Found = Prove(DemandsOfJob, std::move(programs), CheckTolerance, tools);
     ProofOfJob.IsDone = true;
     KeepEntities(ProofOfJob.Found);
     TellProof(ProofOfJob.Found);

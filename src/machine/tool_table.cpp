@@ -42,6 +42,7 @@ HeadTool HeadToolOf(const std::string& line)
     tool.Y = number(2);
     tool.Diameter = number(4);
     const std::string kind = CapitalsOf(fields[0]);
+    tool.IsTool = !kind.empty() && kind != "NOT USED";
     tool.Drills = kind == "VERTICAL DRILL" || kind == "THROUGH DRILL";
     return tool;
 }
@@ -256,6 +257,21 @@ int ToolNumberOf(std::string_view tool)
             return -1;
     }
     return number;
+}
+
+std::vector<int> ToolNumbersOf(ToolNames names, const std::string& tool)
+{
+    const std::string grouped = GroupedName(names, tool);
+    std::vector<int> numbers = DrillsOf(grouped);
+    if (numbers.empty() && ToolNumberOf(grouped) >= 0)
+        numbers = {ToolNumberOf(grouped)};
+    return numbers;
+}
+
+bool IsOnHead(const ToolTable& tools, int number)
+{
+    return number >= 1 && static_cast<std::size_t>(number) < tools.Head.size() &&
+           tools.Head[static_cast<std::size_t>(number)].IsTool;
 }
 
 void FillTools(MachineSteps& steps, const ToolTable& tools)

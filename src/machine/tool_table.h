@@ -12,8 +12,8 @@
 namespace kv {
 
 struct HeadTool {
-    double X = 0, Y = 0, Diameter = 0; // mm, on the head
-    bool Drills = false;
+    double X = 0, Y = 0, Diameter = 0;   // mm, on the head
+    bool Drills = false, IsTool = false; // a router of the head is a tool that does not drill
 };
 
 struct ShopTool {
@@ -37,6 +37,12 @@ std::map<int, ShopTool> ReadShopTools(std::string_view text, std::vector<std::st
 // The tool's number behind the group of a program's tool text: 71 of "0171", 103 of "01a3", 205 of
 // "0205M66". Below 0: none.
 int ToolNumberOf(std::string_view tool);
+
+// The numbers of a program's tool text: the drills of a stop, or the one tool. Empty: it names none, or a row
+// of a table that only its machine has.
+std::vector<int> ToolNumbersOf(ToolNames names, const std::string& tool);
+// Whether the number is a place of the head: a drill or another tool of DT.Par.
+bool IsOnHead(const ToolTable& tools, int number);
 
 // Gives bores, routes and saw cuts the sizes that the program leaves open, and makes bores of the rows whose
 // drills the head knows. What the table does not know stays as it is.

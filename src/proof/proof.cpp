@@ -5,6 +5,7 @@
 
 #include "proof/bore_proof.h"
 #include "proof/groove_proof.h"
+#include "proof/program_rules.h"
 #include "proof/way_proof.h"
 #include "proof/wood_plan.h"
 
@@ -57,6 +58,14 @@ std::string FindingName(FindingKind kind)
         return "other bore";
     case FindingKind::NarrowWay:
         return "narrow way";
+    case FindingKind::OffPanel:
+        return "off the panel";
+    case FindingKind::UnknownTool:
+        return "unknown tool";
+    case FindingKind::ShortTool:
+        return "short tool";
+    case FindingKind::NoFeed:
+        return "no feed";
     case FindingKind::NotUnderstood:
         return "line not understood";
     }
@@ -74,7 +83,8 @@ std::string MillimetreText(double millimetres)
     return shown == "-0" ? "0" : shown;
 }
 
-Proof Prove(const Demands& demands, std::vector<MachineSteps> programs, double tolerance)
+Proof Prove(const Demands& demands, std::vector<MachineSteps> programs, double tolerance,
+            const ToolTable& tools)
 {
     Proof proof;
     proof.Left = demands.Left;
@@ -84,6 +94,7 @@ Proof Prove(const Demands& demands, std::vector<MachineSteps> programs, double t
     ProveNothingLeft(proof, plan);
     ProveNothingElseCut(proof, plan);
     TellNarrowWays(proof, plan);
+    ProveRules(proof, plan, programs, tools);
     TellUnreadLines(proof, programs); // of which there are not many
     proof.IsWhole = !proof.IsFull();
     return proof;

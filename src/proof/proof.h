@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "machine/steps.h"
+#include "machine/tool_table.h"
 #include "proof/demands.h"
 
 namespace kv {
@@ -17,6 +18,10 @@ enum class FindingKind {
     MissingBore,  // asked for, in no program
     OtherBore,    // nobody drew it, or it is another than the one drawn
     NarrowWay,    // the tool does not fit: a control stops there, or goes astray
+    OffPanel,     // a route that no way of the drawing asks for, beside all wood
+    UnknownTool,  // that no table of the shop has
+    ShortTool,    // it works deeper than the shop's table allows
+    NoFeed,       // routes that name none
     NotUnderstood // a line of a program
 };
 std::string FindingName(FindingKind kind); // "left standing"
@@ -51,7 +56,8 @@ constexpr double UsualTolerance = 0.1; // mm
 // At most three decimals, none that are 0.
 std::string MillimetreText(double millimetres);
 
-// `tolerance`: mm that may be left, or cut, beyond.
-Proof Prove(const Demands& demands, std::vector<MachineSteps> programs, double tolerance);
+// `tolerance`: mm that may be left, or cut, beyond. `tools`: of the shop; what it leaves out is not judged.
+Proof Prove(const Demands& demands, std::vector<MachineSteps> programs, double tolerance,
+            const ToolTable& tools = {});
 
 } // namespace kv

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -11,7 +12,7 @@ namespace kv {
 
 namespace {
 
-constexpr std::size_t MostNamed = 3; // entities in one sentence
+constexpr std::size_t MostNamed = 3; // kinds and layers in one sentence
 
 // Each once, in the order of the lines.
 std::vector<std::uint32_t> EntitiesOfItem(const SceneItem& item, const std::vector<LineOrigin>& lines)
@@ -24,6 +25,32 @@ std::vector<std::uint32_t> EntitiesOfItem(const SceneItem& item, const std::vect
         if (known.insert(at->Entity).second)
             entities.push_back(at->Entity);
     return entities;
+}
+
+// "CIRCLE on VBORE_D5, line 340, handle 2A", or "6 LINE on ROUTE1, the first at line 200".
+std::string TextOf(const OriginEntity& first, std::size_t count)
+{
+    std::string text = count > 1 ? std::to_string(count) + " " : "";
+    text += first.What + (count > 1 ? ", the first at line " : ", line ") + std::to_string(first.Line);
+    return first.Handle.empty() ? text : text + ", handle " + first.Handle;
+}
+
+// Those of one kind and layer together.
+std::string TextOf(const std::vector<const OriginEntity*>& entities)
+{
+    std::vector<std::pair<const OriginEntity*, std::size_t>> kinds;
+    for (const OriginEntity* const entity : entities) {
+        const auto kind =
+            std::ranges::find_if(kinds, [&](const auto& known) { return known.first->What == entity->What; });
+        if (kind == kinds.end())
+            kinds.emplace_back(entity, 1);
+        else
+            ++kind->second;
+    }
+    std::string text;
+    for (std::size_t i = 0; i < std::min(kinds.size(), MostNamed); ++i)
+        text += (i > 0 ? "; " : "") + TextOf(*kinds[i].first, kinds[i].second);
+    return kinds.size() > MostNamed ? text + "; and others" : text;
 }
 
 } // namespace
@@ -39,15 +66,12 @@ const ProgramOrigins* OriginsOfProgram(const DrawingOrigins& origins, std::strin
 void NameOrigins(Scene& scene, const DrawingOrigins& origins, const ProgramOrigins& program)
 {
     for (SceneItem& item : scene.Items) {
-        const std::vector<std::uint32_t> entities = EntitiesOfItem(item, program.Lines);
-        for (std::size_t i = 0; i < entities.size(); ++i) {
-            const OriginEntity& entity = origins.Entities[entities[i]];
-            item.DrawnLines.push_back(entity.Line);
-            if (i < MostNamed)
-                item.From += (i > 0 ? "; " : "") + entity.Text;
+        std::vector<const OriginEntity*> entities;
+        for (const std::uint32_t entity : EntitiesOfItem(item, program.Lines)) {
+            entities.push_back(&origins.Entities[entity]);
+            item.DrawnLines.push_back(entities.back()->Line);
         }
-        if (entities.size() > MostNamed)
-            item.From += "; and " + std::to_string(entities.size() - MostNamed) + " more";
+        item.From = TextOf(entities);
     }
 }
 

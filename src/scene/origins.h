@@ -13,7 +13,8 @@ namespace kv {
 
 struct OriginEntity {
     std::size_t Line = 0; // of the drawing's file
-    std::string Text;     // UTF-8: "CIRCLE on VBORE_D5, line 340, handle 2A"
+    std::string What;     // UTF-8: "CIRCLE on VBORE_D5"
+    std::string Handle;   // empty: the drawing gives none
 };
 
 struct LineOrigin {

@@ -227,7 +227,9 @@ void FindRapids(Scene& scene)
     for (std::size_t i = 1; i < scene.Items.size(); ++i) {
         const SceneItem& before = scene.Items[i - 1];
         const SceneItem& item = scene.Items[i];
-        if (before.On == item.On && !Meet(EndOf(before), item.At))
+        const bool isOneStop =
+            before.Line == item.Line && item.Line > 0; // the drills of a head go down together
+        if (before.On == item.On && !isOneStop && !Meet(EndOf(before), item.At))
             scene.Rapids.push_back({EndOf(before), item.At, item.Line});
     }
 }

@@ -16,15 +16,19 @@ namespace {
 
 DrawingOrigins Taken;
 
+OriginEntity OriginOf(Long drawn)
+{
+    return {static_cast<std::size_t>(DrawnEntities[drawn].Line),
+            Utf8FromAnsi(DrawnKindOf(drawn) + " on " + DrawnLayerOf(drawn)), Utf8FromAnsi(HandleOf(drawn))};
+}
+
 } // namespace
 
 std::string EntityText(Long drawn)
 {
-    std::string text = DrawnKindOf(drawn) + " on " + DrawnLayerOf(drawn) + ", line " +
-                       WholeText(static_cast<long long>(DrawnEntities[drawn].Line));
-    if (const std::string handle = HandleOf(drawn); !handle.empty())
-        text += ", handle " + handle;
-    return Utf8FromAnsi(text);
+    const OriginEntity entity = OriginOf(drawn);
+    const std::string text = entity.What + ", line " + std::to_string(entity.Line);
+    return entity.Handle.empty() ? text : text + ", handle " + entity.Handle;
 }
 
 void ForgetOrigins()
@@ -44,8 +48,7 @@ void TakeOrigins()
     const auto numberOf = [&](Long drawn) {
         const auto [found, isNew] = numbers.try_emplace(drawn, static_cast<std::uint32_t>(numbers.size()));
         if (isNew)
-            origins.Entities.push_back(
-                {static_cast<std::size_t>(DrawnEntities[drawn].Line), EntityText(drawn)});
+            origins.Entities.push_back(OriginOf(drawn));
         return found->second;
     };
     for (const ProgramTrace& trace : ProgramTraces) {

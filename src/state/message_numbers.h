@@ -73,6 +73,7 @@ enum class Message : int {
     WorkOffPanel = 341,
     EdgeBoreOffEdge = 342,
     EdgeBoreOffThickness = 343,
+    BoreOfNoDrill = 344,
     RouteWithoutTool = 350,
     ContourGap = 351,
     DrawnTwice = 352,
@@ -268,6 +269,10 @@ enum class Message : int {
     CheckUnknown = 910,
     NothingProved = 911,
     CheckStopped = 912,
+    RouteBesidePanel = 913,
+    ToolInNoTable = 914,
+    ToolTooShort = 915,
+    RouteWithoutFeed = 916,
 };
 
 } // namespace kv

@@ -282,6 +282,13 @@ constexpr MessagePage Pages[] = {
      "{place} with a height of {height} mm",
      "The middle of the bore is not between the two faces of the panel.",
      "Give the bore's layer a Z, or draw the bore within the view of the edge."},
+    {Message::BoreOfNoDrill, Doubt, NoMark,
+     "Layer {layer}: the {work} at {place} has the tool 00, no drill of the head is {diameter} mm wide",
+     "Layer {layer}: {count} bores have the tool 00, no drill of the head is {diameter} mm wide as for the "
+     "first at {place}",
+     "The drill optimizer takes drills from DT.Par by their diameters. For a bore that none of them fits it "
+     "writes the tool 00, which is no drill.",
+     "Name the bore's tool (T) in its layer, correct its diameter, or correct DT.Par."},
     {Message::RouteWithoutTool, Doubt, NoMark,
      "Layer {layer}: the {work} at {place} has neither tool nor diameter and takes over those of the work "
      "before it",
@@ -1049,6 +1056,20 @@ constexpr MessagePage Pages[] = {
     {Message::CheckStopped, Doubt, MarkRed, "The check stopped after {count} findings", "",
      "Nearly everything differs: the program may be that of another panel, or of another corner.",
      "Look whether the program belongs to the drawing."},
+    {Message::RouteBesidePanel, Doubt, MarkRed,
+     "{program}, line {at}: the tool works beside the panel at X{x} Y{y} on {side}", "",
+     "A route that no entity asks for leads the tool past the wood; a clamp or a stop may be there.",
+     "Look at the place with `korvanti draw`."},
+    {Message::ToolInNoTable, Doubt, MarkRed, "{program}, line {at}: the tool {what} is in no table", "",
+     "The program names a tool that neither DT.Par nor Tools.cfg has. Kinds of tools that no table has are "
+     "not judged.",
+     "Correct the tool in the layer's name, or enter it into Tools.cfg."},
+    {Message::ToolTooShort, Doubt, MarkRed, "{program}, line {at}: {depth} deep with the tool {what}", "",
+     "Tools.cfg gives the tool a largest depth, and the program goes deeper.",
+     "Take a longer tool, or go down in several passes."},
+    {Message::RouteWithoutFeed, Doubt, MarkRed, "{program}, line {at}: {what}", "",
+     "No move of the route has a feed: the control takes whatever it had before.",
+     "Name the feed (F) in the layer."},
 };
 
 } // namespace

@@ -102,7 +102,8 @@ void PutOrigins(QDataStream& stream, const DrawingOrigins& origins)
 {
     PutAll(stream, origins.Entities, [&](const OriginEntity& entity) {
         Put(stream, entity.Line);
-        Put(stream, entity.Text);
+        Put(stream, entity.What);
+        Put(stream, entity.Handle);
     });
     PutAll(stream, origins.Programs, [&](const ProgramOrigins& program) {
         Put(stream, program.Path);
@@ -115,7 +116,8 @@ void TakeOrigins(QDataStream& stream, DrawingOrigins& origins)
 {
     TakeAll(stream, origins.Entities, [&](OriginEntity& entity) {
         entity.Line = TakeNumber(stream);
-        entity.Text = TakeText(stream);
+        entity.What = TakeText(stream);
+        entity.Handle = TakeText(stream);
     });
     TakeAll(stream, origins.Programs, [&](ProgramOrigins& program) {
         program.Path = TakeText(stream);

@@ -41,6 +41,24 @@ TEST_F(CheckCall, AnEditedProgramIsHeldAgainstTheDrawing)
     EXPECT_EQ(Run({"check", "door.dxf", "--program", "edited.prg", "--strict"}).Status, 1);
 }
 
+TEST_F(CheckCall, AProgramIsJudgedInItselfToo)
+{
+    Put(Folder / "home/Tools.cfg", "71 router diameter=10 depth=20\r\n");
+    PutEdited("X100Y50Z12", "X100Y50Z12\r\nG88G90G55P5T0172R54=10X100Y500Z8\r\nG1G90X300Y500Z8\r\n"
+                            "G88G90G55P5T0171X100Y200Z22\r\nG1G90F3000X300Y200Z22");
+    const Ended ended = Run({"check", "door.dxf", "--program", "edited.prg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    for (const char* const line :
+         {"edited.prg, line 5: the tool works beside the panel at X300 Y500 on the face\n",
+          "edited.prg, line 4: the tool 0172 is in no table\n",
+          "edited.prg, line 4: the route names no feed\n",
+          "edited.prg, line 6: 22 deep with the tool 0171, whose largest depth is 20\n"})
+        EXPECT_TRUE(Holds(ended.Output, line)) << line << ended.Output;
+    const Ended json = Run({"check", "door.dxf", "--program", "edited.prg", "--report", "json"});
+    for (const char* const name : {"off the panel", "unknown tool", "short tool", "no feed"})
+        EXPECT_TRUE(Holds(json.Output, "\"finding\": \"" + std::string(name) + "\"")) << json.Output;
+}
+
 TEST_F(CheckCall, TheToleranceIsChosen)
 {
     PutEdited("X100", "X100.3");

@@ -179,6 +179,18 @@ TEST_F(OptimizedDrawing, WithoutAHeadEachBoreIsAStopWithoutDrill)
     EXPECT_EQ(LinesOf(RowAlongX()), lone) << "words";
 }
 
+TEST_F(OptimizedDrawing, ABoreThatNoDrillFitsIsDoubtedWithItsPlace)
+{
+    PutHead();
+    EXPECT_EQ(LinesOf(Bore(100, 50, 12, "VBORE Z12 D12")), Texts{"G81G90G55P5T0100X100Y50Z12"});
+    EXPECT_NE(Home.ReportText().find(
+                  "the bore at X110 Y70 has the tool 00, no drill of the head is 12 mm wide"),
+              std::string::npos)
+        << Home.ReportText();
+    EXPECT_EQ(LinesOf(Bore(100, 50, 8, "VBORE Z12")), Texts{"G81G90G55P5T0110X100Y50Z12"});
+    EXPECT_EQ(Home.ReportText().find("tool 00"), std::string::npos) << Home.ReportText();
+}
+
 TEST_F(OptimizedDrawing, AHeadThatCannotBeReadFailsTheDrawing)
 {
     const std::filesystem::path place = Home.Folder / "DT.Par";

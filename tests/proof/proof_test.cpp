@@ -14,6 +14,7 @@ Move MoveOf(const PathPoint& from, const PathPoint& to, double depth)
     move.From = from;
     move.To = to;
     move.DepthFrom = move.DepthTo = depth;
+    move.Feed = 5000;
     return move;
 }
 
