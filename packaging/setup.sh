@@ -5,7 +5,8 @@
 build_packages="g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev"
 # Fonts: without any, no text of the window can be measured or seen.
 window_packages="qt6-base-dev fonts-dejavu-core"
-test_packages="libgtest-dev libpolyclipping-dev"
+# A browser for the pages that the program writes.
+test_packages="libgtest-dev libpolyclipping-dev chromium"
 # Programs for Windows: made on this machine, run on it, packed on it.
 windows_build_packages="g++-mingw-w64-x86-64-posix"
 windows_test_packages="wine wine64 googletest"

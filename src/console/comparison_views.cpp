@@ -135,8 +135,8 @@ std::string ComparisonJson(const Comparison& comparison)
 
 std::string ComparisonHeader(const Comparison& comparison)
 {
-    std::string text =
-        "<header><h1>" + XmlText(comparison.Drawing) + "</h1>\n<table>" + HtmlRow(ColumnNames, "th");
+    std::string text = "<header><h1>" + XmlText(comparison.Drawing) + "</h1>\n<table class=\"figures\">" +
+                       HtmlRow(ColumnNames, "th");
     for (const ControlRow& row : comparison.Rows)
         text += HtmlRow(CellsOf(row), "td");
     text += "</table>\n<p>" + std::string(EstimateNote) + "</p>\n<ul>\n";

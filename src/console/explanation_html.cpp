@@ -1,4 +1,5 @@
-// The explanation as a page: plain tables, readable on a tablet beside the machine, in light and dark.
+// The explanation as a page: plain tables, readable on a tablet beside the machine, in light and dark. A
+// telephone has no room for four columns: there the cells of a row stand below each other.
 #include "console/explanation_views.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -19,9 +20,16 @@ h1 { font-size: 1.35rem; overflow-wrap: anywhere; } h2 { font-size: 1.05rem; mar
 table { border-collapse: collapse; width: 100%; }
 td, th { border-top: 1px solid var(--edge); padding: .35rem .5rem; text-align: left; vertical-align: top;
   overflow-wrap: anywhere; }
-.number { overflow-wrap: normal; white-space: nowrap; } .layer { min-width: 9rem; }
+.number { overflow-wrap: normal; white-space: nowrap; }
+.layer, .entities { min-width: 9rem; } .means { min-width: 6rem; }
 .doubt { color: var(--doubt); } .good { color: var(--good); } .sum { font-weight: 600; }
 article + article { border-top: 3px solid var(--edge); margin-top: 2rem; }
+@media (max-width: 40rem) {
+  th { display: none; }
+  td { display: block; border: 0; padding: .1rem 0; }
+  td:first-child { border-top: 1px solid var(--edge); padding-top: .5rem; }
+  .layer, .number { font-weight: 600; white-space: normal; }
+}
 </style></head><body>
 )";
 
@@ -86,8 +94,8 @@ std::string LayerRows(const ExplainedLayer& layer)
             entities += ">" + Escaped(KindSentence(kind)) + "</div>";
         }
         rows += "<tr>" + Cell(layer.Name, "layer") +
-                Cell(StateTitle(layer, state), layer.Nearest.empty() ? "" : "doubt") +
-                Cell(ValuesSentence(state)) + "<td>" + entities + "</td></tr>\n";
+                Cell(StateTitle(layer, state), layer.Nearest.empty() ? "means" : "means doubt") +
+                Cell(ValuesSentence(state)) + "<td class=\"entities\">" + entities + "</td></tr>\n";
     }
     return rows;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr double TextShare = 0.018;  // height of the title by the sheet's larger measure
 constexpr double LeastText = 6;      // mm
 constexpr double UnknownMark = 3;    // mm: radius of the mark of a bore whose diameter is not known
-constexpr double OriginArm = 30;     // mm
+constexpr double LeastArm = 30;      // mm: of the origin's axes
 constexpr double FullTurn = 359.999; // degrees; one arc of SVG cannot close
 
 // Plain values, since drawing programs know no variables of CSS.
@@ -39,7 +39,7 @@ constexpr std::string_view Style = R"(
 .band{stroke:#e2b469}.blade,.blade-middle{stroke:#b9cf7c}.way{stroke:#f0e8da}.lead,.start{stroke:#66c4ee}
 .arrow,.title,.small{fill:#f0e8da}.hole{stroke:#f3e3c4;fill:#f3e3c4}.unknown,.row{stroke:#f3e3c4}
 .drawn{stroke:#8db8f0}.left,.only-first,.only-second{stroke:#ff5c5c}
-.rapid{stroke:#9b9384}.origin{stroke:#ff8f85}.axis{fill:#ff8f85}}
+.rapid{stroke:#9b9384}.origin{stroke:#ff8f85}.axis{fill:#ffc2bb}}
 )";
 
 std::string Number(double value)
@@ -161,8 +161,9 @@ std::string Drawer::View(const SceneView& view) const
 std::string Drawer::Origin() const
 {
     const PathPoint corner{Panel.Origin.Right ? Panel.Length : 0, Panel.Origin.Top ? Panel.Width : 0};
-    const double alongX = Panel.Origin.Right ? -OriginArm : OriginArm;
-    const double alongY = Panel.Origin.Top ? -OriginArm : OriginArm;
+    const double arm = std::max(LeastArm, 1.6 * Letter); // its letters stand clear of each other
+    const double alongX = Panel.Origin.Right ? -arm : arm;
+    const double alongY = Panel.Origin.Top ? -arm : arm;
     const PathPoint x{corner.X + alongX, corner.Y}, y{corner.X, corner.Y + alongY};
     return Path("origin", "M" + At(x) + "L" + At(corner) + "L" + At(y)) + Circle("origin", corner, 4) + "\n" +
            Text("axis", {x.X, x.Y + Letter * 0.3}, Letter * 0.8, "X", "middle") +
