@@ -180,7 +180,7 @@ void ProgramPane::MakeLists()
     Table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     Table->horizontalHeader()->setStretchLastSection(true);
     Table->hide();
-    Place->setAccessibleName(QStringLiteral("Operation of the program"));
+    Place->setAccessibleName(QStringLiteral("Line of the program"));
     Place->setPageStep(10);
     Programs->setAccessibleName(QStringLiteral("Program of the drawing"));
     Programs->hide();
@@ -257,7 +257,7 @@ void ProgramPane::Wire()
             [this] { Clockwork.setInterval(1000 / Speed->currentData().toInt()); });
     connect(Place, &QSlider::valueChanged, this, [this](int value) {
         if (!Showing)
-            Select(static_cast<std::size_t>(value));
+            static_cast<void>(SelectLine(static_cast<std::size_t>(value) + 1));
     });
     connect(Legend, &QListWidget::itemChanged, this, [this](QListWidgetItem* row) { TakeLegend(*row); });
     connect(Legend, &QListWidget::currentRowChanged, this,
@@ -323,10 +323,9 @@ void ProgramPane::ShowContent()
     Text->setPlainText(Content.Text);
     Operations.Show(&scene, Content.Unit);
     ShowLegend();
-    const int last = static_cast<int>(std::min<std::size_t>(scene.Items.size(), MostSliderSteps)) - 1;
-    Place->setRange(0, std::max(0, last));
+    Place->setRange(0, std::max(0, LinesShown() - 1));
     for (QWidget* const widget : {static_cast<QWidget*>(Place), static_cast<QWidget*>(Play)})
-        widget->setEnabled(last >= 0);
+        widget->setEnabled(hasWork);
     Picture->setEnabled(hasPanel);
     Legend->setVisible(hasWork);
     Place->setValue(0);
@@ -354,44 +353,74 @@ void ProgramPane::TakeLegend(const QListWidgetItem& row)
         View->HideGroup(static_cast<std::size_t>(Legend->row(&row)), row.checkState() != Qt::Checked);
 }
 
+// Without the empty one behind the last line end.
+int ProgramPane::LinesShown() const
+{
+    const QTextDocument& text = *Text->document();
+    return text.blockCount() - (text.lastBlock().length() <= 1 ? 1 : 0);
+}
+
 void ProgramPane::Select(std::size_t item)
 {
     const std::vector<SceneItem>& items = View->Shown().Items;
-    if (item >= items.size())
-        item = NoItem;
-    Showing = true;
-    View->Light(item);
-    if (item != NoItem) {
-        Place->setValue(static_cast<int>(item));
-        Table->setCurrentIndex(Operations.index(static_cast<int>(item), 0));
-        Sentence->setText(OfUtf8(ItemSentence(items[item])));
-    } else {
-        Table->setCurrentIndex({});
-        Sentence->setText(QString());
+    if (item < items.size() && items[item].Line > 0) {
+        ShowPlace(items[item].Line, item);
+        return;
     }
+    ShowPlace(0, item < items.size() ? item : NoItem);
+}
+
+void ProgramPane::ShowPlace(std::size_t line, std::size_t item)
+{
+    Showing = true;
+    Line = line;
+    View->Light(item, line);
+    if (line > 0)
+        Place->setValue(static_cast<int>(std::min<std::size_t>(line - 1, MostSliderSteps)));
+    Table->setCurrentIndex(item != NoItem ? Operations.index(static_cast<int>(item), 0) : QModelIndex());
+    ShowSentence();
     LightLines();
     Showing = false;
+}
+
+// "Line 65 of 62 to 74: route, ...", or the operation's own sentence at its first line.
+void ProgramPane::ShowSentence()
+{
+    const std::size_t item = Selected();
+    if (item == NoItem) {
+        Sentence->setText(Line > 0 ? QStringLiteral("Line %1").arg(Line) : QString());
+        return;
+    }
+    const SceneItem& work = View->Shown().Items[item];
+    QString sentence = OfUtf8(ItemSentence(work));
+    if (Line > work.Line && work.LastLine > work.Line)
+        sentence.replace(QStringLiteral("Lines "), QStringLiteral("Line %1 of ").arg(Line));
+    Sentence->setText(sentence);
 }
 
 // Also where the text is not shown: it may be, later.
 void ProgramPane::LightLines()
 {
     QList<QTextEdit::ExtraSelection> lit;
-    const std::size_t item = Selected();
-    if (item != NoItem) {
-        const SceneItem& work = View->Shown().Items[item];
+    const auto light = [&](std::size_t first, std::size_t last, const QColor& ground, const QColor& letters) {
         QTextEdit::ExtraSelection lines;
-        QTextCursor cursor(Text->document()->findBlockByNumber(static_cast<int>(work.Line) - 1));
-        const QTextBlock last = Text->document()->findBlockByNumber(static_cast<int>(work.LastLine) - 1);
-        if (Text->textCursor().blockNumber() + 1 < static_cast<int>(work.Line) ||
-            Text->textCursor().blockNumber() + 1 > static_cast<int>(work.LastLine))
-            Text->setTextCursor(cursor);
-        if (last.isValid())
-            cursor.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
-        lines.cursor = cursor;
-        lines.format.setBackground(palette().color(QPalette::Highlight));
-        lines.format.setForeground(palette().color(QPalette::HighlightedText));
+        lines.cursor = QTextCursor(Text->document()->findBlockByNumber(static_cast<int>(first) - 1));
+        if (const QTextBlock end = Text->document()->findBlockByNumber(static_cast<int>(last) - 1);
+            end.isValid())
+            lines.cursor.setPosition(end.position() + end.length() - 1, QTextCursor::KeepAnchor);
+        lines.format.setBackground(ground);
+        lines.format.setForeground(letters);
         lit.push_back(lines);
+    };
+    if (const std::size_t item = Selected(); item != NoItem) {
+        const SceneItem& work = View->Shown().Items[item];
+        light(work.Line, std::max(work.Line, work.LastLine), palette().color(QPalette::AlternateBase),
+              palette().color(QPalette::Text));
+    }
+    if (Line > 0) {
+        light(Line, Line, palette().color(QPalette::Highlight), palette().color(QPalette::HighlightedText));
+        if (Text->textCursor().blockNumber() + 1 != static_cast<int>(Line))
+            Text->setTextCursor(QTextCursor(Text->document()->findBlockByNumber(static_cast<int>(Line) - 1)));
     }
     Text->setExtraSelections(lit);
 }
@@ -418,8 +447,7 @@ std::size_t ProgramPane::ItemOfLine(std::size_t line) const
 bool ProgramPane::SelectLine(std::size_t line)
 {
     const std::size_t item = ItemOfLine(line);
-    if (item != NoItem)
-        Select(item);
+    ShowPlace(line, item);
     return item != NoItem;
 }
 
@@ -456,8 +484,8 @@ void ProgramPane::TogglePlay()
         Clockwork.stop();
         return;
     }
-    if (Selected() == NoItem || Place->value() == Place->maximum())
-        Select(0);
+    if (Line == 0 || Place->value() == Place->maximum())
+        static_cast<void>(SelectLine(1));
     Clockwork.start(1000 / Speed->currentData().toInt());
 }
 
@@ -466,12 +494,16 @@ void ProgramPane::Step(int by)
 {
     if (View->Shown().Items.empty())
         return;
-    const int at = Selected() == NoItem ? (by > 0 ? 0 : Place->maximum()) : Place->value() + by;
+    if (Line == 0) {
+        Select(by > 0 ? 0 : View->Shown().Items.size() - 1);
+        return;
+    }
+    const int at = Place->value() + by;
     if (at > Place->maximum()) {
         Play->setChecked(false);
         return;
     }
-    Select(static_cast<std::size_t>(std::max(0, at)));
+    static_cast<void>(SelectLine(static_cast<std::size_t>(std::max(0, at)) + 1));
 }
 
 void ProgramPane::closeEvent(QCloseEvent* event)

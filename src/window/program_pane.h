@@ -51,13 +51,14 @@ class ProgramPane : public QWidget {
 
     void ShowProgram(const PaneContent& content);
     void ShowNothing(const QString& why); // in the place of the picture
-    // Lights it everywhere; NoItem: none is lit.
+    // Lights it everywhere, at its first line; NoItem: none is lit.
     void Select(std::size_t item);
     // The first operation of the entity at that line of the drawing's file, else the entity as it is drawn.
     // False: neither is shown.
     bool SelectEntity(std::size_t drawnLine);
-    // The operation of a line of the program. False: it has none.
+    // The operation of a line of the program, and of a route the move. False: the line has none.
     bool SelectLine(std::size_t line);
+    std::size_t SelectedLine() const { return Line; } // of the program; 0: none
     std::size_t Selected() const { return View->Look.Lit; }
     // By the letters at its end: .pdf, .svg, else an image. False: it could not be written.
     bool SavePicture(const QString& file) const;
@@ -98,7 +99,12 @@ class ProgramPane : public QWidget {
     void TogglePlay();
     void Step(int by);
 
+    void ShowPlace(std::size_t line, std::size_t item);
+    void ShowSentence();
+    int LinesShown() const;
+
     PaneContent Content;
+    std::size_t Line = 0;
     QTimer Clockwork;
     bool Showing = false; // changes by Select and ShowProgram are nobody's click
 };

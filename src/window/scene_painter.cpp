@@ -489,6 +489,29 @@ void ScenePainter::PaintLitGroup(const Frame& frame) const
     });
 }
 
+// Wider than the rest of its way, and with a ring where the tool is after it.
+void ScenePainter::PaintLitMove(const Frame& frame) const
+{
+    constexpr double wide = 6, ring = 6; // pixels
+    frame.To.setPen(Pen(frame.Colours.Lit, wide));
+    for (const Move& move : Picture.Items[frame.Look.Lit].Way) {
+        if (move.Line != frame.Look.LitLine || move.Line == 0)
+            continue;
+        const QPointF to = frame.Place.PixelOf(move.To);
+        const double radius = Between(move.Centre, move.From) * frame.Place.Scale;
+        QPainterPath path(frame.Place.PixelOf(move.From));
+        if (move.IsArc && radius > 0) {
+            const QPointF centre = frame.Place.PixelOf(move.Centre);
+            path.arcTo(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius),
+                       DirectionTo(move.Centre, move.From), move.Sweep);
+        } else {
+            path.lineTo(to);
+        }
+        frame.To.drawPath(path);
+        frame.To.drawEllipse(to, ring, ring);
+    }
+}
+
 // By its own colour, and by the four corners around it.
 void ScenePainter::PaintLit(const Frame& frame) const
 {
@@ -498,6 +521,7 @@ void ScenePainter::PaintLit(const Frame& frame) const
         return;
     frame.To.setPen(Pen(frame.Colours.Lit, 3));
     PaintOutline(frame, frame.Look.Lit);
+    PaintLitMove(frame);
     constexpr double clear = 7, arm = 8; // pixels
     const QRectF box = frame.RectOf(Shapes.BoxOfItem(frame.Look.Lit)).adjusted(-clear, -clear, clear, clear);
     for (const QPointF& corner : {box.topLeft(), box.topRight(), box.bottomLeft(), box.bottomRight()}) {

@@ -41,6 +41,7 @@ struct SceneLook {
     std::vector<bool> Hidden; // by group; short: shown
     bool Order = false, Rapids = true, Drawing = true;
     std::size_t Lit = NoItem, LitGroup = NoItem;
+    std::size_t LitLine = 0;           // of the program: the lit item's move
     std::vector<std::size_t> LitDrawn; // lines of the drawing's file: entities that are lit
     bool LightsDrawn(std::size_t line) const
     {
@@ -92,6 +93,7 @@ class ScenePainter {
     void PaintDrawingPlainly(const Frame& frame) const;
     void PaintOrigin(const Frame& frame) const;
     void PaintLitGroup(const Frame& frame) const;
+    void PaintLitMove(const Frame& frame) const;
     void PaintLit(const Frame& frame) const;
     void PaintOutline(const Frame& frame, std::size_t item) const;
     double OpacityOf(const SceneGroup& group) const;

@@ -81,9 +81,10 @@ void SceneViewer::ShowMoved()
     update();
 }
 
-void SceneViewer::Light(std::size_t item)
+void SceneViewer::Light(std::size_t item, std::size_t line)
 {
     Look.Lit = item;
+    Look.LitLine = line;
     Look.LitDrawn.clear();
     if (item < Shown().Items.size()) {
         Look.LitDrawn = Shown().Items[item].DrawnLines;

@@ -23,7 +23,8 @@ class SceneViewer : public QWidget {
     void ShowSide(Plane side);
     void ZoomBy(double factor, const QPointF& around);
     // Moves the view only where the item is outside of it.
-    void Light(std::size_t item);
+    // `line`: of the program: of a route the move that stands there.
+    void Light(std::size_t item, std::size_t line = 0);
     // The drawing's entities at those lines of its file; the view moves where the first is outside of it.
     void LightDrawn(std::vector<std::size_t> lines);
     void LightGroup(std::size_t group); // NoItem: none

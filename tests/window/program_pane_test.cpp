@@ -65,35 +65,45 @@ TEST(ProgramPaneTest, TheHeaderNamesDrawingProgramAndPanel)
 TEST(ProgramPaneTest, TheSliderLightsOperationLineAndRow)
 {
     const auto pane = OpenPane();
-    ASSERT_EQ(pane->Place->maximum(), 3);
-    pane->Place->setValue(3);
+    ASSERT_EQ(pane->Place->maximum(), 5) << "six lines";
+    pane->Place->setValue(4);
     EXPECT_EQ(pane->Selected(), 3U);
+    EXPECT_EQ(pane->SelectedLine(), 5U);
     EXPECT_EQ(SentenceOf(*pane).substr(0, 20), "Lines 5 to 6: route,");
     EXPECT_EQ(pane->Text->textCursor().blockNumber(), 4);
-    ASSERT_EQ(pane->Text->extraSelections().size(), 1);
+    ASSERT_EQ(pane->Text->extraSelections().size(), 2) << "the operation, and its line";
     EXPECT_TRUE(pane->Text->extraSelections()[0].cursor.selectedText().contains(QStringLiteral("F3000")));
+    EXPECT_FALSE(pane->Text->extraSelections()[1].cursor.selectedText().contains(QStringLiteral("F3000")));
     EXPECT_EQ(pane->Table->currentIndex().row(), 3);
+    pane->Place->setValue(5);
+    EXPECT_EQ(pane->Selected(), 3U);
+    EXPECT_EQ(SentenceOf(*pane).substr(0, 23), "Line 6 of 5 to 6: route");
+    EXPECT_EQ(pane->View->Look.LitLine, 6U);
+    pane->Place->setValue(0);
+    EXPECT_EQ(pane->Selected(), NoItem) << "the header is no operation";
+    EXPECT_EQ(SentenceOf(*pane), "Line 1");
+    EXPECT_EQ(pane->Text->textCursor().blockNumber(), 0);
 }
 
 TEST(ProgramPaneTest, TextTableAndPictureLightTheSlidersOperation)
 {
     const auto pane = OpenPane();
     pane->Text->setTextCursor(QTextCursor(pane->Text->document()->findBlockByNumber(5)));
-    EXPECT_EQ(pane->Place->value(), 3);
+    EXPECT_EQ(pane->Place->value(), 5);
     EXPECT_EQ(pane->Selected(), 3U);
     EXPECT_EQ(pane->Text->textCursor().blockNumber(), 5) << "the reader's place is kept";
     pane->Table->setCurrentIndex(pane->Operations.index(1, 0));
-    EXPECT_EQ(pane->Place->value(), 1);
+    EXPECT_EQ(pane->Place->value(), 2);
     QTest::mouseClick(pane->View, Qt::LeftButton, {}, pane->View->Place.PixelOf({100, 300}).toPoint());
     EXPECT_EQ(pane->Selected(), 0U);
-    EXPECT_EQ(pane->Place->value(), 0);
+    EXPECT_EQ(pane->Place->value(), 1);
     EXPECT_EQ(SentenceOf(*pane), "Line 2: bore, diameter 30, 20 deep (through)");
     QTest::mouseClick(pane->View, Qt::LeftButton, {}, pane->View->Place.PixelOf({50, 50}).toPoint());
     EXPECT_EQ(pane->Selected(), NoItem);
     EXPECT_EQ(SentenceOf(*pane), "");
 }
 
-TEST(ProgramPaneTest, LeftAndRightGoOneStepFromThePicture)
+TEST(ProgramPaneTest, LeftAndRightGoOneLineFromThePicture)
 {
     const auto pane = OpenPane();
     pane->View->setFocus();
@@ -102,8 +112,10 @@ TEST(ProgramPaneTest, LeftAndRightGoOneStepFromThePicture)
     QTest::keyClick(pane->View, Qt::Key_Right);
     EXPECT_EQ(pane->Selected(), 1U);
     QTest::keyClick(pane->View, Qt::Key_Left);
-    QTest::keyClick(pane->View, Qt::Key_Left);
     EXPECT_EQ(pane->Selected(), 0U);
+    QTest::keyClick(pane->View, Qt::Key_Left);
+    QTest::keyClick(pane->View, Qt::Key_Left);
+    EXPECT_EQ(pane->SelectedLine(), 1U) << "not beyond the first";
 }
 
 TEST(ProgramPaneTest, SpacePlaysToTheLastOperationAndStops)
@@ -115,7 +127,7 @@ TEST(ProgramPaneTest, SpacePlaysToTheLastOperationAndStops)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !pane->Play->isChecked(); }, 5000));
     EXPECT_EQ(pane->Selected(), 3U);
     QTest::keyClick(pane->View, Qt::Key_Space);
-    EXPECT_EQ(pane->Selected(), 0U) << "from the end it begins anew";
+    EXPECT_EQ(pane->SelectedLine(), 1U) << "from the end it begins anew";
     QTest::keyClick(pane->View, Qt::Key_Space);
     EXPECT_FALSE(pane->Play->isChecked());
 }
