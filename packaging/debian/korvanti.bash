@@ -105,6 +105,8 @@ _KV90WIN() {
     help=$("$program" --help 2>/dev/null) || return
     if [[ $option == --home ]]; then
         _korvanti_paths -d
+    elif [[ $option == -o || $option == --picture ]]; then
+        _korvanti_paths -f
     elif [[ $cur == -* ]]; then
         _korvanti_options
     else

@@ -16,6 +16,7 @@
 #include "scene/overlay.h"
 #include "shell/drawing_overlay.h"
 #include "shell/program_origins.h"
+#include "shell/program_pictures.h"
 #include "state/run.h"
 #include "writers/job_output.h"
 
@@ -93,15 +94,6 @@ void DrawDrawing(PictureRun& run, const std::string& drawing)
             if (program != nullptr)
                 NameOrigins(picture, origins, *program);
         }
-}
-
-// "door.svg" for the first picture, then "door-2.svg".
-std::string NumberedFile(const std::string& file, std::size_t number)
-{
-    if (number == 1)
-        return file;
-    const std::size_t dot = file.rfind('.');
-    return file.substr(0, dot) + "-" + std::to_string(number) + file.substr(dot);
 }
 
 void WritePictures(PictureRun& run)

@@ -18,11 +18,6 @@ namespace {
 
 constexpr std::size_t MostUnreadShown = 10; // lines of a program that are named
 
-std::string CornerText(const Corner& corner)
-{
-    return std::string(corner.Top ? "upper" : "lower") + (corner.Right ? " right" : " left");
-}
-
 void TellUnread(PictureRun& run, const ProgramText& program, const MachineSteps& steps)
 {
     for (std::size_t i = 0; i < std::min(steps.Unread.size(), MostUnreadShown); ++i) {
@@ -70,18 +65,6 @@ ProgramFacts FactsOfCall(const CommandLine& line)
     return facts;
 }
 
-std::vector<std::string> TitleLines(const Scene& scene, const MachineSteps& steps)
-{
-    std::vector<std::string> lines = {
-        "Panel " + LengthForPeople(scene.Length) + " x " + LengthForPeople(scene.Width) + " x " +
-        LengthForPeople(scene.Thickness) + " mm, counted from the " + CornerText(scene.Origin) + " corner"};
-    if (steps.UnreadCount > 0)
-        lines.push_back(std::to_string(steps.UnreadCount) +
-                        (steps.UnreadCount == 1 ? " line is" : " lines are") +
-                        " not understood and not drawn");
-    return lines;
-}
-
 void WritePictureFile(PictureRun& run, const std::string& file, const std::string& contents)
 {
     const FileOutcome outcome = ReplaceFile(FromHostPath(file), contents);
@@ -108,7 +91,7 @@ PictureOfProgram PictureOf(const ProgramText& program, const MachineSteps& steps
 {
     PictureOfProgram picture;
     picture.Picture = SceneOf(steps);
-    picture.Title = {program.Name, TitleLines(picture.Picture, steps)};
+    picture.Title = {program.Name, TitleLines(picture.Picture, steps.UnreadCount)};
     picture.Text = Utf8FromAnsi(program.Text);
     return picture;
 }

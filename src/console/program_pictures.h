@@ -36,8 +36,6 @@ void LoadTools(PictureRun& run);                                       // of the
 ProgramFacts FactsOfCall(const CommandLine& line);
 // What the program does, with the tools of the tables; lines that are not understood are faults.
 MachineSteps StepsOf(PictureRun& run, const ProgramText& program);
-// "Panel 600 x 400 x 18 mm, counted from the lower left corner", and what is not drawn.
-std::vector<std::string> TitleLines(const Scene& scene, const MachineSteps& steps);
 PictureOfProgram PictureOf(const ProgramText& program, const MachineSteps& steps);
 // Replaces the file and names it on standard output, unless a JSON document goes there.
 void WritePictureFile(PictureRun& run, const std::string& file, const std::string& contents);

@@ -79,9 +79,14 @@ document.querySelectorAll('article').forEach(function(page){
     var far=farFrom(shape,x,y);if(far<=least){least=far;nearest=item;}});});
   return nearest;
  }
+ function choose(item){
+  if(at(item,'last')>0)return show(at(item,'last'),item);
+  items.forEach(function(other){other.classList.toggle('now',other===item);}); // of the second program: no line here
+  says.textContent=item.querySelector('title').textContent;
+ }
  svg.addEventListener('click',function(event){
   var item=itemAt(event.clientX,event.clientY)||itemNear(event.clientX,event.clientY);
-  if(item)show(at(item,'last'),item);});
+  if(item)choose(item);});
  lines.forEach(function(row,i){row.addEventListener('click',function(){show(i+1);});});
  page.querySelectorAll('[data-light]').forEach(function(button){button.addEventListener('click',function(){
   var off=button.closest('tr').classList.toggle('off');button.setAttribute('aria-pressed',String(!off));

@@ -94,6 +94,10 @@ SheetBox BoxAround(const SheetBox& a, const SheetBox& b);
 std::string GroupText(const SceneGroup& group);
 // "Line 118: route, tool 71, left of the line, 8 deep, feed 5000; from LINE on ROUTE1_Z8, line 340".
 std::string ItemSentence(const SceneItem& item);
+// "3 lines are not understood and not drawn".
+std::string UnreadText(std::size_t lines);
+// "Panel 600 x 400 x 18 mm, counted from the lower left corner", and how many lines are not drawn.
+std::vector<std::string> TitleLines(const Scene& scene, std::size_t linesUnread);
 // A length for people: at most three decimals, none that are 0.
 std::string LengthForPeople(double millimetres);
 

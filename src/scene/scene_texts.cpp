@@ -54,6 +54,11 @@ std::string ToolText(const std::string& tool)
     return tool.empty() ? "" : ", tool " + tool;
 }
 
+std::string CornerText(const Corner& corner)
+{
+    return std::string(corner.Top ? "upper" : "lower") + (corner.Right ? " right" : " left");
+}
+
 } // namespace
 
 std::string LengthForPeople(double millimetres)
@@ -66,6 +71,21 @@ std::string LengthForPeople(double millimetres)
     if (shown.back() == '.')
         shown.pop_back();
     return shown == "-0" ? "0" : shown;
+}
+
+std::string UnreadText(std::size_t lines)
+{
+    return std::to_string(lines) + (lines == 1 ? " line is" : " lines are") + " not understood and not drawn";
+}
+
+std::vector<std::string> TitleLines(const Scene& scene, std::size_t linesUnread)
+{
+    std::vector<std::string> lines = {
+        "Panel " + LengthForPeople(scene.Length) + " x " + LengthForPeople(scene.Width) + " x " +
+        LengthForPeople(scene.Thickness) + " mm, counted from the " + CornerText(scene.Origin) + " corner"};
+    if (linesUnread > 0)
+        lines.push_back(UnreadText(linesUnread));
+    return lines;
 }
 
 std::string GroupText(const SceneGroup& group)

@@ -1,6 +1,7 @@
 #include "shell/drawing_look.h"
 
 #include <string_view>
+#include <utility>
 
 #include "job/job_driver.h"
 #include "platform/files.h"
@@ -52,9 +53,20 @@ void TakePrograms()
             Looked.Programs.push_back({step.Path, step.Text});
 }
 
+// Without files.
+ProgramsOfDrawing ProgramsOfLook(const DrawingLook& look)
+{
+    ProgramsOfDrawing programs;
+    programs.Facts.From = look.From;
+    programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
+    programs.Drawn = look.Drawn;
+    programs.Origins = look.Origins;
+    return programs;
+}
+
 } // namespace
 
-DrawingLook LookAtDrawing(const std::string& drawing, Int system)
+DrawingLook LookAtDrawing(const std::string& jobLine, Int system)
 {
     const StepsRecorded recorded;
     Looked = {};
@@ -64,8 +76,8 @@ DrawingLook LookAtDrawing(const std::string& drawing, Int system)
     Stages.Done = TakeStage;
     Run.ControlType = system;
     Run.RunFailed = False;
-    std::string jobLine = drawing;
-    ProcessDrawingFile(jobLine);
+    std::string line = jobLine;
+    ProcessDrawingFile(line);
     ReportMessage(2, "");
     if (Run.RunFailed == False)
         TakePrograms();
@@ -77,9 +89,8 @@ DrawingLook LookAtDrawing(const std::string& drawing, Int system)
 ProgramsFound FindPrograms(const std::string& drawing, const DrawingLook& look)
 {
     ProgramsFound found;
+    found.Programs = ProgramsOfLook(look);
     found.Programs.Drawing = drawing;
-    found.Programs.Facts.From = look.From;
-    found.Programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
     for (const ProgramNow& program : look.Programs) {
         std::string text;
         if (ReadIfThere(program.Path, text).Is != Presence::There) {
@@ -89,12 +100,23 @@ ProgramsFound FindPrograms(const std::string& drawing, const DrawingLook& look)
         found.AreAsNow &= text == program.Text;
         found.Programs.Files.push_back(program.Path);
     }
-    found.Programs.Drawn = look.Drawn;
-    found.Programs.Origins = look.Origins;
     if (!found.AreAsNow) // the lines are others
         for (ProgramOrigins& program : found.Programs.Origins.Programs)
             program.Lines.clear();
     return found;
+}
+
+std::vector<ProgramPicture> PicturesOfLook(const DrawingLook& look)
+{
+    const ProgramsOfDrawing programs = ProgramsOfLook(look);
+    std::vector<ProgramPicture> pictures;
+    for (const ProgramNow& program : look.Programs) {
+        ProgramPicture picture =
+            PictureOfText(program.Path, program.Text, FactsOfProgram(programs, program.Path));
+        LayDrawingOver(picture, programs);
+        pictures.push_back(std::move(picture));
+    }
+    return pictures;
 }
 
 Scene SceneOfDrawing(const DrawingLook& look)

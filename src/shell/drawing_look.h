@@ -27,8 +27,8 @@ struct DrawingLook {
 };
 
 // Runs a job: what it leaves to the next one must not go into a program, so this is for a process that
-// writes none.
-DrawingLook LookAtDrawing(const std::string& drawing, Int system);
+// writes none. The line may name an output behind the drawing, as that of a job.
+DrawingLook LookAtDrawing(const std::string& jobLine, Int system);
 
 // What lies where the drawing's programs would be placed: of an earlier time, or of another drawing.
 struct ProgramsFound {
@@ -36,6 +36,8 @@ struct ProgramsFound {
     bool AreAsNow = true; // byte for byte what the drawing would become now
 };
 ProgramsFound FindPrograms(const std::string& drawing, const DrawingLook& look);
+// Of the programs as they would be now, in their order, with the drawing over them.
+std::vector<ProgramPicture> PicturesOfLook(const DrawingLook& look);
 // The panel and the drawing on it, without work.
 Scene SceneOfDrawing(const DrawingLook& look);
 

@@ -45,13 +45,20 @@ bool IsInInches(std::string_view text)
 
 ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& facts)
 {
-    ProgramPicture picture;
-    picture.Path = path;
     std::string text;
     if (const FileOutcome outcome = ReadWholeFile(path, text, LargestProgram); !outcome.Ok()) {
+        ProgramPicture picture;
+        picture.Path = path;
         picture.Fault = ShownPath(path) + ": " + outcome.Cause;
         return picture;
     }
+    return PictureOfText(path, text, facts);
+}
+
+ProgramPicture PictureOfText(const std::string& path, const std::string& text, const ProgramFacts& facts)
+{
+    ProgramPicture picture;
+    picture.Path = path;
     if (FamilyOf(text) == ProgramFamily::Unknown) {
         picture.Fault = ShownPath(path) + ": is no program of a known machine";
         return picture;
@@ -113,6 +120,29 @@ void ForgetNotedPrograms()
     Noted.clear();
 }
 
+ProgramFacts FactsOfProgram(const ProgramsOfDrawing& programs, const std::string& path)
+{
+    ProgramFacts facts = programs.Facts;
+    if (const ProgramOrigins* const origins = OriginsOfProgram(programs.Origins, path))
+        facts.HbdEdge = origins->BackEdge;
+    return facts;
+}
+
+void LayDrawingOver(ProgramPicture& picture, const ProgramsOfDrawing& programs)
+{
+    picture.Content.Picture.Drawn = programs.Drawn;
+    if (const ProgramOrigins* const origins = OriginsOfProgram(programs.Origins, picture.Path))
+        NameOrigins(picture.Content.Picture, programs.Origins, *origins);
+}
+
+std::string NumberedFile(const std::string& file, std::size_t number)
+{
+    if (number == 1)
+        return file;
+    const std::size_t dot = file.rfind('.');
+    return file.substr(0, dot) + "-" + std::to_string(number) + file.substr(dot);
+}
+
 std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs)
 {
     std::vector<ProgramPicture> pictures;
@@ -120,15 +150,9 @@ std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs)
     fault.Fault = ShownPath(programs.Drawing) + ": has no program";
     bool isFirst = true;
     for (const std::string& file : programs.Files) {
-        const ProgramOrigins* const origins = OriginsOfProgram(programs.Origins, file);
-        ProgramFacts facts = programs.Facts;
-        if (origins != nullptr)
-            facts.HbdEdge = origins->BackEdge;
-        ProgramPicture picture = ReadProgramPicture(file, facts);
+        ProgramPicture picture = ReadProgramPicture(file, FactsOfProgram(programs, file));
         if (picture.Fault.empty()) {
-            picture.Content.Picture.Drawn = programs.Drawn;
-            if (origins != nullptr)
-                NameOrigins(picture.Content.Picture, programs.Origins, *origins);
+            LayDrawingOver(picture, programs);
             pictures.push_back(std::move(picture));
         } else if (isFirst) {
             fault = std::move(picture);

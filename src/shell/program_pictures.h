@@ -23,6 +23,8 @@ struct ProgramPicture {
 
 // With the tools of the installation, where its tables can be read.
 ProgramPicture ReadProgramPicture(const std::string& path, const ProgramFacts& facts = {});
+// Likewise of a text that the disk need not have; its path names it.
+ProgramPicture PictureOfText(const std::string& path, const std::string& text, const ProgramFacts& facts);
 
 struct ProgramsOfDrawing {
     std::string Drawing;
@@ -39,6 +41,11 @@ const ProgramsOfDrawing* FindProgramsOf(std::string_view drawing);
 // The last one that was noted; null: none.
 const ProgramsOfDrawing* LastProgramsNoted();
 void ForgetNotedPrograms();
+// What is known of one of the drawing's programs beside its text; the drawing over its picture.
+ProgramFacts FactsOfProgram(const ProgramsOfDrawing& programs, const std::string& path);
+void LayDrawingOver(ProgramPicture& picture, const ProgramsOfDrawing& programs);
+// "door.svg" for the first picture of a call, then "door-2.svg"; the name has an extension.
+std::string NumberedFile(const std::string& file, std::size_t number);
 // All of the files that are programs, in their order; where none is, the first with its fault.
 std::vector<ProgramPicture> PicturesOfFiles(const ProgramsOfDrawing& programs);
 

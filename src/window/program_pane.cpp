@@ -17,6 +17,7 @@
 #include "state/settings.h"
 #include "window/boxes.h"
 #include "window/flow_layout.h"
+#include "window/picture_file.h"
 
 namespace kv {
 
@@ -27,6 +28,7 @@ constexpr int LegendRows = 5;   // in view
 constexpr int SentenceRows = 3; // of a narrow pane
 constexpr int SpeedsASecond[] = {1, 2, 5, 10, 25};
 constexpr int MostSliderSteps = 1 << 30;
+constexpr int LongerSideOfImage = 2400; // pixels of a picture that is saved
 
 QString OfUtf8(const std::string& text)
 {
@@ -526,6 +528,19 @@ void ProgramPane::keyPressEvent(QKeyEvent* event)
         View->ShowSide(static_cast<Plane>(key - Qt::Key_0));
     else
         QWidget::keyPressEvent(event);
+}
+
+bool ProgramPane::SavePicture(const QString& file) const
+{
+    if (!View->HasPanel())
+        return false;
+    const Scene& scene = View->Shown();
+    return WritePicture(file,
+                        {scene,
+                         {Header->text(), State->text()},
+                         [this](QPainter& painter, const QRectF& area) { View->PaintWhole(painter, area); },
+                         ImageSizeByLongerSide(scene.Sheet, LongerSideOfImage)})
+        .isEmpty();
 }
 
 void ProgramPane::AskWhereToSave()

@@ -1,5 +1,6 @@
 // The life of the window program: the words it was called with, the installation, one instance, the
-// start-up in its order, and the end. What a shell asks for in words is answered without a screen.
+// start-up in its order, and the end. What a shell asks for in words is answered without a screen, and so is
+// the call for a picture.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -26,6 +27,7 @@
 #include "state/shell_state.h"
 #include "window/dialogs.h"
 #include "window/main_window.h"
+#include "window/picture_call.h"
 
 namespace kv {
 
@@ -36,47 +38,85 @@ constexpr int ExitDone = 0, ExitSomeFailed = 1, ExitUsage = 2;
 
 constexpr char HelpText[] =
     "Usage: KV90WIN [--home DIR] [DRAWING] [/S] [/K] [/V]\n"
+    "       KV90WIN [--home DIR] --picture PROGRAM|DRAWING.dxf -o FILE.png|FILE.pdf|FILE.svg [--width N]\n"
     "\n"
     "Opens the operator's window on the installation. With a drawing it is converted and the program ends;\n"
     "when it fails, its report goes to standard error, and the window stays open with it.\n"
     "\n"
-    "  --home DIR  folder of the installation (KV90.INI); else KORVANTI_HOME names it\n"
-    "  /S          run BATCH.LST of the source folder, whatever Setup says\n"
-    "  /K          end after a batch\n"
-    "  /V          show the graphic after an automatic job and after the drawing\n"
-    "  --help      this text\n"
-    "  --version   version and commit of the source\n";
+    "  --home DIR      folder of the installation (KV90.INI); else KORVANTI_HOME names it\n"
+    "  /S              run BATCH.LST of the source folder, whatever Setup says\n"
+    "  /K              end after a batch\n"
+    "  /V              show the graphic after an automatic job and after the drawing\n"
+    "  --picture WHAT  no window: write the picture of a program, or of the programs that a drawing gives\n"
+    "  -o FILE         where to; of further programs FILE-2 and so on\n"
+    "  --width N       of a PNG, in pixels; 1920 when not given\n"
+    "  --help          this text\n"
+    "  --version       version and commit of the source\n";
 
 struct Call {
     std::string Home;
     std::vector<std::string> Words; // as typed
     std::string Fault;              // of the usage
-    bool Help = false, Version = false, Look = false;
+    bool Help = false, Version = false, Look = false, WantsPicture = false;
+    std::string PictureOf, Output, Width; // of the picture
 };
+
+// Where a word's value goes; null: it has none.
+std::string* ValueOf(Call& call, const std::string& word)
+{
+    if (word == "--home")
+        return &call.Home;
+    if (word == "--picture")
+        return &call.PictureOf;
+    if (word == "-o")
+        return &call.Output;
+    return word == "--width" ? &call.Width : nullptr;
+}
 
 Call ReadCall(const std::vector<std::string>& words)
 {
     Call call;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
+        const std::size_t sign = BeginsWith(word, "--") ? word.find('=') : std::string::npos;
+        std::string* const value = ValueOf(call, word.substr(0, sign));
+        call.WantsPicture |= value != nullptr && value != &call.Home;
         if (word == "--help")
             call.Help = true;
         else if (word == "--version")
             call.Version = true;
         else if (word == "--look") // of a window that is open
             call.Look = true;
-        else if (word == "--home" && i + 1 < words.size())
-            call.Home = words[++i];
-        else if (word == "--home")
-            call.Fault = "--home needs a folder";
-        else if (BeginsWith(word, "--home="))
-            call.Home = word.substr(word.find('=') + 1);
+        else if (value != nullptr && sign != std::string::npos)
+            *value = word.substr(sign + 1);
+        else if (value != nullptr && i + 1 < words.size())
+            *value = words[++i];
+        else if (value != nullptr)
+            call.Fault = word + (word == "--home" ? " needs a folder" : " needs a value");
         else if (BeginsWith(word, "--"))
             call.Fault = "there is no option " + word;
         else
             call.Words.push_back(word);
     }
     return call;
+}
+
+// Empty: the words of a picture fit together.
+std::string FaultOfPicture(const Call& call)
+{
+    if (call.PictureOf.empty())
+        return "-o and --width belong to --picture";
+    if (!IsPictureFile(call.Output))
+        return "--picture needs -o FILE.png, FILE.pdf or FILE.svg";
+    if (!call.Words.empty())
+        return "--picture takes no word like " + call.Words.front();
+    bool isNumber = true;
+    const int width =
+        call.Width.empty() ? WidthOfPicture : QString::fromStdString(call.Width).toInt(&isNumber);
+    if (!isNumber || width < LeastWidth || width > MostWidth)
+        return "--width is " + std::to_string(LeastWidth) + " to " + std::to_string(MostWidth) +
+               " pixels, not " + call.Width;
+    return {};
 }
 
 // What the toolkit has not taken for itself.
@@ -118,6 +158,36 @@ int TellAboutItself(const Call& asked, int& argc, char** argv)
         application.emplace(argc, argv);
     Tell(asked.Help ? HelpText : version, StandardStream::Output);
     return ExitDone;
+}
+
+// To the caller alone: no box, since no window opens.
+void TellLines(const std::vector<std::string>& lines, const std::string& ahead, StandardStream stream)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += ahead + line + "\n";
+    if (!text.empty() && ReachesCaller(stream))
+        Tell(text, stream);
+}
+
+// A script reads standard error: what the toolkit misses of a desktop is no line of it.
+void KeepToolkitQuiet()
+{
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtCriticalMsg || type == QtFatalMsg)
+            TellLines({text.toStdString()}, "KV90WIN: ", StandardStream::Error);
+    });
+}
+
+int DrawPicture(const Call& call)
+{
+    PictureCall picture{call.PictureOf, call.Output};
+    if (!call.Width.empty())
+        picture.Width = QString::fromStdString(call.Width).toInt();
+    const PictureFiles files = DrawPictureFiles(picture);
+    TellLines(files.Written, {}, StandardStream::Output);
+    TellLines(files.Faults, "KV90WIN: ", StandardStream::Error);
+    return files.Faults.empty() ? ExitDone : ExitSomeFailed;
 }
 
 // A second window brings the first one to the front. Whoever else holds the installation is named. A design
@@ -236,15 +306,23 @@ int RunWindow(int argc, char** argv)
         return AnswerLook();
     if (asked.Help || asked.Version)
         return TellAboutItself(asked, argc, argv);
+    if (asked.WantsPicture) {
+        KeepToolkitQuiet();
+        qputenv("QT_QPA_PLATFORM", "offscreen;windows"); // the latter where there is no other
+    }
     QApplication application(argc, argv);           // takes the words that are the toolkit's own
     QApplication::setQuitOnLastWindowClosed(false); // the window hides while a viewer runs
     const Call call = ReadCall(WordsLeft());
     if (!call.Fault.empty())
         return TellUsage(call.Fault);
+    if (const std::string fault = call.WantsPicture ? FaultOfPicture(call) : ""; !fault.empty())
+        return TellUsage(fault);
     const std::string folder = InstallationFolder(call.Home);
     if (folder.empty())
         return TellUsage("the folder named by --home or KORVANTI_HOME is not there");
     SetExeFolder(folder);
+    if (call.WantsPicture)
+        return DrawPicture(call);
     ListenForStopRequests(); // one that comes during the start is obeyed when the settings are loaded
     const InstanceAnswer instance = BecomeOnlyInstance(ExeFolder);
     if (!instance.Only)

@@ -159,7 +159,8 @@ async function use(page) {
         max: Number(at.slider.max), lines: at.lines.map(line => line.textContent),
         items: at.items.map(item => ({line: lineOf(item), last: lastOf(item), says: item.querySelector('title').textContent}))
     };
-    const places = [...new Set(at.items.flatMap(item => [lineOf(item), lastOf(item)]).concat(1, is.max))];
+    const places = [...new Set(at.items.flatMap(item => [lineOf(item), lastOf(item)]).concat(1, is.max))]
+        .filter(line => line > 0); // work of a second program has none
     is.slides = spread(places, 40).map(line => slideTo(at, line));
     is.clicks = spread(at.items, 30).map(item => clickOn(at, item));
     is.besides = spread(at.items.filter(item => item.querySelector('.hole,.unknown')), 10).map(item => {
