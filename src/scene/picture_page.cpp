@@ -6,9 +6,13 @@
 
 #include <algorithm>
 
+#include "scene/run_time.h"
+
 namespace kv {
 
 namespace {
+
+constexpr std::size_t MostRows = 2000; // of the table of operations
 
 constexpr std::string_view PageStyle = R"(
 :root{color-scheme:light dark}
@@ -27,7 +31,8 @@ td button{width:100%;text-align:left;border:0}
 header{padding:1em;max-width:110em;margin:auto}h1{overflow-wrap:anywhere}
 pre{max-height:40vh;overflow:auto;border:1px solid #7a644055;padding:.5em;margin:.6em 0 0;font-size:.9em}
 pre .now{background:#0b6e9955;outline:1px solid #0b6e99}
-.item.later,.rapid.later{visibility:hidden}.item.now{filter:drop-shadow(0 0 3px #0b6e99)}.item.off,.rapids.off,.drawing.off{display:none}
+.item.later,.rapid.later{visibility:hidden}.item.now{filter:drop-shadow(0 0 3px #0b6e99)}.item.off,.rapids.off,.drawing.off,.order.off{display:none}
+details{margin:.6em 0 0}summary{min-height:2.4em}.time{margin:.3em 0}
 .says{min-height:1.5em;margin:.3em 0;overflow-wrap:anywhere}
 @media (max-width:60em){
 article{grid-template-columns:minmax(0,1fr)}
@@ -87,13 +92,15 @@ document.querySelectorAll('article').forEach(function(page){
  svg.addEventListener('click',function(event){
   var item=itemAt(event.clientX,event.clientY)||itemNear(event.clientX,event.clientY);
   if(item)choose(item);});
+ page.querySelectorAll('[data-go]').forEach(function(button){button.addEventListener('click',function(){
+  show(+button.getAttribute('data-go'));});});
  lines.forEach(function(row,i){row.addEventListener('click',function(){show(i+1);});});
  page.querySelectorAll('[data-light]').forEach(function(button){button.addEventListener('click',function(){
   var off=button.closest('tr').classList.toggle('off');button.setAttribute('aria-pressed',String(!off));
   items.forEach(function(item){if(at(item,'group')===+button.getAttribute('data-light'))item.classList.toggle('off',off);});});});
  page.querySelectorAll('[data-view]').forEach(function(button){button.addEventListener('click',function(){
   svg.setAttribute('viewBox',button.getAttribute('data-view')||whole);});});
- ['rapids','drawing'].forEach(function(name){
+ ['rapids','drawing','order'].forEach(function(name){
   var button=page.querySelector('[data-'+name+']');if(!button)return;
   button.addEventListener('click',function(){
    var off=page.querySelector('.'+name).classList.toggle('off');button.setAttribute('aria-pressed',String(!off));});});
@@ -144,12 +151,32 @@ std::string Bar(const PictureOfProgram& picture, std::size_t lines)
     if (!picture.Picture.Drawn.empty())
         text += "<button data-drawing aria-pressed=\"true\">Drawing</button>";
     return text +
-           "<button data-rapids aria-pressed=\"true\">Rapids</button></div>\n"
+           "<button data-rapids aria-pressed=\"true\">Rapids</button>"
+           "<button data-order aria-pressed=\"false\">Order</button></div>\n"
            "<div class=\"bar\"><button data-play aria-pressed=\"false\">Play</button>"
            "<input type=\"range\" aria-label=\"Line of the program\" min=\"1\" max=\"" +
            std::to_string(lines) + "\" value=\"" + std::to_string(lines) +
            "\"></div>\n<p class=\"says\" role=\"status\">Left and Right go through the lines, Space plays "
-           "them.</p>\n";
+           "them.</p>\n<p class=\"time\">" +
+           XmlText(TimeForPeople(FiguresOf(picture.Picture).Seconds)) + ", an estimate</p>\n";
+}
+
+// For whoever hears the page instead of seeing it. Work of a second program has no line here.
+std::string Operations(const Scene& scene)
+{
+    std::string text = "<details><summary>The operations as a table</summary>\n<table><tr><th>Line</th>"
+                       "<th>Operation</th></tr>\n";
+    const std::size_t shown = std::min(scene.Items.size(), MostRows);
+    for (std::size_t i = 0; i < shown; ++i) {
+        const SceneItem& item = scene.Items[i];
+        const std::string line = std::to_string(item.Line);
+        const bool hasLine = item.Held != HeldIn::Second && item.Line > 0;
+        text += "<tr><td>" + (hasLine ? "<button data-go=\"" + line + "\">" + line + "</button>" : line) +
+                "</td><td>" + XmlText(ItemSentence(item)) + "</td></tr>\n";
+    }
+    if (scene.Items.size() > shown)
+        text += "<tr><td></td><td>and " + std::to_string(scene.Items.size() - shown) + " more</td></tr>\n";
+    return text + "</table></details>\n";
 }
 
 std::string Legend(const Scene& scene)
@@ -174,12 +201,12 @@ std::string Article(const PictureOfProgram& picture)
 {
     const std::vector<std::string> rows = RowsOf(picture.Text);
     std::string text = "<article tabindex=\"0\"><div class=\"view\">" + Heading(picture.Title) +
-                       SvgElement(picture.Picture, picture.Title) +
+                       SvgElement(picture.Picture, picture.Title, true) +
                        Bar(picture, std::max<std::size_t>(1, rows.size())) + "</div><div class=\"side\">" +
                        Legend(picture.Picture) + "<pre tabindex=\"0\">";
     for (const std::string& row : rows)
         text += "<span>" + XmlText(row) + "</span>\n";
-    return text + "</pre></div></article>\n";
+    return text + "</pre>" + Operations(picture.Picture) + "</div></article>\n";
 }
 
 } // namespace

@@ -10,10 +10,11 @@ namespace kv {
 
 namespace {
 
-constexpr double TextShare = 0.018;  // height of the title by the sheet's larger measure
-constexpr double LeastText = 6;      // mm
-constexpr double UnknownMark = 3;    // mm: radius of the mark of a bore whose diameter is not known
-constexpr double LeastArm = 30;      // mm: of the origin's axes
+constexpr double TextShare = 0.018; // height of the title by the sheet's larger measure
+constexpr double LeastText = 6;     // mm
+constexpr double UnknownMark = 3;   // mm: radius of the mark of a bore whose diameter is not known
+constexpr double LeastArm = 30;     // mm: of the origin's axes
+constexpr std::size_t MostOrderTexts = 1500;
 constexpr double FullTurn = 359.999; // degrees; one arc of SVG cannot close
 
 // Plain values, since drawing programs know no variables of CSS.
@@ -33,11 +34,11 @@ constexpr std::string_view Style = R"(
 .left{fill:none;stroke:#d00000;stroke-width:2.5;stroke-dasharray:7 3}
 .only-first{fill:none;stroke:#d00000;stroke-width:1.6}
 .only-second{fill:none;stroke:#d00000;stroke-width:4.5;stroke-dasharray:3 5}
-.origin{fill:none;stroke:#a3201a;stroke-width:1.2}.axis{fill:#a3201a}.title,.small{fill:#2b2418}
+.origin{fill:none;stroke:#a3201a;stroke-width:1.2}.axis{fill:#a3201a}.title,.small,.number{fill:#2b2418}
 @media (prefers-color-scheme:dark){
 .paper{fill:#1d1a16}.face{fill:#5d4a2f;stroke:#c9b48c}.fold{fill:#4b3b25;stroke:#c9b48c}
 .band{stroke:#e2b469}.blade,.blade-middle{stroke:#b9cf7c}.way{stroke:#f0e8da}.lead,.start{stroke:#66c4ee}
-.arrow,.title,.small{fill:#f0e8da}.hole{stroke:#f3e3c4;fill:#f3e3c4}.unknown,.row{stroke:#f3e3c4}
+.arrow,.title,.small,.number{fill:#f0e8da}.hole{stroke:#f3e3c4;fill:#f3e3c4}.unknown,.row{stroke:#f3e3c4}
 .drawn{stroke:#8db8f0}.left,.only-first,.only-second{stroke:#ff5c5c}
 .rapid{stroke:#9b9384}.origin{stroke:#ff8f85}.axis{fill:#ffc2bb}}
 )";
@@ -61,7 +62,7 @@ std::string Attribute(std::string_view name, const std::string& value)
 class Drawer {
   public:
     Drawer(const Scene& scene, const PictureTitle& title);
-    std::string Element() const;
+    std::string Element(bool withOrder) const;
     std::string BoxOf(const SceneView& view) const;
 
   private:
@@ -86,6 +87,7 @@ class Drawer {
     std::string Only(const SceneItem& item) const;
     std::string Item(const SceneItem& item) const;
     std::string DrawnShapes() const;
+    std::string Order() const;
     std::string Titles() const;
 
     const Scene& Panel;
@@ -299,6 +301,18 @@ std::string Drawer::DrawnShapes() const
     return text + "</g>\n";
 }
 
+// Of the first ones: more could not be told apart.
+std::string Drawer::Order() const
+{
+    std::string text = "<g class=\"order off\">\n";
+    for (std::size_t i = 0; i < std::min(Panel.Items.size(), MostOrderTexts); ++i) {
+        const PathPoint& at = Panel.Items[i].At;
+        text +=
+            Text("number", {at.X + Letter * 0.2, at.Y + Letter * 0.2}, Letter * 0.7, std::to_string(i + 1));
+    }
+    return text + "</g>\n";
+}
+
 std::string Drawer::Titles() const
 {
     const double top = Panel.Sheet.Y + Panel.Sheet.Height + Head;
@@ -310,7 +324,7 @@ std::string Drawer::Titles() const
     return text;
 }
 
-std::string Drawer::Element() const
+std::string Drawer::Element(bool withOrder) const
 {
     const std::string width = Number(Panel.Sheet.Width), height = Number(Panel.Sheet.Height + Head);
     std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"sheet\" viewBox=\"0 0 " + width +
@@ -329,7 +343,7 @@ std::string Drawer::Element() const
         for (const SceneItem& item : Panel.Items)
             if (small == (item.Shape != WorkShape::Route && item.Shape != WorkShape::Saw))
                 text += Item(item);
-    return text + DrawnShapes() + Origin() + "</svg>\n";
+    return text + DrawnShapes() + (withOrder ? Order() : "") + Origin() + "</svg>\n";
 }
 
 std::string Drawer::BoxOf(const SceneView& view) const
@@ -370,9 +384,9 @@ std::string SvgViewOf(const Scene& scene, const PictureTitle& title, const Scene
     return Drawer(scene, title).BoxOf(view);
 }
 
-std::string SvgElement(const Scene& scene, const PictureTitle& title)
+std::string SvgElement(const Scene& scene, const PictureTitle& title, bool withOrder)
 {
-    return Drawer(scene, title).Element();
+    return Drawer(scene, title).Element(withOrder);
 }
 
 std::string SvgPicture(const Scene& scene, const PictureTitle& title)

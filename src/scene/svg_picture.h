@@ -18,7 +18,8 @@ struct PictureTitle {
 // The whole file.
 std::string SvgPicture(const Scene& scene, const PictureTitle& title);
 // The element <svg> alone, for a page that has the style of PictureStyle.
-std::string SvgElement(const Scene& scene, const PictureTitle& title);
+// `withOrder`: the numbers of the operations too, hidden while their group has the class "off".
+std::string SvgElement(const Scene& scene, const PictureTitle& title, bool withOrder = false);
 std::string PictureStyle();
 // The part of that element that shows one view, as its viewBox.
 std::string SvgViewOf(const Scene& scene, const PictureTitle& title, const SceneView& view);

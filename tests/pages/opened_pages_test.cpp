@@ -98,6 +98,15 @@ void ExpectClicksBesides(const Json& use)
         ExpectLine(use, click, click["line"]);
 }
 
+// A row for each operation, whose button leads to its line.
+void ExpectRows(const Json& use)
+{
+    EXPECT_EQ(use["rows"], use["items"].size());
+    ASSERT_FALSE(use["rowClicks"].empty());
+    for (const Json& click : use["rowClicks"])
+        ExpectLine(use, click, click["line"]);
+}
+
 void ExpectLegend(const Json& use)
 {
     std::size_t counted = 0;
@@ -118,7 +127,8 @@ void ExpectButtons(const Json& use)
 {
     for (const Json& toggle : use["toggles"]) {
         if (toggle["isThere"]) {
-            EXPECT_EQ(toggle["hidden"], Json::array({false, true, false})) << toggle;
+            const bool isOff = toggle["name"] == "order"; // at first
+            EXPECT_EQ(toggle["hidden"], Json::array({isOff, !isOff, isOff})) << toggle;
         } else {
             EXPECT_FALSE(toggle["hasShapes"]) << toggle;
         }
@@ -173,6 +183,7 @@ void ExpectUse(const Json& use, bool isFirst)
     ExpectSlider(use);
     ExpectClicks(use);
     ExpectClicksBesides(use);
+    ExpectRows(use);
     ExpectLegend(use);
     ExpectButtons(use);
     ExpectKeys(use["keys"], isFirst);

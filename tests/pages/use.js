@@ -71,8 +71,9 @@ function legend(at) {
     });
 }
 
+// The order is off at first.
 function toggles(at) {
-    return ['rapids', 'drawing'].map(name => {
+    return ['rapids', 'drawing', 'order'].map(name => {
         const button = at.page.querySelector('[data-' + name + ']'), shapes = at.page.querySelector('.' + name);
         if (!button)
             return {name, isThere: false, hasShapes: shapes !== null};
@@ -171,6 +172,13 @@ async function use(page) {
         press(line);
         return {line: at.lines.indexOf(line) + 1, ...state(at)};
     });
+    is.rows = page.querySelectorAll('details tr').length - 1;
+    page.querySelector('details').open = true;
+    is.rowClicks = spread([...page.querySelectorAll('[data-go]')], 8).map(button => {
+        press(button);
+        return {line: Number(button.dataset.go), ...state(at)};
+    });
+    page.querySelector('details').open = false;
     slideTo(at, is.max);
     is.legend = legend(at);
     is.toggles = toggles(at);
