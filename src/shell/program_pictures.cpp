@@ -23,15 +23,25 @@ namespace {
 constexpr std::uint64_t LargestProgram = std::uint64_t{64} << 20; // bytes that are read for a picture
 constexpr std::size_t MostNoted = 1000;                           // drawings; the oldest is forgotten
 constexpr std::size_t MostDrawn = 50;                             // of these, with their shapes
+constexpr std::size_t MostEntities = 400'000;                     // that all of those have together
 constexpr double MillimetresOfInch = 25.4;
 
 std::deque<ProgramsOfDrawing> Noted;
 std::size_t NotedCount = 0;
 
-void ForgetDrawn(ProgramsOfDrawing& programs)
+// A batch of large drawings must not fill the memory: of the oldest the programs alone are kept.
+void ForgetMostDrawn()
 {
-    programs.Drawn = {};
-    programs.Origins = {};
+    std::size_t kept = 0, entities = 0;
+    for (auto programs = Noted.rbegin(); programs != Noted.rend(); ++programs) {
+        entities += programs->Drawn.size() + programs->Origins.Entities.size();
+        if (++kept == 1 || (kept <= MostDrawn && entities <= MostEntities))
+            continue;
+        programs->Drawn = {};
+        programs->Origins.Entities = {};
+        for (ProgramOrigins& program : programs->Origins.Programs)
+            program.Lines = {}; // its edge stays
+    }
 }
 
 bool IsInInches(std::string_view text)
@@ -95,9 +105,8 @@ void NoteProgramsOfJob(std::string_view drawing)
     programs.Facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
     programs.Facts.UpperAndLowerExchanged = Val(Config.Origin) != 0;
     programs.Number = ++NotedCount;
-    if (Noted.size() >= MostDrawn)
-        ForgetDrawn(Noted[Noted.size() - MostDrawn]);
     Noted.push_back(std::move(programs));
+    ForgetMostDrawn();
     if (Noted.size() > MostNoted)
         Noted.pop_front();
 }
