@@ -8,13 +8,13 @@
 #include "console/program_pictures.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
-#include "job/program_check.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
 #include "scene/overlay.h"
 #include "shell/drawing_overlay.h"
+#include "shell/finding_marks.h"
 #include "shell/program_origins.h"
 #include "shell/program_pictures.h"
 #include "state/run.h"
@@ -42,30 +42,6 @@ void DrawProgram(PictureRun& run, const std::string& file)
         AddPicture(run, program);
 }
 
-// Crosses where the check found something, if it was asked for.
-void AddFindings(std::vector<DrawnShape>& drawn)
-{
-    constexpr double arm = 6; // mm
-    if (!ProofOfJob.IsDone)
-        return;
-    for (const Finding& finding : ProofOfJob.Found.Findings) {
-        if (finding.On != Plane::Surface || finding.Kind == FindingKind::NotUnderstood)
-            continue;
-        DrawnShape cross;
-        for (const double side : {-arm, arm}) {
-            Move line;
-            line.From = {finding.At.X - arm, finding.At.Y - side};
-            line.To = {finding.At.X + arm, finding.At.Y + side};
-            cross.Way.push_back(line);
-        }
-        cross.IsLeft = true;
-        cross.Text = "check: " + FindingName(finding.Kind) +
-                     (finding.Millimetres > 0 ? ", " + LengthForPeople(finding.Millimetres) + " mm" : "") +
-                     (finding.What.empty() ? "" : ", " + finding.What);
-        drawn.push_back(std::move(cross));
-    }
-}
-
 void DrawDrawing(PictureRun& run, const std::string& drawing)
 {
     const StepsRecorded recorded; // the programs reach no disk
@@ -81,7 +57,7 @@ void DrawDrawing(PictureRun& run, const std::string& drawing)
     ProgramFacts facts = FactsOfCall(run.Line);
     facts.From = {Run.OriginRight != 0, Run.OriginTop != 0};
     std::vector<DrawnShape> drawn = DrawnShapesOfRun();
-    AddFindings(drawn);
+    AddFindingMarks(drawn);
     const DrawingOrigins origins = OriginsOfRun();
     for (const OutputStep& step : Outputs.Steps)
         if (step.Kind == StepKind::Program) {

@@ -12,6 +12,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/drawing_overlay.h"
+#include "shell/finding_marks.h"
 #include "shell/program_origins.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -96,6 +97,7 @@ void NoteProgramsOfJob(std::string_view drawing)
         return;
     ProgramsOfDrawing programs;
     programs.Drawn = std::move(drawn);
+    AddFindingMarks(programs.Drawn);
     programs.Origins = std::move(origins);
     programs.Drawing = drawing;
     for (const std::string& file : JobFiles())

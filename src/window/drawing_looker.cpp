@@ -272,6 +272,7 @@ int AnswerLook()
     for (const SettingText& setting : settings)
         static_cast<void>(OverrideSetting(setting.Key, setting.Value)); // names of files beside them are none
     Config.CarryOver = "clean";
+    Config.Check = "no"; // its lines would be nobody's
     return output.write(LineOf(LookAtDrawing(drawing, static_cast<Int>(system)))) > 0 ? 0 : 1;
 }
 

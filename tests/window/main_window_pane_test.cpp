@@ -290,6 +290,28 @@ TEST_F(MainWindowPaneTest, ALineOfTheReportShowsItsOperationOrItsEntity)
     EXPECT_NE(Window->Program->Selected(), NoItem);
 }
 
+// A notch of 3 mm for a tool of 16: what the check finds is marked, and its line leads there.
+TEST_F(MainWindowPaneTest, WhatTheCheckFindsIsMarkedInThePicture)
+{
+    PutDrawing("notch.dxf",
+               test::Polyline("ROUTE2_Z18_T71_L8_F3000",
+                              {{100, 100}, {300, 100}, {300, 200}, {297, 200}, {297, 104}, {100, 104}},
+                              test::Pair(70, "1")));
+    OpenWithPane();
+    Config.Check = "yes";
+    Convert("notch.dxf");
+    std::size_t marks = 0;
+    for (const DrawnShape& shape : PaneScene().Drawn)
+        if (shape.Text.starts_with("check: ")) {
+            ++marks;
+            EXPECT_TRUE(shape.IsLeft);
+            EXPECT_EQ(shape.Way.size(), 2U);
+        }
+    EXPECT_GT(marks, 0U) << ReportLines().size();
+    ClickReport("the tool does not fit");
+    EXPECT_NE(Window->Program->Selected(), NoItem);
+}
+
 TEST_F(MainWindowPaneTest, AFaultyTableOfToolsIsNamed)
 {
     Place.Write("Tools.cfg", "12 chisel\r\n");
