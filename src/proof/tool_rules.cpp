@@ -82,8 +82,9 @@ class ToolRules {
                 JudgeDepth(use, number, program);
                 if (!IsKnown(use, number) && told.insert(number).second)
                     Tell(FindingKind::UnknownTool, use, program, use.Tool);
-                if (const char kind = KindOf(number); IsOfFirstGroup(steps.Tools, use.Tool, number) &&
-                                                      !Suits(use, kind) && toldKinds.insert(number).second)
+                if (const char kind = KindOf(number, steps.Tools);
+                    IsOfFirstGroup(steps.Tools, use.Tool, number) && !Suits(use, kind) &&
+                    toldKinds.insert(number).second)
                     Tell(FindingKind::OtherTool, use, program,
                          NameOfUse(use) + " with the tool " + use.Tool + ", which is " + NameOfKind(kind));
             }
@@ -100,11 +101,12 @@ class ToolRules {
         return !isDrillOfHead && Kinds.count(use.Kind) == 0;
     }
     // As in Tools.cfg; 0: no table says it.
-    char KindOf(int number) const
+    char KindOf(int number, ToolNames names) const
     {
         if (const auto tool = Tools.Shop.find(number); tool != Tools.Shop.end())
             return tool->second.Kind;
-        return IsOnHead(Tools, number) && Tools.Head[static_cast<std::size_t>(number)].Drills ? 'D' : '\0';
+        const bool isOfHead = names == ToolNames::WithGroup && IsOnHead(Tools, number);
+        return isOfHead && Tools.Head[static_cast<std::size_t>(number)].Drills ? 'D' : '\0';
     }
     // A router may bore, and a router of the head is called so in no table.
     static bool Suits(const ToolUse& use, char kind)

@@ -253,7 +253,7 @@ TEST_F(Planting, NearlyAllFaultsOfContoursAreFound)
 // The wood is the same; what the machine would do is not.
 TEST_F(Planting, FaultsThatTheWoodDoesNotShowAreAllFound)
 {
-    const test::Shop shop(test::Control::Cnc90);
+    test::Shop shop(test::Control::Cnc90);
     const test::AtStage border("border", [this] { Asked = DemandsOfRun(); });
     ASSERT_TRUE(shop.Home.Convert(Example("countertop.dxf"))) << shop.Home.ReportText();
     const std::vector<std::string> lines = shop.Home.Program();
