@@ -218,7 +218,7 @@ struct Planting : testing::Test {
     }
 };
 
-std::string WithoutWord(std::string line, const std::string& word)
+std::string LineWithoutWord(std::string line, const std::string& word)
 {
     const std::size_t at = line.find(word);
     const std::size_t end = std::min(line.find_first_not_of("0123456789.", at + word.size()), line.size());
@@ -268,22 +268,23 @@ TEST_F(Planting, FaultsThatTheWoodDoesNotShowAreAllFound)
     for (std::size_t i = 0; i < lines.size(); ++i) {
         std::vector<std::string> planted = lines;
         if (lines[i].starts_with("G88") && lines[i].find("T01") != std::string::npos) {
-            planted[i] = WithoutWord(lines[i], "T01");
+            planted[i] = LineWithoutWord(lines[i], "T01");
             planted[i].insert(lines[i].find("T01"), "T0198");
             const std::vector<Finding> found = findings(planted);
             ++numbers;
             EXPECT_TRUE(std::any_of(found.begin(), found.end(), [i](const Finding& finding) {
                 return finding.Kind == FindingKind::UnknownTool && finding.Line == i + 1;
             })) << planted[i];
-        } else if (lines[i].starts_with("G") && lines[i].find("G90F") != std::string::npos) {
-            planted[i] = WithoutWord(lines[i], "F");
+        } else if (lines[i].find("F") != std::string::npos && !lines[i].starts_with("G8") && i > 1) {
+            if (++feeds % 3 != 0 && test::Rounds(1) == 1)
+                continue;
+            planted[i] = LineWithoutWord(lines[i], "F");
             const std::vector<Finding> found = findings(planted);
-            ++feeds;
             ASSERT_EQ(found.size(), 1U) << planted[i];
             EXPECT_EQ(found[0].Kind, FindingKind::NoFeed);
         }
     }
-    EXPECT_GT(feeds, 20);
+    EXPECT_GT(feeds, 60);
     EXPECT_GT(numbers, 2);
 }
 
