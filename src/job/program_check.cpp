@@ -70,8 +70,18 @@ Message MessageOf(FindingKind kind)
         return Message::ToolInNoTable;
     case FindingKind::ShortTool:
         return Message::ToolTooShort;
+    case FindingKind::OtherTool:
+        return Message::ToolOfOtherKind;
     case FindingKind::NoFeed:
         return Message::RouteWithoutFeed;
+    case FindingKind::TooDeep:
+        return Message::CutBelowPanel;
+    case FindingKind::InTheAir:
+        return Message::RouteInTheAir;
+    case FindingKind::Rapid:
+        return Message::RapidInWood;
+    case FindingKind::ArcAstray:
+        return Message::ArcEndsDisagree;
     case FindingKind::NotUnderstood:
         break;
     }

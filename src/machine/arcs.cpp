@@ -27,7 +27,9 @@ bool TurnPart(Move& move, const PathPoint& centre, const PathPoint& to, bool lef
     move.Centre = centre;
     move.To = to;
     move.Sweep = Turn(DirectionTo(centre, move.From), DirectionTo(centre, to), left, 0);
-    return radius > 0 && std::fabs(Between(centre, to) - radius) <= PlaceRounding;
+    const double gap = std::fabs(Between(centre, to) - radius);
+    move.ArcGap = gap > PlaceRounding ? gap : 0;
+    return radius > 0 && gap <= PlaceRounding;
 }
 
 } // namespace
@@ -62,7 +64,11 @@ bool TurnByRadius(Move& move, const PathPoint& to, double radius, bool left)
     aside *= left == (radius > 0) ? 1 : -1;
     const PathPoint centre{(from.X + to.X) / 2 - aside * (to.Y - from.Y) / chord,
                            (from.Y + to.Y) / 2 + aside * (to.X - from.X) / chord};
-    return TurnPart(move, centre, to, left) && chord <= 2 * r + PlaceRounding;
+    const bool sound = TurnPart(move, centre, to, left);
+    if (chord <= 2 * r + PlaceRounding)
+        return sound;
+    move.ArcGap = chord - 2 * r;
+    return false;
 }
 
 bool TurnThrough(Move& move, const PathPoint& middle, const PathPoint& to)

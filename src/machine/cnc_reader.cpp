@@ -1,5 +1,6 @@
 #include "machine/cnc_reader.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -98,6 +99,7 @@ struct CncProgram {
     bool TakeRadiusArc(const BlockWords& words, bool left);
     bool TakeCentreArc(const BlockWords& words, bool left);
     bool TakeThreePointArc(const BlockWords& words, bool left);
+    void KeepRapid(const BlockWords& words);
     bool TakeMove(const BlockWords& words);
     bool TakeBlock(const BlockWords& words);
     bool TakeOperation(const BlockWords& words);
@@ -275,6 +277,27 @@ bool CncProgram::TakeThreePointArc(const BlockWords& words, bool left)
     return sound && known && (move.Sweep > 0) == (left == (From.Right == From.Top));
 }
 
+// The route goes on from where it was: whether the control came back there nobody knows.
+void CncProgram::KeepRapid(const BlockWords& words)
+{
+    const RouterCut& cut = Steps.Cuts.back();
+    const double wasX = X, wasY = Y, wasZ = Z;
+    RapidMove rapid;
+    rapid.On = On;
+    rapid.From = cut.Moves.empty() ? cut.Start : cut.Moves.back().To;
+    rapid.Depth = cut.Moves.empty() ? cut.StartDepth : cut.Moves.back().DepthTo;
+    rapid.Line = Number;
+    if (MoveTo(words)) {
+        rapid.To = At();
+        rapid.Depth = std::max(rapid.Depth, Depth());
+        Steps.Rapids.push_back(rapid);
+        ++Moves;
+    }
+    X = wasX;
+    Y = wasY;
+    Z = wasZ;
+}
+
 bool CncProgram::TakeMove(const BlockWords& words)
 {
     if (!Open)
@@ -326,6 +349,8 @@ bool CncProgram::TakeBlock(const BlockWords& words)
         return false;
     if (code == 92)
         return true; // where the panel lies on the machine
+    if (code == 0 && Open && !AreAllStepsTaken(Steps, Moves))
+        KeepRapid(words);
     Feed = words.Or('F', 0);
     if (!groove && !words.Chooses(90))
         return false;

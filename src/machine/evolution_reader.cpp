@@ -196,7 +196,10 @@ bool EvolutionProgram::TakeArc(const SideOperation& operation)
     AddMove(operation, move, depth.value_or(0));
     // Where the radius is there too it is the same to seven digits; below 0 for the long way round.
     const double told = radiusText ? std::fabs(*stated) * Sections.Unit : radius;
-    return depth && radius > 0 && std::fabs(told - radius) < 0.02 + radius * 1e-6;
+    const double gap = std::fabs(told - radius);
+    const bool agrees = gap < 0.02 + radius * 1e-6;
+    Steps.Cuts.back().Moves.back().ArcGap = agrees ? 0 : gap;
+    return depth && radius > 0 && agrees;
 }
 
 bool EvolutionProgram::TakeGroove(const SideOperation& operation, bool alongX)

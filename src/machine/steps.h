@@ -28,6 +28,18 @@ struct Move {
     double DepthFrom = 0, DepthTo = 0; // mm below the plane
     double Feed = 0;                   // as the program has it, 0: it names none
     std::size_t Line = 0;              // of the program
+    // By how much an arc's ends and its centre or radius disagree, where that is more than rounding: mm. Its
+    // line is unread too.
+    double ArcGap = 0;
+};
+
+// A way at the speed between operations that stands within a route. No writer makes one, so its line is
+// unread too.
+struct RapidMove {
+    Plane On = Plane::Surface;
+    PathPoint From, To;
+    double Depth = 0; // the greater one of its ends
+    std::size_t Line = 0;
 };
 
 // From a start of the router to the next: the way as programmed, beside which the tool runs.
@@ -84,6 +96,7 @@ struct MachineSteps {
     std::vector<Bore> Bores;
     std::vector<BoreRow> Rows;
     std::vector<SawCut> Saws;
+    std::vector<RapidMove> Rapids;
     std::vector<std::string> Unread; // lines that could not be understood, with their number
     std::size_t UnreadCount = 0;     // how many there are, of which Unread has the first ones
 };

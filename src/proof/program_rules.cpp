@@ -1,12 +1,14 @@
 #include "proof/program_rules.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
+#include <cstddef>
 #include <string>
 #include <utility>
 
 #include "machine/tool_way.h"
+#include "proof/depth_rules.h"
+#include "proof/piece_cover.h"
+#include "proof/tool_rules.h"
 
 namespace kv {
 
@@ -72,100 +74,97 @@ void TellOffPanel(Proof& proof, const WoodPlan& plan)
     }
 }
 
-// --- tools
+// --- saws and rows of drills
 
-struct ToolUse {
-    Plane On = Plane::Surface;
-    PathPoint At;
-    double Depth = 0;
-    std::size_t Line = 0;
-    std::string Tool;
-    char Kind = 'R'; // as in Tools.cfg
-};
-
-double DepthOf(const RouterCut& cut)
+PieceBox BoxBetween(const PathPoint& from, const PathPoint& to, double around)
 {
-    double depth = cut.StartDepth;
-    for (const Move& move : cut.Moves)
-        depth = std::max({depth, move.DepthFrom, move.DepthTo});
-    return depth;
+    Move line;
+    line.From = from;
+    line.To = to;
+    return BoxOfPiece(line, around);
 }
 
-std::vector<ToolUse> UsesOf(const MachineSteps& steps)
+// A saw of unknown width may reach so far beside its way.
+constexpr double WidthOfUnknown = 10; // mm
+
+bool IsGrooveAskedIn(const PieceBox& box, const Demands& asked)
 {
-    std::vector<ToolUse> uses;
-    for (const Bore& bore : steps.Bores)
-        uses.push_back({bore.On, bore.At, bore.Depth, bore.Line, bore.Tool, 'D'});
-    for (const BoreRow& row : steps.Rows)
-        uses.push_back({Plane::Surface, row.From, row.Depth, row.Line, row.Tool, 'D'});
-    for (const SawCut& saw : steps.Saws)
-        uses.push_back({Plane::Surface, saw.From, saw.Depth, saw.Line, saw.Tool, 'S'});
-    for (const RouterCut& cut : steps.Cuts)
-        uses.push_back({cut.On, cut.Start, DepthOf(cut), cut.Line, cut.Tool, 'R'});
-    std::stable_sort(uses.begin(), uses.end(),
-                     [](const ToolUse& a, const ToolUse& b) { return a.Line < b.Line; });
-    return uses;
+    return std::any_of(asked.Grooves.begin(), asked.Grooves.end(), [&](const AskedGroove& groove) {
+        return !IsBeside(BoxBetween(groove.From, groove.To, std::max(groove.Width, groove.Kerf)), box, 0);
+    });
 }
 
-class ToolRules {
-  public:
-    ToolRules(Proof& proof, const ToolTable& tools, double tolerance)
-        : All(proof), Tools(tools), Tolerance(tolerance)
-    {
-        for (const auto& [number, tool] : tools.Shop)
-            Kinds.insert(tool.Kind);
-    }
+bool IsBoreAskedIn(const PieceBox& box, const Demands& asked)
+{
+    return std::any_of(asked.Bores.begin(), asked.Bores.end(), [&](const AskedBore& bore) {
+        return bore.On == Plane::Surface && !IsBeside({bore.At, bore.At}, box, 0);
+    });
+}
 
-    void Judge(const MachineSteps& steps, std::size_t program)
-    {
-        std::set<int> told; // each tool once
-        for (const ToolUse& use : UsesOf(steps))
-            for (const int number : ToolNumbersOf(steps.Tools, use.Tool)) {
-                if (All.IsFull())
-                    return;
-                JudgeDepth(use, number, program);
-                if (!IsKnown(use, number) && told.insert(number).second)
-                    Tell(FindingKind::UnknownTool, use, program, use.Tool);
-            }
-    }
+void TellBesidePanel(Proof& proof, const PathPoint& at, double depth, std::size_t program, std::size_t line)
+{
+    Finding finding;
+    finding.Kind = FindingKind::OffPanel;
+    finding.At = at;
+    finding.Depth = depth;
+    finding.Program = program;
+    finding.Line = line;
+    proof.Findings.push_back(std::move(finding));
+}
 
-  private:
-    // Without a table of that kind of tool nobody can say.
-    bool IsKnown(const ToolUse& use, int number) const
-    {
-        if (IsOnHead(Tools, number) || Tools.Shop.count(number) > 0)
-            return true;
-        const bool isDrillOfHead =
-            use.Kind == 'D' && Tools.Head.size() > 1 && static_cast<std::size_t>(number) < Tools.Head.size();
-        return !isDrillOfHead && Kinds.count(use.Kind) == 0;
+// Single bores are proved by their places.
+void TellSawsAndRowsOffPanel(Proof& proof, const WoodPlan& plan, const MachineSteps& steps,
+                             std::size_t program)
+{
+    const PieceBox wood = WoodBox(Plane::Surface, plan.Asked);
+    for (const SawCut& saw : steps.Saws) {
+        const PieceBox box = BoxBetween(saw.From, saw.To, saw.Width > 0 ? saw.Width : WidthOfUnknown);
+        if (IsBeside(box, wood, plan.Tolerance) && !IsGrooveAskedIn(box, plan.Asked) && !proof.IsFull())
+            TellBesidePanel(proof, saw.To, saw.Depth, program, saw.Line);
     }
-    void JudgeDepth(const ToolUse& use, int number, std::size_t program)
-    {
-        const auto tool = Tools.Shop.find(number);
-        if (tool == Tools.Shop.end() || !(tool->second.Deepest > 0) ||
-            use.Depth <= tool->second.Deepest + Tolerance)
-            return;
-        Tell(FindingKind::ShortTool, use, program,
-             use.Tool + ", whose largest depth is " + MillimetreText(tool->second.Deepest));
+    for (const BoreRow& row : steps.Rows) {
+        const PieceBox box = BoxBetween(row.From, row.To, plan.Tolerance);
+        if (IsBeside(box, wood, plan.Tolerance) && !IsBoreAskedIn(box, plan.Asked) && !proof.IsFull())
+            TellBesidePanel(proof, row.To, row.Depth, program, row.Line);
     }
-    void Tell(FindingKind kind, const ToolUse& use, std::size_t program, std::string what)
-    {
+}
+
+// --- moves
+
+void TellRapids(Proof& proof, const WoodPlan& plan, const MachineSteps& steps, std::size_t program)
+{
+    for (const RapidMove& rapid : steps.Rapids) {
+        if (rapid.Depth <= plan.Tolerance || proof.IsFull() ||
+            IsBeside(BoxBetween(rapid.From, rapid.To, 0), WoodBox(rapid.On, plan.Asked), 0))
+            continue;
         Finding finding;
-        finding.Kind = kind;
-        finding.On = use.On;
-        finding.At = use.At;
-        finding.Depth = use.Depth;
+        finding.Kind = FindingKind::Rapid;
+        finding.On = rapid.On;
+        finding.At = rapid.To;
+        finding.Depth = rapid.Depth;
         finding.Program = program;
-        finding.Line = use.Line;
-        finding.What = std::move(what);
-        All.Findings.push_back(std::move(finding));
+        finding.Line = rapid.Line;
+        proof.Findings.push_back(std::move(finding));
     }
+}
 
-    Proof& All;
-    const ToolTable& Tools;
-    double Tolerance;
-    std::set<char> Kinds; // that Tools.cfg has
-};
+void TellArcsAstray(Proof& proof, const MachineSteps& steps, std::size_t program)
+{
+    for (const RouterCut& cut : steps.Cuts)
+        for (const Move& move : cut.Moves) {
+            if (!(move.ArcGap > 0) || proof.IsFull())
+                continue;
+            Finding finding;
+            finding.Kind = FindingKind::ArcAstray;
+            finding.On = cut.On;
+            finding.At = move.To;
+            finding.Depth = move.DepthTo;
+            finding.Millimetres = move.ArcGap;
+            finding.Program = program;
+            finding.Line = move.Line;
+            proof.Findings.push_back(std::move(finding));
+        }
+}
 
 // --- feeds
 
@@ -195,16 +194,47 @@ void TellWithoutFeed(Proof& proof, const MachineSteps& steps, std::size_t progra
     proof.Findings.push_back(std::move(finding));
 }
 
+// One finding for each program too: routes that name a feed, though not on all of their moves.
+void TellMovesWithoutFeed(Proof& proof, const MachineSteps& steps, std::size_t program)
+{
+    const auto hasFeed = [](const Move& move) { return move.Feed > 0; };
+    std::ptrdiff_t count = 0;
+    Finding finding;
+    for (const RouterCut& cut : steps.Cuts) {
+        const auto first = std::find_if_not(cut.Moves.begin(), cut.Moves.end(), hasFeed);
+        if (!NamesFeed(cut) || first == cut.Moves.end())
+            continue;
+        if (count == 0) {
+            finding.On = cut.On;
+            finding.At = first->From;
+            finding.Depth = first->DepthFrom;
+            finding.Line = first->Line;
+        }
+        count += cut.Moves.end() - first - std::count_if(first, cut.Moves.end(), hasFeed);
+    }
+    if (count == 0 || proof.IsFull())
+        return;
+    finding.Kind = FindingKind::NoFeed;
+    finding.Program = program;
+    finding.What = "this move names no feed, others of its route do";
+    finding.What += count > 1 ? "; " + std::to_string(count - 1) + " more moves name none" : "";
+    proof.Findings.push_back(std::move(finding));
+}
+
 } // namespace
 
 void ProveRules(Proof& proof, const WoodPlan& plan, const std::vector<MachineSteps>& programs,
                 const ToolTable& tools)
 {
     TellOffPanel(proof, plan);
-    ToolRules rules(proof, tools, plan.Tolerance);
+    ProveDepths(proof, plan, programs);
+    ProveTools(proof, programs, tools, plan.Tolerance);
     for (std::size_t program = 0; program < programs.size(); ++program) {
-        rules.Judge(programs[program], program);
+        TellSawsAndRowsOffPanel(proof, plan, programs[program], program);
+        TellRapids(proof, plan, programs[program], program);
+        TellArcsAstray(proof, programs[program], program);
         TellWithoutFeed(proof, programs[program], program);
+        TellMovesWithoutFeed(proof, programs[program], program);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <set>
+#include <utility>
 
 #include "proof/bore_proof.h"
 #include "proof/groove_proof.h"
@@ -30,14 +32,27 @@ void TellNarrowWays(Proof& proof, const WoodPlan& plan)
     }
 }
 
+// A line of which a finding says what is wrong with it is not told again.
+std::set<std::pair<std::size_t, std::size_t>> LinesExplained(const Proof& proof)
+{
+    std::set<std::pair<std::size_t, std::size_t>> lines;
+    for (const Finding& finding : proof.Findings)
+        if (finding.Kind == FindingKind::ArcAstray || finding.Kind == FindingKind::Rapid)
+            lines.emplace(finding.Program, finding.Line);
+    return lines;
+}
+
 void TellUnreadLines(Proof& proof, const std::vector<MachineSteps>& programs)
 {
+    const std::set<std::pair<std::size_t, std::size_t>> explained = LinesExplained(proof);
     for (std::size_t program = 0; program < programs.size(); ++program)
         for (const std::string& text : programs[program].Unread) {
             Finding finding;
             finding.Kind = FindingKind::NotUnderstood;
             finding.Program = program;
             finding.Line = std::strtoul(text.c_str(), nullptr, 10); // "7: G4F2"
+            if (explained.count({program, finding.Line}) > 0)
+                continue;
             finding.What = text;
             proof.Findings.push_back(std::move(finding));
         }
@@ -64,8 +79,18 @@ std::string FindingName(FindingKind kind)
         return "unknown tool";
     case FindingKind::ShortTool:
         return "short tool";
+    case FindingKind::OtherTool:
+        return "other tool";
     case FindingKind::NoFeed:
         return "no feed";
+    case FindingKind::TooDeep:
+        return "too deep";
+    case FindingKind::InTheAir:
+        return "in the air";
+    case FindingKind::Rapid:
+        return "rapid at depth";
+    case FindingKind::ArcAstray:
+        return "arc astray";
     case FindingKind::NotUnderstood:
         return "line not understood";
     }

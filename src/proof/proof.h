@@ -21,7 +21,12 @@ enum class FindingKind {
     OffPanel,     // a route that no way of the drawing asks for, beside all wood
     UnknownTool,  // that no table of the shop has
     ShortTool,    // it works deeper than the shop's table allows
+    OtherTool,    // a route with a drill, a groove with a router
     NoFeed,       // routes that name none
+    TooDeep,      // below the panel, deeper than anything there is asked for
+    InTheAir,     // a route that nowhere comes down to the wood
+    Rapid,        // at depth, over wood
+    ArcAstray,    // its ends and its centre do not agree
     NotUnderstood // a line of a program
 };
 std::string FindingName(FindingKind kind); // "left standing"

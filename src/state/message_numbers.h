@@ -273,6 +273,11 @@ enum class Message : int {
     ToolInNoTable = 914,
     ToolTooShort = 915,
     RouteWithoutFeed = 916,
+    ArcEndsDisagree = 917,
+    RapidInWood = 918,
+    CutBelowPanel = 919,
+    RouteInTheAir = 920,
+    ToolOfOtherKind = 921,
 };
 
 } // namespace kv

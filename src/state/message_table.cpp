@@ -1068,8 +1068,29 @@ constexpr MessagePage Pages[] = {
      "Tools.cfg gives the tool a largest depth, and the program goes deeper.",
      "Take a longer tool, or go down in several passes."},
     {Message::RouteWithoutFeed, Doubt, MarkRed, "{program}, line {at}: {what}", "",
-     "No move of the route has a feed: the control takes whatever it had before.",
-     "Name the feed (F) in the layer."},
+     "A route, or a move of one, has no feed: the control takes whatever it had before.",
+     "Name the feed (F) in the layer; FA alone leaves the lines without one."},
+    {Message::ArcEndsDisagree, Doubt, MarkRed,
+     "{program}, line {at}: the arc to X{x} Y{y} on {side} and its centre disagree by {width} mm", "",
+     "Start and end of the arc are not equally far from its centre, or are farther apart than its radius "
+     "allows. Some controls stop there, others cut beside the arc.",
+     "Correct the line; a program as it was written has no such arc."},
+    {Message::RapidInWood, Doubt, MarkRed,
+     "{program}, line {at}: a rapid to X{x} Y{y} on {side} through the wood, {depth} deep", "",
+     "The tool is in the panel when the program moves at the speed between operations.",
+     "Take the line out, or end the route before it."},
+    {Message::CutBelowPanel, Doubt, MarkRed,
+     "{program}, line {at}: {depth} deep at X{x} Y{y} on {side}, {width} mm below all that is asked for", "",
+     "The tool goes deeper than the panel is thick, and deeper than any work of the drawing there: it meets "
+     "the table of the machine.",
+     "Correct the depth in the program, or the depth (Z) of the layer."},
+    {Message::RouteInTheAir, Doubt, MarkRed,
+     "{program}, line {at}: the route from X{x} Y{y} on {side} stays above the wood", "",
+     "No move of the route goes below the surface.",
+     "Correct the depth in the program, or the depth (Z) of the layer."},
+    {Message::ToolOfOtherKind, Doubt, MarkRed, "{program}, line {at}: {what}", "",
+     "By DT.Par or Tools.cfg the tool is not of the kind that the operation needs.",
+     "Correct the tool in the layer's name, or in the table."},
 };
 
 } // namespace

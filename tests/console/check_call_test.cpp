@@ -59,6 +59,24 @@ TEST_F(CheckCall, AProgramIsJudgedInItselfToo)
         EXPECT_TRUE(Holds(json.Output, "\"finding\": \"" + std::string(name) + "\"")) << json.Output;
 }
 
+TEST_F(CheckCall, MovesThatNoControlCouldDoAreNamed)
+{
+    PutEdited("X100Y50Z12", "X100Y50Z12\r\nG88G90G55P5T0171R54=10X100Y200Z8\r\n"
+                            "G3G90G17F3000X200Y210I50J0\r\nG0G90X300Y300Z8\r\n"
+                            "G88G90G55P5T0171R54=10X100Y300Z-4\r\nG1G90F3000X300Y300Z-4");
+    const Ended ended = Run({"check", "door.dxf", "--program", "edited.prg"});
+    EXPECT_EQ(ended.Status, 0) << ended.Errors;
+    for (const char* const line :
+         {"edited.prg, line 5: the arc to X200 Y210 on the face and its centre disagree by 0.99 mm\n",
+          "edited.prg, line 6: a rapid to X300 Y300 on the face through the wood, 8 deep\n",
+          "edited.prg, line 7: the route from X100 Y300 on the face stays above the wood\n"})
+        EXPECT_TRUE(Holds(ended.Output, line)) << line << ended.Output;
+    EXPECT_FALSE(Holds(ended.Output, "not understood")) << ended.Output;
+    const Ended json = Run({"check", "door.dxf", "--program", "edited.prg", "--report", "json"});
+    for (const char* const name : {"arc astray", "rapid at depth", "in the air"})
+        EXPECT_TRUE(Holds(json.Output, "\"finding\": \"" + std::string(name) + "\"")) << json.Output;
+}
+
 TEST_F(CheckCall, TheToleranceIsChosen)
 {
     PutEdited("X100", "X100.3");

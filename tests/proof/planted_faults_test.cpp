@@ -2,6 +2,7 @@
 // wood changes is said by the areas of the tests, whether the fault is found by the check of the product.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iostream>
@@ -217,6 +218,13 @@ struct Planting : testing::Test {
     }
 };
 
+std::string LineWithoutWord(std::string line, const std::string& word)
+{
+    const std::size_t at = line.find(word);
+    const std::size_t end = std::min(line.find_first_not_of("0123456789.", at + word.size()), line.size());
+    return at == std::string::npos ? line : line.erase(at, end - at);
+}
+
 std::string Example(const std::string& name)
 {
     std::ifstream file(std::string(KORVANTI_SOURCE_DIR) + "/examples/drawings/" + name, std::ios::binary);
@@ -240,6 +248,44 @@ TEST_F(Planting, NearlyAllFaultsOfContoursAreFound)
 {
     Try(Example("countertop.dxf"), true);
     ExpectFound(80);
+}
+
+// The wood is the same; what the machine would do is not.
+TEST_F(Planting, FaultsThatTheWoodDoesNotShowAreAllFound)
+{
+    test::Shop shop(test::Control::Cnc90);
+    const test::AtStage border("border", [this] { Asked = DemandsOfRun(); });
+    ASSERT_TRUE(shop.Home.Convert(Example("countertop.dxf"))) << shop.Home.ReportText();
+    const std::vector<std::string> lines = shop.Home.Program();
+    ToolTable tools; // every tool of the program is known
+    for (const RouterCut& cut : ReadProgram(AllOf(lines)).Cuts)
+        tools.Shop[ToolNumberOf(cut.Tool)];
+    const auto findings = [&](const std::vector<std::string>& text) {
+        return Prove(Asked, {ReadProgram(AllOf(text))}, UsualTolerance, tools).Findings;
+    };
+    ASSERT_TRUE(findings(lines).empty());
+    int feeds = 0, numbers = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        std::vector<std::string> planted = lines;
+        if (lines[i].starts_with("G88") && lines[i].find("T01") != std::string::npos) {
+            planted[i] = LineWithoutWord(lines[i], "T01");
+            planted[i].insert(lines[i].find("T01"), "T0198");
+            const std::vector<Finding> found = findings(planted);
+            ++numbers;
+            EXPECT_TRUE(std::any_of(found.begin(), found.end(), [i](const Finding& finding) {
+                return finding.Kind == FindingKind::UnknownTool && finding.Line == i + 1;
+            })) << planted[i];
+        } else if (lines[i].find("F") != std::string::npos && !lines[i].starts_with("G8") && i > 1) {
+            if (++feeds % 3 != 0 && test::Rounds(1) == 1)
+                continue;
+            planted[i] = LineWithoutWord(lines[i], "F");
+            const std::vector<Finding> found = findings(planted);
+            ASSERT_EQ(found.size(), 1U) << planted[i];
+            EXPECT_EQ(found[0].Kind, FindingKind::NoFeed);
+        }
+    }
+    EXPECT_GT(feeds, 60);
+    EXPECT_GT(numbers, 2);
 }
 
 } // namespace
