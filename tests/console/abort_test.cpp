@@ -66,7 +66,7 @@ TEST_F(Abort, TheFirstStopsTheListWithStatusOne)
 
 TEST_F(Abort, TheJsonReportCountsWhatWasNotBegun)
 {
-    constexpr std::size_t drawings = 3000;
+    constexpr std::size_t drawings = 30000; // more than in the two seconds until the first is placed
     const int child = ::fork();
     if (child == 0) {
         Words words(drawings, "door.dxf");
@@ -80,6 +80,7 @@ TEST_F(Abort, TheJsonReportCountsWhatWasNotBegun)
     ::kill(child, SIGINT);
     EXPECT_EQ(StatusOf(child), 1);
     const nlohmann::json document = nlohmann::json::parse(Contents(Folder / "stdout"));
+    ASSERT_TRUE(document.contains("notBegun"));
     EXPECT_EQ(document["drawings"].size() + document["notBegun"].get<std::size_t>(), drawings);
 }
 

@@ -172,7 +172,8 @@ class DisturbedShop : public testing::Test {
     static void Conclude(const FaultCount& count)
     {
         count.Print();
-        EXPECT_LE(count.MissCount() * 20, count.Tried() + 20) << "the calls differ too much from run to run";
+        // A program that watches may meet a tick less: three calls, and one of twenty.
+        EXPECT_LE(count.MissCount() * 20, count.Tried() + 60) << "the calls differ too much from run to run";
         EXPECT_EQ(count.FindingCount(), 0) << count.Summary() << "\n" << count.Details(40);
     }
 
