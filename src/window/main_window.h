@@ -85,6 +85,7 @@ class MainWindow : public QMainWindow {
     void ShowLastProgram();
     void ShowProgramOfList();
     void ShowProgram(const struct ProgramsOfDrawing& programs, int number = 0);
+    void ShowNoProgram(const QString& why);
     void ShowLook(const std::string& drawing, const DrawingLook& look);
     void ShowPlaceOfReport(const RowPlace& place);
     void InstallHooks();

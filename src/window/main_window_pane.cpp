@@ -143,6 +143,7 @@ void MainWindow::TakeProgramPane()
     Stages.Done = isOn ? KeepDrawnShapes : nullptr;
     if (!isOn && Program->isWindow() && Program->isVisible())
         StoreProgramPane(); // its place
+    Looker.Forget();
     PlaceProgramPane();
     if (!isOn)
         return;
@@ -250,8 +251,14 @@ void MainWindow::ShowProgramOfList()
         ShowProgram(*programs);
         return;
     }
-    Program->ShowNothing(kv::Shown(name) + QStringLiteral(" is being read."));
+    ShowNoProgram(kv::Shown(name) + QStringLiteral(" is being read."));
     Looker.Look(drawing);
+}
+
+void MainWindow::ShowNoProgram(const QString& why)
+{
+    ProgramDrawing.clear();
+    Program->ShowNothing(why);
 }
 
 // A program of an earlier time is shown as it lies on the disk; where there is none, the drawing.
@@ -259,11 +266,11 @@ void MainWindow::ShowLook(const std::string& drawing, const DrawingLook& look)
 {
     const QString name = ShownAsPath(FileNameOf(drawing));
     if (Shell.RunActive) {
-        Program->ShowNothing(name + QStringLiteral(" is not shown while drawings are converted."));
+        ShowNoProgram(name + QStringLiteral(" is not shown while drawings are converted."));
         return;
     }
     if (!look.Fault.empty()) {
-        Program->ShowNothing(name + QStringLiteral(" cannot be shown: ") + kv::Shown(look.Fault));
+        ShowNoProgram(name + QStringLiteral(" cannot be shown: ") + kv::Shown(look.Fault));
         return;
     }
     EarlierPrograms = FindPrograms(drawing, look);
@@ -303,7 +310,7 @@ void MainWindow::ShowProgram(const ProgramsOfDrawing& programs, int number)
     const int shown = std::clamp(number, 0, static_cast<int>(pictures.size()) - 1);
     const ProgramPicture& picture = pictures[static_cast<std::size_t>(shown)];
     if (!picture.Fault.empty()) {
-        Program->ShowNothing(kv::Shown(picture.Fault));
+        ShowNoProgram(kv::Shown(picture.Fault));
         return;
     }
     PaneContent content;

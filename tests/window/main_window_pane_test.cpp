@@ -285,6 +285,11 @@ TEST_F(MainWindowPaneTest, ALineOfTheReportShowsItsOperationOrItsEntity)
     ASSERT_EQ(Window->Program->View->Look.LitDrawn.size(), 1U);
     EXPECT_TRUE(Window->Program->Sentence->text().startsWith(QStringLiteral("CIRCLE on VBOR_D5_Z9, line ")))
         << Ansi(Window->Program->Sentence->text());
+    ClickRow("shelf.dxf"); // which is not there yet
+    ClickReport("beyond the panel");
+    EXPECT_TRUE(Window->Program->Header->text().startsWith(QStringLiteral("doubt.dxf")));
+    EXPECT_NE(Window->Program->Selected(), NoItem);
+    Window->Program->Select(NoItem);
     Window->List2->setCurrentIndex(Window->List2->Model.index(ReportRowWith("beyond the panel")));
     QTest::keyClick(Window->List2, Qt::Key_Return);
     EXPECT_NE(Window->Program->Selected(), NoItem);
