@@ -59,40 +59,6 @@ constexpr std::array<std::uint16_t, 32> UnicodeOfHighControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-char AnsiOf(char32_t code)
-{
-    if (code < 0x80 || (code >= 0xA0 && code <= 0xFF))
-        return static_cast<char>(code);
-    const auto found = std::find(UnicodeOfHighControls.begin(), UnicodeOfHighControls.end(), code);
-    if (found == UnicodeOfHighControls.end())
-        return '?';
-    return static_cast<char>(0x80 + (found - UnicodeOfHighControls.begin()));
-}
-
-// Takes one character off the text. A byte that belongs to no character is one of its own, U+FFFD.
-char32_t TakeCodePoint(std::string_view text, std::size_t& at)
-{
-    constexpr char32_t Broken = 0xFFFD;
-    const unsigned char first = Byte(text[at++]);
-    if (first < 0x80)
-        return first;
-    const std::size_t followers = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    if (first < 0xC2 || first > 0xF4 || at + followers > text.size())
-        return Broken;
-    char32_t code = first & (0x3Fu >> followers);
-    for (std::size_t i = 0; i < followers; ++i) {
-        const unsigned char c = Byte(text[at + i]);
-        if ((c & 0xC0) != 0x80)
-            return Broken;
-        code = (code << 6) | (c & 0x3Fu);
-    }
-    constexpr std::array<char32_t, 4> Shortest = {0, 0x80, 0x800, 0x10000};
-    if (code < Shortest[followers] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF))
-        return Broken;
-    at += followers;
-    return code;
-}
-
 std::size_t Start(Long position)
 {
     return position > 1 ? static_cast<std::size_t>(position) - 1 : 0;
@@ -260,12 +226,45 @@ std::string Padded(std::string_view text, std::size_t width)
     return field;
 }
 
+char AnsiOfLetter(char32_t code)
+{
+    if (code < 0x80 || (code >= 0xA0 && code <= 0xFF))
+        return static_cast<char>(code);
+    const auto found = std::find(UnicodeOfHighControls.begin(), UnicodeOfHighControls.end(), code);
+    if (found == UnicodeOfHighControls.end())
+        return '?';
+    return static_cast<char>(0x80 + (found - UnicodeOfHighControls.begin()));
+}
+
+char32_t TakeLetter(std::string_view text, std::size_t& at)
+{
+    constexpr char32_t Broken = 0xFFFD;
+    const unsigned char first = Byte(text[at++]);
+    if (first < 0x80)
+        return first;
+    const std::size_t followers = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
+    if (first < 0xC2 || first > 0xF4 || at + followers > text.size())
+        return Broken;
+    char32_t code = first & (0x3Fu >> followers);
+    for (std::size_t i = 0; i < followers; ++i) {
+        const unsigned char c = Byte(text[at + i]);
+        if ((c & 0xC0) != 0x80)
+            return Broken;
+        code = (code << 6) | (c & 0x3Fu);
+    }
+    constexpr std::array<char32_t, 4> Shortest = {0, 0x80, 0x800, 0x10000};
+    if (code < Shortest[followers] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF))
+        return Broken;
+    at += followers;
+    return code;
+}
+
 std::string AnsiFromUtf8(std::string_view utf8)
 {
     std::string ansi;
     ansi.reserve(utf8.size());
     for (std::size_t at = 0; at < utf8.size();)
-        ansi += AnsiOf(TakeCodePoint(utf8, at));
+        ansi += AnsiOfLetter(TakeLetter(utf8, at));
     return ansi;
 }
 
