@@ -108,23 +108,22 @@ std::string BinaryPair(char code, std::string_view text)
     return std::string(1, code) + std::string(text) + '\0';
 }
 
-TEST_F(BadInput, ABinaryDrawing)
+TEST_F(BadInput, ABinaryDrawingThatIsCut)
 {
     std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
     bytes += BinaryPair('\0', "SECTION") + BinaryPair('\2', "ENTITIES") + BinaryPair('\0', "LINE") +
              BinaryPair('\10', "BORDER");
-    bytes += std::string("\12\0\0\0\0\0\0\x24\x40", 9); // group 10, a double
-    bytes += BinaryPair('\0', "ENDSEC") + BinaryPair('\0', "EOF");
-    ExpectRefused(bytes, "Binary DXF; save the drawing as ASCII DXF");
+    bytes += std::string("\12\0\0\0\0\0\0\x24", 8); // group 10, a double that lacks a byte
+    ExpectRefused(bytes, "Binary DXF: the file is cut at byte 56");
 }
 
-TEST_F(BadInput, ABinaryDrawingWithLineFeedsInItsNumbers)
+TEST_F(BadInput, ABinaryDrawingWithoutAnEnd)
 {
     std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
     bytes += BinaryPair('\0', "SECTION") + BinaryPair('\2', "ENTITIES");
     for (int i = 0; i < 1000; ++i)
         bytes += BinaryPair('\0', "LINE") + std::string("\12\n\n\n\n\n\n\n\n", 9);
-    ExpectRefused(bytes, "Binary DXF; save the drawing as ASCII DXF");
+    ExpectRefused(bytes, "The ENTITIES section has no ENDSEC");
 }
 
 std::string WithBareReturns(std::string text)

@@ -20,7 +20,7 @@ struct FloorRow {
 };
 
 constexpr FloorRow Floors[] = {
-    {"platform/", 1}, {"state/", 2},   {"geometry/", 3}, {"drawing/", 3}, {"routes/", 4}, {"drilling/", 4},
+    {"platform/", 1}, {"state/", 2},   {"geometry/", 3}, {"drawing/", 3}, {"import/", 4}, {"routes/", 4}, {"drilling/", 4},
     {"writers/", 5},  {"machine/", 5}, {"proof/", 6},    {"scene/", 6},   {"ledger/", 6}, {"toolchain/", 6},
     {"job/", 7},      {"shell/", 8},   {"console/", 9},  {"window/", 9},
 };

@@ -63,6 +63,27 @@ TEST(RoomNames, NoTwoFilesOfARoomDefineOneFunction)
     EXPECT_GT(functions, 1000); // else it looked in the wrong place
 }
 
+// Types of all rooms are in one namespace: two headers with one name would be one type to the linker.
+TEST(RoomNames, NoTwoHeadersDefineOneType)
+{
+    const std::regex definition(R"(^(?:struct|class|enum class) (\w+)(?: final)?(?: : .*)? \{.*)");
+    std::map<std::string, std::string> headers; // by type
+    for (const auto& entry : fs::recursive_directory_iterator(test::SourceFolder / "src")) {
+        if (entry.path().extension() != ".h")
+            continue;
+        std::ifstream contents(entry.path());
+        std::string line;
+        while (std::getline(contents, line)) {
+            std::smatch found;
+            if (!std::regex_match(line, found, definition))
+                continue;
+            const std::string file = entry.path().generic_string();
+            EXPECT_EQ(headers.try_emplace(found[1], file).first->second, file) << found[1];
+        }
+    }
+    EXPECT_GT(headers.size(), 100u); // else it looked in the wrong place
+}
+
 TEST(RoomNames, DefinitionsAreSeenAndCallsAreNot)
 {
     EXPECT_EQ(FunctionsOfText("bool Touches(const PlanePoint& a, const GridPoint& b)\n{\n"),

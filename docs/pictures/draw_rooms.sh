@@ -14,6 +14,7 @@ BEGIN {
     words["state"] = "records, run, settings, report"
     words["geometry"] = "angles, point grid"
     words["drawing"] = "from a DXF file to records"
+    words["import"] = "drawings as they come"
     words["routes"] = "order, links, pockets, depths, sides, leads"
     words["drilling"] = "tour, grooves, edge bores, drill head"
     words["writers"] = "programs, index, notes, cut list"

@@ -25,6 +25,8 @@ int DrawPrograms(const CommandLine& line);
 int CompareControls(const CommandLine& line);
 // Programs of drawings, or another program, held against the drawing; nothing is written.
 int CheckDrawings(const CommandLine& line);
+// What the import makes of a drawing, as a drawing.
+int PrepareDrawing(const CommandLine& line);
 // The unattended mode, until its switches or a signal end it. Loads the settings itself.
 int WatchFolders(const CommandLine& line);
 

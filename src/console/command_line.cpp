@@ -107,6 +107,15 @@ constexpr const char* CompareFooter =
     "The time is an estimate from feeds and fixed times, good for comparing, not for a calendar.\n"
     "Exit status: 0, or 1 when a control could not be converted for.";
 
+constexpr const char* PrepareText = "Writes what the import makes of a drawing, for a design program.";
+constexpr const char* PrepareFooter =
+    "\nCLEAN.dxf is a drawing of release 12 in which blocks are opened, splines and ellipses are lines and\n"
+    "tangent arcs, mirrored entities lie in the plane, hidden ones are left out, and the border begins at\n"
+    "zero or above: what `convert --import full` reads. Entities keep their handles; further ones of a "
+    "block\n"
+    "get new ones. What no program could use, dimensions say, is left out and counted.\n"
+    "Exit status: 0, or 1 when the drawing could not be read or CLEAN.dxf not be written.";
+
 constexpr const char* WatchText = "Runs the trigger files of the source folders without a window.";
 constexpr const char* WatchFooter =
     "\nLooks every 500 ms for Temp.DXF or BATCH.LST in the source folders, runs what the settings allow and\n"
@@ -122,6 +131,7 @@ constexpr const char* WatchFooter =
 struct Words {
     std::string Report = "text";
     std::string System;
+    std::string Import;
     std::vector<std::string> Settings;
     std::vector<std::string> Explained;
 };
@@ -149,6 +159,13 @@ void AddStrict(CLI::App& call, CommandLine& line)
                   "Fails each drawing with a doubt in its report; nothing of it is written");
 }
 
+void AddImport(CLI::App& call, Words& words)
+{
+    call.add_option("--import", words.Import,
+                    "Blocks, splines and the like: read as they stand, reported, or brought in")
+        ->check(CLI::IsMember({"plain", "told", "full"}));
+}
+
 void AddConvert(CLI::App& app, CommandLine& line, Words& words)
 {
     CLI::App* const convert = app.add_subcommand("convert", ConvertText);
@@ -167,6 +184,7 @@ void AddConvert(CLI::App& app, CommandLine& line, Words& words)
     AddStrict(*convert, line);
     convert->add_flag("--check", line.Check,
                       "Reads the programs back and reports where they do not cut what the drawing asks for");
+    AddImport(*convert, words);
     AddSpreading(*convert, line);
 }
 
@@ -202,6 +220,7 @@ void AddConditions(CLI::App& call, CommandLine& line, Words& words)
     call.add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
+    AddImport(call, words);
 }
 
 void AddTrace(CLI::App& app, CommandLine& line, Words& words)
@@ -258,6 +277,7 @@ void AddDraw(CLI::App& app, CommandLine& line, Words& words)
     draw->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
+    AddImport(*draw, words);
 }
 
 void AddCompare(CLI::App& app, CommandLine& line, Words& words)
@@ -274,6 +294,7 @@ void AddCompare(CLI::App& app, CommandLine& line, Words& words)
     compare->add_option("--report", words.Report, "Form of the comparison")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
+    AddImport(*compare, words);
 }
 
 void AddCheck(CLI::App& app, CommandLine& line, Words& words)
@@ -294,6 +315,21 @@ void AddCheck(CLI::App& app, CommandLine& line, Words& words)
         ->capture_default_str();
     check->add_flag("--strict", line.Strict, "Exit status 1 when anything was found");
     AddConditions(*check, line, words);
+}
+
+void AddPrepare(CLI::App& app, CommandLine& line, Words& words)
+{
+    CLI::App* const prepare = app.add_subcommand("prepare", PrepareText);
+    prepare->footer(PrepareFooter);
+    prepare->add_option("DRAWING", line.Drawings, "DXF drawing; .DXF is added to a name without it")
+        ->required()
+        ->expected(1);
+    prepare->add_option("-o,--output", line.Output, "The drawing to write")
+        ->type_name("CLEAN.dxf")
+        ->required();
+    prepare->add_option("--set", words.Settings, "Sets one setting for this call; may be given again")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
 }
 
 bool IsPageFile(const std::string& name)
@@ -391,6 +427,8 @@ Call CallOf(const CLI::App& app)
         return Call::Compare;
     if (app.got_subcommand("check"))
         return Call::Check;
+    if (app.got_subcommand("prepare"))
+        return Call::Prepare;
     return app.got_subcommand("trace") ? Call::Trace : Call::None;
 }
 
@@ -428,6 +466,8 @@ CommandLine ReadParsed(const CLI::App& app, CommandLine line, const Words& words
         return Refused("--program goes with one drawing", call);
     if (line.Strict && call != Call::Check)
         line.Overrides.emplace_back("Strict", "yes");
+    if (!words.Import.empty())
+        line.Overrides.emplace_back("Import", words.Import);
     if (line.Check || call == Call::Check)
         line.Overrides.emplace_back("Check", "yes");
     line.Asked = call;
@@ -477,6 +517,7 @@ CommandLine ReadCommandLine(std::vector<std::string> typed)
     AddDraw(app, line, words);
     AddCompare(app, line, words);
     AddCheck(app, line, words);
+    AddPrepare(app, line, words);
     AddWatch(app, line);
     try {
         std::reverse(typed.begin(), typed.end()); // taken from the back

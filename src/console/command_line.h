@@ -17,6 +17,7 @@ enum class Call {
     Draw,
     Compare,
     Check,
+    Prepare,
     Watch,
     Work
 }; // None: help or version was shown, or the usage was wrong

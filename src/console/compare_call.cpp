@@ -36,7 +36,7 @@ std::size_t LinesOf(const std::string& text)
     return ends + (text.empty() || text.back() == '\n' ? 0 : 1);
 }
 
-void TakeToldLines(ControlRow& row)
+void TakeToldLines(ComparedControl& row)
 {
     for (const ReportRow& told : TakeRows()) {
         const MessagePage* const page = FindPage(static_cast<long long>(told.Line.Number));
@@ -47,7 +47,7 @@ void TakeToldLines(ControlRow& row)
     }
 }
 
-void AddProgram(PictureRun& run, ControlRow& row, const ProgramText& program)
+void AddProgram(PictureRun& run, ComparedControl& row, const ProgramText& program)
 {
     run.Pictures.push_back(PictureOf(program, StepsOf(run, program)));
     ++row.Programs;
@@ -55,18 +55,18 @@ void AddProgram(PictureRun& run, ControlRow& row, const ProgramText& program)
     row.Figures.Add(FiguresOf(run.Pictures.back().Picture));
 }
 
-std::string FailureOf(const ControlRow& row, const std::string& outcome)
+std::string FailureOf(const ComparedControl& row, const std::string& outcome)
 {
     if (!row.Told.empty() && HasFailed(outcome))
         return row.Told.back();
     return outcome == "nothing" ? "the drawing gives none" : outcome;
 }
 
-ControlRow ConvertFor(PictureRun& run, std::size_t system)
+ComparedControl ConvertFor(PictureRun& run, std::size_t system)
 {
     const StepsRecorded recorded; // the programs reach no disk
     const ControlNames& control = Controls[system];
-    ControlRow row;
+    ComparedControl row;
     row.Control = control.Name;
     row.Option = control.Option;
     CommandLine line = run.Line;
@@ -99,9 +99,9 @@ ControlRow ConvertFor(PictureRun& run, std::size_t system)
     return row;
 }
 
-bool IsToldElsewhere(const Comparison& comparison, const ControlRow& row, const std::string& line)
+bool IsToldElsewhere(const Comparison& comparison, const ComparedControl& row, const std::string& line)
 {
-    return std::ranges::any_of(comparison.Rows, [&](const ControlRow& other) {
+    return std::ranges::any_of(comparison.Rows, [&](const ComparedControl& other) {
         return &other != &row && std::ranges::find(other.Told, line) != other.Told.end();
     });
 }
@@ -110,7 +110,7 @@ bool IsToldElsewhere(const Comparison& comparison, const ControlRow& row, const 
 // a line that two have is not of one alone.
 void FindOwnLines(Comparison& comparison)
 {
-    for (ControlRow& row : comparison.Rows)
+    for (ComparedControl& row : comparison.Rows)
         for (const std::string& line : row.Told)
             if (!IsToldElsewhere(comparison, row, line))
                 row.OnlyHere.push_back(line);

@@ -28,7 +28,7 @@ std::string Rounded(double value, int decimals)
     return text.data();
 }
 
-TableRow CellsOf(const ControlRow& row)
+TableRow CellsOf(const ComparedControl& row)
 {
     const auto number = [](std::size_t count) { return std::to_string(count); };
     TableRow cells;
@@ -64,7 +64,7 @@ std::string TextRow(const TableRow& cells, const std::array<std::size_t, Columns
     return text + "\n";
 }
 
-nlohmann::ordered_json JsonOfRow(const ControlRow& row)
+nlohmann::ordered_json JsonOfRow(const ComparedControl& row)
 {
     nlohmann::ordered_json object{{"control", row.Option}, {"name", row.Control}};
     if (row.Failure.empty())
@@ -93,7 +93,7 @@ std::string HtmlRow(const TableRow& cells, const std::string& tag)
 }
 
 // What the table has no column for; empty for a control that has nothing of it.
-std::vector<std::string> Remarks(const ControlRow& row)
+std::vector<std::string> Remarks(const ComparedControl& row)
 {
     std::vector<std::string> remarks;
     if (!row.Failure.empty())
@@ -109,7 +109,7 @@ std::vector<std::string> Remarks(const ControlRow& row)
 std::string ComparisonText(const Comparison& comparison)
 {
     std::vector<TableRow> table = {ColumnNames};
-    for (const ControlRow& row : comparison.Rows)
+    for (const ComparedControl& row : comparison.Rows)
         table.push_back(CellsOf(row));
     std::array<std::size_t, Columns> widths{};
     for (const TableRow& cells : table)
@@ -118,7 +118,7 @@ std::string ComparisonText(const Comparison& comparison)
     std::string text = comparison.Drawing + "\n";
     for (const TableRow& cells : table)
         text += TextRow(cells, widths);
-    for (const ControlRow& row : comparison.Rows)
+    for (const ComparedControl& row : comparison.Rows)
         for (const std::string& remark : Remarks(row))
             text += row.Control + ": " + remark + "\n";
     return text + EstimateNote + "\n";
@@ -128,7 +128,7 @@ std::string ComparisonJson(const Comparison& comparison)
 {
     nlohmann::ordered_json document{{"drawing", comparison.Drawing},
                                     {"controls", nlohmann::ordered_json::array()}};
-    for (const ControlRow& row : comparison.Rows)
+    for (const ComparedControl& row : comparison.Rows)
         document["controls"].push_back(JsonOfRow(row));
     return document.dump(1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
@@ -137,10 +137,10 @@ std::string ComparisonHeader(const Comparison& comparison)
 {
     std::string text = "<header><h1>" + XmlText(comparison.Drawing) + "</h1>\n<table class=\"figures\">" +
                        HtmlRow(ColumnNames, "th");
-    for (const ControlRow& row : comparison.Rows)
+    for (const ComparedControl& row : comparison.Rows)
         text += HtmlRow(CellsOf(row), "td");
     text += "</table>\n<p>" + std::string(EstimateNote) + "</p>\n<ul>\n";
-    for (const ControlRow& row : comparison.Rows)
+    for (const ComparedControl& row : comparison.Rows)
         for (const std::string& remark : Remarks(row))
             text += "<li>" + XmlText(row.Control + ": " + remark) + "</li>\n";
     return text + "</ul></header>\n";

@@ -9,7 +9,7 @@
 
 namespace kv {
 
-struct ControlRow {
+struct ComparedControl {
     std::string Control; // "CNC90"
     std::string Option;  // as --system takes it
     std::string Failure; // why there is no program, UTF-8; empty when there is one
@@ -22,7 +22,7 @@ struct ControlRow {
 
 struct Comparison {
     std::string Drawing; // as typed
-    std::vector<ControlRow> Rows;
+    std::vector<ComparedControl> Rows;
 };
 
 std::string ComparisonText(const Comparison& comparison);

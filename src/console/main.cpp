@@ -45,6 +45,8 @@ int MakeCall(const CommandLine& line)
         return CompareControls(line);
     if (line.Asked == Call::Check)
         return CheckDrawings(line);
+    if (line.Asked == Call::Prepare)
+        return PrepareDrawing(line);
     return line.Asked == Call::Trace ? TraceDrawings(line) : ConvertDrawings(line);
 }
 

@@ -372,6 +372,20 @@ const PanelSources& SourcesOfPanel()
     return Sources;
 }
 
+namespace {
+
+// Another unit than the two, or none, leaves the size to decide.
+void TakeUnitOfDrawing()
+{
+    constexpr int inch = 1, millimetre = 4; // of $INSUNITS
+    if (DrawnUnits() == inch)
+        Run.DrawingInInch = True;
+    if (DrawnUnits() == millimetre)
+        Run.DrawingInInch = False;
+}
+
+} // namespace
+
 void SettleOriginAndUnits()
 {
     Run.OriginX = Run.SideMinX[5];
@@ -381,6 +395,8 @@ void SettleOriginAndUnits()
         Run.DrawingInInch = True;
     if (Config.UnitMode == "2")
         Run.DrawingInInch = False;
+    if (Config.UnitMode == "4")
+        TakeUnitOfDrawing();
     Run.UnitFactor = Run.DrawingInInch != False ? MillimetresPerInch : 1.0F;
     Run.RouteTolerance = ToSingle(Val(Config.RouteTolerance));
     if (Run.RouteTolerance == 0)

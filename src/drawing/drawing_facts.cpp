@@ -19,6 +19,7 @@ namespace {
 constexpr std::size_t MostHiddenLayers = 100'000; // of a damaged table; more are taken as shown
 
 int Units = 0;
+bool ForeignLetters = false;
 std::unordered_map<std::string, Sight> HiddenLayers; // by upper-case names
 std::vector<bool> InPaperSpace;                      // by drawn entity; as long as the last one of them
 
@@ -49,6 +50,7 @@ constexpr DrawnUnit UnitRows[] = {
 void ForgetDrawingFacts()
 {
     Units = 0;
+    ForeignLetters = false;
     HiddenLayers.clear();
     InPaperSpace.clear();
 }
@@ -64,6 +66,21 @@ void NotePaperSpace(Long drawn)
     if (InPaperSpace.size() <= place)
         InPaperSpace.resize(place + 1);
     InPaperSpace[place] = true;
+}
+
+void NoteForeignLetters()
+{
+    ForeignLetters = true;
+}
+
+bool MetForeignLetters()
+{
+    return ForeignLetters;
+}
+
+bool HidesEntities()
+{
+    return !InPaperSpace.empty() || !HiddenLayers.empty();
 }
 
 Sight SightOf(Long drawn)

@@ -25,6 +25,11 @@ struct DrawnUnit {
 const DrawnUnit* UnitOfDrawing(); // null: it names none
 // The reader met group 67 of 1.
 void NotePaperSpace(Long drawn);
+// The reader met a letter that is no plain ASCII, or a backslash, which may begin one.
+void NoteForeignLetters();
+bool MetForeignLetters();
+// Whether an entity may be hidden: a layer is, or one is in paper space.
+bool HidesEntities();
 // Of an entity whose layer is named; a vertex is where its polyline is.
 Sight SightOf(Long drawn);
 

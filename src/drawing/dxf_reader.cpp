@@ -9,6 +9,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 #include "drawing/block_facts.h"
 #include "drawing/drawing_facts.h"
@@ -60,7 +61,10 @@ struct ReaderState {
     Long LayerReadName = 0;
     std::string NameRead; // the last layer's line, and the number of the name in it
     Long NameNumber = 0;
-    std::string KindRead; // the last kind, and the number of its name
+    bool IsText = false;             // brought to what the reader knows; the file may be of another form
+    std::vector<SourceLine> Origins; // of a text; empty: its lines are the drawing's
+    std::size_t Origin = 0;          // of the line that was read last, or one before it
+    std::string KindRead;            // the last kind, and the number of its name
     Long KindNumber = 0;
 };
 
@@ -74,6 +78,8 @@ int RunningPercent()
 // The cause in the words of the file's true trouble: its head tells binary and line-end troubles.
 [[noreturn]] void Refuse(const ReaderState& state, const std::string& cause)
 {
+    if (state.IsText)
+        throw RunError{ErrorFileAccess, cause};
     std::string head;
     static_cast<void>(ReadFileHead(state.Path, head, 4096)); // else the cause stands as it is
     if (BeginsWith(head, BinarySentinel))
@@ -83,9 +89,21 @@ int RunningPercent()
     throw RunError{ErrorFileAccess, cause};
 }
 
-std::string AtLine(const ReaderState& state)
+// Of the drawing; lines are asked for in rising order, or once for a failure.
+Long LineInDrawing(ReaderState& state)
 {
-    return "line " + WholeText(static_cast<long long>(state.Scanner.LineNumber));
+    const auto line = static_cast<Long>(state.Scanner.LineNumber);
+    if (state.Origins.empty())
+        return line;
+    while (state.Origin + 1 < state.Origins.size() && state.Origins[state.Origin + 1].At <= line)
+        ++state.Origin;
+    const SourceLine& origin = state.Origins[state.Origin];
+    return origin.IsLineByLine ? origin.Line + (line - origin.At) : origin.Line;
+}
+
+std::string AtLine(ReaderState& state)
+{
+    return "line " + WholeText(LineInDrawing(state));
 }
 
 // The layer of the current record, as the drawing spells it.
@@ -108,7 +126,7 @@ std::string OfRecord(const ReaderState& state)
     return text;
 }
 
-[[noreturn]] void RefuseValue(const ReaderState& state, std::string_view what, std::string_view value)
+[[noreturn]] void RefuseValue(ReaderState& state, std::string_view what, std::string_view value)
 {
     throw RunError{ErrorOverflow, std::string(what) + " " + std::string(value.substr(0, 40)) +
                                       " out of range in " + AtLine(state) + OfRecord(state)};
@@ -117,12 +135,15 @@ std::string OfRecord(const ReaderState& state)
 // Commas become points, in numbers and texts alike. A NUL byte would end a text unseen.
 std::string_view GroupValue(ReaderState& state, std::string_view line)
 {
-    bool comma = false;
+    bool comma = false, foreign = false;
     for (const char c : line) {
         if (c == '\0')
             Refuse(state, "NUL byte in " + AtLine(state));
         comma |= c == ',';
+        foreign |= static_cast<unsigned char>(c) >= 0x80 || c == '\\';
     }
+    if (foreign)
+        NoteForeignLetters();
     if (!comma)
         return line;
     state.Changed.assign(line);
@@ -144,7 +165,7 @@ Single NumberField(ReaderState& state, std::string_view line)
     return static_cast<Single>(number);
 }
 
-Int IntField(const ReaderState& state, std::string_view what, double number, std::string_view value)
+Int IntField(ReaderState& state, std::string_view what, double number, std::string_view value)
 {
     // Halves round to even, so 32767.5 is already beyond.
     if (!(number >= -32768.5 && number < 32767.5))
@@ -173,7 +194,7 @@ Long NumberOfKind(ReaderState& state, std::string_view kind)
 void NoteDrawnEntity(ReaderState& state, std::string_view kind, Long owner)
 {
     DrawnEntity drawn;
-    drawn.Line = static_cast<Long>(state.Scanner.LineNumber);
+    drawn.Line = LineInDrawing(state);
     DrawnEntities.Append(drawn);
     Entities[state.Current].Drawn = DrawnEntities.Last();
     if (owner != 0)
@@ -580,9 +601,7 @@ struct MeterWatch {
     MeterWatch& operator=(const MeterWatch&) = delete;
 };
 
-} // namespace
-
-void ReadDrawing(std::string& path)
+void ForgetLastDrawing()
 {
     Entities.Clear();
     EntityTexts.assign(1, {});
@@ -590,9 +609,12 @@ void ReadDrawing(std::string& path)
     ForgetDrawnNames();
     ForgetDrawingFacts();
     ForgetBlocks();
-    ReaderState state;
-    state.Path = path;
-    const bool found = OpenAtEntities(state.Scanner, state.Path);
+}
+
+// From the scanner's first line on.
+void ReadScanned(ReaderState& state, std::string& path)
+{
+    const bool found = FindEntities(state.Scanner);
     if (!state.Scanner.Outcome.Ok())
         Refuse(state, state.Scanner.Outcome.Cause);
     if (!found) {
@@ -608,6 +630,28 @@ void ReadDrawing(std::string& path)
         return;
     }
     SetMeter(Meter::Parsing, 100);
+}
+
+} // namespace
+
+void ReadDrawing(std::string& path)
+{
+    ForgetLastDrawing();
+    ReaderState state;
+    state.Path = path;
+    state.Scanner.Open(path);
+    ReadScanned(state, path);
+}
+
+void ReadDrawingText(std::string& path, DrawingText drawing)
+{
+    ForgetLastDrawing();
+    ReaderState state;
+    state.Path = path;
+    state.IsText = true;
+    state.Origins = std::move(drawing.Origins);
+    state.Scanner.OpenText(std::move(drawing.Text));
+    ReadScanned(state, path);
 }
 
 } // namespace kv

@@ -1,7 +1,9 @@
 // Rewrites the two-letter codes of layer names into one-character markers and reads the flags of
 // BORDER layers on the way. Runs before any layer is decoded; leaves each name stable, the control,
 // the origin corner and the optimizer's wishes in Run.
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 #include <unordered_map>
 
@@ -94,6 +96,27 @@ struct NumberedFlag {
 constexpr NumberedFlag OptimizeSides[] = {{"OL", 1}, {"OR", 2}, {"GS", 3}, {"SS", 4}};
 constexpr NumberedFlag ControlTypes[] = {{"_90", 0}, {"GE", 1}, {"EV", 2}};
 
+// The marks are letters of the code page: an umlaut in a drawn name must not become one.
+bool IsMarkLetter(char c)
+{
+    constexpr char marks[] = {MarkBottom2, MarkBottom3, MarkBottom4, MarkBottom5, MarkZTable};
+    return std::find(std::begin(marks), std::end(marks), c) != std::end(marks);
+}
+
+// Names are in upper case, so the marks that are small letters cannot stand in them.
+void HideMarkLetters()
+{
+    constexpr char noCode = '\xB7'; // a raised point
+    for (Long i = 1; i <= Entities.Last(); ++i) {
+        const std::string_view drawn = Entities[i].Layer.Trimmed();
+        if (std::none_of(drawn.begin(), drawn.end(), IsMarkLetter))
+            continue;
+        std::string layer(drawn);
+        std::replace_if(layer.begin(), layer.end(), IsMarkLetter, noCode);
+        Entities[i].Layer = layer;
+    }
+}
+
 // One walk over all names. True when a name holds a code twice.
 bool RewriteOnce()
 {
@@ -171,6 +194,7 @@ void RewriteLayerCodes()
 {
     Run.AnyLeadCode = False;
     SetDefaultOrigin();
+    HideMarkLetters();
     while (RewriteOnce()) {
     }
 }

@@ -33,11 +33,10 @@ class SectionHead {
 
 } // namespace
 
-bool OpenAtEntities(LineScanner& scanner, const std::string& path)
+bool FindEntities(LineScanner& scanner)
 {
     SectionHead head;
     FactsReader facts;
-    scanner.Open(path);
     bool isHeld = false;
     while (!scanner.AtEnd && scanner.Outcome.Ok()) {
         const std::string_view line = scanner.NextLine();
@@ -52,7 +51,7 @@ bool OpenAtEntities(LineScanner& scanner, const std::string& path)
             facts.Take(line);
         head.Take(line);
     }
-    return isHeld && !scanner.OpenAt(path, SectionWord).empty();
+    return isHeld && scanner.Outcome.Ok() && !scanner.AgainAt(SectionWord).empty();
 }
 
 } // namespace kv

@@ -9,7 +9,6 @@
 #include "drawing/border.h"
 #include "drawing/border_faults.h"
 #include "drawing/bore_doubts.h"
-#include "drawing/dxf_reader.h"
 #include "drawing/instructions.h"
 #include "drawing/layer_rules.h"
 #include "drawing/operations.h"
@@ -22,6 +21,7 @@
 #include "drilling/hbore_lines.h"
 #include "drilling/optimize_drilling.h"
 #include "drilling/stop_doubts.h"
+#include "import/import_reading.h"
 #include "job/misread_settings.h"
 #include "job/placing.h"
 #include "job/program_check.h"
@@ -149,7 +149,7 @@ void ReadAndConvert()
     const std::string part = FileNameOf(Run.PartName);
     Tell(Message::PartOfJob, {{"part", Trim(part).empty() ? Run.SourceName : part}});
     Run.PartName = FolderOf(Run.PartName) + GivenFileName(part);
-    ReadDrawing(Run.SourceFile);
+    ReadAnyDrawing(Run.SourceFile);
     if (Run.RunFailed == False)
         ConvertDrawing();
 }

@@ -1,6 +1,7 @@
 #include "platform/line_scanner.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/numbers.h"
 #include "platform/run_error.h"
@@ -19,9 +20,35 @@ void LineScanner::Open(std::string_view path)
         Buffer.resize(static_cast<std::size_t>(std::clamp<std::uint64_t>(Total, 1, BufferSize)));
 }
 
+void LineScanner::OpenText(std::string text)
+{
+    Close();
+    Buffer = std::move(text);
+    End = Buffer.size();
+    Taken = Total = End;
+}
+
 std::string_view LineScanner::OpenAt(std::string_view path, std::string_view word)
 {
     Open(path);
+    return LineWith(word);
+}
+
+std::string_view LineScanner::AgainAt(std::string_view word)
+{
+    At = 0;
+    LineNumber = 0;
+    AtEnd = CutLine = false;
+    if (Handle >= 0) {
+        End = 0;
+        Taken = 0;
+        Outcome = SkipTo(Handle, 0);
+    }
+    return LineWith(word);
+}
+
+std::string_view LineScanner::LineWith(std::string_view word)
+{
     while (!AtEnd && Outcome.Ok()) {
         const std::string_view line = NextLine();
         if (line.find(word) != std::string_view::npos)
@@ -64,7 +91,12 @@ bool LineScanner::Fill()
     if (End == Buffer.size())
         Buffer.resize(std::min(Buffer.size() * 2, BufferSize));
     std::size_t got = 0;
-    Outcome = ReadSome(Handle, Buffer.data() + End, Buffer.size() - End, got);
+    std::size_t most = Buffer.size() - End;
+    if (Total > 0) // what is no plain file does not say its size
+        most = static_cast<std::size_t>(std::min<std::uint64_t>(Total - std::min(Taken, Total), most));
+    if (most == 0)
+        return false;
+    Outcome = ReadSome(Handle, Buffer.data() + End, most, got);
     End += got;
     Taken += got;
     return Outcome.Ok() && got > 0;

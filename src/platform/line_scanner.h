@@ -1,12 +1,12 @@
 // Walks a text file line by line with one buffer, whatever the file's size. Lines end at LF; one CR
-// before it is dropped; a bare CR ends no line. Behind the end of the file lines are empty.
+// before it is dropped; a bare CR ends no line. Behind the end of the file lines are empty. A file that grows
+// meanwhile ends where it ended when it was opened.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/files.h"
 
@@ -21,6 +21,10 @@ struct LineScanner {
     // Stands on the first line that holds `word` and gives it; empty when none does. A file that
     // cannot be read leaves the reason in Outcome.
     std::string_view OpenAt(std::string_view path, std::string_view word);
+    // The same over a text that is in memory.
+    void OpenText(std::string text);
+    // From the first line on once more: stands on the first one that holds `word` and gives it.
+    std::string_view AgainAt(std::string_view word);
     // The next line; valid until the next call.
     std::string_view NextLine()
     {
@@ -79,11 +83,12 @@ struct LineScanner {
     LineScanner& operator=(const LineScanner&) = delete;
 
   private:
+    std::string_view LineWith(std::string_view word);
     std::string_view NextLineAcrossBuffers();
     bool Fill();
 
     int Handle = -1;
-    std::vector<char> Buffer;
+    std::string Buffer;
     std::size_t At = 0, End = 0;
     std::uint64_t Taken = 0, Total = 0;
 };

@@ -45,7 +45,7 @@ struct Settings {
     std::string RadiusLimit; // mm; kept and shown, no pass reads it
     Int SpeedyInchMode = 0;
     std::string GraphicDelay;   // seconds
-    std::string UnitMode = "3"; // "1" inch, "2" metric, "3" automatic
+    std::string UnitMode = "3"; // "1" inch, "2" metric, "3" automatic, "4" from the drawing
 
     // The same section, beside the exchange.
     std::string Sequence;                       // four letters out of V, H, G, R; blank: VGHR
@@ -59,7 +59,9 @@ struct Settings {
     std::string SPDA;
     std::string Pockets; // "told": rectangles and circles by their rules; "any": any shape by true insets
     std::string Strict;  // "yes": a drawing with a doubt in its report fails; "no"
-    std::string Check;   // "yes": programs are read back and held against the drawing; "no"
+    std::string Import;  // "plain", "told" or "full": what becomes of blocks, splines and the like
+    std::string ImportTolerance; // mm; how far a fitted curve may be from the drawn one; blank: 0.01
+    std::string Check;           // "yes": programs are read back and held against the drawing; "no"
     std::string
         CarryOver; // "kept": a drawing starts as the one before left things; "clean": as in a fresh process
 

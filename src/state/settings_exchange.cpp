@@ -29,7 +29,7 @@ enum class Form {
     Word,      // "True" or "False", read without case
     ExactWord, // the same, but only the exact "True" is read as such
     Number,    // a check box or flag, printed with a leading blank from zero on
-    UnitMode,  // "1", "2" or "3"; any other value leaves the field
+    UnitMode,  // "1" to "4"; any other value leaves the field
 };
 
 struct SettingRow {
@@ -107,6 +107,8 @@ const SettingRow OtherRows[] = {
     {"CarryOver", Form::Text, &Config.CarryOver},
     {"Strict", Form::Text, &Config.Strict},
     {"Check", Form::Text, &Config.Check},
+    {"Import", Form::Text, &Config.Import},
+    {"ImportTolerance", Form::Text, &Config.ImportTolerance},
 };
 
 // Section "System".
@@ -198,7 +200,7 @@ void TakeValue(const SettingRow& row, std::string_view text)
         *std::get<Int*>(row.Field) = NumberOf(text);
         return;
     case Form::UnitMode:
-        if (text == "1" || text == "2" || text == "3")
+        if (text == "1" || text == "2" || text == "3" || text == "4")
             *std::get<std::string*>(row.Field) = text;
         return;
     }

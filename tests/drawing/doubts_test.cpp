@@ -26,6 +26,7 @@ class Doubts : public testing::Test {
     // The lines about layers, in their order, without those of pockets that no tool clears well.
     Texts LinesOf(const std::string& drawing)
     {
+        Config.Import = "plain"; // lines of the passes alone
         EXPECT_TRUE(Place.Convert(drawing)) << Place.ReportText();
         Texts lines;
         for (const std::string& line : Place.Lines)

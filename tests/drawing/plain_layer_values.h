@@ -500,6 +500,10 @@ inline void Rewrite(std::vector<std::string>& names, Flags& flags, const std::st
                                     {"EX", " \xEB"}, {"OZ", " \xEA"}, {"XP", " Z"},    {"YP", " Z"},
                                     {"ZR", "Z\xDF"}, {"BB", " \xEE"}, {"TB", " \xEC"}, {"CB", " \xC4"},
                                     {"SB", " \xC5"}, {"DI", " \xD6"}, {"DG", " \xDC"}};
+    for (std::string& name : names) // letters that a person typed are no marks
+        for (char& letter : name)
+            if (std::string("\xC4\xC5\xD6\xDC\xDF").find(letter) != std::string::npos)
+                letter = '\xB7';
     flags.LeadCode = false;
     SetOrigin(flags, lineOrigin);
     bool stable = false;

@@ -270,6 +270,7 @@ std::string BlocksOf(const std::string& blocks)
 struct LeftOutOfBlocks : LeftOut {
     void ConvertWithBlocks(const std::string& blocks, const std::string& entities)
     {
+        Config.Import = "plain"; // lines of the ledger alone
         EXPECT_TRUE(At.Home.Convert(BlocksOf(blocks) + Drawing(Panel + Bore + entities)))
             << At.Home.ReportText();
     }

@@ -200,16 +200,18 @@ TEST_F(SettingsExchange, OnlyEmptyPrecisionsAreReplaced)
     EXPECT_EQ(Config.PrecisionInch, "3");
 }
 
-TEST_F(SettingsExchange, UnitModeTakesOneOfThreeAndElseStays)
+TEST_F(SettingsExchange, UnitModeTakesOneOfFourAndElseStays)
 {
     Load("UnitMode=1\r\n");
     EXPECT_EQ(Config.UnitMode, "1");
-    for (const char* const other : {"UnitMode=4\r\n", "UnitMode=\r\n", "UnitMode=02\r\n", ""}) {
+    for (const char* const other : {"UnitMode=5\r\n", "UnitMode=\r\n", "UnitMode=02\r\n", ""}) {
         Load(other);
         EXPECT_EQ(Config.UnitMode, "1") << other;
     }
     Load("UnitMode=3\r\n");
     EXPECT_EQ(Config.UnitMode, "3");
+    Load("UnitMode=4\r\n");
+    EXPECT_EQ(Config.UnitMode, "4");
 }
 
 TEST_F(SettingsExchange, NumberKeysThatAreNoNumbersThatFitAreZero)
