@@ -102,13 +102,22 @@ inline void AsAtProgramStart()
     ResetWriters();
 }
 
+// Of the setting Import.
+inline const char* ImportWord(std::size_t number)
+{
+    constexpr const char* words[] = {"full", "told", "plain"};
+    return words[number % 3];
+}
+
 // Converts the drawing for one machine control. What it names stands in `home`: a drawing names no folder.
-inline void ConvertBytes(std::string_view drawing, const std::filesystem::path& home, int system)
+inline void ConvertBytes(std::string_view drawing, const std::filesystem::path& home, int system,
+                         const char* import = "full")
 {
     FreshInstallation(home);
     PutFile(home / "INPUT.DXF", drawing);
     SetExeFolder(FromHostPath(home.string()));
     Config = SettingsFor(home, system);
+    Config.Import = import;
     AsAtProgramStart();
     Run.ControlType = static_cast<Int>(system);
     std::string jobLine = FromHostPath((home / "INPUT.DXF").string());

@@ -148,7 +148,7 @@ void ForgetJobIdentities(std::span<const std::string> identities)
         ListOfJob.erase(found);
     }
     for (const auto& [list, done] : byList)
-        ForgetRows(list, [&done](const std::string& identity) { return done.contains(identity); });
+        ForgetRows(list, [&done = done](const std::string& identity) { return done.contains(identity); });
 }
 
 void KeepOpenIdentities(std::string_view head, const std::set<std::string>& open)
