@@ -126,6 +126,8 @@ constexpr ControlRow Rows[] = {
     {"SetUp", "IMode", Radio, "Inch", "", InSight, "n", "Drawings in inch"},
     {"SetUp", "MMode", Radio, "Metric", "", InSight, "e", "Drawings in millimetres"},
     {"SetUp", "AMode", Radio, "Automatic", "on", InSight, "u", "Unit of each drawing found by itself"},
+    {"SetUp", "DMode", Radio, "From Drawing", "", InSight, "w",
+     "Unit that each drawing's header names, else Automatic"},
     {"SetUp", "GRDly", Text, "Time delay to graphic", ".5", InSight, "d", "Time delay to graphic, seconds"},
     {"SetUp", "SawKerf", Text, "Saw Kerf   mm", "8", InSight, "K"},
     {"SetUp", "RadLim", Text, "Radius Limit  (mm)", "7500", InSight, "R"},

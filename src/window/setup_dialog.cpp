@@ -25,7 +25,7 @@ namespace {
 constexpr int DesignedTools = 20;
 constexpr int MouseButtonWait = 20; // ms
 
-enum UnitModeId { InchMode = 1, MetricMode, AutomaticMode }; // as section "Configuration" has them
+enum UnitModeId { InchMode = 1, MetricMode, AutomaticMode, DrawnMode }; // as section "Configuration" has them
 enum CutListUnitId { CutListMetric, CutListInch };
 
 void Fill(QGroupBox* frame, QLayout* content)
@@ -225,11 +225,13 @@ QGroupBox* SetupDialog::UnitModeFrame()
     QRadioButton* const inch = Maker.Radio("IMode");
     QRadioButton* const metric = Maker.Radio("MMode");
     QRadioButton* const automatic = Maker.Radio("AMode");
-    Fill(frame, ColumnWith({inch, metric, automatic}));
+    QRadioButton* const drawn = Maker.Radio("DMode");
+    Fill(frame, ColumnWith({inch, metric, automatic, drawn}));
     UnitModes = new QButtonGroup(this);
     UnitModes->addButton(inch, InchMode);
     UnitModes->addButton(metric, MetricMode);
     UnitModes->addButton(automatic, AutomaticMode);
+    UnitModes->addButton(drawn, DrawnMode);
     Bound.Add([this] {
         const int mode = static_cast<int>(std::clamp(Val(Config.UnitMode), 0.0, 4.0));
         if (UnitModes->button(mode) != nullptr) // any other value leaves the choice that is shown
@@ -320,13 +322,13 @@ QLayout* SetupDialog::ButtonRow()
 void SetupDialog::SetTabOrder()
 {
     constexpr const char* names[] = {
-        "DXFPath(0)",   "DXFPath(1)",  "DXFPath(2)", "SPB1",      "GCodePath(0)", "GCodePath(1)",
-        "GCodePath(2)", "SPB2",        "FlgDDS(0)",  "FlgDDS(1)", "FlgDDS(2)",    "FlgMO",
-        "AS1",          "AS2",         "AS0",        "GAAP",      "BLim",         "GAMP",
-        "PFM",          "PrcM",        "PrcI",       "IMode",     "MMode",        "AMode",
-        "GRDly",        "SawKerf",     "RadLim",     "SLim",      "Tips",         "SLInch",
-        "PTSMetric",    "PTSInch",     "PTSPath",    "PTSName",   "HBDSpd",       "HBDPath",
-        "SPBhbd",       "HBDVboreLim", "PrefOK",     "PrefCan"};
+        "DXFPath(0)",   "DXFPath(1)", "DXFPath(2)",  "SPB1",      "GCodePath(0)", "GCodePath(1)",
+        "GCodePath(2)", "SPB2",       "FlgDDS(0)",   "FlgDDS(1)", "FlgDDS(2)",    "FlgMO",
+        "AS1",          "AS2",        "AS0",         "GAAP",      "BLim",         "GAMP",
+        "PFM",          "PrcM",       "PrcI",        "IMode",     "MMode",        "AMode",
+        "DMode",        "GRDly",      "SawKerf",     "RadLim",    "SLim",         "Tips",
+        "SLInch",       "PTSMetric",  "PTSInch",     "PTSPath",   "PTSName",      "HBDSpd",
+        "HBDPath",      "SPBhbd",     "HBDVboreLim", "PrefOK",    "PrefCan"};
     QWidget* before = nullptr;
     for (const char* const name : names) {
         auto* const widget = findChild<QWidget*>(QLatin1String(name));

@@ -122,6 +122,7 @@ TEST(ControlTables, RadiosHaveTheirCaptions)
                                     {"SetUp", "IMode", "Inch"},
                                     {"SetUp", "MMode", "Metric"},
                                     {"SetUp", "AMode", "Automatic"},
+                                    {"SetUp", "DMode", "From Drawing"},
                                     {"SetUp", "PTSMetric", "Metric"},
                                     {"SetUp", "PTSInch", "Inch"},
                                     {"OptSet", "EVOpt(0)", "Does Not Sort"},

@@ -22,7 +22,7 @@ std::string EmptyTools(int rows)
 TEST_F(SetupDialogForm, EveryControlOfTheTableStandsAsDesigned)
 {
     LoadDialogs(Main);
-    EXPECT_EQ(ExpectControls(*Main.findChild<QDialog*>(QStringLiteral("SetUp")), "SetUp"), 62);
+    EXPECT_EQ(ExpectControls(*Main.findChild<QDialog*>(QStringLiteral("SetUp")), "SetUp"), 63);
 }
 
 TEST_F(SetupDialogForm, OpensOnTheFirstTabInTheMiddleWithTheTickOff)
