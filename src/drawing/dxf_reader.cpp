@@ -53,6 +53,7 @@ struct ReaderState {
     bool ExtrusionPending = false;
     Single Nx = 0, Ny = 0, Nz = 0;
     Int LastColor = 0;
+    Long IdleRun = 0;       // records in a row of which no pass reads anything
     bool TitleSeen = false; // the current record's layer is the instruction layer
     std::string Changed;    // a value whose commas became points
     std::string Upper;      // a layer in upper case
@@ -180,6 +181,32 @@ void GrowEntities(ReaderState& state)
     ++state.Current;
 }
 
+// Of a kind that no pass knows, without layer, colour and text.
+bool IsIdle(const ReaderState& state)
+{
+    if (state.LayerName != 0 || state.Lightweight)
+        return false;
+    const DxfEntity& entity = Entities[state.Current];
+    static constexpr std::string_view kinds[] = {"POLYLINE", "VERTEX", "SEQEND", "SOLID", "EOF"};
+    const std::string_view kind = entity.Kind.Trimmed();
+    const auto isKind = [&](std::string_view known) { return kind == known; };
+    return entity.Color == 0 && entity.TextIndex == 0 &&
+           std::none_of(std::begin(PlainKinds), std::end(PlainKinds), isKind) &&
+           std::none_of(std::begin(kinds), std::end(kinds), isKind) && !kind.empty();
+}
+
+// A damaged file may hold millions of such records, each fifty times larger in memory than in the file: after
+// many in a row one stands for all that follow. The list of drawn entities has each of them.
+void BeginSlot(ReaderState& state)
+{
+    constexpr Long most = 1000;
+    state.IdleRun = IsIdle(state) ? state.IdleRun + 1 : 0;
+    if (state.IdleRun > most)
+        Entities[state.Current] = DxfEntity{};
+    else
+        GrowEntities(state);
+}
+
 // Neighbours mostly are of one kind.
 Long NumberOfKind(ReaderState& state, std::string_view kind)
 {
@@ -266,7 +293,7 @@ void TakeLayerOfPolyline(ReaderState& state)
 bool BeginRecord(ReaderState& state, std::string_view value)
 {
     EndRecord(state);
-    GrowEntities(state);
+    BeginSlot(state);
     state.HasLayerOfPolyline = false;
     if (std::find(std::begin(PlainKinds), std::end(PlainKinds), value) != std::end(PlainKinds)) {
         state.Lightweight = false;
@@ -483,47 +510,6 @@ void TakeNumber(ReaderState& state, int code, std::string_view line)
     }
 }
 
-bool IsKept(int code)
-{
-    switch (code) {
-    case 0:
-    case 1:
-    case 2:
-    case 5:
-    case 8:
-    case 10:
-    case 11:
-    case 12:
-    case 13:
-    case 20:
-    case 21:
-    case 22:
-    case 23:
-    case 30:
-    case 31:
-    case 38:
-    case 39:
-    case 40:
-    case 41:
-    case 42:
-    case 50:
-    case 51:
-    case 62:
-    case 66:
-    case 67:
-    case 70:
-    case 72:
-    case 73:
-    case 75:
-    case 210:
-    case 220:
-    case 230:
-        return true;
-    default:
-        return false;
-    }
-}
-
 int NextGroupCode(ReaderState& state)
 {
     int code = 0;
@@ -553,7 +539,7 @@ bool ReadPair(ReaderState& state)
         Refuse(state, "Cut in the middle of a pair behind " + AtLine(state));
     if (!state.Scanner.Outcome.Ok())
         Refuse(state, state.Scanner.Outcome.Cause);
-    if (!IsKept(code))
+    if (!IsKeptGroup(code))
         return true;
     if (code == 0)
         return BeginRecord(state, GroupValue(state, raw));

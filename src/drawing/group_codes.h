@@ -30,6 +30,48 @@ inline int GroupCode(std::string_view line)
     return digits > 1 && line[first] == '0' ? OtherGroup : code;
 }
 
+// Whether the drawing's reader takes anything of the group.
+inline bool IsKeptGroup(int code)
+{
+    switch (code) {
+    case 0:
+    case 1:
+    case 2:
+    case 5:
+    case 8:
+    case 10:
+    case 11:
+    case 12:
+    case 13:
+    case 20:
+    case 21:
+    case 22:
+    case 23:
+    case 30:
+    case 31:
+    case 38:
+    case 39:
+    case 40:
+    case 41:
+    case 42:
+    case 50:
+    case 51:
+    case 62:
+    case 66:
+    case 67:
+    case 70:
+    case 72:
+    case 73:
+    case 75:
+    case 210:
+    case 220:
+    case 230:
+        return true;
+    default:
+        return false;
+    }
+}
+
 // The rare forms: NUL bytes or blanks within the code, a sign.
 int UnusualGroupCode(std::string_view line);
 // What nearly all numbers of a drawing are: blanks, a sign, at most 15 digits, a point among them. False

@@ -16,8 +16,9 @@ namespace {
 constexpr double SharpTurn =
     std::numbers::pi / 2; // a biarc that turns more is shortened, however well it fits
 constexpr int MostHalvings = 40;
-constexpr int EnoughHalvings = 7; // a reach that is a hundredth too short costs no further biarc
-constexpr int Samples = 12;       // between the ends of a biarc
+constexpr int Lengthenings = 5; // a reach that is some hundredths too short costs hardly a further biarc
+constexpr double FarthestPlace = 1e7; // drawing units; ten kilometres
+constexpr int Samples = 12;           // between the ends of a biarc
 
 double CrossOf(SpacePoint a, SpacePoint b)
 {
@@ -79,6 +80,11 @@ double DistanceFromPiece(SpacePoint point, const Piece& piece)
     return std::min(FlatLength(point - piece.From), FlatLength(point - piece.To));
 }
 
+bool IsWithinReason(SpacePoint point)
+{
+    return std::abs(point.X) <= FarthestPlace && std::abs(point.Y) <= FarthestPlace;
+}
+
 class CurveFitter {
   public:
     CurveFitter(const PlaneCurve& curve, double tolerance) : Curve(curve), Tolerance(tolerance) {}
@@ -93,7 +99,7 @@ class CurveFitter {
     SpacePoint DirectionAt(double parameter, double other) const;
     Place PlaceAt(double parameter, double end) const;
     bool Fits(const Place& from, const Place& to) const;
-    Place Reach(const Place& from, const Place& to) const;
+    Place Reach(const Place& from, const Place& to);
     void FitPiece(const Place& from, const Place& to);
     std::array<Piece, 2> Biarc(const Place& from, const Place& to) const;
     double ErrorOf(const std::array<Piece, 2>& biarc, const Place& from, const Place& to) const;
@@ -102,6 +108,7 @@ class CurveFitter {
     const PlaneCurve& Curve;
     double Tolerance;
     std::size_t Steps = 0;
+    double LastLength = 0; // of the last reach, in parts of what was left
     bool IsBroken = false;
 };
 
@@ -180,23 +187,30 @@ bool CurveFitter::Fits(const Place& from, const Place& to) const
            ErrorOf(Biarc(from, to), from, to) <= Tolerance * ofTolerance;
 }
 
-// The farthest place before `to` that one biarc reaches, by halves.
-CurveFitter::Place CurveFitter::Reach(const Place& from, const Place& to) const
+// About the farthest place before `to` that one biarc reaches. Neighbours reach about as far as each other,
+// so the search begins with the last one's length: halved until it fits, then a little longer by halves.
+CurveFitter::Place CurveFitter::Reach(const Place& from, const Place& to)
 {
-    double low = from.Parameter, high = to.Parameter;
-    Place reached = to;
-    bool found = false;
-    for (int i = 0; i < MostHalvings && !(found && i >= EnoughHalvings); ++i) {
-        const double middle = low + (high - low) / 2;
-        if (middle == low || middle == high)
-            break;
-        const Place place = PlaceAt(middle, to.Parameter);
-        const bool fits = Fits(from, place);
-        (fits ? low : high) = middle;
-        if (fits || !found)
-            reached = place;
-        found = found || fits;
+    const double all = to.Parameter - from.Parameter;
+    double longest = all; // does not fit
+    double length = LastLength > 0 ? std::min(2 * LastLength, 1.0) * all : all / 2;
+    Place reached = PlaceAt(from.Parameter + length, to.Parameter);
+    bool fits = Fits(from, reached);
+    for (int i = 0; i < MostHalvings && !fits; ++i) {
+        longest = length;
+        length /= 2;
+        reached = PlaceAt(from.Parameter + length, to.Parameter);
+        fits = Fits(from, reached);
     }
+    for (int i = 0; i < Lengthenings && fits; ++i) {
+        const double longer = length + (longest - length) / 2;
+        const Place place = PlaceAt(from.Parameter + longer, to.Parameter);
+        const bool goesOn = Fits(from, place);
+        (goesOn ? length : longest) = longer;
+        if (goesOn)
+            reached = place;
+    }
+    LastLength = all != 0 ? length / all : 0;
     return reached;
 }
 
@@ -206,7 +220,7 @@ void CurveFitter::FitPiece(const Place& from, const Place& to)
     while (!IsBroken) {
         const bool isLast = Fits(at, to);
         const Place next = isLast ? to : Reach(at, to);
-        if (!IsFinite(next.Point) || !IsFinite(next.Direction)) {
+        if (!IsWithinReason(next.Point) || !IsFinite(next.Direction)) {
             IsBroken = true;
             return;
         }
@@ -232,7 +246,8 @@ bool CurveFitter::Fit(std::span<const double> breaks)
     for (std::size_t i = 0; i + 1 < breaks.size() && !IsBroken; ++i) {
         Place from{breaks[i], Curve.At(breaks[i]), DirectionAt(breaks[i], breaks[i + 1])};
         Place to{breaks[i + 1], Curve.At(breaks[i + 1]), DirectionAt(breaks[i + 1], breaks[i]) * -1};
-        IsBroken = !IsFinite(from.Point) || !IsFinite(to.Point);
+        IsBroken = !IsWithinReason(from.Point) || !IsWithinReason(to.Point);
+        LastLength = 0;
         if (!IsBroken)
             FitPiece(from, to);
     }

@@ -30,8 +30,10 @@ namespace kv {
 
 namespace {
 
-constexpr Long MostOpened = 1'000'000; // entities and copies that blocks of one drawing bring
-constexpr int DeepestNesting = 64;     // blocks in blocks
+constexpr Long MostOpened = 1'000'000;    // entities and copies that blocks of one drawing bring
+constexpr Long MostFitted = 500'000;      // lines and arcs of all curves; no program has a tenth of them
+constexpr std::size_t FailedCurve = 1000; // lines and arcs that one counts for which cannot be fitted
+constexpr int DeepestNesting = 64;        // blocks in blocks
 
 class DrawingImport {
   public:
@@ -55,6 +57,7 @@ class DrawingImport {
     void BringAttributes(const SourceEntity& insert, const BlockPlace& place);
     bool IsHidden(const SourceEntity& entity, const EntityStyle& style, const BlockPlace& place);
     void CountOpened(const BlockPlace& place);
+    void CountFitted(const EntityStyle& style, std::size_t pieces);
     // `source`: the entity as the drawing has it, where nothing of it was changed.
     void Emit(const FlatEntity& flat, const SourceEntity* source);
     bool TakesRing(const FlatEntity& flat);
@@ -73,7 +76,7 @@ class DrawingImport {
     double Tolerance = 0.01, Grid = 0.01; // drawing units
     SpacePoint Move;
     bool IsFirstWalk = true;
-    Long Opened = 0;
+    Long Opened = 0, Fitted = 0;
     std::size_t Emitted = 0;                 // number of the entity that is emitted next
     std::vector<LooseEntity> Loose;          // by those numbers
     std::map<std::size_t, FlatEntity> Rings; // circle in place of its first piece
@@ -162,6 +165,14 @@ void DrawingImport::CountOpened(const BlockPlace& place)
                                           WholeText(MostOpened) + " entities"};
 }
 
+void DrawingImport::CountFitted(const EntityStyle& style, std::size_t pieces)
+{
+    Fitted += static_cast<Long>(pieces);
+    if (Fitted > MostFitted)
+        throw RunError{ErrorOverflow, "Curves up to that in line " + WholeText(style.Line) +
+                                          " need more than " + WholeText(MostFitted) + " lines and arcs"};
+}
+
 bool DrawingImport::IsHidden(const SourceEntity& entity, const EntityStyle& style, const BlockPlace& place)
 {
     const auto layer = Index.Layers.find(UpperCase(style.Layer));
@@ -200,12 +211,15 @@ void DrawingImport::BringCurve(const SourceEntity& entity, const EntityStyle& st
     FittedCurve curve = entity.Head.Kind == "SPLINE" ? FitSpline(entity.Head, place.Map, Tolerance)
                                                      : FitEllipse(entity.Head, place.Map, Tolerance);
     if (!curve.Path) {
+        if (place.Depth > 0) // it may be there a million times
+            CountFitted(style, FailedCurve);
         Note(ImportThing::Failed, style, entity.Head.Kind, curve.Cause, place);
         BringUnknown(entity, place);
         return;
     }
     curve.Path->Style = style;
     CountOpened(place);
+    CountFitted(style, curve.Path->Points.size());
     if (const auto circle =
             WantsCircles(style.Layer) ? CircleOf(*curve.Path, Tolerance, Grid) : std::nullopt) {
         Note(ImportThing::Circle, style, entity.Head.Kind, PlainText(static_cast<Single>(2 * circle->Radius)),
@@ -252,8 +266,11 @@ void DrawingImport::BringFlat(const SourceEntity& entity, const EntityStyle& sty
         flat = PlacedEntity(*flat, place.Map, Tolerance);
         if (!flat) {
             Note(ImportThing::Failed, style, entity.Head.Kind, "it is squeezed into a line", place);
+            CountFitted(style, FailedCurve);
             return;
         }
+        if (flat->Kind == FlatKind::Polyline && place.Depth > 0)
+            CountFitted(style, flat->Points.size());
     }
     const bool asCircle = WantsCircles(style.Layer);
     std::optional<FlatEntity> round = CircleOf(*flat, Tolerance, Grid);
@@ -380,7 +397,7 @@ void DrawingImport::WalkRange(const TextRange& range, const BlockPlace& place)
 
 void DrawingImport::WalkAll()
 {
-    Opened = 0;
+    Opened = Fitted = 0;
     Emitted = 0;
     BlockPlace place;
     place.Map = ShiftedBy(Move);

@@ -145,5 +145,21 @@ TEST_F(ImportPlaces, AFileThatGrowsEndsWhereItEnded)
     EXPECT_TRUE(lines.AtEnd);
 }
 
+// Each of them has fifty times the bytes of the file's in memory.
+TEST_F(ImportPlaces, MillionsOfRecordsOfNothingTakeAFewSlots)
+{
+    std::string nothing;
+    for (int i = 0; i < 100'000; ++i)
+        nothing += "0\nA\n";
+    for (const std::string_view mode : {"plain", "told", "full"}) {
+        const auto records =
+            Read({.Entities = Circle("VBORE", 1, 2, 4) + nothing + Circle("VBORE", 3, 4, 5)}, mode);
+        ASSERT_EQ(records.size(), 1002u);
+        EXPECT_EQ(records.back().X1, 3);
+        EXPECT_EQ(DrawnEntities.Last(), 100'002);
+        EXPECT_EQ(DrawnKindOf(100'001), "A");
+    }
+}
+
 } // namespace
 } // namespace kv::test
