@@ -96,6 +96,16 @@ std::string_view KindInReports(std::string_view kind)
     return kind == "ATTRIB" || kind == "ATTDEF" ? "TEXT" : kind;
 }
 
+// Some programs close a curve that has come back by a polyline of no length; the tool would plunge there.
+bool IsDot(const FlatEntity& flat)
+{
+    constexpr double nothing = 1e-9; // drawing units
+    return flat.Kind == FlatKind::Polyline && !flat.Points.empty() &&
+           std::all_of(flat.Points.begin(), flat.Points.end(), [&](const VertexPoint& p) {
+               return std::hypot(p.X - flat.Points[0].X, p.Y - flat.Points[0].Y) <= nothing;
+           });
+}
+
 void DrawingImport::Note(ImportThing thing, const EntityStyle& style, std::string_view subject,
                          std::string_view detail, const BlockPlace& place)
 {
@@ -258,6 +268,10 @@ void DrawingImport::BringFlat(const SourceEntity& entity, const EntityStyle& sty
     }
     CountOpened(place);
     flat->Style = style;
+    if (IsDot(*flat)) {
+        Note(ImportThing::Hidden, style, entity.Head.Kind, "without a length", place);
+        return;
+    }
     const bool isMirrored = IsDownward(flat->Extrusion);
     const bool isMoved = place.Depth > 0 || LengthOf(Move) > 0;
     if (isMirrored)

@@ -146,6 +146,7 @@ std::optional<FlatEntity> RoundWay(const FlatEntity& polyline, const FlatEntity&
     const VertexPoint &from = polyline.Points[0], &to = polyline.Points[1];
     FlatEntity way = polyline;
     way.Radius = circle.Radius;
+    way.Flags |= 1;
     way.Points.resize(2);
     const double away = std::hypot(from.X - middle.X, from.Y - middle.Y);
     const double dx = (from.X - middle.X) * circle.Radius / away,
@@ -159,9 +160,22 @@ std::optional<FlatEntity> RoundWay(const FlatEntity& polyline, const FlatEntity&
     return way;
 }
 
+namespace {
+
+// By its flag, or by its last point.
+bool EndsWhereItBegins(const FlatEntity& polyline, double tolerance)
+{
+    if (polyline.IsClosed() || polyline.Points.size() < 3)
+        return polyline.IsClosed();
+    const VertexPoint &first = polyline.Points.front(), &last = polyline.Points.back();
+    return std::hypot(last.X - first.X, last.Y - first.Y) <= tolerance / 10;
+}
+
+} // namespace
+
 std::optional<FlatEntity> CircleOf(const FlatEntity& polyline, double tolerance, double grid)
 {
-    if (polyline.Kind != FlatKind::Polyline || !polyline.IsClosed() || polyline.IsInSpace)
+    if (polyline.Kind != FlatKind::Polyline || polyline.IsInSpace || !EndsWhereItBegins(polyline, tolerance))
         return std::nullopt;
     FlatEntity closed = polyline;
     const VertexPoint& front = polyline.Points.empty() ? VertexPoint{} : polyline.Points.front();
@@ -207,6 +221,8 @@ class EndIndex {
     };
     // The one other end at this place; none where there is none, or more than one.
     std::optional<End> Partner(End end) const;
+    // One that ends at the place.
+    std::optional<std::size_t> WayAt(const VertexPoint& place, std::string_view layer) const;
 
   private:
     using Cell = std::pair<long long, long long>;
@@ -249,6 +265,25 @@ std::optional<EndIndex::End> EndIndex::Partner(End end) const
         }
     }
     return partner;
+}
+
+std::optional<std::size_t> EndIndex::WayAt(const VertexPoint& place, std::string_view layer) const
+{
+    const Cell cell = CellOf(place);
+    for (long long dx = -1; dx <= 1; ++dx) {
+        for (long long dy = -1; dy <= 1; ++dy) {
+            const auto found = Cells.find({cell.first + dx, cell.second + dy});
+            if (found == Cells.end())
+                continue;
+            for (const End& end : found->second) {
+                const VertexPoint& there = EndOf(end.Way, end.Which);
+                if (std::hypot(there.X - place.X, there.Y - place.Y) <= Tolerance &&
+                    Ways[end.Way].Style.Layer == layer)
+                    return end.Way;
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 VertexPoint OnCircleAt(const FlatEntity& arc, double degrees)
@@ -316,21 +351,57 @@ bool CanBeLoose(const FlatEntity& flat)
     if (!WantsCircles(flat.Style.Layer))
         return false;
     const bool isPocket = Holds(UpperCase(flat.Style.Layer), "EXCAV"); // arcs that meet are one already
-    const bool isOpen = flat.Kind == FlatKind::Polyline && !isPocket && !flat.IsClosed() && !flat.IsInSpace;
+    const bool isOpen = flat.Kind == FlatKind::Polyline && !flat.IsClosed() && !flat.IsInSpace;
     const bool isEnded = flat.Points.size() > 1 && (flat.Kind == FlatKind::Line || isOpen);
     return (isEnded || (flat.Kind == FlatKind::Arc && !isPocket && flat.Radius > 0)) &&
            IsUpward(flat.Extrusion);
 }
 
+namespace {
+
+// What a curve closes with where it has already come back: a line from its end to its beginning.
+bool IsSpeck(const FlatEntity& way, double tolerance)
+{
+    return std::all_of(way.Points.begin(), way.Points.end(), [&](const VertexPoint& p) {
+        return std::hypot(p.X - way.Points.front().X, p.Y - way.Points.front().Y) <= tolerance / 2;
+    });
+}
+
+constexpr std::size_t NoRing = static_cast<std::size_t>(-1);
+
+// A ring takes the specks at its joints along.
+void TakeSpecks(std::vector<RingFound>& rings, const std::vector<LooseEntity>& specks, const EndIndex& ends,
+                const std::vector<std::size_t>& ringOfWay)
+{
+    for (const LooseEntity& speck : specks) {
+        const std::optional<std::size_t> way =
+            ends.WayAt(speck.Entity.Points.front(), speck.Entity.Style.Layer);
+        if (way && ringOfWay[*way] != NoRing)
+            rings[ringOfWay[*way]].Numbers.push_back(speck.Number);
+    }
+}
+
+} // namespace
+
 std::vector<RingFound> FindRings(const std::vector<LooseEntity>& pieces, double tolerance, double grid)
 {
     std::vector<FlatEntity> ways;
-    for (const LooseEntity& piece : pieces)
-        ways.push_back(WayOf(piece.Entity));
+    std::vector<LooseEntity> specks;
+    std::vector<std::size_t> numbers;
+    for (const LooseEntity& piece : pieces) {
+        FlatEntity way = WayOf(piece.Entity);
+        if (IsSpeck(way, tolerance)) {
+            specks.push_back(piece);
+            continue;
+        }
+        ways.push_back(std::move(way));
+        numbers.push_back(piece.Number);
+    }
     const EndIndex ends(ways, tolerance);
-    std::vector<bool> isUsed(pieces.size());
+    std::vector<bool> isUsed(ways.size());
+    std::vector<std::size_t> ringOfWay(ways.size(), NoRing);
     std::vector<RingFound> rings;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
+    for (std::size_t i = 0; i < ways.size(); ++i) {
         if (isUsed[i])
             continue;
         const Chain ring = ChainFrom(ends, i, isUsed);
@@ -342,13 +413,17 @@ std::vector<RingFound> FindRings(const std::vector<LooseEntity>& pieces, double 
         RingFound found;
         for (const EndIndex::End& end : ring.Ends) {
             AppendWay(closed, ways[end.Way], end.Which == 1);
-            found.Numbers.push_back(pieces[end.Way].Number);
+            found.Numbers.push_back(numbers[end.Way]);
         }
-        if (const auto circle = CircleOf(closed, tolerance, grid)) {
-            found.Circle = *circle;
-            rings.push_back(std::move(found));
-        }
+        const auto circle = CircleOf(closed, tolerance, grid);
+        if (!circle)
+            continue;
+        for (const EndIndex::End& end : ring.Ends)
+            ringOfWay[end.Way] = rings.size();
+        found.Circle = *circle;
+        rings.push_back(std::move(found));
     }
+    TakeSpecks(rings, specks, ends, ringOfWay);
     return rings;
 }
 

@@ -31,7 +31,7 @@ struct RingFound {
     FlatEntity Circle;
     std::vector<std::size_t> Numbers; // of its pieces
 };
-// Of a layer that wants circles; on a pocket's, lines alone.
+// Of a layer that wants circles; on a pocket's no arcs, which are one outline there already.
 bool CanBeLoose(const FlatEntity& flat);
 std::vector<RingFound> FindRings(const std::vector<LooseEntity>& pieces, double tolerance, double grid);
 

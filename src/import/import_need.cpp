@@ -32,8 +32,6 @@ struct CornerOfRing {
 bool LooksRound(Long head)
 {
     constexpr double sameDistance = 0.1; // parts; what is round differs by far less
-    if ((Entities[head].Flags & 1) == 0)
-        return false;
     double low[2] = {1e30, 1e30}, high[2] = {-1e30, -1e30};
     std::vector<CornerOfRing> corners;
     for (Long i = head + 1; i <= Entities.Last() && Entities[i].Kind == "VERTEX"; ++i) {
@@ -61,7 +59,8 @@ class LayerLook {
         const DxfEntity& entity = Entities[i];
         Look(entity);
         if (entity.Kind == "POLYLINE")
-            return IsBore || ((IsPocket || IsRoute) && LooksRound(i));
+            return IsBore || (IsPocket && (entity.Flags & 1) == 0) ||
+                   ((IsPocket || IsRoute) && LooksRound(i));
         return (IsBore && entity.Kind == "ARC") || ((IsBore || IsPocket) && entity.Kind == "LINE");
     }
     bool IsBorder(const DxfEntity& entity)
