@@ -47,6 +47,8 @@ class DrawingImport {
     void WalkRange(const TextRange& range, const BlockPlace& place);
     void Bring(const SourceEntity& entity, const BlockPlace& place);
     void BringFlat(const SourceEntity& entity, const EntityStyle& style, const BlockPlace& place);
+    bool BringToPlace(const SourceEntity& entity, const BlockPlace& place, FlatEntity& flat);
+    bool MakeRound(const SourceEntity& entity, const BlockPlace& place, FlatEntity& flat);
     void BringCurve(const SourceEntity& entity, const EntityStyle& style, const BlockPlace& place);
     void BringTexts(const SourceEntity& entity, const EntityStyle& style, const BlockPlace& place);
     void BringUnknown(const SourceEntity& entity, const BlockPlace& place);
@@ -73,11 +75,11 @@ class DrawingImport {
     ImportedDrawing Result;
     PairWriter Writer;
     PanelExtent Panel;
-    double Tolerance = 0.01, Grid = 0.01; // drawing units
+    double Tolerance = ImportToleranceMm() / 25.4, Grid = 0.01; // drawing units; first as if it were inch
     SpacePoint Move;
     bool IsFirstWalk = true;
     Long Opened = 0, Fitted = 0;
-    std::size_t Emitted = 0;                 // number of the entity that is emitted next
+    std::size_t Visited = 0;                 // number of the entity that is brought, the same in both walks
     std::vector<LooseEntity> Loose;          // by those numbers
     std::map<std::size_t, FlatEntity> Rings; // circle in place of its first piece
     std::set<std::size_t> InRings;           // further pieces
@@ -141,7 +143,7 @@ void DrawingImport::Put(const FlatEntity& flat, const SourceEntity* source)
 // A piece of a ring: the circle stands in the place of the first one, the others are gone.
 bool DrawingImport::TakesRing(const FlatEntity& flat)
 {
-    const std::size_t number = Emitted - 1;
+    const std::size_t number = Visited;
     if (InRings.contains(number))
         return true;
     const auto ring = Rings.find(number);
@@ -157,11 +159,10 @@ bool DrawingImport::TakesRing(const FlatEntity& flat)
 
 void DrawingImport::Emit(const FlatEntity& flat, const SourceEntity* source)
 {
-    ++Emitted;
     if (IsFirstWalk) {
         Panel.Take(flat);
         if (CanBeLoose(flat))
-            Loose.push_back({Emitted - 1, flat});
+            Loose.push_back({Visited, flat});
         return;
     }
     if (!TakesRing(flat))
@@ -259,45 +260,60 @@ void DrawingImport::BringUnknown(const SourceEntity& entity, const BlockPlace& p
         ++Result.LeftOfClean;
 }
 
+// Moved, turned, out of its mirror. False where nothing is left of it.
+bool DrawingImport::BringToPlace(const SourceEntity& entity, const BlockPlace& place, FlatEntity& flat)
+{
+    if (IsDownward(flat.Extrusion))
+        Note(ImportThing::Mirrored, flat.Style, entity.Head.Kind, {}, place);
+    const bool wasPolyline = flat.Kind == FlatKind::Polyline;
+    const std::optional<FlatEntity> placed = PlacedEntity(flat, place.Map, Tolerance);
+    if (!placed) {
+        Note(ImportThing::Failed, flat.Style, entity.Head.Kind, "it is squeezed into a line", place);
+        CountFitted(flat.Style, FailedCurve);
+        return false;
+    }
+    flat = *placed;
+    if (flat.Kind == FlatKind::Polyline && (place.Depth > 0 || !wasPolyline))
+        CountFitted(flat.Style, flat.Points.size());
+    return true;
+}
+
+// A polyline that is a circle, where its layer wants that. True where it was made round.
+bool DrawingImport::MakeRound(const SourceEntity& entity, const BlockPlace& place, FlatEntity& flat)
+{
+    const bool asCircle = WantsCircles(flat.Style.Layer);
+    if (!asCircle && !WantsRoundWays(flat.Style.Layer))
+        return false;
+    const std::optional<FlatEntity> circle = CircleOf(flat, Tolerance, Grid);
+    const std::optional<FlatEntity> round = circle && !asCircle ? RoundWay(flat, *circle) : circle;
+    if (!round)
+        return false;
+    Note(ImportThing::Circle, flat.Style, entity.Head.Kind, PlainText(static_cast<Single>(2 * round->Radius)),
+         place);
+    flat = *round;
+    return true;
+}
+
 void DrawingImport::BringFlat(const SourceEntity& entity, const EntityStyle& style, const BlockPlace& place)
 {
-    std::optional<FlatEntity> flat = FlatOf(entity);
-    if (!flat) {
+    const std::optional<FlatEntity> drawn = FlatOf(entity);
+    if (!drawn) {
         BringUnknown(entity, place);
         return;
     }
     CountOpened(place);
-    flat->Style = style;
-    if (IsDot(*flat)) {
+    FlatEntity flat = *drawn;
+    flat.Style = style;
+    if (IsDot(flat)) {
         Note(ImportThing::Hidden, style, entity.Head.Kind, "without a length", place);
         return;
     }
-    const bool isMirrored = IsDownward(flat->Extrusion);
-    const bool isMoved = place.Depth > 0 || LengthOf(Move) > 0;
-    if (isMirrored)
-        Note(ImportThing::Mirrored, style, entity.Head.Kind, {}, place);
-    if (isMirrored || isMoved) {
-        flat = PlacedEntity(*flat, place.Map, Tolerance);
-        if (!flat) {
-            Note(ImportThing::Failed, style, entity.Head.Kind, "it is squeezed into a line", place);
-            CountFitted(style, FailedCurve);
-            return;
-        }
-        if (flat->Kind == FlatKind::Polyline && place.Depth > 0)
-            CountFitted(style, flat->Points.size());
-    }
-    const bool asCircle = WantsCircles(style.Layer);
-    std::optional<FlatEntity> round = CircleOf(*flat, Tolerance, Grid);
-    if (round && !asCircle)
-        round = WantsRoundWays(style.Layer) ? RoundWay(*flat, *round) : std::nullopt;
-    const bool isRound = round.has_value();
-    if (round) {
-        Note(ImportThing::Circle, style, entity.Head.Kind, PlainText(static_cast<Single>(2 * round->Radius)),
-             place);
-        flat = std::move(round);
-    }
-    ++Made[std::string(flat->Kind == FlatKind::Circle ? "CIRCLE" : KindInReports(entity.Head.Kind))];
-    Emit(*flat, isMirrored || isMoved || isRound ? nullptr : &entity);
+    const bool isMoved = IsDownward(flat.Extrusion) || place.Depth > 0 || LengthOf(Move) > 0;
+    if (isMoved && !BringToPlace(entity, place, flat))
+        return;
+    const bool isRound = MakeRound(entity, place, flat);
+    ++Made[std::string(flat.Kind == FlatKind::Circle ? "CIRCLE" : KindInReports(entity.Head.Kind))];
+    Emit(flat, isMoved || isRound ? nullptr : &entity);
 }
 
 void DrawingImport::BringAttributes(const SourceEntity& insert, const BlockPlace& place)
@@ -305,6 +321,7 @@ void DrawingImport::BringAttributes(const SourceEntity& insert, const BlockPlace
     for (const SourceRecord& part : insert.Parts) {
         if (part.Kind != "ATTRIB")
             continue;
+        ++Visited;
         SourceEntity attribute;
         attribute.Head = part;
         EntityStyle style = StyleInBlock(part, place);
@@ -383,6 +400,7 @@ void DrawingImport::OpenInsert(const SourceEntity& insert, const EntityStyle& st
 
 void DrawingImport::Bring(const SourceEntity& entity, const BlockPlace& place)
 {
+    ++Visited;
     const std::string& kind = entity.Head.Kind;
     const EntityStyle style = StyleInBlock(entity.Head, place);
     if (IsHidden(entity, style, place))
@@ -412,7 +430,7 @@ void DrawingImport::WalkRange(const TextRange& range, const BlockPlace& place)
 void DrawingImport::WalkAll()
 {
     Opened = Fitted = 0;
-    Emitted = 0;
+    Visited = 0;
     BlockPlace place;
     place.Map = ShiftedBy(Move);
     WalkRange(Index.Entities, place);

@@ -195,6 +195,7 @@ std::optional<FlatEntity> CircleOf(const FlatEntity& polyline, double tolerance,
     circle.Style = polyline.Style;
     circle.Extrusion = polyline.Extrusion;
     circle.Thickness = polyline.Thickness;
+    circle.Elevation = polyline.Elevation;
     VertexPoint middle;
     middle.X = fit.Middle.X;
     middle.Y = fit.Middle.Y;

@@ -87,7 +87,6 @@ void TakeLightVertices(const SourceRecord& head, FlatEntity& flat)
             VertexPoint point;
             point.X = x;
             point.Y = number;
-            point.Z = head.Number(38);
             flat.Points.push_back(point);
         } else if (pair.Code == 42 && last != nullptr) {
             last->Bulge = number;
@@ -97,6 +96,13 @@ void TakeLightVertices(const SourceRecord& head, FlatEntity& flat)
             last->EndWidth = number;
         }
     }
+}
+
+double ElevationOf(const SourceRecord& head, const FlatEntity& flat)
+{
+    const bool isWritten = head.Has(210) || head.Has(220) || head.Has(230);
+    const bool isLevel = IsUpward(flat.Extrusion) || IsDownward(flat.Extrusion);
+    return isWritten && isLevel && !flat.Points.empty() ? std::abs(flat.Points.front().Z) : head.Number(38);
 }
 
 bool IsUsable(double number)
@@ -110,8 +116,8 @@ bool HasUsableNumbers(const FlatEntity& flat)
         return IsUsable(p.X) && IsUsable(p.Y) && IsUsable(p.Z) && IsUsable(p.Bulge) &&
                IsUsable(p.StartWidth) && IsUsable(p.EndWidth);
     });
-    return points && IsUsable(flat.Radius) && IsUsable(flat.Thickness) && IsUsable(flat.StartAngle) &&
-           IsUsable(flat.EndAngle) && IsFinite(flat.Extrusion);
+    return points && IsUsable(flat.Radius) && IsUsable(flat.Thickness) && IsUsable(flat.Elevation) &&
+           IsUsable(flat.StartAngle) && IsUsable(flat.EndAngle) && IsFinite(flat.Extrusion);
 }
 
 // False for a kind that is not taken apart.
@@ -211,7 +217,10 @@ std::optional<FlatEntity> FlatOf(const SourceEntity& entity)
     flat.Style = StyleOf(entity.Head);
     flat.Extrusion = entity.Head.Extrusion();
     flat.Thickness = entity.Head.Number(39);
-    if (!TakeByKind(entity, flat) || !HasUsableNumbers(flat))
+    if (!TakeByKind(entity, flat))
+        return std::nullopt;
+    flat.Elevation = ElevationOf(entity.Head, flat);
+    if (!HasUsableNumbers(flat))
         return std::nullopt;
     return flat;
 }

@@ -62,6 +62,9 @@ struct FlatEntity {
     EntityStyle Style;
     SpacePoint Extrusion{0, 0, 1};
     double Thickness = 0;
+    // Group 38, a depth to the layer rules; also the height of an entity whose extrusion is written, which
+    // counts as that. Without sign of a side.
+    double Elevation = 0;
     std::vector<VertexPoint> Points;     // corners, ends, vertices; the middle of a circle or an arc
     double Radius = 0;                   // of a circle or an arc; height of a text
     double StartAngle = 0, EndAngle = 0; // degrees, counter-clockwise; of a text StartAngle is its turn

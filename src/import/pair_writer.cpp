@@ -74,6 +74,8 @@ void PairWriter::Begin(std::string_view kind, const FlatEntity& flat)
     Pair(8, flat.Style.Layer);
     if (flat.Style.Color)
         Pair(62, WholeText(*flat.Style.Color));
+    if (flat.Elevation != 0)
+        Pair(38, flat.Elevation);
     if (flat.Thickness != 0)
         Pair(39, flat.Thickness);
 }

@@ -142,6 +142,7 @@ std::optional<FlatEntity> PlacedEntity(const FlatEntity& flat, const Placement& 
     FlatEntity placed = flat;
     placed.Extrusion = map.Extrusion;
     placed.Thickness *= LengthOf(map.Map.Az);
+    placed.Elevation *= LengthOf(map.Map.Az);
     if (IsInDrawingSystem(flat)) {
         for (VertexPoint& point : placed.Points)
             MovePoint(point, placement);

@@ -231,7 +231,7 @@ constexpr MessagePage Pages[] = {
      "Draw the panel as a solid with an area, or its border as a rectangle on a layer BORDER."},
     {Message::NoBorder, Fault, NoMark, "Part BORDER or BORDER Layer NOT Found!!!", "",
      "Nothing is drawn on a layer BORDER, or the outline is inside a block.",
-     "Draw the panel's outline on a layer BORDER, and explode blocks."},
+     "Draw the panel's outline on a layer BORDER; explode blocks, or set Import to full."},
     {Message::BorderNotRectangular, Fault, NoMark, "PART BORDER NOT PROPERLY DEFINED IN DRAWING!!!", "",
      "The points on the layer BORDER are not those of rectangles: corners do not meet, or another line is on "
      "that layer. The next line has their count.",
@@ -987,7 +987,7 @@ constexpr MessagePage Pages[] = {
      "Layer {layer}: {count} entities of kind {kind} are not machined, the layer takes {kinds}",
      "The layer asks for work, but not from this kind of entity: a bore drawn as an ELLIPSE or as two ARCs, "
      "say, or a block that was not opened (INSERT).",
-     "Draw it by one of the kinds that the layer takes; explode blocks."},
+     "Draw it by one of the kinds that the layer takes; explode blocks, or set Import to full."},
     {Message::EntityWithoutPoints, Doubt, MarkRed,
      "Layer {layer}: 1 entity of kind {kind} is not machined, it has too few points",
      "Layer {layer}: {count} entities of kind {kind} are not machined, they have too few points",
@@ -1057,8 +1057,8 @@ constexpr MessagePage Pages[] = {
     {Message::BlockHoldsWork, Doubt, MarkRed,
      "Layer {layer}: 1 INSERT is left out, its block {block} holds a {kind} on {inner}",
      "Layer {layer}: {count} INSERTs are left out, the first block, {block}, holds a {kind} on {inner}",
-     "Blocks are not opened, so nothing in them is machined or taken for the panel.",
-     "Explode the block in the design program, or save the drawing with its blocks exploded."},
+     "Blocks are opened by Import=full alone; else nothing in them is machined or taken for the panel.",
+     "Set Import to full, or explode the block in the design program."},
     {Message::DoubleBoreOfOtherDepth, Doubt, MarkRed,
      "Layer {layer}: 1 bore of {depth} is not drilled, at its place is one of {other}",
      "Layer {layer}: {count} bores are not drilled, at their places are others; the first is {depth} deep "

@@ -160,6 +160,26 @@ TEST_F(ImportBlocks, EntitiesBehindAnOpenedInsertKeepTheirLines)
     EXPECT_EQ(DrawnEntities[records[2].Drawn].Line, line);
 }
 
+// A depth by elevation is read from group 38, or from the height of an entity whose extrusion is written.
+TEST_F(ImportBlocks, DepthsByElevationStay)
+{
+    const std::string up = Pair(210, 0) + Pair(220, 0) + Pair(230, 1),
+                      border = Rectangle("BORDER_Z18", 0, 0, 600, 400);
+    const std::string inside = Line("GROOVE", 10, 10, 110, 10, Pair(30, -7) + Pair(31, -7) + up) +
+                               Line("GROOVE", 10, 50, 110, 50, Pair(38, -6)) +
+                               Lwpolyline("GROOVE", {{10, 90}, {110, 90}}, Pair(39, -5));
+    Config.Import = "plain";
+    ASSERT_TRUE(Place.Convert(Drawing(border + inside))) << Place.ReportText();
+    const auto plain = TakePrograms(Place);
+    Config.Import = "full";
+    ASSERT_TRUE(Place.Convert(
+        WholeDrawing{.Entities = border + Insert("0", "B", 0, 0), .Blocks = Block("B", inside)}.Text()))
+        << Place.ReportText();
+    EXPECT_EQ(TakePrograms(Place), plain);
+    for (const char* const depth : {"Y10Z7", "Y50Z6", "Y90Z5"})
+        EXPECT_NE(plain.begin()->second.find(depth), std::string::npos) << plain.begin()->second;
+}
+
 // What cannot be opened.
 
 TEST_F(ImportBlocks, ABlockThatHoldsItselfIsLeft)
