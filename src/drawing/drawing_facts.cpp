@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t MostHiddenLayers = 100'000; // of a damaged table; more are taken as shown
 
 int Units = 0;
-bool ForeignLetters = false;
+bool ForeignLetters = false, Mirrored = false, BelowZero = false;
 std::unordered_map<std::string, Sight> HiddenLayers; // by upper-case names
 std::vector<bool> InPaperSpace;                      // by drawn entity; as long as the last one of them
 
@@ -50,7 +50,7 @@ constexpr DrawnUnit UnitRows[] = {
 void ForgetDrawingFacts()
 {
     Units = 0;
-    ForeignLetters = false;
+    ForeignLetters = Mirrored = BelowZero = false;
     HiddenLayers.clear();
     InPaperSpace.clear();
 }
@@ -78,9 +78,34 @@ bool MetForeignLetters()
     return ForeignLetters;
 }
 
-bool HidesEntities()
+void NoteMirrored()
 {
-    return !InPaperSpace.empty() || !HiddenLayers.empty();
+    Mirrored = true;
+}
+
+bool MetMirrored()
+{
+    return Mirrored;
+}
+
+void NoteBelowZero()
+{
+    BelowZero = true;
+}
+
+bool MetBelowZero()
+{
+    return BelowZero;
+}
+
+bool MetPaperSpace()
+{
+    return !InPaperSpace.empty();
+}
+
+bool IsHiddenLayer(std::string_view name)
+{
+    return !HiddenLayers.empty() && HiddenLayers.contains(UpperCase(name));
 }
 
 Sight SightOf(Long drawn)

@@ -28,8 +28,13 @@ void NotePaperSpace(Long drawn);
 // The reader met a letter that is no plain ASCII, or a backslash, which may begin one.
 void NoteForeignLetters();
 bool MetForeignLetters();
-// Whether an entity may be hidden: a layer is, or one is in paper space.
-bool HidesEntities();
+// The reader met extrusion 0,0,-1; a coordinate below zero.
+void NoteMirrored();
+bool MetMirrored();
+void NoteBelowZero();
+bool MetBelowZero();
+bool MetPaperSpace();
+bool IsHiddenLayer(std::string_view name); // frozen or off
 // Of an entity whose layer is named; a vertex is where its polyline is.
 Sight SightOf(Long drawn);
 

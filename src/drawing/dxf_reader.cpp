@@ -252,6 +252,8 @@ void FinishExtrusion(ReaderState& state)
     if (std::abs(state.Nz) > largest)
         entity.Side = "5";
     entity.ExtrusionZ = IntField(state, "Extrusion", state.Nz, PlainText(state.Nz));
+    if (entity.ExtrusionZ == -1)
+        NoteMirrored();
     state.Nx = state.Ny = state.Nz = 0;
     state.ExtrusionPending = false;
     if (entity.Kind == "POLYLINE") {
@@ -263,6 +265,8 @@ void FinishExtrusion(ReaderState& state)
 void EndRecord(ReaderState& state)
 {
     DxfEntity& entity = Entities[state.Current];
+    if (std::min({entity.X1, entity.Y1, entity.X2, entity.Y2}) < 0)
+        NoteBelowZero();
     if (entity.Drawn != 0)
         NameDrawn(entity.Drawn, state.KindName, state.LayerName, NameOfLayer(state));
     if (Holds(entity.Kind.Trimmed(), "SEQEND"))

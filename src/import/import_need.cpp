@@ -1,4 +1,5 @@
-// One look at each record. A closed polyline is looked at for roundness only where its layer wants round
+// The reader knows each pair of kind and layer, and what it met; only where these do not tell are the records
+// walked. A closed polyline is looked at for roundness only where its layer wants round
 // things.
 #include "import/import_need.h"
 
@@ -9,20 +10,13 @@
 #include "drawing/drawing_facts.h"
 #include "import/drawn_circles.h"
 #include "platform/text.h"
+#include "state/drawn_entities.h"
+#include "state/drawn_names.h"
 #include "state/run.h"
 
 namespace kv {
 
 namespace {
-
-bool IsForeignKind(const DxfEntity& entity)
-{
-    static constexpr std::string_view kinds[] = {"INSERT", "SPLINE", "ELLIPSE", "MTEXT"};
-    for (const std::string_view kind : kinds)
-        if (entity.Kind == kind)
-            return true;
-    return false;
-}
 
 struct CornerOfRing {
     double X = 0, Y = 0;
@@ -50,40 +44,30 @@ bool LooksRound(Long head)
     });
 }
 
-// Names repeat from record to record.
-class LayerLook {
-  public:
-    // A bore may be drawn as anything; a pocket as loose pieces, or like a route as a polyline.
-    bool MayBeRound(Long i)
-    {
-        const DxfEntity& entity = Entities[i];
-        Look(entity);
-        if (entity.Kind == "POLYLINE")
-            return IsBore || (IsPocket && (entity.Flags & 1) == 0) ||
-                   ((IsPocket || IsRoute) && LooksRound(i));
-        return (IsBore && entity.Kind == "ARC") || ((IsBore || IsPocket) && entity.Kind == "LINE");
-    }
-    bool IsBorder(const DxfEntity& entity)
-    {
-        Look(entity);
-        return HasBorder;
-    }
-
-  private:
-    void Look(const DxfEntity& entity)
-    {
-        if (entity.Layer == Last)
-            return;
-        Last = entity.Layer;
-        const std::string name(Last.Trimmed());
-        IsBore = Holds(name, "VBORE") || Holds(name, "DRILL");
-        IsPocket = Holds(name, "EXCAV");
-        IsRoute = WantsRoundWays(name);
-        HasBorder = Holds(name, "BORDER");
-    }
-    Text<114> Last;
-    bool IsBore = false, IsPocket = false, IsRoute = false, HasBorder = false;
+// What the layers and kinds of a drawing ask for, each pair of them looked at once.
+struct Need {
+    bool IsSure = false;    // a look is enough
+    bool RoundOnes = false; // closed polylines are to be looked at
+    bool Borders = false;   // and borders, where a coordinate is below zero
 };
+
+bool IsForeignKind(std::string_view kind)
+{
+    return kind == "INSERT" || kind == "SPLINE" || kind == "ELLIPSE" || kind == "MTEXT";
+}
+
+// A bore may be drawn as anything; a pocket as loose lines, or like a route as a polyline.
+void TakeLook(const EntityLook& look, Need& need)
+{
+    const std::string kind = UpperCase(NameOfNumber(look.Kind)), layer = UpperCase(NameOfNumber(look.Layer));
+    const bool isPolyline = Holds(kind, "POLYLINE");
+    const bool isBore = Holds(layer, "VBORE") || Holds(layer, "DRILL"), isPocket = Holds(layer, "EXCAV");
+    const bool isPiece = isPolyline || kind == "LINE" || kind == "ARC";
+    need.IsSure = need.IsSure || IsForeignKind(kind) || IsHiddenLayer(layer) || (isBore && isPiece) ||
+                  (isPocket && kind == "LINE");
+    need.RoundOnes = need.RoundOnes || (isPolyline && (isPocket || WantsRoundWays(layer)));
+    need.Borders = need.Borders || Holds(layer, "BORDER");
+}
 
 bool ReachesBelowZero(const DxfEntity& entity)
 {
@@ -91,23 +75,32 @@ bool ReachesBelowZero(const DxfEntity& entity)
     return entity.X1 < 0 || entity.Y1 < 0 || (hasSecond && (entity.X2 < 0 || entity.Y2 < 0));
 }
 
+bool MayBeRound(Long i)
+{
+    const DxfEntity& entity = Entities[i];
+    if (entity.Kind != "POLYLINE")
+        return false;
+    const std::string_view layer = entity.Layer.Trimmed();
+    const bool isPocket = Holds(layer, "EXCAV");
+    return (isPocket && (entity.Flags & 1) == 0) || ((isPocket || WantsRoundWays(layer)) && LooksRound(i));
+}
+
 } // namespace
 
 bool AsksForImport()
 {
-    LayerLook layers;
-    const bool hides = HidesEntities();
-    for (Long i = 1; i <= Entities.Last(); ++i) {
-        const DxfEntity& entity = Entities[i];
-        if (IsForeignKind(entity) || entity.ExtrusionZ == -1)
+    Need need;
+    for (Long i = 0; i <= LastLook() && !need.IsSure; ++i)
+        TakeLook(LookOfNumber(i), need);
+    if (need.IsSure || MetMirrored() || MetPaperSpace())
+        return true;
+    need.Borders = need.Borders && MetBelowZero();
+    if (!need.RoundOnes && !need.Borders)
+        return false;
+    for (Long i = 1; i <= Entities.Last(); ++i)
+        if ((need.Borders && ReachesBelowZero(Entities[i]) && Holds(Entities[i].Layer.Trimmed(), "BORDER")) ||
+            (need.RoundOnes && MayBeRound(i)))
             return true;
-        if (hides && SightOf(entity.Drawn) != Sight::Shown)
-            return true;
-        if (layers.MayBeRound(i))
-            return true;
-        if (ReachesBelowZero(entity) && layers.IsBorder(entity))
-            return true;
-    }
     return false;
 }
 
