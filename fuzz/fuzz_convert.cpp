@@ -1,5 +1,6 @@
-// The libFuzzer target: any bytes as a drawing, converted for one of the three machine controls, by one of the
-// three words of the setting Import. A crash, a sanitizer's complaint, an exception or a hang is a finding; a failed job is none.
+// The libFuzzer target: any bytes as a drawing, converted for one of the three machine controls, by one of
+// the three words of the setting Import. A crash, a sanitizer's complaint, an exception or a hang is a
+// finding; a failed job is none.
 #include <cstdint>
 #include <string>
 

@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t MostHiddenLayers = 100'000; // of a damaged table; more are taken as shown
 
 int Units = 0;
-bool ForeignLetters = false, Mirrored = false, BelowZero = false;
+bool ForeignLetters = false, Mirrored = false, Negative = false;
 std::unordered_map<std::string, Sight> HiddenLayers; // by upper-case names
 std::vector<bool> InPaperSpace;                      // by drawn entity; as long as the last one of them
 
@@ -50,7 +50,7 @@ constexpr DrawnUnit UnitRows[] = {
 void ForgetDrawingFacts()
 {
     Units = 0;
-    ForeignLetters = Mirrored = BelowZero = false;
+    ForeignLetters = Mirrored = Negative = false;
     HiddenLayers.clear();
     InPaperSpace.clear();
 }
@@ -88,14 +88,14 @@ bool MetMirrored()
     return Mirrored;
 }
 
-void NoteBelowZero()
+void NoteNegative()
 {
-    BelowZero = true;
+    Negative = true;
 }
 
-bool MetBelowZero()
+bool MetNegative()
 {
-    return BelowZero;
+    return Negative;
 }
 
 bool MetPaperSpace()

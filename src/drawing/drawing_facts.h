@@ -31,8 +31,8 @@ bool MetForeignLetters();
 // The reader met extrusion 0,0,-1; a coordinate below zero.
 void NoteMirrored();
 bool MetMirrored();
-void NoteBelowZero();
-bool MetBelowZero();
+void NoteNegative();
+bool MetNegative();
 bool MetPaperSpace();
 bool IsHiddenLayer(std::string_view name); // frozen or off
 // Of an entity whose layer is named; a vertex is where its polyline is.

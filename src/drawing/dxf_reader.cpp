@@ -266,7 +266,7 @@ void EndRecord(ReaderState& state)
 {
     DxfEntity& entity = Entities[state.Current];
     if (std::min({entity.X1, entity.Y1, entity.X2, entity.Y2}) < 0)
-        NoteBelowZero();
+        NoteNegative();
     if (entity.Drawn != 0)
         NameDrawn(entity.Drawn, state.KindName, state.LayerName, NameOfLayer(state));
     if (Holds(entity.Kind.Trimmed(), "SEQEND"))

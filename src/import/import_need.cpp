@@ -94,7 +94,7 @@ bool AsksForImport()
         TakeLook(LookOfNumber(i), need);
     if (need.IsSure || MetMirrored() || MetPaperSpace())
         return true;
-    need.Borders = need.Borders && MetBelowZero();
+    need.Borders = need.Borders && MetNegative();
     if (!need.RoundOnes && !need.Borders)
         return false;
     for (Long i = 1; i <= Entities.Last(); ++i)
