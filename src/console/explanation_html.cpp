@@ -2,6 +2,7 @@
 // telephone has no room for four columns: there the cells of a row stand below each other.
 #include "console/explanation_views.h"
 #include "platform/paths.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -140,7 +141,7 @@ std::string Article(const ExplainedDrawing& drawing)
     for (const ExplainedProgram& program : what.Programs)
         programs.push_back(ShownPath(program.Path) + ": " + Counted(program.Lines, "line") + " from " +
                            Counted(program.Entities, "entity"));
-    return "<article>\n<h1>" + Escaped(AnsiFromUtf8(drawing.Drawing)) + "</h1>\n<p>" +
+    return "<article>\n<h1>" + Escaped(PathFromUtf8(drawing.Drawing)) + "</h1>\n<p>" +
            Escaped(PanelSentence(what.Panel)) + "</p>\n<p class=\"sum\">" + Escaped(SumSentence(what)) +
            "</p>\n" + Section("Doubts and faults", DoubtRows(drawing.Rows)) + Section("Layers", layers) +
            Section("Texts", Rows(texts)) + Section("Tools", Rows(tools)) +

@@ -18,7 +18,6 @@ namespace kv {
 namespace {
 
 constexpr char NameSeparator = '\xFF';
-constexpr const char* NotNameable = "; its name holds a letter that Windows-1252 does not have\n";
 
 } // namespace
 
@@ -72,10 +71,7 @@ std::string RunJobLine(std::string jobLine, std::string_view outputName, Int sys
 void TellFailure(const std::string& drawing, std::string_view outcome)
 {
     EraseProgress();
-    // The report can show such a name only with "?" in place of the letter.
-    const bool nameable = Utf8FromAnsi(AnsiFromUtf8(drawing)) == drawing;
-    WriteAtOnce("korvanti: " + drawing + ": " + std::string(outcome) + (nameable ? "\n" : NotNameable),
-                stderr);
+    WriteAtOnce("korvanti: " + drawing + ": " + std::string(outcome) + "\n", stderr);
 }
 
 int TellUnconverted(std::size_t count)

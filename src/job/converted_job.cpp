@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "job/placing.h"
+#include "platform/stand_ins.h"
 #include "state/run.h"
 
 namespace kv {
@@ -187,6 +188,7 @@ std::optional<ConvertedJob> ConvertedJobOf(std::string_view text)
     FieldsReader reader(text);
     ConvertedJob job;
     job.Drawing = reader.Take();
+    static_cast<void>(PathFromUtf8(job.Drawing)); // its lines hold the stand-ins of such names
     job.SourceFile = reader.Take();
     job.OutputName = reader.Take();
     job.System = static_cast<Int>(reader.TakeNumber());

@@ -30,6 +30,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 #include "routes/depth_passes.h"
 #include "routes/edge_arc_doubts.h"
@@ -46,6 +47,7 @@
 #include "state/strict_setting.h"
 #include "writers/cut_list.h"
 #include "writers/left_programs.h"
+#include "writers/output_names.h"
 #include "writers/program_lines.h"
 #include "writers/program_writers.h"
 
@@ -80,6 +82,15 @@ void ReadJobLine(std::string& jobLine)
         Run.SourceFile += ".DXF";
     Run.SourceFolder = FolderOf(Run.SourceFile);
     Run.DrawingFile = Run.SourceFile;
+}
+
+// Programs have the letters of CP1252 alone. `named`: what would name them.
+void TakeNamesForMachines(const std::string& named)
+{
+    Run.SourceName = NameForMachines(Run.SourceName);
+    const std::string made = NameForMachines(named);
+    if (Utf8FromAnsi(made) != Utf8FromAnsi(named))
+        Tell(Message::NamedByNearestLetters, {{"name", named}, {"made", made}});
 }
 
 void FailJob(MessageLine line)
@@ -148,7 +159,8 @@ void ReadAndConvert()
     }
     const std::string part = FileNameOf(Run.PartName);
     Tell(Message::PartOfJob, {{"part", Trim(part).empty() ? Run.SourceName : part}});
-    Run.PartName = FolderOf(Run.PartName) + GivenFileName(part);
+    Run.PartName = FolderOf(Run.PartName) + GivenFileName(NameForMachines(part));
+    TakeNamesForMachines(Trim(part).empty() ? SourceBaseName() : part);
     ReadAnyDrawing(Run.SourceFile);
     if (Run.RunFailed == False)
         ConvertDrawing();

@@ -14,7 +14,7 @@ namespace kv {
 struct DirectoryEntry {
     std::string ShortName; // at most 8 characters
     std::string Extension; // at most 3 characters; empty when the name's own is longer
-    std::string LongName;  // with extension, as spelled; CP1252
+    std::string LongName;  // with extension, as spelled; CP1252, a stand-in for a name that it does not hold
     Long Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
     Long Size = 0; // bytes; what is larger than a Long stands as the largest Long
     bool operator==(const DirectoryEntry&) const = default;

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -101,7 +102,13 @@ bool MatchesPattern(std::string_view name, std::string_view pattern)
 
 bool CanBeNamed(std::string_view name)
 {
-    return name.find_first_of("?\\") == Nowhere; // "?" stands for what CP1252 does not hold
+    return name.find_first_of("?\\") == Nowhere;
+}
+
+std::string_view CauseOfUnnamed(std::string_view hostName)
+{
+    return CanBeNamed(hostName) ? "its name cannot be told from that of another file"
+                                : "its name holds a question mark or a backslash";
 }
 
 void FinishListing(std::vector<DirectoryEntry>& entries, Long count)
@@ -114,7 +121,7 @@ void FinishListing(std::vector<DirectoryEntry>& entries, Long count)
     for (std::size_t i = 0; i < entries.size(); ++i) {
         DirectoryEntry& entry = entries[i];
         entry.Extension = ExtensionOf(entry.LongName);
-        entry.ShortName = SqueezedBase(entry.LongName);
+        entry.ShortName = SqueezedBase(NameForMachines(entry.LongName));
         const bool fits = !entry.ShortName.empty() && entry.ShortName.size() <= ShortBase;
         if (!fits || !names.Taken.insert(entry.ShortName).second)
             numbered.push_back(i);

@@ -15,9 +15,10 @@ constexpr Long FilesPerYield = 256; // events run in between, so that a large fo
 bool HasWildcard(std::string_view name);
 // Whether the pattern (no folder) counts the name, as directory.h tells it.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
-// Whether a backslash path can lead to a file of this name (CP1252).
-constexpr std::string_view UnnamedCause = "its name holds a letter that Windows-1252 does not have";
+// Whether a backslash path can lead to a file of this name (CP1252, a stand-in where it has one).
 bool CanBeNamed(std::string_view name);
+// Why not, of the host's name (UTF-8).
+std::string_view CauseOfUnnamed(std::string_view hostName);
 
 // Sorts the entries by name, keeps `count` of them at most and fills Extension and ShortName from
 // LongName. Short names differ within the listing.

@@ -1,7 +1,8 @@
-// Inside the program a path is a backslash path in CP1252, with or without a drive letter. This
-// header turns it into the host's form and back. On the POSIX host \srv\dxf\ is /srv/dxf/, a drive
-// letter is the folder of that letter under KORVANTI_DRIVES, and each component is looked up
-// without regard to case: an existing entry wins, a new one is made as spelled.
+// Inside the program a path is a backslash path in CP1252, with or without a drive letter; a name that CP1252
+// does not hold goes under its stand-in (stand_ins.h). This header turns it into the host's form and back. On
+// the POSIX host \srv\dxf\ is /srv/dxf/, a drive letter is the folder of that letter under KORVANTI_DRIVES,
+// and each component is looked up without regard to case: an existing entry wins, a new one is made as
+// spelled.
 #pragma once
 
 #include <string>
@@ -30,7 +31,7 @@ std::string UserConfigFolder();
 // The folder of the Windows system with its trailing backslash; on other hosts where such a program
 // would look for it, below the drive C.
 std::string GetWindowsFolder();
-// An environment variable, empty when unset; CP1252 text.
+// An environment variable, empty when unset; CP1252 text, with stand-ins where it is a path.
 std::string Environment(const char* name);
 
 } // namespace kv

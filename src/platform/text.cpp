@@ -1,10 +1,12 @@
 // Text in the Windows ANSI code page: case tables, tokens and the small cleaners of the conversion.
 // Relies on nothing but bytes: positions count from 1, no locale is asked.
-// The two converters at the end are for the edges of the program, where people and hosts speak UTF-8.
+// The converters at the end are for the edges of the program, where people and hosts speak UTF-8.
 #include "platform/text.h"
 
 #include <algorithm>
 #include <array>
+
+#include "platform/stand_ins.h"
 
 namespace kv {
 
@@ -268,7 +270,7 @@ std::string AnsiFromUtf8(std::string_view utf8)
     return ansi;
 }
 
-std::string Utf8FromAnsi(std::string_view ansi)
+std::string Utf8OfLetters(std::string_view ansi)
 {
     std::string utf8;
     utf8.reserve(ansi.size());
@@ -287,6 +289,16 @@ std::string Utf8FromAnsi(std::string_view ansi)
         }
     }
     return utf8;
+}
+
+std::string Utf8FromAnsi(std::string_view ansi)
+{
+    return MayHoldStandIn(ansi) ? WithRealNames(ansi, false) : Utf8OfLetters(ansi);
+}
+
+std::string HostFromAnsi(std::string_view ansi)
+{
+    return MayHoldStandIn(ansi) ? WithRealNames(ansi, true) : Utf8OfLetters(ansi);
 }
 
 } // namespace kv

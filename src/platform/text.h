@@ -58,8 +58,12 @@ std::string Padded(std::string_view text, std::size_t width);
 
 // Edges of the program only. What CP1252 does not hold becomes "?", which no file name can carry.
 std::string AnsiFromUtf8(std::string_view utf8);
+// With the real names of files that have stand-ins (platform/stand_ins). For people, not for calls of the
+// host.
 std::string Utf8FromAnsi(std::string_view ansi);
-char AnsiOfLetter(char32_t letter); // "?": CP1252 does not hold it
+std::string HostFromAnsi(std::string_view ansi);  // the same for calls of the host, whatever its names hold
+std::string Utf8OfLetters(std::string_view ansi); // letter by letter alone
+char AnsiOfLetter(char32_t letter);               // "?": CP1252 does not hold it
 // Takes one letter off a text in UTF-8. A byte that belongs to none is one of its own, U+FFFD.
 char32_t TakeLetter(std::string_view utf8, std::size_t& at);
 

@@ -1,10 +1,15 @@
 // BATCH.LST as a text: cut into lines, told apart, its commands obeyed and its jobs read. Whoever
 // writes it may end lines with CR, LF or both, quote paths and spell them in any case. Upper-casing
-// leaves no byte 0xFF in a line, so that none can be taken for the separator of a job line.
+// leaves no byte 0xFF in a line, so that none can be taken for the separator of a job line. Names that CP1252
+// does not hold get their stand-ins.
 #include "shell/batch_file.h"
 
+#include <algorithm>
+
+#include "platform/nearest_letters.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 #include "state/run.h"
 
@@ -14,6 +19,7 @@ namespace {
 
 constexpr char PartSeparator = '\xFF'; // between drawing and output of a job line
 constexpr std::string_view LineEnds = "\r\n";
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 struct CommandRow {
     std::string_view Command;
@@ -27,11 +33,34 @@ constexpr CommandRow CommandRows[] = {
     {"!HBDON", &BatchSwitches::HbdOff, false},
 };
 
+// Of a line in UTF-8: each of its two paths by itself, parted where ReadBatchJob parts them.
+std::string AnsiOfLine(std::string_view written)
+{
+    std::string line(written);
+    ReplaceChar(line, '"', ' ');
+    const std::string_view text = Trim(line);
+    std::size_t split = text.find('^');
+    if (split == std::string_view::npos)
+        split = text.find(' ');
+    if (split == std::string_view::npos)
+        return PathFromUtf8(text);
+    return PathFromUtf8(TrimRight(text.substr(0, split))) + text[split] +
+           PathFromUtf8(TrimLeft(text.substr(split + 1)));
+}
+
+// Lists are CP1252. Programs that know no code pages write UTF-8 all the same, and letters of CP1252 that
+// happen to be UTF-8 are in no name.
+std::string TextOfLine(std::string_view written)
+{
+    const bool plain = std::ranges::all_of(written, [](char c) { return static_cast<signed char>(c) >= 0; });
+    return plain || !IsUtf8(written) ? std::string(written) : AnsiOfLine(written);
+}
+
 BatchLine ReadLine(std::string_view written)
 {
     BatchLine line;
     line.Written = written;
-    line.Text = UpperCase(written);
+    line.Text = UpperCase(TextOfLine(written));
     ReplaceChar(line.Text, '"', ' ');
     line.Text = TrimRight(line.Text);
     if (line.Text.empty())
@@ -46,6 +75,8 @@ BatchLine ReadLine(std::string_view written)
 std::vector<BatchLine> BatchLines(std::string_view contents)
 {
     std::vector<BatchLine> lines;
+    if (BeginsWith(contents, Utf8Mark))
+        contents.remove_prefix(Utf8Mark.size());
     while (!contents.empty()) {
         const std::size_t end = contents.find_first_of(LineEnds);
         lines.push_back(ReadLine(contents.substr(0, end)));

@@ -15,6 +15,7 @@
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
+#include "platform/stand_ins.h"
 #include "shell/autostart.h"
 #include "shell/batch_file.h"
 #include "shell/batch_safety.h"
@@ -170,7 +171,7 @@ bool RunBatchLine(BatchWork& work, const BatchLine& line)
     WaitUntilWritten(DrawingOf(job));
     const std::string identity = BatchLineIdentity(work.Folder, line, work.Switches, equalOnes);
     RunJobLine(JobLine(job), work.System, identity);
-    work.Processed += job.OutputName;
+    work.Processed += NameForMachines(job.OutputName);
     work.Processed += LineEnd;
     const bool done = BringJobToDisk();
     const bool goesOn = done && TakeLineOff(work);

@@ -63,6 +63,7 @@ enum class Message : int {
     LayerLettersReplaced = 243,
     CodePageUnknown = 244,
     TextsNotUtf8 = 245,
+    NamedByNearestLetters = 246,
 
     // 3xx: panel and drilling
     NoPanel = 301,

@@ -226,6 +226,12 @@ constexpr MessagePage Pages[] = {
      "From release 2007 on a drawing is written in UTF-8; some programs write another code page all the "
      "same.",
      "Save the drawing anew where letters are wrong."},
+    {Message::NamedByNearestLetters, Note, NoMark, "{name} is called {made} in programs and lists", "",
+     "The drawing's name holds letters that programs lack. They have the nearest letters, or eight digits "
+     "where "
+     "no letter is near.",
+     "Nothing is to be done, unless another drawing has the same nearest letters: give one of them another "
+     "name."},
     {Message::NoPanel, Fault, NoMark, "Part BORDER or PANEL Layer NOT Found!!!", "",
      "A solid on a layer PANEL has no area, so the panel's size is not known.",
      "Draw the panel as a solid with an area, or its border as a rectangle on a layer BORDER."},

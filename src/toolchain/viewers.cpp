@@ -13,6 +13,7 @@
 #include "platform/keys.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 #include "state/report.h"
 #include "state/run.h"
@@ -65,7 +66,7 @@ void WaitForStart(const ProgramCall& command, Long handle)
 std::string HostFormOf(const std::string& path)
 {
     const std::string host = ToHostPath(path);
-    return host == path ? path : AnsiFromUtf8(host);
+    return host == path ? path : PathFromUtf8(host);
 }
 
 // Every "%1" gives way to the path, in the word where it stands: blanks and quotes in the path part

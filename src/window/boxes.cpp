@@ -51,11 +51,15 @@ QMessageBox::Icon IconOf(BoxIcon icon)
     return QMessageBox::NoIcon;
 }
 
+bool PerhapsNobodyIsThere()
+{
+    return Shell.Unattended || Shell.Stopped;
+}
+
 // One box for all that nobody has read: it shows the last text, the report holds each of them.
 void LeaveBox(const QString& text, const QString& title, BoxIcon icon)
 {
     static QPointer<QMessageBox> left;
-    BufferBoxText(Ansi(text));
     if (left.isNull()) {
         left = new QMessageBox(BoxParent.data());
         left->setAttribute(Qt::WA_DeleteOnClose);
@@ -73,7 +77,7 @@ void LeaveBox(const QString& text, const QString& title, BoxIcon icon)
 
 void TellInBox(const QString& text, const QString& title, BoxIcon icon)
 {
-    if (Shell.Unattended || Shell.Stopped) {
+    if (PerhapsNobodyIsThere()) {
         LeaveBox(text, title, icon);
         return;
     }
@@ -116,6 +120,8 @@ void InstallBoxes(QWidget& parent)
 {
     BoxParent = &parent;
     Dialogs.Box = [](std::string_view text, std::string_view title, BoxIcon icon) {
+        if (PerhapsNobodyIsThere())
+            BufferBoxText(text);
         Person.Tell(BoxText(text), Shown(title), icon);
     };
     Dialogs.Ask = [](std::string_view text, std::string_view title) {

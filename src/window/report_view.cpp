@@ -12,6 +12,7 @@
 #include <QStyledItemDelegate>
 
 #include "platform/dialogs.h"
+#include "platform/stand_ins.h"
 #include "shell/control_tables.h"
 #include "state/settings.h"
 #include "window/controls.h"
@@ -174,7 +175,8 @@ void ReportView::AskWhereToSave()
                                                       QStringLiteral("Text files (*.txt);;All files (*)"));
     if (file.isEmpty() || SaveTo(file))
         return;
-    TellInABox(Message::ReportNotWritten, {{"file", Ansi(file)}}, ProductName, BoxIcon::Error);
+    TellInABox(Message::ReportNotWritten, {{"file", PathFromUtf8(file.toStdString())}}, ProductName,
+               BoxIcon::Error);
 }
 
 void ReportView::changeEvent(QEvent* event)

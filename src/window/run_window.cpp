@@ -18,6 +18,7 @@
 #include "platform/keys.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/stand_ins.h"
 #include "platform/stop_requests.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
@@ -218,7 +219,7 @@ std::string CommandLineOf(const std::vector<std::string>& words)
         const std::string path = lone && !IsSwitchWord(word) ? FromHostPath(word) : std::string();
         // The job says what else is wrong with it.
         const bool there = !path.empty() && AskFile(path).Is != Presence::NotThere;
-        line += (line.empty() ? "" : " ") + (there ? path : AnsiFromUtf8(word));
+        line += (line.empty() ? "" : " ") + (there ? path : PathFromUtf8(word));
     }
     return line;
 }

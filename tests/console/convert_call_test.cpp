@@ -84,19 +84,6 @@ TEST_F(ConvertCall, ADrawingThatBeginsWithADashStandsBehindTwo)
     EXPECT_TRUE(Holds(refused.Errors, "behind --")) << refused.Errors;
 }
 
-TEST_F(ConvertCall, ALetterBeyondTheCodePageIsToldAsTheReason)
-{
-    Put(Folder / "a.dxf", BoredPanel());
-    Put(Folder / u8"\u03B1.dxf", BoredPanel()); // a Greek alpha
-    const Ended ended = Run({"convert", "\xCE\xB1.dxf"});
-    EXPECT_EQ(ended.Status, 1);
-    EXPECT_EQ(ended.Errors,
-              "korvanti: \xCE\xB1.dxf: failed; its name holds a letter that Windows-1252 does not "
-              "have\n");
-    EXPECT_TRUE(Holds(ended.Output, "?.dxf  NOT FOUND\n")) << ended.Output;
-    EXPECT_FALSE(fs::exists(Folder / "programs/SRG"));
-}
-
 TEST_F(ConvertCall, OneFailureOfSeveralIsNamedAndTheOthersAreConverted)
 {
     const Ended ended = Run({"convert", "missing.dxf", "door.dxf"});

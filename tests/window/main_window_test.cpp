@@ -44,6 +44,42 @@ TEST_F(MainWindowTest, SelectedRowsAreConvertedByTheButton)
         EXPECT_EQ(bar->value(), 0);
 }
 
+TEST_F(MainWindowTest, NamesOfAnyScriptAreShownConvertedAndDeleted)
+{
+    Drawings = Place.Folder / u8"\u0447\u0435\u0440\u0442\u0435\u0436\u0438";
+    std::filesystem::create_directories(Drawings);
+    PutDrawing("door.dxf");
+    std::filesystem::copy_file(Drawings / "door.dxf", Drawings / u8"\u0434\u0432\u0435\u0440\u044C.dxf");
+    std::filesystem::rename(Drawings / "door.dxf", Drawings / u8"\u6249.dxf");
+    Open();
+    Config.SourcePath90 = FromHostPath(Drawings.string() + "/");
+    RefreshFileList();
+    QApplication::processEvents();
+    const FileListModel& model = Window->List1->Model;
+    ASSERT_EQ(model.rowCount(), 2);
+    EXPECT_TRUE(
+        Window->LabDXFPath->text().endsWith(QStringLiteral("\u0447\u0435\u0440\u0442\u0435\u0436\u0438/")))
+        << Window->LabDXFPath->text().toStdString();
+    EXPECT_EQ(model.index(0, 2).data().toString(), QStringLiteral("\u0434\u0432\u0435\u0440\u044C.dxf"));
+    EXPECT_EQ(model.index(1, 2).data().toString(), QStringLiteral("\u6249.dxf"));
+    QTest::mouseClick(Window->List1->viewport(), Qt::LeftButton, {}, PointOf(0));
+    QTest::mouseClick(Window->Start, Qt::LeftButton);
+    EXPECT_TRUE(HasProgram("D", "VER"));
+    QApplication::processEvents();
+    QStringList report;
+    for (const ShownRow& row : Window->List2->Model.Rows)
+        report.push_back(row.Text);
+    EXPECT_TRUE(report.contains(
+        QStringLiteral("\u0434\u0432\u0435\u0440\u044C is called dver in programs and lists")))
+        << report.join(QLatin1Char('\n')).toStdString();
+
+    AtWindow.Yes = true;
+    QTest::mouseClick(Window->List1->viewport(), Qt::LeftButton, {}, PointOf(1));
+    QTest::keyClick(Window->List1, Qt::Key_Delete);
+    EXPECT_FALSE(std::filesystem::exists(Drawings / u8"\u6249.dxf"));
+    EXPECT_TRUE(std::filesystem::exists(Drawings / u8"\u0434\u0432\u0435\u0440\u044C.dxf"));
+}
+
 TEST_F(MainWindowTest, TheReportHasItsColoursOnALightScreen)
 {
     PutDrawing("door.dxf");

@@ -1,7 +1,7 @@
-// Walks a POSIX folder. Names on disk are UTF-8; a name that CP1252 does not hold, or that holds a
-// backslash, cannot be reached by a path of the program and is neither counted nor listed. A link is what
-// it leads to, and one whose end is missing is no file. The folder is read by its own handle, so that 50,000
-// files cost one small call each.
+// Walks a POSIX folder. Names on disk are UTF-8; one that CP1252 does not hold goes under its stand-in. A
+// name that holds a question mark or a backslash, or whose stand-in another one has, cannot be reached by a
+// path of the program and is neither counted nor listed. A link is what it leads to, and one whose end is
+// missing is no file. The folder is read by its own handle, so that 50,000 files cost one small call each.
 #include "platform/directory.h"
 
 #include <cerrno>
@@ -17,6 +17,7 @@
 #include "platform/paths.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/host_place.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -100,7 +101,7 @@ FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names)
         return AnswerOf(HostOutcome(error));
     errno = 0; // the end of a folder and a fault look the same but for this
     for (const dirent* found = ::readdir(open); found != nullptr; found = ::readdir(open)) {
-        std::string name = AnsiFromUtf8(found->d_name);
+        std::string name = NameFromUtf8(found->d_name);
         if (IsFolder(open, *found) && CanBeNamed(name))
             names.push_back(std::move(name));
         errno = 0;
@@ -129,7 +130,7 @@ FileAnswer WalkFolder(std::string_view pattern, Listed listed,
             break;
         }
         DirectoryEntry entry;
-        entry.LongName = AnsiFromUtf8(found->d_name);
+        entry.LongName = NameFromUtf8(found->d_name);
         if (!CanBeNamed(entry.LongName) || !MatchesPattern(entry.LongName, names) || !IsFile(open, *found))
             continue;
         if (listed == Listed::NameDateAndSize && !ReadDateAndSize(open, *found, entry))
@@ -152,12 +153,12 @@ FileAnswer ReadUnlisted(std::string_view pattern, std::vector<UnlistedFile>& fil
         return AnswerOf(HostOutcome(fault));
     errno = 0; // the end of a folder and a fault look the same but for this
     for (const dirent* found = ::readdir(open); found != nullptr; found = ::readdir(open)) {
-        std::string name = AnsiFromUtf8(found->d_name);
+        std::string name = NameFromUtf8(found->d_name);
         struct stat status {};
         if (!MatchesPattern(name, names))
             continue;
         if (!CanBeNamed(name) && IsFile(open, *found))
-            files.push_back({std::move(name), std::string(UnnamedCause)});
+            files.push_back({std::move(name), std::string(CauseOfUnnamed(found->d_name))});
         else if (found->d_type == DT_LNK && StatusOfEntry(open, *found, status) == Presence::NotThere)
             files.push_back({std::move(name), "the link leads nowhere"});
         errno = 0;

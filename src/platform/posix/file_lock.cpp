@@ -11,6 +11,7 @@
 
 #include "platform/paths.h"
 #include "platform/posix/host_files.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -48,7 +49,7 @@ LockAnswer FileLock::TryLock(std::string_view path)
         return {LockState::CannotBe, {}, outcome};
     const std::size_t name = host.rfind('/') + 1;
     const std::string lock =
-        host.substr(0, name) + Utf8FromAnsi(LockFileName(AnsiFromUtf8(host.substr(name))));
+        host.substr(0, name) + HostFromAnsi(LockFileName(NameFromUtf8(host.substr(name))));
     const int file = ::open(lock.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, NewLockMode);
     if (file < 0)
         return {LockState::CannotBe, {}, HostOutcome(errno)};

@@ -141,7 +141,7 @@ FileOutcome OpenForReading(std::string_view path, int& handle, std::uint64_t& si
 
 bool OpenAsSpelled(std::string_view path, int& handle)
 {
-    const std::string host = Utf8FromAnsi(ShownPath(path));
+    const std::string host = HostFromAnsi(ShownPath(path));
     handle = ::open(host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     return handle >= 0;
 }

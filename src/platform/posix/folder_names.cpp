@@ -3,7 +3,7 @@
 // folder itself. That is good while the folder's times stay as they were when it was read. Times go in steps:
 // a change in the same step as the reading does not show. So a folder that changed within the last seconds is
 // believed for a short while alone, a multiple of what it takes to read it; that bounds both the age of a
-// wrong answer and the time that reading takes.
+// wrong answer and the time that reading takes. A name that CP1252 does not hold is compared by its stand-in.
 #include "platform/posix/folder_names.h"
 
 #include <algorithm>
@@ -18,6 +18,7 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -86,7 +87,7 @@ std::uint64_t NumberOfName(std::string_view name)
 std::uint64_t NumberOfHostName(std::string_view spelled)
 {
     const bool ascii = std::ranges::all_of(spelled, [](char c) { return static_cast<signed char>(c) >= 0; });
-    return ascii ? NumberOfName(spelled) : NumberOfName(AnsiFromUtf8(spelled));
+    return ascii && !MayHoldStandIn(spelled) ? NumberOfName(spelled) : NumberOfName(NameFromUtf8(spelled));
 }
 
 struct FolderTimes {
@@ -167,11 +168,12 @@ void ReadAgain(const std::string& folder, FolderNames& names, const FolderTimes&
 std::string LookOnce(const std::string& folder, std::string_view name, int& fault)
 {
     constexpr std::size_t LongestUtf8 = 3; // bytes of one CP1252 character
+    const bool anyLength = MayHoldStandIn(name);
     std::string found;
     const bool whole = ReadNames(folder, fault, [&](std::string_view spelled) {
-        if (spelled.size() < name.size() || spelled.size() > name.size() * LongestUtf8)
+        if (!anyLength && (spelled.size() < name.size() || spelled.size() > name.size() * LongestUtf8))
             return;
-        if (EqualIgnoringCase(AnsiFromUtf8(spelled), name) && (found.empty() || spelled < found))
+        if (EqualIgnoringCase(NameFromUtf8(spelled), name) && (found.empty() || spelled < found))
             found = spelled;
     });
     return whole ? found : std::string();

@@ -21,7 +21,7 @@ FileOutcome NoSuchPath(std::string_view path)
 {
     const bool unspeakable = path.find_first_of(std::string_view("?\0", 2)) != std::string_view::npos;
     if (unspeakable)
-        return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252", true};
+        return {ErrorPathNotFound, "a name cannot hold \"?\"", true};
     if (path.size() >= 2 && path[1] == ':')
         return {ErrorPathNotFound, "no drive " + std::string(path.substr(0, 2)), true};
     return {ErrorPathNotFound, "no path", true};

@@ -1,6 +1,6 @@
-// Backslash paths on the POSIX host. Names on disk are UTF-8, paths of the program CP1252.
-// A path leads nowhere (empty host path, which no call finds) when its drive is not there or when a
-// name in it holds "?", the stand-in for characters that CP1252 does not have.
+// Backslash paths on the POSIX host. Names on disk are UTF-8, paths of the program CP1252, with stand-ins for
+// the names that it does not hold. A path leads nowhere (empty host path, which no call finds) when its drive
+// is not there or when a name in it holds "?".
 // The disk is asked for the path as spelled first; only a miss costs a walk through the folders.
 // What cannot be looked into ends the lookup: the rest of the path stays as it is spelled, and the
 // system's error goes with it, since another spelling may be there.
@@ -17,6 +17,7 @@
 #include "platform/aside_names.h"
 #include "platform/posix/folder_names.h"
 #include "platform/posix/host_place.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -59,7 +60,7 @@ std::string HostVariable(const char* name)
 
 std::string WithSlashes(std::string_view path)
 {
-    std::string host = Utf8FromAnsi(path);
+    std::string host = HostFromAnsi(path);
     ReplaceChar(host, '\\', '/');
     return host;
 }
@@ -89,7 +90,8 @@ std::string LookUpInFolder(const std::string& exact, std::string_view name, int&
     if (name.starts_with(OwnNameHead))
         return exact;
     const std::string entry = EntryIgnoringCase(folder, name, fault);
-    return entry.empty() ? exact : folder + entry;
+    // Looking for it may have shown whose stand-in the name is.
+    return folder + (entry.empty() ? HostFromAnsi(name) : entry);
 }
 
 // Part by part, where a folder on the way is spelled in another way.
@@ -98,14 +100,13 @@ std::string WalkDown(const std::string& root, std::string_view path, int& fault)
     std::string host = root;
     bool missing = false; // below a missing entry everything is new
     for (const std::string_view part : Components(path)) {
-        const std::string spelled = Utf8FromAnsi(part);
         std::string entry;
-        if (!missing && !Exists(host + spelled, fault)) {
+        if (!missing && !Exists(host + HostFromAnsi(part), fault)) {
             if (fault == 0)
                 entry = EntryIgnoringCase(host.empty() ? "." : host, part, fault);
             missing = entry.empty();
         }
-        host += entry.empty() ? spelled : entry;
+        host += entry.empty() ? HostFromAnsi(part) : entry; // looking may have shown whose stand-in it is
         host += '/';
     }
     const bool folderForm = !path.empty() && (path.back() == '\\' || path.back() == '/');
@@ -177,7 +178,7 @@ std::string FromHostPath(std::string_view host)
 {
     if (host.empty())
         return {};
-    std::string path = AnsiFromUtf8(host);
+    std::string path = PathFromUtf8(host);
     ReplaceChar(path, '/', '\\');
     std::string full;
     if (HasDrive(path)) {
@@ -264,7 +265,7 @@ std::string UserConfigFolder()
 
 std::string Environment(const char* name)
 {
-    return AnsiFromUtf8(HostVariable(name));
+    return PathFromUtf8(HostVariable(name));
 }
 
 std::string GetWindowsFolder()

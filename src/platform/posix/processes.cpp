@@ -35,7 +35,7 @@ std::string ProgramOf(std::string_view word)
 {
     const bool isPath = Holds(word, "\\") || (word.size() >= 2 && word[1] == ':');
     if (!isPath)
-        return Utf8FromAnsi(word);
+        return HostFromAnsi(word);
     const std::string host = ToHostPath(word);
     return host.empty() || Holds(host, "/") ? host : "./" + host;
 }
@@ -70,7 +70,7 @@ Long Start(const ProgramCall& command)
         return 0;
     std::vector<char*> arguments;
     for (std::string& word : words) {
-        word = Utf8FromAnsi(word);
+        word = HostFromAnsi(word);
         arguments.push_back(word.data());
     }
     arguments.push_back(nullptr);

@@ -21,6 +21,7 @@
 #include "platform/posix/host_files.h"
 #include "platform/posix/host_place.h"
 #include "platform/run_error.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -162,7 +163,7 @@ FileOutcome FlushFolderOf(const std::string& place)
     if (error == 0)
         return {};
     FileOutcome outcome = OutcomeOf(error, ErrorPathNotFound);
-    outcome.Cause = AnsiFromUtf8(folder) + ": " + outcome.Cause;
+    outcome.Cause = PathFromUtf8(folder) + ": " + outcome.Cause;
     return outcome;
 }
 

@@ -1,6 +1,7 @@
 // Walks a Windows folder. The system gives all names of the folder; which of them a pattern counts is
 // decided here, so that a volume without short names counts the same files. A name that CP1252 does not
-// hold cannot be reached by a path of the program and is neither counted nor listed.
+// hold goes under its stand-in; one whose stand-in another name has, or that is no text, cannot be reached by
+// a path of the program and is neither counted nor listed.
 #include "platform/directory.h"
 
 #include <limits>
@@ -88,7 +89,7 @@ FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names)
 {
     names.clear();
     FileAnswer answer = TakeEntries(WithBackslash(folder), [&](const WIN32_FIND_DATAW& found) {
-        std::string name = AnsiFromWide(found.cFileName);
+        std::string name = NameFromWide(found.cFileName);
         if (NamesFolder(found) && name != "." && name != ".." && CanBeNamed(name))
             names.push_back(std::move(name));
         return true;
@@ -104,7 +105,7 @@ FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool
     const std::string names = FileNameOf(pattern);
     return TakeEntries(FolderOf(pattern), [&](const WIN32_FIND_DATAW& found) {
         DirectoryEntry entry;
-        entry.LongName = AnsiFromWide(found.cFileName);
+        entry.LongName = NameFromWide(found.cFileName);
         if (NamesFolder(found) || !CanBeNamed(entry.LongName) || !MatchesPattern(entry.LongName, names))
             return true;
         ReadDateAndSize(found, entry);
@@ -117,9 +118,9 @@ FileAnswer ReadUnlisted(std::string_view pattern, std::vector<UnlistedFile>& fil
     files.clear();
     const std::string names = FileNameOf(pattern);
     FileAnswer answer = TakeEntries(FolderOf(pattern), [&](const WIN32_FIND_DATAW& found) {
-        std::string name = AnsiFromWide(found.cFileName);
+        std::string name = NameFromWide(found.cFileName);
         if (!NamesFolder(found) && !CanBeNamed(name) && MatchesPattern(name, names))
-            files.push_back({std::move(name), std::string(UnnamedCause)});
+            files.push_back({std::move(name), std::string(CauseOfUnnamed(Utf8FromWide(found.cFileName)))});
         return true;
     });
     if (answer.Is != Presence::There)

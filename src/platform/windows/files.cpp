@@ -23,6 +23,7 @@
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/run_error.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 #include "platform/windows/host_files.h"
 #include "platform/windows/wide_text.h"
@@ -100,7 +101,7 @@ DWORD Patiently(const std::function<DWORD()>& call)
 
 std::wstring WideHostPath(std::string_view host)
 {
-    return WidePath(AnsiFromUtf8(host));
+    return WidePath(PathFromUtf8(host));
 }
 
 DWORD AttributesOf(const std::wstring& path)
@@ -122,7 +123,7 @@ FileOutcome LeadsNowhere(std::string_view path)
 {
     if (path.empty())
         return {ErrorPathNotFound, "no path", true};
-    return {ErrorPathNotFound, "a name cannot hold \"?\" or a character outside of Windows-1252", true};
+    return {ErrorPathNotFound, "a name cannot hold \"?\"", true};
 }
 
 // Opens what stands there, when others let it. ERROR_SUCCESS, or why not.
@@ -527,7 +528,7 @@ FileOutcome ListLeftAsides(std::string_view folder, std::vector<std::string>& pa
         return outcome.Missing ? FileOutcome{} : outcome;
     }
     do {
-        const std::string name = AnsiFromWide(found.cFileName);
+        const std::string name = NameFromWide(found.cFileName);
         if (IsLeft(found, name))
             paths.push_back(place + name);
     } while (FindNextFileW(search, &found) != 0);

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "platform/file_lock.h"
+#include "platform/paths.h"
 #include "platform/text.h"
 #include "platform/windows/wide_text.h"
 
@@ -30,10 +31,11 @@ void LetGo()
 // However the folder is spelled.
 std::wstring PlaceOf(std::string_view folder)
 {
-    std::wstring full = FullWidePath(WideFromAnsi(folder));
+    std::wstring full = FullWidePath(WideFromUtf8(ToHostPath(folder)));
+    CharUpperBuffW(full.data(), static_cast<DWORD>(full.size()));
     while (!full.empty() && full.back() == L'\\')
         full.pop_back();
-    return WideFromAnsi(InstanceName(UpperCase(AnsiFromWide(full))));
+    return WideFromAnsi(InstanceName(UpperCase(PathFromWide(full))));
 }
 
 HANDLE FrontEvent(std::string_view folder)

@@ -1,5 +1,5 @@
-// CP1252 to the wide text of the Windows calls and back, by way of the converters in platform/text.
-// What CP1252 does not hold becomes "?", which no Windows file name can carry.
+// CP1252 to the wide text of the Windows calls and back, by way of the converters in platform/text. In texts
+// what CP1252 does not hold becomes "?", which no Windows file name can carry; names get stand-ins.
 #include "platform/windows/wide_text.h"
 
 #include <array>
@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "platform/paths.h"
+#include "platform/stand_ins.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -39,6 +40,17 @@ std::string AnsiFromWide(std::wstring_view wide)
     return AnsiFromUtf8(Utf8FromWide(wide));
 }
 
+std::string NameFromWide(std::wstring_view name)
+{
+    const std::string utf8 = Utf8FromWide(name);
+    return WideFromUtf8(utf8) == name ? NameFromUtf8(utf8) : "?" + AnsiFromUtf8(utf8);
+}
+
+std::string PathFromWide(std::wstring_view path)
+{
+    return PathFromUtf8(Utf8FromWide(path));
+}
+
 std::wstring FullWidePath(const std::wstring& path)
 {
     std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
@@ -46,14 +58,19 @@ std::wstring FullWidePath(const std::wstring& path)
     return full;
 }
 
-std::wstring WidePath(std::string_view path)
+std::wstring WideCallPath(std::string_view host)
 {
     constexpr std::size_t LongestPlain = 220; // a copy written aside has a longer name than its file
-    std::wstring wide = WideFromUtf8(ToHostPath(path));
+    std::wstring wide = WideFromUtf8(host);
     if (wide.size() <= LongestPlain || wide.starts_with(L"\\\\?\\"))
         return wide;
     const std::wstring full = FullWidePath(wide);
     return full.starts_with(L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+std::wstring WidePath(std::string_view path)
+{
+    return WideCallPath(ToHostPath(path));
 }
 
 std::string SystemWords(unsigned long error)

@@ -180,16 +180,20 @@ TEST_F(HostPaths, WithoutADrivesFolderADrivePathNeverLandsInTheCurrentFolder)
     EXPECT_TRUE(Names().empty());
 }
 
-TEST_F(HostPaths, ANameOutsideTheCodePageMatchesNothing)
+TEST_F(HostPaths, ANameOutsideTheCodePageGoesUnderItsStandIn)
 {
     PutFile("\xD0\x94.dxf", "Cyrillic");
     PutFile("\xFF.dxf", "no UTF-8");
     PutFile("?.dxf", "question mark");
     const std::string path = PathOf("\xD0\x94.dxf");
-    EXPECT_EQ(FileNameOf(path), "?.dxf");
-    EXPECT_EQ(ToHostPath(path), "");
-    EXPECT_FALSE(test::FileStands(path));
-    EXPECT_EQ(ReplaceFile(path, "x").Number, ErrorPathNotFound);
+    EXPECT_EQ(FileNameOf(path).substr(0, 2), "D~");
+    EXPECT_EQ(ToHostPath(path), Host("\xD0\x94.dxf"));
+    EXPECT_TRUE(ReplaceFile(path, "x").Ok());
+    EXPECT_EQ(FileText("\xD0\x94.dxf"), "x");
+    EXPECT_TRUE(ReplaceFile(PathOf("\xFF.dxf"), "y").Ok());
+    EXPECT_EQ(FileText("\xFF.dxf"), "y");
+    EXPECT_EQ(ToHostPath(PathOf("?.dxf")), "");
+    EXPECT_EQ(ReplaceFile(PathOf("?.dxf"), "x").Number, ErrorPathNotFound);
     EXPECT_EQ(FileText("?.dxf"), "question mark");
     EXPECT_EQ(Names().size(), 3u);
 }

@@ -19,6 +19,7 @@
 #include "platform/events.h"
 #include "platform/run_error.h"
 #include "platform/scratch_folder.h"
+#include "platform/stand_ins.h"
 #include "support/answers.h"
 
 namespace kv {
@@ -338,14 +339,30 @@ TEST_F(WindowsFiles, NamesInAnsiLettersComeBack)
     EXPECT_EQ(entries[0].LongName, name);
 }
 
-TEST_F(WindowsFiles, ANameThatAnsiDoesNotHoldIsNeitherCountedNorReached)
+TEST_F(WindowsFiles, ANameThatAnsiDoesNotHoldGoesUnderItsStandIn)
 {
     std::ofstream(Folder / L"\u0434.dxf", std::ios::binary) << "x"; // Cyrillic
-    EXPECT_EQ(test::Counted(PathOf("") + "*.dxf"), 0);
+    EXPECT_EQ(test::Counted(PathOf("") + "*.dxf"), 1);
+    std::vector<DirectoryEntry> entries;
+    EXPECT_EQ(ReadFileX(PathOf("") + "*.dxf", 10, entries).Is, Presence::There);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].LongName, "d~9BC37E61.dxf");
     std::string contents;
-    const FileOutcome outcome = ReadWholeFile(FromHostPath((Folder / L"\u0434.dxf").string()), contents);
-    EXPECT_EQ(outcome.Number, ErrorPathNotFound);
-    EXPECT_NE(outcome.Cause.find("Windows-1252"), std::string::npos);
+    EXPECT_TRUE(ReadWholeFile(PathOf("") + entries[0].LongName, contents).Ok());
+    EXPECT_EQ(contents, "x");
+    EXPECT_EQ(ReadWholeFile(PathOf("") + "?.dxf", contents).Number, ErrorPathNotFound);
+}
+
+TEST_F(WindowsFiles, FoldersOfAnyNameAreReachedHoweverLongThePath)
+{
+    std::string path = PathOf("");
+    for (int i = 0; i < 6; ++i) {
+        path += PathFromUtf8("\xD0\xBA\xD0\xB0\xD1\x82\xD0\xB0\xD0\xBB\xD0\xBE\xD0\xB3" +
+                             std::string(40, 'x') + "/");
+    }
+    EXPECT_TRUE(MakeFolders(path).Ok());
+    EXPECT_TRUE(ReplaceFile(path + "a.dxf", "x").Ok());
+    EXPECT_EQ(test::Counted(path + "*.dxf"), 1);
 }
 
 TEST_F(WindowsFiles, WrittenFilesAreToldInHostText)
