@@ -158,7 +158,7 @@ TEST_F(ForeignNames, FilesAreListedReadReplacedRenamedAndDeleted)
     EXPECT_TRUE(std::filesystem::exists(Host("Łukasz/ключ.dxf")));
     EXPECT_TRUE(DeleteFile(PathOf("") + inside + LeafInside).Ok());
     EXPECT_FALSE(std::filesystem::exists(Host("Łukasz/" + Leaf)));
-    EXPECT_TRUE(MakeFolders(PathOf("") + PathFromUtf8("новая/папка/")).Ok());
+    EXPECT_TRUE(MakeFolders(PathOf("") + PathFromUtf8("новая\\папка\\")).Ok());
     EXPECT_TRUE(std::filesystem::is_directory(Host("новая/папка")));
 }
 

@@ -38,6 +38,7 @@ TEST_F(FileListRefresh, OtherFilesAndFoldersAreNotListed)
     EXPECT_EQ(Column(2), (Texts{"a.dxf"}));
 }
 
+#if !defined(_WIN32) // where no file has such a name
 TEST_F(FileListRefresh, DrawingsThatCannotBeListedAreReportedOnce)
 {
     PutDrawing("a.dxf");
@@ -59,6 +60,7 @@ TEST_F(FileListRefresh, DrawingsThatCannotBeListedAreReportedOnce)
     ASSERT_EQ(Lines.size(), 2U);
     EXPECT_EQ(Lines[1].find(folder + ": 2 drawings cannot be listed, the first "), 0U) << Lines[1];
 }
+#endif
 
 TEST_F(FileListRefresh, ManyEqualFilesChangeNothingAndTellNobody)
 {

@@ -137,7 +137,7 @@ grep -qxF '\\no-such-machine\prog\: the program folder does not exist' said ||
 convert 1 dxf/DOOR.dxf -o "$long/none/"
 told "$shown_long"'none\: the program folder does not exist'
 convert 1 dxf/DOOR.dxf -o 'αβ/'
-told "$here\\??\\: the program folder does not exist"
+told "$here\\αβ\\: the program folder does not exist"
 no_program
 
 # An installation that is gone, and a word that no call knows.

@@ -2,6 +2,7 @@
 #include "platform/paths.h"
 
 #include "platform/scratch_folder.h"
+#include "platform/text.h"
 
 namespace kv {
 namespace {
@@ -28,20 +29,24 @@ TEST_F(WindowsPaths, HostTextIsUtf8AndThePathAnsi)
 {
     EXPECT_EQ(FromHostPath("C:\\T\xC3\xBCr"), "C:\\T\xFCr");
     EXPECT_EQ(ToHostPath("C:\\T\xFCr"), "C:\\T\xC3\xBCr");
-    EXPECT_EQ(FromHostPath("C:\\\xD0\xB4"), "C:\\?");
+    EXPECT_EQ(FromHostPath("C:\\\xD0\xB4"), "C:\\d~9BC37E61");
+    EXPECT_EQ(ToHostPath("C:\\d~9BC37E61"), "C:\\\xD0\xB4");
     EXPECT_EQ(ToHostPath("C:\\?"), ""); // leads nowhere
 }
 
 TEST_F(WindowsPaths, BytesThatAreNoUtf8NameNoFile)
 {
-    EXPECT_EQ(FromHostPath("C:\\T\xFCr.dxf"), "C:\\T?r.dxf");
+    const std::string replaced = ToHostPath(FromHostPath("C:\\T\xFCr.dxf"));
+    EXPECT_EQ(replaced, "C:\\T\xEF\xBF\xBDr.dxf"); // which is no name that a person gives
 }
 
-TEST_F(WindowsPaths, LettersThatAnsiOnlyHasALikenessOfNameNoFile)
+TEST_F(WindowsPaths, LettersThatAnsiOnlyHasALikenessOfKeepTheirOwnFile)
 {
-    EXPECT_EQ(FromHostPath("C:\\\xCE\xB1.dxf"), "C:\\?.dxf");     // a Greek alpha is no "a"
-    EXPECT_EQ(FromHostPath("C:\\\xEF\xBC\xA1.dxf"), "C:\\?.dxf"); // nor a wide "A"
-    EXPECT_EQ(FromHostPath("C:\\\xC4\x80.dxf"), "C:\\?.dxf");     // nor one with a macron
+    // A Greek alpha is no "a", nor is a wide "A", nor one with a macron.
+    for (const std::string path : {"C:\\\xCE\xB1.dxf", "C:\\\xEF\xBC\xA1.dxf", "C:\\\xC4\x80.dxf"}) {
+        EXPECT_NE(UpperCase(FromHostPath(path)), "C:\\A.DXF");
+        EXPECT_EQ(ToHostPath(FromHostPath(path)), path);
+    }
 }
 
 TEST_F(WindowsPaths, TheMarkOfALongPathIsTakenOff)
