@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <numbers>
 #include <utility>
 
+#include "geometry/point_grid.h"
 #include "platform/text.h"
 
 namespace kv {
@@ -207,84 +207,88 @@ std::optional<FlatEntity> CircleOf(const FlatEntity& polyline, double tolerance,
 
 namespace {
 
-// The ends of all pieces, by places a tolerance wide, so that neighbours are found without a walk.
+struct WayEnd {
+    std::size_t Way = 0;
+    int Which = 0; // 0: its first point
+};
+
+// The ends of all pieces by their places.
 class EndIndex {
   public:
-    EndIndex(const std::vector<FlatEntity>& ways, double tolerance) : Ways(ways), Tolerance(tolerance)
+    EndIndex(const std::vector<FlatEntity>& ways, double tolerance)
+        : Ways(ways), Tolerance(tolerance), Ends(PlacesOf(ways))
     {
-        for (std::size_t i = 0; i < ways.size(); ++i)
-            for (int end = 0; end < 2; ++end)
-                Cells[CellOf(EndOf(i, end))].push_back({i, end});
     }
-    struct End {
-        std::size_t Way = 0;
-        int Which = 0; // 0: its first point
-    };
     // The one other end at this place; none where there is none, or more than one.
-    std::optional<End> Partner(End end) const;
-    // One that ends at the place.
+    std::optional<WayEnd> Partner(WayEnd end) const;
+    // The first that ends at the place.
     std::optional<std::size_t> WayAt(const VertexPoint& place, std::string_view layer) const;
 
   private:
-    using Cell = std::pair<long long, long long>;
-    const VertexPoint& EndOf(std::size_t way, int which) const
+    static const VertexPoint& PointOf(const FlatEntity& way, int which)
     {
-        return which == 0 ? Ways[way].Points.front() : Ways[way].Points.back();
+        return which == 0 ? way.Points.front() : way.Points.back();
     }
-    Cell CellOf(const VertexPoint& p) const
-    {
-        constexpr double most = 1e15;
-        return {static_cast<long long>(std::clamp(std::floor(p.X / Tolerance), -most, most)),
-                static_cast<long long>(std::clamp(std::floor(p.Y / Tolerance), -most, most))};
-    }
+    static std::vector<GridPoint> PlacesOf(const std::vector<FlatEntity>& ways);
+    // Calls `visit` with each end at the place on the layer, until it answers true.
+    template <typename Visit>
+    void Walk(const VertexPoint& place, std::string_view layer, const Visit& visit) const;
 
     const std::vector<FlatEntity>& Ways;
     double Tolerance;
-    std::map<Cell, std::vector<End>> Cells;
+    PointGrid Ends; // two of each way
 };
 
-std::optional<EndIndex::End> EndIndex::Partner(End end) const
+std::vector<GridPoint> EndIndex::PlacesOf(const std::vector<FlatEntity>& ways)
 {
-    const VertexPoint& place = EndOf(end.Way, end.Which);
-    const Cell cell = CellOf(place);
-    std::optional<End> partner;
-    for (long long dx = -1; dx <= 1; ++dx) {
-        for (long long dy = -1; dy <= 1; ++dy) {
-            const auto found = Cells.find({cell.first + dx, cell.second + dy});
-            if (found == Cells.end())
-                continue;
-            for (const End& other : found->second) {
-                const VertexPoint& there = EndOf(other.Way, other.Which);
-                const bool isSame = other.Way == end.Way && other.Which == end.Which;
-                if (isSame || std::hypot(there.X - place.X, there.Y - place.Y) > Tolerance ||
-                    Ways[other.Way].Style.Layer != Ways[end.Way].Style.Layer)
-                    continue;
-                if (partner)
-                    return std::nullopt;
-                partner = other;
-            }
-        }
+    const auto known = [](double x) { return std::isfinite(x) ? x : 0; }; // such an end is at no place
+    std::vector<GridPoint> places;
+    places.reserve(2 * ways.size());
+    for (const FlatEntity& way : ways) {
+        for (int which = 0; which < 2; ++which)
+            places.push_back({known(PointOf(way, which).X), known(PointOf(way, which).Y)});
     }
-    return partner;
+    return places;
+}
+
+template <typename Visit>
+void EndIndex::Walk(const VertexPoint& place, std::string_view layer, const Visit& visit) const
+{
+    const auto reaches = [&](const GridBox& box) {
+        const GridPoint nearest = box.Nearest(place.X, place.Y);
+        return std::abs(nearest.X - place.X) <= Tolerance && std::abs(nearest.Y - place.Y) <= Tolerance;
+    };
+    Ends.Walk(reaches, [&](Long point) {
+        const WayEnd end{static_cast<std::size_t>(point) / 2, static_cast<int>(point % 2)};
+        const VertexPoint& there = PointOf(Ways[end.Way], end.Which);
+        const bool isHere = std::hypot(there.X - place.X, there.Y - place.Y) <= Tolerance &&
+                            Ways[end.Way].Style.Layer == layer;
+        return isHere && visit(end);
+    });
+}
+
+std::optional<WayEnd> EndIndex::Partner(WayEnd end) const
+{
+    std::optional<WayEnd> partner;
+    bool isOne = true;
+    Walk(PointOf(Ways[end.Way], end.Which), Ways[end.Way].Style.Layer, [&](WayEnd other) {
+        if (other.Way == end.Way && other.Which == end.Which)
+            return false;
+        isOne = !partner;
+        partner = other;
+        return !isOne;
+    });
+    return isOne ? partner : std::nullopt;
 }
 
 std::optional<std::size_t> EndIndex::WayAt(const VertexPoint& place, std::string_view layer) const
 {
-    const Cell cell = CellOf(place);
-    for (long long dx = -1; dx <= 1; ++dx) {
-        for (long long dy = -1; dy <= 1; ++dy) {
-            const auto found = Cells.find({cell.first + dx, cell.second + dy});
-            if (found == Cells.end())
-                continue;
-            for (const End& end : found->second) {
-                const VertexPoint& there = EndOf(end.Way, end.Which);
-                if (std::hypot(there.X - place.X, there.Y - place.Y) <= Tolerance &&
-                    Ways[end.Way].Style.Layer == layer)
-                    return end.Way;
-            }
-        }
-    }
-    return std::nullopt;
+    std::optional<std::size_t> first;
+    Walk(place, layer, [&](WayEnd end) {
+        first = std::min(first.value_or(end.Way), end.Way);
+        return false;
+    });
+    return first;
 }
 
 VertexPoint OnCircleAt(const FlatEntity& arc, double degrees)
@@ -325,7 +329,7 @@ void AppendWay(FlatEntity& ring, const FlatEntity& way, bool isReversed)
 }
 
 struct Chain {
-    std::vector<EndIndex::End> Ends; // by which each piece is entered
+    std::vector<WayEnd> Ends; // by which each piece is entered
     bool IsRing = false;
 };
 
@@ -335,8 +339,8 @@ Chain ChainFrom(const EndIndex& ends, std::size_t first, std::vector<bool>& isUs
     Chain chain{{{first, 0}}, false};
     isUsed[first] = true;
     for (;;) {
-        const EndIndex::End& last = chain.Ends.back();
-        const std::optional<EndIndex::End> next = ends.Partner({last.Way, 1 - last.Which});
+        const WayEnd& last = chain.Ends.back();
+        const std::optional<WayEnd> next = ends.Partner({last.Way, 1 - last.Which});
         chain.IsRing = next && next->Way == first && next->Which == 0;
         if (!next || isUsed[next->Way])
             return chain;
@@ -412,14 +416,14 @@ std::vector<RingFound> FindRings(const std::vector<LooseEntity>& pieces, double 
         closed.Points.clear();
         closed.Flags = 1;
         RingFound found;
-        for (const EndIndex::End& end : ring.Ends) {
+        for (const WayEnd& end : ring.Ends) {
             AppendWay(closed, ways[end.Way], end.Which == 1);
             found.Numbers.push_back(numbers[end.Way]);
         }
         const auto circle = CircleOf(closed, tolerance, grid);
         if (!circle)
             continue;
-        for (const EndIndex::End& end : ring.Ends)
+        for (const WayEnd& end : ring.Ends)
             ringOfWay[end.Way] = rings.size();
         found.Circle = *circle;
         rings.push_back(std::move(found));
