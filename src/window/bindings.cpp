@@ -1,7 +1,9 @@
 // Controls and settings: the settings hold the value, the control shows it.
 #include "window/bindings.h"
 
+#include "shell/measure_fields.h"
 #include "window/controls.h"
+#include "window/number_fields.h"
 
 namespace kv {
 
@@ -28,6 +30,19 @@ void Bindings::Text(QLineEdit* text, std::string& field)
     Add([text, &field] { text->setText(Shown(field)); });
     QObject::connect(text, &QLineEdit::textEdited, text,
                      [&field](const QString& typed) { field = Ansi(typed); });
+}
+
+void Bindings::Number(QLineEdit* text, QLabel* reading, std::string_view form, std::string& field)
+{
+    const auto show = [text, reading, form, &field] { ShowReading(*text, *reading, form, field); };
+    Add([text, show, &field] {
+        text->setText(Shown(field));
+        show();
+    });
+    QObject::connect(text, &QLineEdit::textEdited, text, [show, &field](const QString& typed) {
+        field = WithDecimalPoint(Ansi(typed), CommaIsDecimal());
+        show();
+    });
 }
 
 void Bindings::Path(QLineEdit* text, std::string& field)

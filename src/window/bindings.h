@@ -4,9 +4,11 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 
 #include "platform/numbers.h"
@@ -18,6 +20,8 @@ class Bindings {
     void Check(QCheckBox* box, Int& field); // 0 or 1
     void Check(QCheckBox* box, bool& field);
     void Text(QLineEdit* text, std::string& field);
+    // A number field of that form, which its object's name tells. `reading` shows what it is read as.
+    void Number(QLineEdit* text, QLabel* reading, std::string_view form, std::string& field);
     // A path: shown in the host's form, kept in the program's as soon as the field is left.
     void Path(QLineEdit* text, std::string& field);
     // Any other control: how it shows its field.

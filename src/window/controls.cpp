@@ -4,6 +4,8 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "shell/control_tables.h"
+#include "shell/measure_fields.h"
+#include "window/wheel_guard.h"
 
 namespace kv {
 
@@ -103,7 +105,9 @@ QLineEdit* ControlMaker::Text(std::string_view name) const
 
 QComboBox* ControlMaker::Combo(std::string_view name) const
 {
-    return Named(new QComboBox, RowOf(Form, name), name);
+    auto* const box = new QComboBox;
+    GuardFromWheel(box);
+    return Named(box, RowOf(Form, name), name);
 }
 
 QLabel* ControlMaker::Label(std::string_view name) const
@@ -145,6 +149,14 @@ void ShowTips(QWidget& root, std::string_view form, bool on)
             continue;
         if (auto* const widget = root.findChild<QWidget*>(Shown(row.Name)))
             widget->setToolTip(on ? Shown(TipText(row)) : QString());
+    }
+    for (QLineEdit* const field : root.findChildren<QLineEdit*>()) {
+        const std::string unit = UnitOfField(form, Ansi(field->objectName()));
+        if (unit.empty())
+            continue;
+        const QString named = QStringLiteral("Unit: ") + Shown(unit);
+        const QString tip = field->toolTip();
+        field->setToolTip(!on ? QString() : tip.isEmpty() ? named : tip + QLatin1Char('\n') + named);
     }
 }
 

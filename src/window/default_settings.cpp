@@ -2,6 +2,8 @@
 // and of the other control systems share a column, since only one kind shows.
 #include "window/default_settings.h"
 
+#include <memory>
+
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -11,6 +13,7 @@
 #include "shell/start_up.h"
 #include "state/settings.h"
 #include "window/dialogs.h"
+#include "window/number_fields.h"
 
 namespace kv {
 
@@ -18,7 +21,6 @@ namespace {
 
 constexpr ControlMaker Make{"Form1"};
 constexpr int FieldCharacters = 8; // of a measure
-constexpr int SequencePlaces = 5;  // entries of a box: blank and four letters
 
 QVBoxLayout* Column(QGroupBox* frame)
 {
@@ -89,6 +91,15 @@ void DefaultSettings::Show()
     Fields.Show();
 }
 
+void DefaultSettings::FitReadings(int width)
+{
+    constexpr int columns = 2; // of frames with number fields
+    const int least = Frame2->minimumSizeHint().width();
+    const bool fit = width >= least + columns * WidthOfReading(*Readings.front());
+    for (QLabel* const reading : Readings)
+        reading->setVisible(fit);
+}
+
 QCheckBox* DefaultSettings::Bound(std::string_view name, Int& field)
 {
     QCheckBox* const box = Make.Check(name);
@@ -108,8 +119,15 @@ void DefaultSettings::AddField(QGridLayout* grid, int row, std::string_view name
     QLineEdit* const text = Make.Text(name);
     text->setMinimumWidth(text->fontMetrics().horizontalAdvance(QLatin1Char('0')) * FieldCharacters);
     grid->addWidget(Make.Caption(text), row, 0);
-    grid->addWidget(text, row, 1);
-    Fields.Text(text, field);
+    QLabel* const reading = ReadingBeside(text);
+    reading->hide(); // until FitReadings
+    Readings.push_back(reading);
+    auto* const beside = new QHBoxLayout;
+    beside->setSpacing(0);
+    beside->addWidget(text);
+    beside->addWidget(reading);
+    grid->addLayout(beside, row, 1);
+    Fields.Number(text, reading, "Form1", field);
 }
 
 QGroupBox* DefaultSettings::MakeHbdFrame()
@@ -191,33 +209,11 @@ QGroupBox* DefaultSettings::MakeOptimizerFrame()
     column->addWidget(on);
     auto* const row = new QHBoxLayout;
     row->setSpacing(4);
-    for (int i = 0; i < static_cast<int>(Sq.size()); ++i) {
-        QComboBox* const box = Make.Combo(Indexed("Sq", i));
-        for (int place = 0; place < SequencePlaces; ++place)
-            box->addItem(Shown(SequenceLetter(place)));
-        QObject::connect(box, &QComboBox::activated, box, [this] { StoreBoxes(); });
-        Sq[static_cast<std::size_t>(i)] = box;
-        row->addWidget(box);
-    }
+    Sequence = std::make_unique<SequenceBoxes>(*row);
     row->addStretch();
     column->addLayout(row);
     column->addWidget(Make.Check("MirFlg"));
     return frame;
-}
-
-void DefaultSettings::StoreBoxes()
-{
-    StoreSequence(
-        {Sq[0]->currentIndex(), Sq[1]->currentIndex(), Sq[2]->currentIndex(), Sq[3]->currentIndex()});
-}
-
-void DefaultSettings::ShowSequence()
-{
-    for (std::size_t i = 0; i < Sq.size() && i < Config.Sequence.size(); ++i) {
-        const int place = SequencePlace(Config.Sequence[i]);
-        if (place >= 0)
-            Sq[i]->setCurrentIndex(place);
-    }
 }
 
 QGroupBox* DefaultSettings::MakeOperationFrame()
@@ -262,6 +258,7 @@ QGroupBox* DefaultSettings::MakeButtons()
     QObject::connect(unit, &QPushButton::clicked, unit, [this] {
         SwitchUnits();
         Show();
+        InstallCursorTips(Config.TipsEnable != 0); // which name the unit
     });
     QObject::connect(tools, &QPushButton::clicked, tools, [this] {
         ShowToolSub();

@@ -2,12 +2,15 @@
 // control joined with its field of the settings.
 #pragma once
 
-#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
 
 #include <QGridLayout>
 
 #include "window/bindings.h"
 #include "window/controls.h"
+#include "window/sequence_boxes.h"
 
 namespace kv {
 
@@ -16,10 +19,11 @@ class DefaultSettings {
     DefaultSettings();
 
     void Show(); // all fields, and which frames the control system has
-    // The boxes of the sequence, once the settings are loaded: a letter that is none leaves its box.
-    void ShowSequence();
+    // The readings of the number fields show where Frame2 of that width, in pixels, has room for them.
+    void FitReadings(int width);
 
     QGroupBox *Frame2, *Frame3;
+    std::unique_ptr<SequenceBoxes> Sequence;
     // The dialogs come back when they are closed; the window shows what has changed.
     std::function<void()> DialogClosed;
 
@@ -35,10 +39,9 @@ class DefaultSettings {
     QCheckBox* Bound(std::string_view name, Int& field);
     QCheckBox* Bound(std::string_view name, bool& field);
     void AddField(QGridLayout* grid, int row, std::string_view name, std::string& field);
-    void StoreBoxes();
 
     Bindings Fields;
-    std::array<QComboBox*, 4> Sq{};
+    std::vector<QLabel*> Readings;
 };
 
 } // namespace kv

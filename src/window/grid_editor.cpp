@@ -14,10 +14,14 @@
 #include <QPainter>
 #include <QRegularExpressionValidator>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 
 #include "platform/numbers.h"
 #include "shell/control_tables.h"
+#include "shell/measure_fields.h"
 #include "window/controls.h"
+#include "window/number_fields.h"
+#include "window/wheel_guard.h"
 
 namespace kv {
 
@@ -37,6 +41,28 @@ bool IsListed(const GridColumn& column, std::string_view text)
 {
     return text == column.Default || std::ranges::find(column.Items, text) != column.Items.end();
 }
+
+// Takes the comma of the person's system as a point. Any other comma is refused with a word, since "12,5"
+// would be left as 125.
+class NumberTyping : public QRegularExpressionValidator {
+  public:
+    explicit NumberTyping(QLineEdit* editor)
+        : QRegularExpressionValidator(NumberPicture(), editor), Editor(editor)
+    {
+    }
+    State validate(QString& input, int& position) const override
+    {
+        if (CommaIsDecimal())
+            input.replace(QLatin1Char(','), QLatin1Char('.'));
+        else if (input.contains(QLatin1Char(',')))
+            QToolTip::showText(Editor->mapToGlobal(QPoint(0, Editor->height())),
+                               QStringLiteral("A number has a point, not a comma: 12.5"), Editor);
+        return QRegularExpressionValidator::validate(input, position);
+    }
+
+  private:
+    QLineEdit* Editor;
+};
 
 // Where the tick of a flag stands: the middle of its cell.
 QRect TickPlace(const QStyleOptionViewItem& option, const QWidget* widget)
@@ -62,7 +88,7 @@ class CellEditing : public QStyledItemDelegate {
         auto* const number = new QLineEdit(parent);
         number->setFrame(false);
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        number->setValidator(new QRegularExpressionValidator(NumberPicture(), number));
+        number->setValidator(new NumberTyping(number));
         number->setAccessibleName(Shown(column.Header));
         return number;
     }
@@ -321,11 +347,11 @@ void GridEditor::PasteCells()
             const GridColumn& kind = Columns[static_cast<std::size_t>(column)];
             static const QRegularExpression number(
                 QRegularExpression::anchoredPattern(NumberPicture().pattern()));
+            const QString pasted = Shown(WithDecimalPoint(Ansi(texts[j].trimmed()), CommaIsDecimal()));
             const bool fits = kind.Kind == CellKind::List ? IsListed(kind, Ansi(texts[j]))
-                                                          : number.match(texts[j].trimmed()).hasMatch();
+                                                          : number.match(pasted).hasMatch();
             if (fits)
-                SetCellText(currentRow() + i, column,
-                            Ansi(kind.Kind == CellKind::List ? texts[j] : texts[j].trimmed()));
+                SetCellText(currentRow() + i, column, Ansi(kind.Kind == CellKind::List ? texts[j] : pasted));
         }
     }
 }

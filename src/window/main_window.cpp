@@ -141,7 +141,7 @@ void MainWindow::InstallHooks()
 void MainWindow::WireButtons()
 {
     connect(Start, &QPushButton::pressed, this, [] { PressStart(); });
-    connect(Start, &QPushButton::clicked, this, [] { StartConversion(); });
+    connect(Start, &QPushButton::clicked, this, [this] { Process(); });
     connect(BtnAbort, &QPushButton::clicked, this, [] { AskToAbort(); });
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, [] {
         if (Shell.BtnAbortShown)
@@ -155,10 +155,16 @@ void MainWindow::WireButtons()
     connect(EX1, &QPushButton::clicked, this, [this] { AskToClose(); });
     for (QPushButton* const button : {Start, BtnAbort, CmdDF, EX1})
         button->setAutoDefault(true); // Enter presses the button that has the focus
-    List1->Process = [] { StartConversion(); };
+    List1->Process = [this] { Process(); };
     List1->Dropped = [](const std::vector<std::string>& paths) { ConvertDroppedDrawings(paths); };
     Defaults.DialogClosed = [this] { ShowSettings(); };
     Defaults.Frame2->installEventFilter(this);
+}
+
+void MainWindow::Process()
+{
+    Defaults.Sequence->Settle();
+    StartConversion();
 }
 
 void MainWindow::MakeMenus()
@@ -240,7 +246,7 @@ void MainWindow::EndByItself()
 void MainWindow::ShowLoaded()
 {
     List1->ShowWidths();
-    Defaults.ShowSequence();
+    Defaults.Sequence->ShowStored();
     ShowSettings();
     Arrange(4);
     Loaded = true;
@@ -301,6 +307,12 @@ void MainWindow::AskToStop()
 {
     Shell.Stopped = Shell.Ended = true;
     Closing = true;
+    CancelDialogs();
+    close();
+}
+
+void MainWindow::CancelDialogs()
+{
     for (int i = 0; i < MostInFront; ++i) {
         auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (QWidget* const popup = QApplication::activePopupWidget())
@@ -308,7 +320,6 @@ void MainWindow::AskToStop()
         else if (dialog != nullptr)
             dialog->reject();
     }
-    close();
 }
 
 void MainWindow::SessionEnds()
@@ -377,6 +388,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (CommandLineWaits())
         NoteLeft(ShownPath(Shell.CommandLine) + " was not run");
     Closing = Closed = true;
+    CancelDialogs(); // what was typed and not confirmed is no setting
     LoadDr.stop();
     Timer1.stop();
     FolderLook.stop();

@@ -72,6 +72,8 @@ class MainWindow : public QMainWindow {
     void LayOut();
     void WireButtons();
     void MakeMenus();
+    void Process();
+    void CancelDialogs();
     void StartTimers();
     void MakeViewMenu();
     void LoadProgramPane();

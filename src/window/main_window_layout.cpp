@@ -95,6 +95,7 @@ void MainWindow::Arrange(int code)
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
+    Defaults.FitReadings(event->size().width());
     Arrange(4);
     PlaceProgramPane();
 }

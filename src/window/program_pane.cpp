@@ -18,6 +18,7 @@
 #include "window/boxes.h"
 #include "window/flow_layout.h"
 #include "window/picture_file.h"
+#include "window/wheel_guard.h"
 
 namespace kv {
 
@@ -236,6 +237,8 @@ void ProgramPane::LayOut()
 
 void ProgramPane::Wire()
 {
+    for (QWidget* const widget : std::initializer_list<QWidget*>{Speed, Programs, Place})
+        GuardFromWheel(widget);
     connect(FitAll, &QToolButton::clicked, this, [this] { View->Fit(); });
     const auto look = [this](QToolButton* button, bool SceneLook::*what) {
         connect(button, &QToolButton::toggled, this, [this, what](bool on) {

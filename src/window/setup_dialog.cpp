@@ -17,6 +17,7 @@
 #include "state/run.h"
 #include "window/boxes.h"
 #include "window/dialog_layout.h"
+#include "window/number_fields.h"
 
 namespace kv {
 
@@ -167,7 +168,7 @@ QLayout* SetupDialog::AutoActionPage()
     Bound.Check(GraphicManual, Config.GraphicAfterMan);
     Bound.Check(PauseBox, Config.PauseForMessages);
     QFormLayout* const limit = Form();
-    limit->addRow(BatchLimitLabel, BatchLimit);
+    limit->addRow(BatchLimitLabel, WithReading(BatchLimit));
     auto* const page = ColumnWith({frame, GraphicAuto});
     page->addLayout(limit);
     page->addWidget(GraphicManual);
@@ -180,8 +181,18 @@ QLineEdit* SetupDialog::NumberText(std::string_view name, std::string& setting)
 {
     QLineEdit* const edit = Maker.Text(name);
     edit->setAlignment(Qt::AlignRight);
-    Bound.Text(edit, setting);
+    Bound.Number(edit, ReadingBeside(edit), "SetUp", setting);
     return edit;
+}
+
+QLayout* SetupDialog::WithReading(QLineEdit* edit) const
+{
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(0);
+    row->addWidget(edit);
+    row->addWidget(ReadingOf(edit));
+    ReadingOf(edit)->setMinimumWidth(WidthOfReading(*ReadingOf(edit)));
+    return row;
 }
 
 QLayout* SetupDialog::PreferencesPage()
@@ -190,7 +201,7 @@ QLayout* SetupDialog::PreferencesPage()
     QFormLayout* const decimals = Form();
     for (QLineEdit* const edit :
          {NumberText("PrcM", Config.PrecisionMetric), NumberText("PrcI", Config.PrecisionInch)})
-        decimals->addRow(Maker.Caption(edit), edit);
+        decimals->addRow(Maker.Caption(edit), WithReading(edit));
     Fill(precision, decimals);
     auto* const frames = new QHBoxLayout;
     frames->addWidget(precision, 1);
@@ -200,7 +211,7 @@ QLayout* SetupDialog::PreferencesPage()
     for (QLineEdit* const edit :
          {NumberText("GRDly", Config.GraphicDelay), NumberText("SawKerf", Config.SawKerf),
           NumberText("RadLim", Config.RadiusLimit), NumberText("SLim", Config.LineLimit)})
-        values->addRow(Maker.Caption(edit), edit);
+        values->addRow(Maker.Caption(edit), WithReading(edit));
     QWidget* const lineLimit = values->itemAt(3, QFormLayout::LabelRole)->widget();
     lineLimit->setObjectName(QStringLiteral("LineLimLab"));
 
@@ -294,7 +305,7 @@ QLayout* SetupDialog::HbdPage()
     QGroupBox* const rule = Maker.Frame("Frame8");
     QLineEdit* const limit = NumberText("HBDVboreLim", Config.HBDVBoreLimit);
     QFormLayout* const limits = Form();
-    limits->addRow(Maker.Caption(limit), limit);
+    limits->addRow(Maker.Caption(limit), WithReading(limit));
     Fill(rule, limits);
 
     auto* const page = new QVBoxLayout;
@@ -425,7 +436,10 @@ void SetupDialog::LeaveField(const PathField& field)
     std::string text = *field.Setting;
     if (field.Trimmed && field.Edit->isModified())
         text = PathTyped(field.Edit->text().trimmed());
-    *field.Setting = LeavePathField(text, field.Trimmed);
+    std::string left = LeavePathField(text, field.Trimmed);
+    if (!isVisible()) // its question let the dialog be cancelled
+        return;
+    *field.Setting = std::move(left);
     field.Edit->setText(ShownAsPath(*field.Setting));
 }
 
@@ -448,6 +462,8 @@ void SetupDialog::accept()
     if (focus != nullptr && std::ranges::find(PathFields, focus, &PathField::Edit) != PathFields.end())
         LeftFields.push_back(focus);
     SettlePaths();
+    if (!isVisible()) // a question let the dialog be cancelled
+        return;
     const GridCells tools = Tools->Cells();
     QDialog::accept();
     AcceptSetup(ToolsRead ? &tools : nullptr);

@@ -48,6 +48,7 @@ class SetupDialog : public QDialog {
     QGroupBox* SystemFrame();
     QGroupBox* UnitModeFrame();
     QLineEdit* NumberText(std::string_view name, std::string& setting);
+    QLayout* WithReading(QLineEdit* edit) const;
     void SetTabOrder();
 
     void ShowSettings(); // all controls but the grid

@@ -7,6 +7,7 @@
 #include <QMenu>
 
 #include "shell/main_window_rules.h"
+#include "shell/measure_fields.h"
 
 namespace kv {
 namespace {
@@ -104,7 +105,9 @@ TEST_F(MainWindowLookTest, TipsComeAndGo)
             if (row.Form != "Form1")
                 continue;
             ++tips;
-            EXPECT_EQ(Find<QWidget>(row.Name)->toolTip(), on ? Shown(TipText(row)) : QString()) << row.Name;
+            const std::string unit = UnitOfField("Form1", row.Name);
+            const std::string tip = TipText(row) + (unit.empty() ? "" : "\nUnit: " + unit);
+            EXPECT_EQ(Find<QWidget>(row.Name)->toolTip(), on ? Shown(tip) : QString()) << row.Name;
         }
     }
     EXPECT_EQ(tips, 2 * 18);

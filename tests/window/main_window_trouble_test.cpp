@@ -130,7 +130,7 @@ TEST_F(WindowInTrouble, SettingsThatCannotBeReadAreToldAndNeverStored)
     Open();
     EXPECT_TRUE(Reported("Nothing is converted and no setting is kept: " + IniPlace() + ": is a folder"))
         << testing::PrintToString(ReportLines());
-    Window->Defaults.ShowSequence();
+    Window->Defaults.Sequence->ShowStored();
     InDialog(ShowSetup, [](QDialog& dialog) { Click(dialog, "PrefOK"); });
     InDialog(ShowSetup, [](QDialog& dialog) { Click(dialog, "PrefCan"); });
     InDialog(ShowToolSub, [](QDialog& dialog) { Click(dialog, "BtnOK"); });
@@ -193,6 +193,8 @@ TEST_F(WindowInTrouble, WhatACloseLeavesUndoneIsToldInABox)
         << AtWindow.Told[0];
 }
 
+MainWindow* TheWindowOfTest = nullptr;
+
 TEST_F(WindowInTrouble, AStopCancelsAnOpenDialogAndStoresTheRest)
 {
     PutIni("Winner90=True\r\nLineLimit=700\r\n");
@@ -210,6 +212,45 @@ TEST_F(WindowInTrouble, AStopCancelsAnOpenDialogAndStoresTheRest)
     EXPECT_TRUE(ended);
     EXPECT_NE(Ini().find("LineLimit=700\r\n"), std::string::npos) << Ini();
     EXPECT_TRUE(AtWindow.Told.empty());
+}
+
+// The half-typed path of a Setup that nobody confirmed.
+TEST_F(WindowInTrouble, AStopStoresNoHalfTypedPath)
+{
+    for (const bool hadPath : {true, false}) {
+        PutIni("Winner90=True\r\n");
+        if (!hadPath)
+            Place.Write("KV90.INI", "[Configuration]\r\nWinner90=True\r\n");
+        for (const int way :
+             {0, 1, 2}) { // a signal, the window closed below the dialog, a signal at the question
+            Open();
+            const std::string before = Config.SourcePath90;
+            AtWindow = {};
+            InDialog(ShowSetup, [&](QDialog& dialog) {
+                Type(dialog, "DXFPath(0)", Drawings.string() + "/not there/ye");
+                if (way == 2)
+                    Person.Ask = [](const QString&, const QString&) {
+                        TheWindowOfTest->AskToStop();
+                        return false;
+                    };
+                TheWindowOfTest = Window.get();
+                if (way == 0)
+                    Window->AskToStop();
+                else if (way == 1)
+                    Window->close();
+                else
+                    Get<QTabWidget>(dialog, "SSTab1").setFocus();
+                QTest::qWait(100);
+                if (dialog.isVisible())
+                    dialog.reject();
+            });
+            EXPECT_EQ(Ini().find("not there"), std::string::npos) << way << Ini();
+            EXPECT_EQ(Config.SourcePath90, before) << way;
+            Person.Ask = [](const QString&, const QString&) { return false; };
+            Window.reset();
+            Shell = {};
+        }
+    }
 }
 
 TEST_F(WindowInTrouble, ASessionThatEndsFindsTheSettingsStoredAndTheWindowOpen)
