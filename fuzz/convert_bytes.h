@@ -14,6 +14,7 @@
 
 #include "job/job_driver.h"
 #include "platform/paths.h"
+#include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
 #include "writers/program_writers.h"
@@ -122,6 +123,7 @@ inline void ConvertBytes(std::string_view drawing, const std::filesystem::path& 
     Run.ControlType = static_cast<Int>(system);
     std::string jobLine = FromHostPath((home / "INPUT.DXF").string());
     ProcessDrawingFile(jobLine);
+    ReportMessage(2, ""); // as each front end; lines that nobody shows would gather
     AsAtProgramStart();
 }
 
