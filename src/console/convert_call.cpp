@@ -44,7 +44,7 @@ std::unique_ptr<WorkerPool> PoolFor(const CommandLine& line, const std::string& 
 
 int ConvertAndPlace(const CommandLine& line, const std::string& outputName)
 {
-    ListReport report(line.ReportJson);
+    ListReport report(line.ReportJson, line.Drawings.size());
     RecoverInstallations();
     const std::unique_ptr<WorkerPool> pool = PoolFor(line, outputName);
     std::optional<JobsTogether> together;
@@ -82,7 +82,7 @@ int TellStageFault(const CommandLine& line, const FileOutcome& outcome)
 // The report of a drawing is shown when it is converted, and once more when it is placed.
 int ConvertIntoStage(const CommandLine& line, const std::string& outputName)
 {
-    ListReport report(line.ReportJson);
+    ListReport report(line.ReportJson, line.Drawings.size());
     StageWriter stage;
     FileOutcome outcome = stage.Begin(FromHostPath(line.Stage));
     if (!outcome.Ok())

@@ -3,7 +3,7 @@
 
 #include "console/abort.h"
 #include "console/calls.h"
-#include "console/explanation_views.h"
+#include "console/explanation_json.h"
 #include "console/report_output.h"
 #include "job/job_driver.h"
 #include "platform/files.h"

@@ -1,5 +1,5 @@
 // The explanation as one JSON object for each drawing.
-#include "console/explanation_views.h"
+#include "console/explanation_json.h"
 #include "console/list_report.h"
 #include "platform/paths.h"
 #include "platform/text.h"

@@ -87,17 +87,24 @@ Json ShownReportLines(const std::vector<ReportRow>& rows)
     return lines;
 }
 
-ListReport::ListReport(bool json) : AsJson(json), First(JobNumber() + 1)
+ListReport::ListReport(bool json, std::size_t drawings) : AsJson(json), First(JobNumber() + 1)
 {
+    BeginList(drawings);
     OpenReport(!json && IsTerminal(StandardStream::Output), IsTerminal(StandardStream::Error));
     Placing = {KeepUnplaced, TellWaitAtOnce};
+}
+
+void ListReport::FailDrawing()
+{
+    Fail();
+    ++Failed;
 }
 
 void ListReport::ShowUnplaced()
 {
     for (const UnplacedJob& job : Unplaced) {
         const auto place = static_cast<std::size_t>(job.Number - First);
-        Fail();
+        FailDrawing();
         TellFailure(Names[place], "failed");
         const ReportRow row = {TextOf(job.Line), 155, 0, 0, false, job.Line};
         if (!AsJson) {
@@ -120,10 +127,11 @@ void ListReport::Show(const DoneDrawing& done)
     else
         WriteRows(done.Rows, stdout);
     if (HasFailed(done.Outcome)) {
-        Fail();
+        FailDrawing();
         TellFailure(done.Drawing, done.Outcome);
     }
     ShowUnplaced();
+    CountOfList(Names.size(), Failed);
 }
 
 void ListReport::ShowStop(std::size_t left)
@@ -135,6 +143,8 @@ void ListReport::ShowStop(std::size_t left)
 int ListReport::Finish()
 {
     ShowUnplaced();
+    BeginList(0);
+    EraseProgress();
     if (AsJson) {
         Json document = {{"version", ProductVersion}, {"drawings", std::move(Drawings)}};
         if (NotBegun > 0)

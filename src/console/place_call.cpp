@@ -212,7 +212,7 @@ int PlaceStages(const CommandLine& line)
         WriteAtOnce("korvanti: nothing was placed\n", stderr);
         return ExitSomeFailed;
     }
-    ListReport report(line.ReportJson);
+    ListReport report(line.ReportJson, DrawingsOf(*stages));
     RecoverInstallations();
     std::optional<JobsTogether> together(std::in_place);
     PlacedNotes notes(report);

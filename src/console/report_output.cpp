@@ -3,10 +3,12 @@
 #include "console/report_output.h"
 
 #include <chrono>
+#include <cmath>
 
 #include "platform/dialogs.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "shell/list_count.h"
 
 namespace kv {
 
@@ -16,6 +18,7 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds ShortJob{500};       // a shorter one shows no progress
+constexpr milliseconds ShortList{1000};     // likewise of a list
 constexpr milliseconds ProgressStep{100};   // between two looks at the clock's progress line
 constexpr unsigned PumpsPerClockLook = 256; // the pump runs once for each few lines of a drawing
 
@@ -44,7 +47,9 @@ RowColours Colours = RowColours::None;
 bool ProgressWanted = false;
 bool ProgressShown = false;
 unsigned Pumps = 0;
-Clock::time_point DrawingStart, LastShown, LastTick;
+Clock::time_point DrawingStart, LastShown, LastTick, ListStart;
+ListCount List;              // that runs; no drawings: none does
+constexpr int LeastDone = 3; // drawings that a guess at the time needs
 
 const MarkStyle* StyleOf(const ReportRow& row)
 {
@@ -93,6 +98,15 @@ void DrawMeters()
     ProgressShown = true;
 }
 
+void DrawList()
+{
+    const double seconds = std::chrono::duration<double>(Clock::now() - ListStart).count();
+    const std::string left =
+        TimeLeft(static_cast<std::size_t>(List.Done), static_cast<std::size_t>(List.Total), seconds);
+    WriteAtOnce(WipeLine + ListProgressText(List) + (left.empty() ? "" : ", " + left), stderr);
+    ProgressShown = true;
+}
+
 } // namespace
 
 void OpenReport(bool rowsOnTerminal, bool progressOnTerminal)
@@ -111,7 +125,9 @@ void WriteRowsAtOnce(std::FILE* stream)
 
 void BeginDrawing()
 {
-    DrawingStart = LastShown = LastTick = Clock::now();
+    DrawingStart = LastTick = Clock::now();
+    if (List.Total == 0)
+        LastShown = DrawingStart;
 }
 
 std::vector<ReportRow> TakeRows()
@@ -134,8 +150,11 @@ void WriteRows(const std::vector<ReportRow>& rows, std::FILE* stream)
         text += RowLine(row, Colours);
         text += '\n';
     }
+    const bool again = ProgressShown && List.Total > 0;
     EraseProgress();
     WriteAtOnce(text, stream);
+    if (again)
+        DrawList();
 }
 
 void WriteAtOnce(std::string_view text, std::FILE* stream)
@@ -168,20 +187,51 @@ void ShowProgress()
         LastTick = now;
         TickMeters();
     }
+    if (List.Total > 0) {
+        ShowListProgress();
+        return;
+    }
     if (now - DrawingStart < ShortJob || now - LastShown < ProgressStep)
         return;
     LastShown = now;
     DrawMeters();
 }
 
-void ShowListProgress(std::size_t done, std::size_t total)
+void BeginList(std::size_t total)
+{
+    List = {};
+    List.Total = total > 1 ? static_cast<long long>(total) : 0;
+    ListStart = Clock::now();
+}
+
+void CountOfList(std::size_t done, std::size_t failed)
+{
+    List.Done = static_cast<long long>(done);
+    List.Failed = static_cast<long long>(failed);
+    ShowListProgress();
+}
+
+void ShowListProgress()
 {
     const Clock::time_point now = Clock::now();
-    if (!ProgressWanted || now - LastShown < ProgressStep)
+    if (!ProgressWanted || List.Total == 0 || now - ListStart < ShortList || now - LastShown < ProgressStep)
         return;
     LastShown = now;
-    WriteAtOnce(WipeLine + std::to_string(done) + " of " + std::to_string(total) + " drawings", stderr);
-    ProgressShown = true;
+    DrawList();
+}
+
+std::string TimeLeft(std::size_t done, std::size_t total, double seconds)
+{
+    if (done < LeastDone || done > total)
+        return {};
+    constexpr long long perMinute = 60, minutesPerHour = 60;
+    const auto left = std::llround(seconds / static_cast<double>(done) * static_cast<double>(total - done));
+    const auto twoDigits = [](long long number) { return (number < 10 ? "0" : "") + std::to_string(number); };
+    const long long minutes = left / perMinute;
+    const std::string clock = minutes < minutesPerHour ? std::to_string(minutes)
+                                                       : std::to_string(minutes / minutesPerHour) + ":" +
+                                                             twoDigits(minutes % minutesPerHour);
+    return "about " + clock + ":" + twoDigits(left % perMinute) + " left";
 }
 
 void EraseProgress()

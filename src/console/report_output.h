@@ -34,8 +34,13 @@ std::string ColourName(const ReportRow& row);                  // "black", "red"
 
 // Called from the event pump: lets the meters creep, and shows them when the drawing takes long.
 void ShowProgress();
-// How far a list has come, while its drawings are converted by others.
-void ShowListProgress(std::size_t done, std::size_t total);
+// A list of so many drawings begins. One that takes longer than a second shows how far it is in place of the
+// meters, on a terminal: "47 of 5,000, 1 failed, about 2:10 left". A single drawing is no list.
+void BeginList(std::size_t total);
+void CountOfList(std::size_t done, std::size_t failed);
+void ShowListProgress(); // while its drawings are converted by others
 void EraseProgress();
+// "about 2:10 left" by the time that the done ones have taken; empty while fewer than three are done.
+std::string TimeLeft(std::size_t done, std::size_t total, double seconds);
 
 } // namespace kv

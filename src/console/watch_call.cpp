@@ -18,6 +18,7 @@
 #include "platform/terminal.h"
 #include "platform/text.h"
 #include "shell/autostart.h"
+#include "shell/drawing_states.h"
 #include "shell/start_up.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
@@ -87,6 +88,7 @@ int WatchFolders(const CommandLine& line)
     if (!SettingsFault.Ok())
         return ExitSomeFailed; // which is told
     TickUntilEnd();
+    KeepDrawingStates(true);
     ReportMessage(2, "");
     return Shell.FailedJobs > 0 || Shell.JobsLeft > 0 ? ExitSomeFailed : ExitConverted;
 }

@@ -281,7 +281,7 @@ bool WorkerPool::Wait(std::size_t share)
         LookAtWorkers();
         if (Lost.contains(share) || Workers.empty())
             return ReadShare(share);
-        ShowListProgress(FirstOfShare(Orders, share), Orders.Drawings.size());
+        ShowListProgress();
         PlaceWhileIdle();
         PauseSeconds(pause);
         pause = isLast ? LookSeconds : std::min(2 * pause, LongestLook);

@@ -32,7 +32,7 @@ constexpr std::uint64_t MostBytesAside = std::uint64_t{64} << 20;
 
 long LastNumber = 0;
 bool JobRuns = false; // its own failure is the run's
-std::vector<std::string> FilesOfJob;
+std::vector<std::string> FilesOfJob, ProgramsOfJob;
 WrittenProgram LastBeforeJob;
 bool GaveProgram = false;      // the job that ran last
 Steady::time_point FirstWaits; // when the first of the waiting drawings was done
@@ -57,6 +57,7 @@ void FailRunningJob(const JobOutput& job, MessageLine line)
         AddFailedFile(job.Drawing);
     Run.RunFailed = True;
     FilesOfJob.clear();
+    ProgramsOfJob.clear();
 }
 
 void FailEarlierJob(const JobOutput& job, const std::string& cause)
@@ -204,6 +205,7 @@ void BeginJobOutput()
 {
     ++LastNumber;
     FilesOfJob.clear();
+    ProgramsOfJob.clear();
     LastBeforeJob = LastProgram;
     ForgetDoubts();
     Outputs.Enter = EnterBeforeWriting;
@@ -227,6 +229,8 @@ void FinishJobOutput(bool keep)
     job.Drawing = Run.SourceFile;
     job.Number = LastNumber;
     FilesOfJob = job.Files;
+    for (const ProgramOutput& program : job.Programs)
+        ProgramsOfJob.push_back(program.Path);
     if (!job.Empty()) {
         const auto row = std::ranges::find(job.Changes, ChangeKind::CutList, &FileChange::Kind);
         if (row != job.Changes.end() && !JobIdentity().empty())
@@ -257,6 +261,11 @@ bool JobGaveProgram()
 const std::vector<std::string>& JobFiles()
 {
     return FilesOfJob;
+}
+
+const std::vector<std::string>& JobPrograms()
+{
+    return ProgramsOfJob;
 }
 
 void RecoverInstallations()

@@ -48,9 +48,10 @@ void FinishJobOutput(bool keep);
 // The job begins once more, in another way: what it has handed over is dropped.
 void TakeBackJobOutput();
 
-long JobNumber();                           // of the job that runs or ran last; counts from 1
-bool JobGaveProgram();                      // of that job; also when it is only recorded
-const std::vector<std::string>& JobFiles(); // host paths of what that job replaces or makes
+long JobNumber();                              // of the job that runs or ran last; counts from 1
+bool JobGaveProgram();                         // of that job; also when it is only recorded
+const std::vector<std::string>& JobFiles();    // host paths of what that job replaces or makes
+const std::vector<std::string>& JobPrograms(); // of these the programs, by their paths
 
 // At program start: finishes what an ended process left in the installations that the settings name.
 void RecoverInstallations();

@@ -55,6 +55,16 @@ std::string TodayMmDdYy()
     return TwoDigits(local.tm_mon + 1) + '/' + TwoDigits(local.tm_mday) + '/' + TwoDigits(local.tm_year);
 }
 
+std::string LocalDateAndTime()
+{
+    if (Clock.Now != nullptr)
+        return Clock.Now();
+    const std::tm local = LocalTime(system_clock::now());
+    return std::to_string(local.tm_year + 1900) + '-' + TwoDigits(local.tm_mon + 1) + '-' +
+           TwoDigits(local.tm_mday) + ' ' + TwoDigits(local.tm_hour) + ':' + TwoDigits(local.tm_min) + ':' +
+           TwoDigits(local.tm_sec);
+}
+
 void PauseSeconds(double seconds)
 {
     if (Clock.Pause != nullptr) {

@@ -12,9 +12,9 @@ void ShowBox(std::string_view text, std::string_view title, BoxIcon icon)
         Dialogs.Box(text, title, icon);
 }
 
-bool AskYesNo(std::string_view text, std::string_view title)
+bool AskYesNo(std::string_view text, std::string_view title, std::string_view detail)
 {
-    return Dialogs.Ask != nullptr && Dialogs.Ask(text, title);
+    return Dialogs.Ask != nullptr && Dialogs.Ask(text, title, detail);
 }
 
 } // namespace kv

@@ -10,11 +10,13 @@ enum class BoxIcon { None, Information, Warning, Error };
 
 struct DialogHooks {
     void (*Box)(std::string_view text, std::string_view title, BoxIcon icon) = nullptr;
-    bool (*Ask)(std::string_view text, std::string_view title) = nullptr;
+    // The detail says what exactly is asked about; it may be empty.
+    bool (*Ask)(std::string_view text, std::string_view title, std::string_view detail) = nullptr;
 };
 extern DialogHooks Dialogs;
 
 void ShowBox(std::string_view text, std::string_view title, BoxIcon icon);
-bool AskYesNo(std::string_view text, std::string_view title); // No without a front end
+// No without a front end.
+bool AskYesNo(std::string_view text, std::string_view title, std::string_view detail = {});
 
 } // namespace kv

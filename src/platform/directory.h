@@ -29,6 +29,8 @@ FileAnswer FCount(std::string_view pattern, Long& count);
 FileAnswer ReadFileX(std::string_view pattern, Long count, std::vector<DirectoryEntry>& entries);
 // The folders in a folder, by their names; of one that cannot be read to its end, none.
 FileAnswer ReadFolders(std::string_view folder, std::vector<std::string>& names);
+// One file by its path, as a listing has it but for its short name and extension.
+FileAnswer ReadEntryOf(std::string_view path, DirectoryEntry& entry);
 // Files that the pattern would count and that no path of the program reaches: the name with "?" for what
 // CP1252 lacks, and why. In the folder's own order; none of a folder that cannot be read to its end.
 struct UnlistedFile {

@@ -14,6 +14,7 @@
 #include "platform/text.h"
 #include "shell/batch_run.h"
 #include "shell/conversion_start.h"
+#include "shell/drawing_states.h"
 #include "shell/trigger_files.h"
 #include "state/report.h"
 #include "state/run.h"
@@ -98,6 +99,7 @@ void RunTempDrawing(const std::string& folder, const std::string& path, Int syst
     const FileStamp stamp = StampOrTell(path);
     RunJobLine(path, system);
     EndTempDrawing(folder, stamp, BringJobToDisk());
+    KeepStatesOfRun();
     FinishJob(DestinationPath(Run.ControlType), FileNameOf(Run.PartName));
     Run.ControlType = system; // a drawing that names another control does so for itself alone
 }
@@ -198,6 +200,7 @@ void RunCommandLine()
     const CommandLineJob job = JobOfCommandLine();
     RunJobLine(job.Drawing.empty() ? Shell.CommandLine : job.Drawing, SelectedSystem());
     BringJobToDisk();
+    KeepStatesOfRun();
     if (job.Drawing.empty())
         Shell.FailedJobs = failedBefore; // no job
     ReportMessage(2, "");
@@ -255,6 +258,7 @@ void AutostartTick()
     if (TickActive || Shell.RunActive || Shell.Ended)
         return;
     const ActiveTick active;
+    KeepDrawingStates(false);
     // Without the settings nobody knows which folders to watch, and no trigger file may be lost to a job
     // that cannot run.
     const std::string folder = SettingsFault.Ok() ? PickFolder() : std::string();

@@ -20,12 +20,14 @@
 #include "shell/batch_file.h"
 #include "shell/batch_safety.h"
 #include "shell/conversion_start.h"
+#include "shell/list_count.h"
 #include "shell/trigger_files.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
 #include "toolchain/binaries.h"
+#include "writers/left_programs.h"
 
 namespace kv {
 
@@ -178,6 +180,7 @@ bool RunBatchLine(BatchWork& work, const BatchLine& line)
     if (goesOn)
         ForgetJobIdentities({&identity, 1}); // else its cut list row is replaced when the line is tried again
     FinishJob(job.OutputFolder, job.OutputName);
+    CountFinishedJob();
     return goesOn;
 }
 
@@ -206,6 +209,20 @@ int JobsOf(const std::vector<std::string>& lines)
     return jobs;
 }
 
+// The first ones by their drawings' names.
+std::string NamesOfJobs(const BatchWork& work)
+{
+    std::vector<std::string> names;
+    for (const std::string& line : work.Rest)
+        for (const BatchLine& read : BatchLines(line)) {
+            if (read.Kind != BatchLineKind::Job)
+                continue;
+            const BatchJob job = ReadBatchJob(read.Text, work.Folder, DestinationPath(work.System));
+            names.push_back(ShownPath(FileNameOf(DrawingOf(job))));
+        }
+    return FewOf(names);
+}
+
 // What is not done goes to BATCH.OLD. The file holds what the memory does, unless it could not be written.
 void KeepRest(const BatchWork& work, int jobs)
 {
@@ -222,6 +239,7 @@ void KeepRest(const BatchWork& work, int jobs)
     }
     Tell(told);
     NoteLeft(TextOf(told));
+    Tell(Message::BatchNotDone, {{"names", NamesOfJobs(work)}});
 }
 
 bool WriteProcessedList(const BatchWork& work)
@@ -273,9 +291,12 @@ bool RunBatch(const std::string& folder)
     Shell.BatchCount = static_cast<Int>(std::min<int>(count, std::numeric_limits<Int>::max()));
     const std::vector<BatchLine> lines = BatchLines(batch.Contents);
     BatchWork work = PlanBatch(folder, system, lines);
+    const CountedList counted(JobsOf(work.Rest));
     RunBatchLines(work, lines);
     EndBatch(work);
+    KeepStatesOfRun();
     TellFailedFiles();
+    TellListCount();
     ReportMessage(2, "");
     if (!Shell.Ended)
         MakeBinaries();

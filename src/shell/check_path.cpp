@@ -24,9 +24,13 @@ std::size_t FirstFolder(std::string_view path)
     return share == std::string_view::npos ? path.size() : share + 1;
 }
 
-bool WantsFolder(std::string_view path)
+// Asked for each missing level; the detail says for which.
+bool WantsFolder(std::string_view path, std::string_view level)
 {
-    return AskYesNo(ShownPath(path) + "\r\nPath Does Not Exist.\r\nDo You Wish to Create Path?", ProductName);
+    const std::string detail =
+        level.size() < path.size() ? "This makes the folder " + ShownPath(level) : std::string();
+    return AskYesNo(ShownPath(path) + "\r\nPath Does Not Exist.\r\nDo You Wish to Create Path?", ProductName,
+                    detail);
 }
 
 } // namespace
@@ -53,7 +57,7 @@ std::string CheckPath(std::string_view path)
                        ProductName, BoxIcon::Warning);
             break;
         }
-        if (!WantsFolder(path))
+        if (!WantsFolder(path, prefix))
             break;
         static_cast<void>(MakeFolder(prefix)); // a refusal shows at the next level, which is missing too
     }

@@ -12,7 +12,9 @@
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "shell/drawing_states.h"
 #include "shell/file_list.h"
+#include "shell/list_count.h"
 #include "shell/program_pictures.h"
 #include "state/report.h"
 #include "state/run.h"
@@ -58,6 +60,8 @@ void RunJobOfList(const std::string& path)
     PauseSeconds(SettleSeconds);
     ShowGraphicOfList();
     RestMeters();
+    CountFinishedJob();
+    RefreshStates();
 }
 
 void RunJobs(const std::vector<std::string>& paths)
@@ -71,6 +75,7 @@ void RunJobs(const std::vector<std::string>& paths)
             break;
     }
     FlushJobFiles();
+    KeepStatesOfRun();
     if (left == 0)
         return;
     const MessageLine told = {Message::ListStopped, {{"count", static_cast<long long>(left)}}};
@@ -82,6 +87,7 @@ void RunList(const std::vector<std::string>& paths)
 {
     if (!paths.empty()) {
         const ActiveRun active(StartedBy::Operator);
+        const CountedList counted(static_cast<long long>(paths.size()));
         Shell.Timer1 = false;
         Shell.Frame2Enabled = false;
         Shell.StartEnabled = false;
@@ -91,6 +97,7 @@ void RunList(const std::vector<std::string>& paths)
         RunJobs(paths);
         ClearSelection();
         TellFailedFiles();
+        TellListCount();
         ReportMessage(2, "");
         if (!Shell.Ended)
             MakeBinaries();
@@ -123,6 +130,13 @@ ActiveRun::~ActiveRun()
     ShellChanged();
 }
 
+void KeepStatesOfRun()
+{
+    NoteLateFailures();
+    KeepDrawingStates(false);
+    RefreshStates();
+}
+
 void RestMeters()
 {
     ZeroMeters();
@@ -145,12 +159,14 @@ void PrepareList()
 void RunJobLine(std::string jobLine, Int system, std::string_view identity)
 {
     SetJobIdentity(std::string(identity));
+    const std::string began = LocalDateAndTime();
     Run.ControlType = system;
     Run.RunFailed = False; // the driver does not convert while the last failure stands
     ProcessDrawingFile(jobLine);
     if (Run.RunFailed != False)
         ++Shell.FailedJobs;
     NoteProgramsOfJob(Run.SourceFile);
+    NoteStateOfJob(Run.SourceFile, began);
     SetJobIdentity({});
 }
 

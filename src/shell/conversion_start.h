@@ -36,6 +36,8 @@ struct ActiveRun {
 void RunJobLine(std::string jobLine, Int system, std::string_view identity = {});
 // The report's list of failed files, by the paths that people know.
 void TellFailedFiles();
+// What became of the drawings, at the end of a run.
+void KeepStatesOfRun();
 // What the jobs have written is in its place and on the disk then. False: some of it is not; that is told in
 // the report.
 bool FlushJobFiles();

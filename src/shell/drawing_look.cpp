@@ -6,9 +6,11 @@
 #include "job/job_driver.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/text.h"
 #include "shell/drawing_overlay.h"
+#include "shell/explanation_views.h"
 #include "shell/program_origins.h"
-#include "state/messages.h"
 #include "state/report.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -18,8 +20,8 @@ namespace kv {
 
 namespace {
 
-DrawingLook Looked;     // filled while the job runs
-std::string FirstFault; // of the report
+DrawingLook Looked; // filled while the job runs
+ExplainedDrawing Explained;
 
 void TakePanel()
 {
@@ -31,17 +33,12 @@ void TakePanel()
 void TakeStage(std::string_view stage)
 {
     KeepDrawnShapes(stage);
+    if (stage == "layers" || stage == "operations" || stage == "programs")
+        Explained.What = ExplanationOfRun();
     if (stage == "border")
         TakePanel();
     if (stage == "programs")
         Looked.From = {Run.OriginRight != 0, Run.OriginTop != 0};
-}
-
-void KeepFault(const ReportRow& row)
-{
-    const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
-    if (page != nullptr && page->Severity == MessageSeverity::Fault && FirstFault.empty())
-        FirstFault = row.Text;
 }
 
 void TakePrograms()
@@ -70,19 +67,21 @@ DrawingLook LookAtDrawing(const std::string& jobLine, Int system)
 {
     const StepsRecorded recorded;
     Looked = {};
-    FirstFault.clear();
+    Explained = {};
     Report = {};
-    Report.ShowRow = KeepFault;
+    Report.ShowRow = [](const ReportRow& row) { Explained.Rows.push_back(row); };
     Stages.Done = TakeStage;
     Run.ControlType = system;
     Run.RunFailed = False;
     std::string line = jobLine;
     ProcessDrawingFile(line);
     ReportMessage(2, "");
+    Explained.Drawing = Utf8FromAnsi(ShownPath(Run.SourceFile));
+    Looked.Explanation = ExplanationText(Explained);
     if (Run.RunFailed == False)
         TakePrograms();
     if (Run.RunFailed != False || !(Looked.Length > 0 && Looked.Width > 0))
-        Looked.Fault = FirstFault.empty() ? "it gives no panel" : FirstFault;
+        Looked.Fault = FirstFaultTold().empty() ? "it gives no panel" : FirstFaultTold();
     return std::move(Looked);
 }
 

@@ -24,6 +24,7 @@ struct DrawingLook {
     std::vector<DrawnShape> Drawn;
     std::vector<ProgramNow> Programs;
     DrawingOrigins Origins;
+    std::string Explanation; // UTF-8: what became of each entity, also of a drawing without a panel
 };
 
 // Runs a job: what it leaves to the next one must not go into a program, so this is for a process that

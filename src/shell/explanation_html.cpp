@@ -1,9 +1,9 @@
 // The explanation as a page: plain tables, readable on a tablet beside the machine, in light and dark. A
 // telephone has no room for four columns: there the cells of a row stand below each other.
-#include "console/explanation_views.h"
 #include "platform/paths.h"
 #include "platform/stand_ins.h"
 #include "platform/text.h"
+#include "shell/explanation_views.h"
 
 namespace kv {
 
@@ -58,7 +58,7 @@ std::string Escaped(std::string_view ansi)
     return Utf8FromAnsi(text);
 }
 
-std::string Cell(std::string_view ansi, std::string_view style = {})
+std::string TableCell(std::string_view ansi, std::string_view style = {})
 {
     std::string cell = "<td";
     if (!style.empty())
@@ -94,9 +94,9 @@ std::string LayerRows(const ExplainedLayer& layer)
                 entities += " class=\"" + std::string(style) + "\"";
             entities += ">" + Escaped(KindSentence(kind)) + "</div>";
         }
-        rows += "<tr>" + Cell(layer.Name, "layer") +
-                Cell(StateTitle(layer, state), layer.Nearest.empty() ? "means" : "means doubt") +
-                Cell(ValuesSentence(state)) + "<td class=\"entities\">" + entities + "</td></tr>\n";
+        rows += "<tr>" + TableCell(layer.Name, "layer") +
+                TableCell(StateTitle(layer, state), layer.Nearest.empty() ? "means" : "means doubt") +
+                TableCell(ValuesSentence(state)) + "<td class=\"entities\">" + entities + "</td></tr>\n";
     }
     return rows;
 }
@@ -105,7 +105,7 @@ std::string Rows(const std::vector<std::string>& texts)
 {
     std::string rows;
     for (const std::string& text : texts)
-        rows += "<tr>" + Cell(text) + "</tr>\n";
+        rows += "<tr>" + TableCell(text) + "</tr>\n";
     return rows;
 }
 
@@ -121,8 +121,8 @@ std::string DoubtRows(const std::vector<ReportRow>& report)
         const MessagePage* const page = FindPage(static_cast<long long>(row.Line.Number));
         if (page == nullptr || !NeedsAttention(*page))
             continue;
-        rows += "<tr>" + Cell(WholeText(static_cast<long long>(page->Number)), "number") +
-                Cell(row.Text + PlaceSentence(row.Line), "doubt") + Cell(page->Cure) + "</tr>\n";
+        rows += "<tr>" + TableCell(WholeText(static_cast<long long>(page->Number)), "number") +
+                TableCell(row.Text + PlaceSentence(row.Line), "doubt") + TableCell(page->Cure) + "</tr>\n";
     }
     return rows;
 }

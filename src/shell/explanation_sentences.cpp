@@ -1,8 +1,8 @@
 // Plain sentences about panel, layers, tools and the sum.
 #include <algorithm>
 
-#include "console/explanation_views.h"
 #include "platform/text.h"
+#include "shell/explanation_views.h"
 
 namespace kv {
 

@@ -1,9 +1,8 @@
 // The explanation as lines of text, from the panel to the sum.
-#include "console/explanation_views.h"
+#include "shell/explanation_views.h"
 
 #include <set>
 
-#include "console/report_output.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 

@@ -1,7 +1,5 @@
-// An explained drawing as text for a terminal, as JSON for scripts and as a page for a browser.
+// An explained drawing as text for a terminal or a window, and as a page for a browser.
 #pragma once
-
-#include <nlohmann/json.hpp>
 
 #include <string>
 #include <vector>
@@ -19,7 +17,6 @@ struct ExplainedDrawing {
 };
 
 std::string ExplanationText(const ExplainedDrawing& drawing); // UTF-8
-nlohmann::ordered_json ExplanationJson(const ExplainedDrawing& drawing);
 // One page that needs nothing from elsewhere.
 std::string ExplanationPage(const std::vector<ExplainedDrawing>& drawings);
 

@@ -8,14 +8,18 @@
 #include <cmath>
 #include <numeric>
 
+#include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "shell/list_count.h"
 #include "state/report.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
+#include "writers/left_programs.h"
+#include "writers/number_format.h"
 
 namespace kv {
 
@@ -63,6 +67,12 @@ void TellSelection()
         FileListWindow.SelectionChanged();
 }
 
+void TellStates()
+{
+    if (FileListWindow.StatesChanged != nullptr)
+        FileListWindow.StatesChanged();
+}
+
 // Empty when no source folder is set.
 std::string SourceFolder()
 {
@@ -82,18 +92,12 @@ void WriteCell(int code, std::string_view text)
         Cell(FileList.Rows[FileList.FilledRows - 1], code) = text;
 }
 
-std::string TwoDigits(Long value)
-{
-    const std::string digits = WholeText(value);
-    return digits.size() < 2 ? "0" + digits : digits;
-}
-
 ShownNames NamesForWidth()
 {
     return WidthOf(NameColumn) > ShortNameWidth ? ShownNames::LongNames : ShownNames::ShortNames;
 }
 
-void AddRow(const DirectoryEntry& entry)
+void AddRow(const std::string& folder, const DirectoryEntry& entry)
 {
     WriteCell(ShortColumn, entry.ShortName);
     WriteCell(LongColumn, entry.LongName);
@@ -102,6 +106,9 @@ void AddRow(const DirectoryEntry& entry)
     WriteCell(DateColumn, TwoDigits(entry.Month) + "/" + TwoDigits(entry.Day) + "/" + WholeText(entry.Year));
     WriteCell(TimeColumn,
               TwoDigits(entry.Hour) + ":" + TwoDigits(entry.Minute) + ":" + TwoDigits(entry.Second));
+    FileRow& row = FileList.Rows[FileList.FilledRows - 1];
+    row.Stamp = StampOfDrawing(entry);
+    row.State = StateOfDrawing(folder + entry.LongName, row.Stamp);
 }
 
 // What a row is sorted by: texts without case, sizes by their value and dates in the order of time, as a
@@ -125,6 +132,11 @@ SortKey KeyOf(const FileRow& row, int column)
 {
     SortKey key;
     key.Empty = row.Cells == FileRow().Cells;
+    if (column == StateColumn) {
+        key.Value = static_cast<double>(row.State.Is);
+        key.Text = row.State.Text;
+        return key;
+    }
     const std::string& text = Cell(row, column);
     if (column == SizeColumn)
         key.Value = Val(text);
@@ -187,7 +199,7 @@ void RebuildFileList(const std::string& folder, std::vector<DirectoryEntry>& ent
     FileList.Shown = NamesForWidth();
     for (const DirectoryEntry& entry : entries) {
         if (HoldsDrawing(entry))
-            AddRow(entry);
+            AddRow(folder, entry);
     }
     SortRows(NameColumn, Ascending);
     FileList.LabDXFPath = folder;
@@ -303,26 +315,75 @@ std::vector<std::string> SelectedPaths()
     return paths;
 }
 
-// Why the file still stands; empty when it is gone.
-std::string DeletePath(const std::string& path)
+// Why nothing of that name can be deleted; empty when it is there.
+std::string CauseOfNone(const std::string& path)
 {
     if (FolderOf(path).empty())
         return "no source folder is set"; // else it would be taken for a file of the current folder
     const FileAnswer answer = AskFile(path);
     if (answer.Is == Presence::NotThere)
         return "there is no such file";
-    if (answer.Is == Presence::CannotTell)
-        return answer.Why.Cause;
-    return DeleteFile(path).Cause;
+    return answer.Is == Presence::CannotTell ? answer.Why.Cause : std::string();
 }
 
+void TellNotDeleted(const std::string& path, const std::string& cause)
+{
+    TellAtOnce(Message::DrawingNotDeleted, {{"file", ShownPath(path)}, {"cause", cause}});
+}
+
+void DeleteForGood(const std::vector<std::string>& paths)
+{
+    for (const std::string& path : paths)
+        if (const FileOutcome outcome = DeleteFile(path); !outcome.Ok())
+            TellNotDeleted(path, outcome.Cause);
+}
+
+// The ones that the trash has not taken.
+std::vector<std::string> PutIntoTrash(const std::vector<std::string>& paths)
+{
+    std::vector<TrashedFile> trashed;
+    std::vector<std::string> refused;
+    for (const std::string& path : paths) {
+        TrashedFile file{path, {}};
+        if (!FileListWindow.ToTrash(path, file.Place).Ok())
+            refused.push_back(path);
+        else if (!file.Place.empty())
+            trashed.push_back(std::move(file));
+    }
+    if (!trashed.empty())
+        FileList.Trashed.push_back(std::move(trashed));
+    return refused;
+}
+
+// "3 drawings: A.DXF, B.DXF, C.DXF"
+std::string DetailOfDeletion(const std::vector<std::string>& paths)
+{
+    std::vector<std::string> names;
+    for (const std::string& path : paths)
+        names.push_back(ShownPath(FileNameOf(path)));
+    const std::string count = paths.size() == 1 ? "1 drawing" : WithCommas(std::ssize(paths)) + " drawings";
+    return count + ": " + FewOf(names);
+}
+
+// A share or a stick may have no trash.
 void DeletePaths(const std::vector<std::string>& paths)
 {
+    std::vector<std::string> there;
     for (const std::string& path : paths) {
-        const std::string cause = DeletePath(path);
-        if (!cause.empty())
-            TellAtOnce(Message::DrawingNotDeleted, {{"file", ShownPath(path)}, {"cause", cause}});
+        if (const std::string cause = CauseOfNone(path); cause.empty())
+            there.push_back(path);
+        else
+            TellNotDeleted(path, cause);
     }
+    if (FileListWindow.ToTrash == nullptr) {
+        DeleteForGood(there);
+        return;
+    }
+    const std::vector<std::string> refused = PutIntoTrash(there);
+    if (!refused.empty() &&
+        AskYesNo("The trash does not take these files.\r\nDo you wish to Delete them for good?", DeleteTitle,
+                 DetailOfDeletion(refused)))
+        DeleteForGood(refused);
 }
 
 void AskAndDelete()
@@ -333,7 +394,7 @@ void AskAndDelete()
     }
     // Taken before the question: a refresh behind it may take the selection, the answer is for these.
     const std::vector<std::string> paths = SelectedPaths();
-    if (AskYesNo("Do you wish to Delete these files?", DeleteTitle))
+    if (AskYesNo("Do you wish to Delete these files?", DeleteTitle, DetailOfDeletion(paths)))
         DeletePaths(paths);
 }
 
@@ -360,6 +421,7 @@ void RefreshFileList()
         return;
     }
     // A folder that lists the same as the one before it is not told apart from it; the caption stays.
+    RefreshStates();
     const bool equal = EqualsStoredListing(entries);
     if (!equal && folder == SourceFolder()) // if not, the next tick reads the other folder
         RebuildFileList(folder, entries);
@@ -367,7 +429,7 @@ void RefreshFileList()
 
 void SortFileList(int column)
 {
-    if (column < 1 || column > FileColumns)
+    if (column < 1 || column > StateColumn)
         return;
     const bool again = column == FileList.SortedColumn && FileList.SortOrder == Ascending;
     FileList.SortedColumn = column;
@@ -400,9 +462,35 @@ void LoadFileColumnWidths()
 
 void MoveListIndexOn()
 {
-    if (FileList.Current + 1 >= static_cast<int>(FileList.Rows.size()))
+    const auto count = static_cast<int>(FileList.Rows.size());
+    int next = FileList.Current + 1;
+    while (next < count && FileList.Rows[static_cast<std::size_t>(next)].Hidden)
+        ++next;
+    if (next >= count)
         return;
-    ++FileList.Current;
+    FileList.Current = next;
+    TellSelection();
+}
+
+void RefreshStates()
+{
+    const std::string today = TodayMmDdYy(); // a time of today is of another day tomorrow
+    if (FileList.StatesNoted == StatesNoted() && FileList.StatesDay == today)
+        return;
+    FileList.StatesNoted = StatesNoted();
+    FileList.StatesDay = today;
+    for (FileRow& row : FileList.Rows)
+        if (!row.Stamp.empty())
+            row.State = StateOfDrawing(FileList.LabDXFPath + Cell(row, LongColumn), row.Stamp);
+    TellStates();
+}
+
+void SelectNewAndChanged()
+{
+    RefreshStates();
+    for (FileRow& row : FileList.Rows)
+        row.Selected = !row.Hidden && !row.Stamp.empty() &&
+                       (row.State.Is == DrawingIs::New || row.State.Is == DrawingIs::Changed);
     TellSelection();
 }
 
@@ -429,6 +517,29 @@ void FinishPopup()
     DoEvents();
     GiveFocus(FocusPlace::List1);
     FileList.DeleteAsked = false;
+}
+
+bool MayUndoDelete()
+{
+    return !FileList.Trashed.empty() && FileListWindow.FromTrash != nullptr;
+}
+
+void UndoDelete()
+{
+    if (!MayUndoDelete())
+        return;
+    std::vector<TrashedFile> left;
+    for (const TrashedFile& file : FileList.Trashed.back()) {
+        const FileOutcome outcome = FileListWindow.FromTrash(file.Place, file.Path);
+        if (outcome.Ok())
+            continue;
+        TellAtOnce(Message::DrawingNotRestored, {{"file", ShownPath(file.Path)}, {"cause", outcome.Cause}});
+        left.push_back(file);
+    }
+    FileList.Trashed.pop_back();
+    if (!left.empty())
+        FileList.Trashed.push_back(std::move(left));
+    RefreshFileList();
 }
 
 } // namespace kv

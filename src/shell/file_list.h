@@ -8,16 +8,25 @@
 #include <vector>
 
 #include "platform/directory.h"
+#include "shell/drawing_states.h"
 
 namespace kv {
 
 constexpr int FileColumns = 6;        // 1 short name, 2 long name, 3 one of both, 4 size, 5 date, 6 time
+constexpr int StateColumn = 7;        // of the windows alone: what has become of the drawing
 constexpr double ShortNameWidth = 11; // characters; column 3 shows long names only when wider
 constexpr double WidestColumn = 255;  // characters
 
 struct FileRow {
     std::array<std::string, FileColumns> Cells; // CP1252; column c is element c - 1
     bool Selected = false;
+    bool Hidden = false; // left out by the window's filter; never selected
+    std::string Stamp;   // of the file when it was listed; empty in a row without a file
+    DrawingState State;
+};
+
+struct TrashedFile {
+    std::string Path, Place; // the latter in the trash, as the system names it
 };
 
 enum class ShownNames { None, LongNames, ShortNames };
@@ -34,6 +43,9 @@ struct FileListState {
     std::array<double, FileColumns> Widths{8, 20, 16, 9, 12, 10}; // characters, element c - 1
     int Current = -1;                                             // row with the list index, -1 none
     bool DeleteAsked = false;                                     // by the popup's "Delete"
+    unsigned long StatesNoted = 0;                                // when the rows' states were found
+    std::string StatesDay;
+    std::vector<std::vector<TrashedFile>> Trashed; // of this start, one list for each deletion
 };
 extern FileListState FileList;
 
@@ -43,6 +55,11 @@ extern const std::array<std::string_view, FileColumns> FileListHeaders;
 struct FileListHooks {
     void (*RowsChanged)() = nullptr; // rows, order or texts: show all of them anew
     void (*SelectionChanged)() = nullptr;
+    void (*StatesChanged)() = nullptr;
+    // A file into the trash of the system, and back. The place is where it lies there, in the host's form;
+    // empty where it does not say. Null: there is no trash, and deleted files are gone.
+    FileOutcome (*ToTrash)(const std::string& path, std::string& place) = nullptr;
+    FileOutcome (*FromTrash)(const std::string& place, const std::string& path) = nullptr;
 };
 extern FileListHooks FileListWindow;
 
@@ -56,11 +73,18 @@ void SortFileList(int column);
 void ResizeFileColumn(int column, double width);
 // Stored widths of columns 3 to 6; a zero or missing one leaves the designed width.
 void LoadFileColumnWidths();
+// The states of the rows anew, when any was noted or a day has begun.
+void RefreshStates();
+// Selects the drawings that were never converted or have changed since, and no other.
+void SelectNewAndChanged();
 // The key Space: the list index moves one on, and stays on the last row.
 void MoveListIndexOn();
 void ClearSelection();
 bool AnyRowSelected();
 // The popup has closed: asks and deletes the selected files when DeleteAsked is set.
 void FinishPopup();
+// Brings the drawings of the last deletion back that are not back yet; nothing before the program's start.
+void UndoDelete();
+bool MayUndoDelete();
 
 } // namespace kv

@@ -18,6 +18,7 @@
 #include "shell/autostart.h"
 #include "shell/banner.h"
 #include "shell/control_tables.h"
+#include "shell/drawing_states.h"
 #include "shell/file_list.h"
 #include "shell/setup_rules.h"
 #include "shell/trigger_files.h"
@@ -148,6 +149,7 @@ void StartShell()
     if (Shell.CommandLine.empty() && whole)
         RegisterWithEditor();
     ShowBanner();
+    LoadDrawingStates();
     if (whole)
         TellWhatIsLeft();
     else
@@ -163,6 +165,7 @@ void StartShell()
 void StopShell()
 {
     ResetViewerMode(ControlFolderOf(Config.DestinationPath90));
+    KeepDrawingStates(true);
     ExchangeSettings(true);
     if (!StoringFault.Ok())
         NoteLeft(TextOf(UnkeptLine(StoringFault)));
@@ -224,9 +227,30 @@ std::string UnkeptPositionLine(const FileOutcome& outcome)
     return TextOf(UnkeptPosition(outcome));
 }
 
+// In the folder of the program, where a package of the system puts it, and in the tree that it was built in.
+std::string ShippedGuide()
+{
+    constexpr std::string_view places[] = {
+        "Guide\\operators-guide.html", "..\\share\\doc\\korvanti\\operators-guide.html",
+        "..\\share\\doc\\korvanti\\operators-guide.md", "..\\..\\docs\\operators-guide.md",
+        "..\\..\\..\\docs\\operators-guide.md"};
+    for (const std::string_view place : places)
+        if (const std::string path = FolderOf(ExeName()) + std::string(place);
+            AskFile(path).Is == Presence::There)
+            return path;
+    return {};
+}
+
+// The settings' own command line; where they name none, the guide that came with the program.
 void StartHelp(std::string_view key)
 {
-    const Long handle = StartLine(key == "Help" ? Config.Help : Config.OLHelp);
+    const std::string& line = key == "Help" ? Config.Help : Config.OLHelp;
+    if (Trim(line).empty() && ShellWindow.OpenGuide != nullptr) {
+        const std::string guide = ShippedGuide();
+        if (!guide.empty() && ShellWindow.OpenGuide(guide))
+            return;
+    }
+    const Long handle = StartLine(line);
     if (handle != 0) {
         ForgetProcess(handle); // nobody waits for it
         return;

@@ -46,5 +46,7 @@ constexpr std::string_view AboutPositionSection = "AboutFrmMain";
 
 // Items of the Help menu: starts the command line of section "System", key "Help" or "OLHelp".
 void StartHelp(std::string_view key);
+// The guide that came with the program; empty: none was found.
+std::string ShippedGuide();
 
 } // namespace kv

@@ -209,6 +209,7 @@ enum class Message : int {
     DrawingNotDeleted = 616,
     NothingToDelete = 617,
     PositionNotKept = 618,
+    DrawingNotRestored = 619,
     FailedFiles = 620,
     FailedFile = 621,
     MustConvertAnew = 630,
@@ -217,6 +218,9 @@ enum class Message : int {
     CellPartlyRead = 651,
     DrawingsNotListed = 652,
     NumberReplaced = 653,
+    StatesNotRead = 654,
+    StatesNotKept = 655,
+    FileNotMade = 656,
 
     // 7xx: batches, trigger files, lists and window
     BannerProduct = 701,
@@ -254,6 +258,8 @@ enum class Message : int {
     StaleDrawingKept = 746,
     StaleDrawingLeft = 747,
     ListStopped = 750,
+    ListEnded = 751,
+    BatchNotDone = 752,
 
     // 8xx: what became of the drawing's entities
     KindNotMachined = 811,

@@ -835,6 +835,9 @@ constexpr MessagePage Pages[] = {
     {Message::PositionNotKept, Doubt, MarkRed, "The window's position is not kept: {file}: {cause}", "",
      "The file of this person's settings refuses the window's place. It opens where it was before.",
      "Put right what the line names."},
+    {Message::DrawingNotRestored, Fault, MarkRed, "{file} cannot be restored: {cause}", "",
+     "A deleted drawing could not be brought back from the trash.",
+     "Put right what the line names and undo again, or restore the file with the file manager."},
     {Message::FailedFiles, Fault, NoMark, " *** The Following files failed to process: ***", "",
      "Drawings of the run failed; each is named in a line of its own, and its own lines say why.",
      "Correct these drawings and process them again."},
@@ -867,6 +870,17 @@ constexpr MessagePage Pages[] = {
      "is "
      "from 3 to 20 mm, LineLimit 200 lines or more.",
      "Write a number that the setting allows."},
+    {Message::StatesNotRead, Doubt, NoMark, "The states of the drawings are not known: {file}: {cause}", "",
+     "The file that says which drawings were converted cannot be read, holds something else, or is of a "
+     "newer "
+     "version. Drawings are shown as new; the programs are as they were.",
+     "Put right what the line names. A file of another version is left as it is; delete it to begin anew."},
+    {Message::StatesNotKept, Doubt, NoMark, "The states of the drawings are not kept: {file}: {cause}", "",
+     "The file that says which drawings were converted cannot be written. The programs are not concerned.",
+     "Put right what the line names."},
+    {Message::FileNotMade, Fault, MarkRed, "{file} cannot be made: {cause}", "",
+     "An example drawing or an empty index, asked for in the window, could not be written.",
+     "Put right what the line names, then try again."},
 
     {Message::BannerProduct, Note, MarkRed, " {product} for Windows  Version {version}", "",
      "The report begins with the program's name and version.", "Nothing is to be done."},
@@ -987,6 +1001,14 @@ constexpr MessagePage Pages[] = {
      "Send the drawing again when it shall be run. See to the rights of its folder."},
     {Message::ListStopped, Doubt, NoMark, "Stopped before {count} more drawings of the list", "",
      "The list was aborted; the rest of it was not converted.", "Process the rest of the list again."},
+    {Message::ListEnded, Note, NoMark, "{written} written, {failed} failed, {left} not begun", "",
+     "A list of several drawings has ended; these are its drawings by what became of them.",
+     "Process again what failed, when its cause is removed, and what was not begun."},
+    {Message::BatchNotDone, Doubt, NoMark, "Not done: {names}", "",
+     "A batch was stopped. The line names the first drawings that it did not convert; the lines of all of "
+     "them "
+     "are kept in BATCH.OLD.",
+     "Hand in the lines of BATCH.OLD as a new batch."},
 
     {Message::KindNotMachined, Doubt, MarkRed,
      "Layer {layer}: 1 entity of kind {kind} is not machined, the layer takes {kinds}",

@@ -44,7 +44,8 @@ struct BufferedLine {
 std::vector<BufferedLine> MessageBuffer;
 std::map<Message, std::set<std::string, std::less<>>> ToldLayers; // of the job; empty: a line without a layer
 long long Doubts = 0;
-MessageLine LineOfBox; // of the box that is shown at the moment
+std::string FirstFault; // of the job
+MessageLine LineOfBox;  // of the box that is shown at the moment
 int RowCount = 0;
 std::array<int, MeterCount> MeterValues{};
 int Interval = 0; // ms; 0: the timer is off
@@ -113,6 +114,9 @@ BufferedLine LineToShow(MessageLine line)
 BufferedLine CountedAsTold(MessageLine line)
 {
     Doubts += DoubtsOf(line);
+    const MessagePage* const page = FindPage(static_cast<long long>(line.Number));
+    if (FirstFault.empty() && page != nullptr && page->Severity == MessageSeverity::Fault)
+        FirstFault = Trim(TextOf(line));
     return LineToShow(std::move(line));
 }
 
@@ -204,6 +208,12 @@ bool WasTold(Message number, std::string_view layer)
 void ForgetTold()
 {
     ToldLayers.clear();
+    FirstFault.clear();
+}
+
+const std::string& FirstFaultTold()
+{
+    return FirstFault;
 }
 
 void Tell(MessageLine line)

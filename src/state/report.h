@@ -53,6 +53,8 @@ void BufferBoxText(std::string_view text);
 bool WasTold(Message number);
 bool WasTold(Message number, std::string_view layer);
 void ForgetTold();
+// The first fault that was told since; empty: none was.
+const std::string& FirstFaultTold();
 int ReportRowCount(); // rows shown since the last clear
 
 // Doubts that were told since they were last forgotten. A line that stands for several counts as many.

@@ -49,6 +49,8 @@ struct ShellHooks {
     // The drawing of the command line failed; its lines begin with that row of the report. True: somebody
     // reads them before the program ends.
     bool (*Failed)(int firstRow) = nullptr;
+    // Opens a page or a text with the program of the system; false: it could not.
+    bool (*OpenGuide)(const std::string& path) = nullptr;
 };
 extern ShellHooks ShellWindow;
 

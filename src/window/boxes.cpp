@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include "shell/list_count.h"
 #include "state/report.h"
 #include "state/shell_state.h"
 #include "window/controls.h"
@@ -51,9 +52,10 @@ QMessageBox::Icon IconOf(BoxIcon icon)
     return QMessageBox::NoIcon;
 }
 
-bool PerhapsNobodyIsThere()
+// A list of several drawings goes on: who started it may have left, and reads the boxes in the report.
+bool HoldsUpNobody()
 {
-    return Shell.Unattended || Shell.Stopped;
+    return Shell.Unattended || Shell.Stopped || RunningList.Total > 0;
 }
 
 // One box for all that nobody has read: it shows the last text, the report holds each of them.
@@ -77,7 +79,7 @@ void LeaveBox(const QString& text, const QString& title, BoxIcon icon)
 
 void TellInBox(const QString& text, const QString& title, BoxIcon icon)
 {
-    if (PerhapsNobodyIsThere()) {
+    if (HoldsUpNobody()) {
         LeaveBox(text, title, icon);
         return;
     }
@@ -86,7 +88,7 @@ void TellInBox(const QString& text, const QString& title, BoxIcon icon)
     box.exec();
 }
 
-bool AskInBox(const QString& text, const QString& title)
+bool AskInBox(const QString& text, const QString& title, const QString& detail)
 {
     if (Shell.Stopped)
         return false;
@@ -94,11 +96,13 @@ bool AskInBox(const QString& text, const QString& title)
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
+    QString more = detail;
     if (Shell.Unattended) {
-        box.setInformativeText(
-            QStringLiteral("No, when nobody answers within %1 seconds.").arg(LongestQuestion));
+        more += (more.isEmpty() ? QString() : QStringLiteral("\n")) +
+                QStringLiteral("No, when nobody answers within %1 seconds.").arg(LongestQuestion);
         QTimer::singleShot(LongestQuestion * 1000, &box, &QDialog::reject);
     }
+    box.setInformativeText(more);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -120,12 +124,12 @@ void InstallBoxes(QWidget& parent)
 {
     BoxParent = &parent;
     Dialogs.Box = [](std::string_view text, std::string_view title, BoxIcon icon) {
-        if (PerhapsNobodyIsThere())
+        if (Shell.RunActive || HoldsUpNobody())
             BufferBoxText(text);
         Person.Tell(BoxText(text), Shown(title), icon);
     };
-    Dialogs.Ask = [](std::string_view text, std::string_view title) {
-        return Person.Ask(BoxText(text), Shown(title));
+    Dialogs.Ask = [](std::string_view text, std::string_view title, std::string_view detail) {
+        return Person.Ask(BoxText(text), Shown(title), BoxText(detail));
     };
 }
 

@@ -140,6 +140,7 @@ QByteArray LineOf(const DrawingLook& look)
         Put(stream, program.Text);
     });
     PutOrigins(stream, look.Origins);
+    Put(stream, look.Explanation);
     return bytes.toBase64();
 }
 
@@ -156,6 +157,7 @@ bool LookOfLine(const QByteArray& line, DrawingLook& look)
         program.Text = TakeText(stream);
     });
     TakeOrigins(stream, look.Origins);
+    look.Explanation = TakeText(stream);
     return !bytes.isEmpty() && stream.status() == QDataStream::Ok;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
@@ -14,6 +15,7 @@
 #include "platform/paths.h"
 #include "shell/control_tables.h"
 #include "shell/file_list.h"
+#include "state/settings.h"
 #include "window/controls.h"
 
 namespace kv {
@@ -21,6 +23,8 @@ namespace kv {
 namespace {
 
 constexpr int RebuiltColumn = 3; // a rebuilt list stands sorted by it
+constexpr int NamesAt = 3;
+constexpr int StateLetters = 22; // characters of the column's width
 
 QAction* PopupItem(QMenu& menu, std::string_view name)
 {
@@ -72,6 +76,7 @@ FileListView::FileListView() : Pop(new QMenu(this))
     header->setSortIndicator(-1, Qt::AscendingOrder);
     header->setHighlightSections(false);
     header->setMinimumSectionSize(2 * CharacterWidth());
+    header->moveSection(StateColumn - 1, NamesAt); // its number is the last, its place right of the names
     ShowWidths();
     MakePopup();
 
@@ -87,7 +92,7 @@ FileListView::FileListView() : Pop(new QMenu(this))
             });
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
         if (!Showing)
-            FileList.Current = current.isValid() ? current.row() : -1;
+            FileList.Current = current.isValid() ? Model.RowAt(current.row()) : -1;
     });
 }
 
@@ -98,6 +103,19 @@ void FileListView::MakePopup()
             [this] { QTimer::singleShot(0, this, [this] { Process(); }); });
     Pop->addSeparator();
     connect(PopupItem(*Pop, "PopDelete"), &QAction::triggered, this, [] { FileList.DeleteAsked = true; });
+    Pop->addSeparator();
+    Explain = Pop->addAction(QStringLiteral("&Explain"));
+    Explain->setObjectName(QStringLiteral("PopExplain"));
+    Explain->setShortcut(QKeySequence(Qt::Key_F7));
+    Undo = Pop->addAction(QStringLiteral("&Undo Delete"));
+    Undo->setObjectName(QStringLiteral("PopUndo"));
+    Undo->setShortcut(QKeySequence::Undo);
+    for (QAction* const action : {Explain, Undo}) // also while the menu is closed
+        addAction(action);
+    Undo->setShortcutContext(Qt::WidgetShortcut);
+    connect(Undo, &QAction::triggered, this, [] { UndoDelete(); });
+    connect(Pop, &QMenu::aboutToShow, this, [this] { Undo->setEnabled(MayUndoDelete()); });
+    connect(Pop, &QMenu::aboutToHide, this, [this] { Undo->setEnabled(true); }); // the key asks for itself
 }
 
 int FileListView::CharacterWidth() const
@@ -117,18 +135,22 @@ void FileListView::ShowRows()
 void FileListView::ShowSelection()
 {
     Showing = true;
-    const int count = std::min(Model.rowCount(), static_cast<int>(FileList.Rows.size()));
+    const int count = Model.rowCount();
+    const auto isSelected = [this](int place) {
+        const auto row = static_cast<std::size_t>(Model.RowAt(place));
+        return row < FileList.Rows.size() && FileList.Rows[row].Selected;
+    };
     QItemSelection marked;
-    for (int row = 0; row < count; ++row) {
-        const int first = row;
-        while (row < count && FileList.Rows[static_cast<std::size_t>(row)].Selected)
-            ++row;
-        if (row > first)
-            marked.select(Model.index(first, 0), Model.index(row - 1, FileColumns - 1));
+    for (int place = 0; place < count; ++place) {
+        const int first = place;
+        while (place < count && isSelected(place))
+            ++place;
+        if (place > first)
+            marked.select(Model.index(first, 0), Model.index(place - 1, StateColumn - 1));
     }
     selectionModel()->select(marked, QItemSelectionModel::ClearAndSelect);
-    if (FileList.Current < count)
-        selectionModel()->setCurrentIndex(Model.index(FileList.Current, RebuiltColumn - 1),
+    if (const int place = Model.PlaceOf(FileList.Current); place < count)
+        selectionModel()->setCurrentIndex(Model.index(place, RebuiltColumn - 1),
                                           QItemSelectionModel::NoUpdate);
     Showing = false;
 }
@@ -139,19 +161,74 @@ void FileListView::ShowWidths()
     for (int column = 0; column < FileColumns; ++column)
         setColumnWidth(column, static_cast<int>(std::lround(
                                    FileList.Widths[static_cast<std::size_t>(column)] * CharacterWidth())));
+    setColumnWidth(StateColumn - 1, WidthOfStates());
     setColumnHidden(0, true);
     setColumnHidden(1, true);
+    setColumnHidden(StateColumn - 1, !StateShown);
+    StretchNames();
     Showing = false;
+}
+
+// The names take the room that the other columns leave, unless somebody has set their width.
+void FileListView::StretchNames()
+{
+    if (Val(Config.ListColumnWidth.front()) > 0)
+        return;
+    const bool before = std::exchange(Showing, true);
+    const int designed = static_cast<int>(std::lround(FileList.Widths[NamesAt - 1] * CharacterWidth()));
+    const int room = viewport()->width() - (horizontalHeader()->length() - columnWidth(NamesAt - 1));
+    setColumnWidth(NamesAt - 1, std::max(designed, room));
+    Showing = before;
+}
+
+void FileListView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    StretchNames();
+}
+
+void FileListView::ShowStates()
+{
+    Model.ShowStates();
+}
+
+void FileListView::ShowStateColumn(bool on)
+{
+    StateShown = on;
+    ShowWidths();
+}
+
+void FileListView::SetFilter(const QString& words)
+{
+    Showing = true;
+    const int sorted = horizontalHeader()->sortIndicatorSection();
+    const Qt::SortOrder order = horizontalHeader()->sortIndicatorOrder();
+    Model.SetFilter(words);
+    horizontalHeader()->setSortIndicator(sorted, order);
+    Showing = false;
+    ShowSelection();
+}
+
+int FileListView::WidthOfStates() const
+{
+    return StateLetters * CharacterWidth();
+}
+
+int FileListView::SelectedRow() const
+{
+    return Model.RowAt(currentIndex().row());
 }
 
 void FileListView::TakeSelection(const QItemSelection& rows, bool selected) const
 {
     if (Showing)
         return;
-    const int count = static_cast<int>(FileList.Rows.size());
     for (const QItemSelectionRange& range : rows) {
-        for (int row = range.top(); row <= range.bottom() && row < count; ++row)
-            FileList.Rows[static_cast<std::size_t>(row)].Selected = selected;
+        for (int place = range.top(); place <= range.bottom(); ++place) {
+            const auto row = static_cast<std::size_t>(Model.RowAt(place));
+            if (row < FileList.Rows.size())
+                FileList.Rows[row].Selected = selected;
+        }
     }
 }
 
@@ -167,6 +244,8 @@ void FileListView::SortBy(int section)
 // What column 3 shows may change with its width; the order of the rows does not.
 void FileListView::TakeWidth(int section, int pixels)
 {
+    if (section + 1 > FileColumns)
+        return; // of the states: for this start alone
     const int sorted = horizontalHeader()->sortIndicatorSection();
     const Qt::SortOrder order = horizontalHeader()->sortIndicatorOrder();
     ResizeFileColumn(section + 1, static_cast<double>(pixels) / CharacterWidth());

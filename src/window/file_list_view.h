@@ -24,9 +24,18 @@ class FileListView : public QTableView {
     void ShowRows();      // rows, order or texts of FileList have changed
     void ShowSelection(); // marks and list index of FileList have changed
     void ShowWidths();    // of FileList, in characters
+    void ShowStates();    // of the drawings have changed
+    // The column of the states, right of the names.
+    void ShowStateColumn(bool on);
+    // The names that hold these words.
+    void SetFilter(const QString& words);
+    int WidthOfStates() const; // pixels, of the column
+    int SelectedRow() const;   // of FileList, that the list index is on; -1 none
 
     FileListModel Model;
     QMenu* Pop;
+    QAction *Explain = nullptr,
+            *Undo = nullptr; // of the popup, with their keys; what they do is the window's
 
   protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -35,6 +44,7 @@ class FileListView : public QTableView {
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void MakePopup();
@@ -42,7 +52,9 @@ class FileListView : public QTableView {
     void SortBy(int section);
     void TakeWidth(int section, int pixels);
     int CharacterWidth() const;
+    void StretchNames();
 
+    bool StateShown = false;
     bool Showing = false; // changes by Show... are nobody's click
 };
 

@@ -7,9 +7,11 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QDialog>
 #include <QMenuBar>
 #include <QShortcut>
+#include <QUrl>
 
 #include "job/job_driver.h"
 #include "platform/dialogs.h"
@@ -21,7 +23,9 @@
 #include "shell/control_tables.h"
 #include "shell/conversion_start.h"
 #include "shell/file_list.h"
+#include "shell/list_count.h"
 #include "shell/main_window_rules.h"
+#include "shell/recent_folders.h"
 #include "shell/start_up.h"
 #include "state/run.h"
 #include "state/settings.h"
@@ -29,6 +33,7 @@
 #include "toolchain/viewers.h"
 #include "window/dialogs.h"
 #include "window/event_pump.h"
+#include "window/trash.h"
 
 namespace kv {
 
@@ -74,17 +79,18 @@ QString MenuText(std::string_view name)
 } // namespace
 
 MainWindow::MainWindow()
-    : LabDXFPath(ControlMaker{"Form1"}.Label("LabDXFPath")), List1(new FileListView), List2(new ReportView),
-      Start(ControlMaker{"Form1"}.Button("Start")), BtnAbort(ControlMaker{"Form1"}.Button("BtnAbort")),
-      CmdDF(ControlMaker{"Form1"}.Button("CmdDF")), EX1(ControlMaker{"Form1"}.Button("EX1")),
-      Program(new ProgramPane), ProgramShown(new QAction(QStringLiteral("&Program"), this)),
+    : LabDXFPath(ControlMaker{"Form1"}.Label("LabDXFPath")), Folder(new FolderRow(LabDXFPath)),
+      List1(new FileListView), List2(new ReportView), Start(ControlMaker{"Form1"}.Button("Start")),
+      BtnAbort(ControlMaker{"Form1"}.Button("BtnAbort")), CmdDF(ControlMaker{"Form1"}.Button("CmdDF")),
+      EX1(ControlMaker{"Form1"}.Button("EX1")), Program(new ProgramPane),
+      Explanation(new ExplanationWindow(this)), FirstSteps(new FirstStepsNotice(List1->viewport())),
+      ProgramShown(new QAction(QStringLiteral("&Program"), this)),
       Frame1(ControlMaker{"Form1"}.Frame("Frame1"))
 {
     TheWindow = this;
     const QString platform = QGuiApplication::platformName();
     OnScreen = platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
     setObjectName(QStringLiteral("Form1"));
-    setWindowTitle(Shown(ProductName));
     ForgetMainWindowLayout();
     Arrange(4);
     LayOut();
@@ -124,8 +130,12 @@ void MainWindow::InstallHooks()
     FileListWindow.RowsChanged = [] {
         TheWindow->List1->ShowRows();
         TheWindow->ShowListedFolder();
+        TheWindow->ShowFirstSteps();
     };
+    FileListWindow.StatesChanged = [] { TheWindow->List1->ShowStates(); };
     FileListWindow.SelectionChanged = [] { TheWindow->List1->ShowSelection(); };
+    FileListWindow.ToTrash = PutFileIntoTrash;
+    FileListWindow.FromTrash = BringFileFromTrash;
     ShellWindow.Changed = [] { TheWindow->ShowState(); };
     ShellWindow.Focus = [](FocusPlace place) {
         if (place == FocusPlace::Start)
@@ -134,6 +144,9 @@ void MainWindow::InstallHooks()
             TheWindow->List1->setFocus();
     };
     ShellWindow.Failed = [](int firstRow) { return TheWindow->ShowFailedDrawing(firstRow); };
+    ShellWindow.OpenGuide = [](const std::string& path) {
+        return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(ToHostPath(path))));
+    };
     Tips.Install = InstallTips;
     InstallBoxes(*this);
 }
@@ -182,12 +195,16 @@ void MainWindow::MakeMenus()
     help->addSeparator();
     item("MnuAbout", [] { ShowAbout(); });
     MakeViewMenu();
+    WireFirstSteps();
 }
 
 void MainWindow::StartTimers()
 {
     LoadDr.setInterval(LoadDrInterval);
-    connect(&LoadDr, &QTimer::timeout, this, [] { RefreshFileList(); });
+    connect(&LoadDr, &QTimer::timeout, this, [this] {
+        RefreshFileList();
+        ShowFirstSteps();
+    });
     Timer1.setInterval(Timer1Interval);
     connect(&Timer1, &QTimer::timeout, this, [this] { Tick(); });
     PBTimer.setInterval(FastMeterTick);
@@ -250,7 +267,8 @@ void MainWindow::ShowLoaded()
     ShowSettings();
     Arrange(4);
     Loaded = true;
-    LoadProgramPane();
+    LoadViews();
+    ShowFirstSteps();
 }
 
 void MainWindow::ShowSettings()
@@ -263,7 +281,9 @@ void MainWindow::ShowListedFolder()
 {
     const QString folder = ShownAsPath(FileList.LabDXFPath);
     LabDXFPath->setText(folder);
-    LabDXFPath->setToolTip(folder); // a long one does not fit
+    if (Loaded)
+        static_cast<void>(NoteRecentFolder(FileList.LabDXFPath)); // a wish that fails harms nobody
+    LabDXFPath->setToolTip(folder);                               // a long one does not fit
 }
 
 void MainWindow::ShowState()
@@ -278,6 +298,7 @@ void MainWindow::ShowState()
     Start->setEnabled(Shell.StartEnabled);
     Defaults.Frame2->setEnabled(Shell.Frame2Enabled);
     BtnAbort->setVisible(Shell.BtnAbortShown);
+    setWindowTitle(Shown(TitleOfRun()));
     // Hidden only after it has been seen: it is made long before it is shown.
     if (!Shell.Form1Shown && isVisible())
         hide();
@@ -341,7 +362,7 @@ void MainWindow::StoreAll()
         SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
     if (!kept.Ok())
         NoteLeft(UnkeptPositionLine(kept));
-    StoreProgramPane();
+    StoreViews();
     StopShell();
 }
 
@@ -395,6 +416,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     StoreAll();
     if (Program->isWindow())
         Program->hide();
+    Explanation->close();
     TellLeftUndone();
     if (Ended)
         Ended();

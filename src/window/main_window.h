@@ -7,12 +7,16 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
 #include <QPushButton>
 #include <QTimer>
 
 #include "window/default_settings.h"
 #include "window/drawing_looker.h"
+#include "window/explanation_window.h"
 #include "window/file_list_view.h"
+#include "window/first_steps_notice.h"
+#include "window/folder_row.h"
 #include "window/meters.h"
 #include "window/program_pane.h"
 #include "window/report_view.h"
@@ -51,6 +55,7 @@ class MainWindow : public QMainWindow {
     bool OnScreen; // where somebody can see it: the report of that drawing is left to be read
 
     QLabel* LabDXFPath;
+    FolderRow* Folder; // LabDXFPath with what stands beside it
     FileListView* List1;
     ReportView* List2;
     Meters Status;
@@ -58,7 +63,10 @@ class MainWindow : public QMainWindow {
     DefaultSettings Defaults;
     ProgramPane* Program;
     DrawingLooker Looker;
+    ExplanationWindow* Explanation;
+    FirstStepsNotice* FirstSteps;
     QAction* ProgramShown;
+    QAction *StateShown = nullptr, *FilterShown = nullptr, *FoldersShown = nullptr;
     QTimer LoadDr, Timer1, PBTimer, FolderLook;
 
   protected:
@@ -76,6 +84,14 @@ class MainWindow : public QMainWindow {
     void CancelDialogs();
     void StartTimers();
     void MakeViewMenu();
+    void AddProgramView(QMenu& view);
+    void TakeFilter(bool on);
+    void ExplainListed();
+    void WireFirstSteps();
+    void ShowFirstSteps();
+    std::string ListedDrawing() const; // that the list index is on; empty: none
+    void LoadViews();
+    void StoreViews();
     void LoadProgramPane();
     void StoreProgramPane();
     void TakeProgramPane();
@@ -101,6 +117,7 @@ class MainWindow : public QMainWindow {
     void StoreAll();
     void TellLeftUndone();
     bool ShowFailedDrawing(int firstRow);
+    int RoomForStates(const struct MainWindowLayout& layout) const;
     int Pixels(double twips) const;
     int Twips(int pixels) const;
 
@@ -111,6 +128,7 @@ class MainWindow : public QMainWindow {
     std::size_t LastShown = 0;       // the conversion whose end showed a program
     ProgramsFound EarlierPrograms;   // of the drawing that was looked at last
     bool ProgramPaneTouched = false; // what is stored of it is no longer so
+    bool ViewsTouched = false;       // likewise
     bool Loaded = false;             // the settings are; before, nothing is stored
     bool CloseBehindRun = false;
     bool RanAtClose = false; // the run that was ended may have left something

@@ -63,7 +63,7 @@ void MainWindow::LayOut()
 
     auto* const upper = new QVBoxLayout(Frame1);
     upper->setContentsMargins(Edge, Edge, Edge, Edge);
-    upper->addWidget(LabDXFPath);
+    upper->addWidget(Folder);
     upper->addLayout(grids, 1);
     upper->addLayout(buttons);
 
@@ -87,9 +87,19 @@ void MainWindow::Arrange(int code)
     const MainWindowLayout layout = ArrangeMainWindow(code, sizes);
     if (!layout.Applies)
         return;
-    List1->setFixedWidth(Pixels(layout.ListWidth));
+    List1->setFixedWidth(Pixels(layout.ListWidth) + RoomForStates(layout));
     List2->setMaximumWidth(std::max(List2->minimumWidth(), Pixels(layout.ReportWidth)));
     Defaults.Frame2->setVisible(layout.SettingsShown);
+}
+
+// Of the band right of the report, where the window is wide: the rules leave it empty.
+int MainWindow::RoomForStates(const MainWindowLayout& layout) const
+{
+    if (StateShown == nullptr || !StateShown->isChecked())
+        return 0;
+    const int band = Frame1->width() - Pixels(layout.ListWidth) -
+                     std::max(List2->minimumWidth(), Pixels(layout.ReportWidth)) - 3 * Grids->spacing();
+    return std::clamp(band, 0, List1->WidthOfStates());
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)

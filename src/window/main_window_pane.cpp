@@ -5,13 +5,12 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMenuBar>
+#include <QMenu>
 #include <QScreen>
 
 #include "job/job_driver.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "platform/user_store.h"
 #include "shell/drawing_overlay.h"
 #include "shell/file_list.h"
 #include "shell/program_pictures.h"
@@ -19,12 +18,13 @@
 #include "state/shell_state.h"
 #include "window/controls.h"
 #include "window/main_window.h"
+#include "window/view_store.h"
 
 namespace kv {
 
 namespace {
 
-constexpr std::string_view PaneApplication = "ZLT", PaneSection = "KVFrmProgram";
+constexpr std::string_view PaneSection = "KVFrmProgram";
 constexpr int LeastPaneLetters = 72;  // a sentence in two lines, the buttons in two rows
 constexpr int LeastPaneHeight = 400;  // pixels, of a window of its own
 constexpr int BandKeepsReport = 1000; // stretch of the report, so that it is as wide as without the pane
@@ -50,14 +50,9 @@ QString StateOf(const QString& drawing, const QString& program)
                                                : QStringLiteral(", drawing unchanged"));
 }
 
-std::string StoredOfPane(std::string_view key)
-{
-    return GetUserSetting(PaneApplication, PaneSection, key, "");
-}
-
 int StoredPixels(std::string_view key)
 {
-    return QString::fromStdString(StoredOfPane(key)).toInt();
+    return StoredPixelsOfView(PaneSection, key);
 }
 
 bool HoldsEntity(const Scene& scene, std::size_t drawnLine)
@@ -79,15 +74,13 @@ int NumberOfPlace(const std::vector<ProgramPicture>& pictures, const RowPlace& p
 
 } // namespace
 
-void MainWindow::MakeViewMenu()
+void MainWindow::AddProgramView(QMenu& view)
 {
-    QMenu* const view = menuBar()->addMenu(QStringLiteral("&View"));
-    view->setObjectName(QStringLiteral("MnuView"));
     ProgramShown->setObjectName(QStringLiteral("MnuProgram"));
     ProgramShown->setCheckable(true);
     ProgramShown->setShortcut(QKeySequence(Qt::Key_F6));
     ProgramShown->setShortcutContext(Qt::ApplicationShortcut); // the pane may be a window of its own
-    view->addAction(ProgramShown);
+    view.addAction(ProgramShown);
     connect(ProgramShown, &QAction::toggled, this, [this] { TakeProgramPane(); });
     Program->setParent(this, Qt::Window);
     Program->hide();
@@ -110,7 +103,7 @@ void MainWindow::MakeViewMenu()
 // Off where nothing is stored.
 void MainWindow::LoadProgramPane()
 {
-    ProgramShown->setChecked(StoredOfPane("Shown") == "1");
+    ProgramShown->setChecked(StoredOfView(PaneSection, "Shown") == "1");
     ProgramPaneTouched = false;
 }
 
@@ -119,21 +112,18 @@ void MainWindow::StoreProgramPane()
 {
     if (!ProgramPaneTouched)
         return;
-    std::vector<std::pair<std::string_view, int>> values = {{"Shown", ProgramShown->isChecked() ? 1 : 0}};
+    std::vector<std::pair<std::string, std::string>> values = {
+        {"Shown", ProgramShown->isChecked() ? "1" : "0"}};
     if (Program->isWindow() && Program->testAttribute(Qt::WA_WState_ExplicitShowHide) &&
         Program->width() >= Program->minimumWidth())
-        values.insert(values.end(), {{"LeftPixel", Program->x()},
-                                     {"TopPixel", Program->y()},
-                                     {"WidthPixel", Program->width()},
-                                     {"HeightPixel", Program->height()}});
-    for (const auto& [key, value] : values)
-        if (const FileOutcome outcome =
-                SaveUserSetting(PaneApplication, PaneSection, key, std::to_string(value));
-            !outcome.Ok()) {
-            NoteLeft(UnkeptPositionLine(outcome));
-            return;
-        }
-    ProgramPaneTouched = false;
+        values.insert(values.end(), {{"LeftPixel", std::to_string(Program->x())},
+                                     {"TopPixel", std::to_string(Program->y())},
+                                     {"WidthPixel", std::to_string(Program->width())},
+                                     {"HeightPixel", std::to_string(Program->height())}});
+    if (const FileOutcome outcome = StoreOfView(PaneSection, values); !outcome.Ok())
+        NoteLeft(UnkeptPositionLine(outcome));
+    else
+        ProgramPaneTouched = false;
 }
 
 void MainWindow::TakeProgramPane()
@@ -238,20 +228,15 @@ void MainWindow::ShowLastProgram()
 
 void MainWindow::ShowProgramOfList()
 {
-    const int row = List1->currentIndex().row();
-    if (!Loaded || !ProgramShown->isChecked() || Shell.RunActive || row < 0 ||
-        row >= static_cast<int>(FileList.Rows.size()))
+    const std::string drawing = ListedDrawing();
+    if (!Loaded || !ProgramShown->isChecked() || Shell.RunActive || drawing.empty())
         return;
-    const std::string name(Trim(FileList.Rows[static_cast<std::size_t>(row)].Cells[1]));
-    if (name.empty())
-        return;
-    const std::string drawing = WithBackslash(FileList.LabDXFPath) + name;
     Looker.Forget();
     if (const ProgramsOfDrawing* const programs = FindProgramsOf(drawing)) {
         ShowProgram(*programs);
         return;
     }
-    ShowNoProgram(kv::Shown(name) + QStringLiteral(" is being read."));
+    ShowNoProgram(ShownAsPath(FileNameOf(drawing)) + QStringLiteral(" is being read."));
     Looker.Look(drawing);
 }
 

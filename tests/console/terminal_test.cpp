@@ -73,6 +73,29 @@ TEST_F(Terminal, ADrawingsTextCannotSteerTheTerminal)
     EXPECT_TRUE(Holds(ended.Output, "A?[2JB")) << ended.Output;
 }
 
+TEST_F(Terminal, AListThatTakesLongSaysHowFarItIs)
+{
+    if (!HasTerminals())
+        GTEST_SKIP() << "this system gives no pseudo-terminal";
+    Words list = {"convert"};
+    for (int i = 0; i < 4000; ++i) // more than a second on any machine
+        list.push_back("door.dxf");
+    const Ended ended = RunOnTerminal(list, {"TERM=xterm"});
+    EXPECT_EQ(ended.Status, 0);
+    const std::size_t shown = ended.Output.find(" of 4,000, about ");
+    ASSERT_NE(shown, std::string::npos);
+    EXPECT_TRUE(Holds(ended.Output.substr(shown, 40), " left")) << ended.Output.substr(shown, 40);
+    EXPECT_FALSE(Holds(ended.Output, "Reading Info")); // a list has no meters
+}
+
+TEST_F(Terminal, AShortListShowsNoProgress)
+{
+    if (!HasTerminals())
+        GTEST_SKIP() << "this system gives no pseudo-terminal";
+    const Ended ended = RunOnTerminal({"convert", "door.dxf", "door.dxf"}, {"TERM=xterm"});
+    EXPECT_FALSE(Holds(ended.Output, " of 2")) << ended.Output;
+}
+
 TEST_F(Terminal, OutputThatCannotBeWrittenIsNoSuccess)
 {
     const int child = ::fork();

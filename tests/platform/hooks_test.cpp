@@ -50,7 +50,7 @@ TEST_F(Hooks, BoxesAndQuestionsReachTheFrontEnd)
     Dialogs.Box = [](std::string_view text, std::string_view title, BoxIcon icon) {
         Seen = std::string(title) + "|" + std::string(text) + (icon == BoxIcon::Warning ? "|warning" : "");
     };
-    Dialogs.Ask = [](std::string_view text, std::string_view) { return text == "Sure?"; };
+    Dialogs.Ask = [](std::string_view text, std::string_view, std::string_view) { return text == "Sure?"; };
     ShowBox("text", "title", BoxIcon::Warning);
     EXPECT_EQ(Seen, "title|text|warning");
     EXPECT_TRUE(AskYesNo("Sure?", "title"));

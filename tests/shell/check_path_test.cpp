@@ -25,7 +25,7 @@ class PathFields : public ScratchFolder {
         Boxes.clear();
         Titles.clear();
         Answers.clear();
-        Dialogs.Ask = [](std::string_view text, std::string_view title) {
+        Dialogs.Ask = [](std::string_view text, std::string_view title, std::string_view) {
             Questions.emplace_back(text);
             Titles.emplace_back(title);
             return Questions.size() <= Answers.size() && Answers[Questions.size() - 1];

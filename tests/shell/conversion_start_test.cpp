@@ -135,7 +135,9 @@ TEST_F(ConversionStart, AFailedFileDoesNotKeepTheNextFromBeingConverted)
     EXPECT_TRUE(Here.HasProgram("B")) << Here.ReportText();
     EXPECT_EQ(Shell.FailedJobs, 1);
     ASSERT_EQ(Told("*** The Following files failed to process: ***"), 1);
-    EXPECT_EQ(Here.Lines.back(), Source("A.DXF").string());
+    ASSERT_GT(Here.Lines.size(), 1U);
+    EXPECT_EQ(*std::prev(Here.Lines.end(), 2), Source("A.DXF").string());
+    EXPECT_EQ(Here.Lines.back(), "1 written, 1 failed, 0 not begun");
 }
 
 TEST_F(ConversionStart, AbortLeavesTheList)
@@ -150,6 +152,7 @@ TEST_F(ConversionStart, AbortLeavesTheList)
     EXPECT_EQ(jobs, 1);
     EXPECT_FALSE(Here.HasProgram("B"));
     EXPECT_EQ(Told("Stopped before 2 more drawings of the list"), 1) << Here.ReportText();
+    EXPECT_EQ(Here.Lines.back(), "1 written, 0 failed, 2 not begun");
     EXPECT_FALSE(Shell.BtnAbortShown);
     EXPECT_TRUE(Shell.StartEnabled);
 }

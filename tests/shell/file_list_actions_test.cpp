@@ -105,7 +105,7 @@ TEST_F(FileListActions, AClickBesideTheColumnsSortsNothing)
 {
     PutThree();
     SortFileList(0);
-    SortFileList(7);
+    SortFileList(8);
     EXPECT_EQ(FileList.SortedColumn, 0);
     EXPECT_EQ(RowsTold, 1);
 }
@@ -351,6 +351,112 @@ TEST_F(FileListActions, ARefreshBehindTheQuestionDoesNotChangeWhatYesMeans)
     EXPECT_FALSE(DrawingStands("a.dxf"));
     EXPECT_TRUE(DrawingStands("b.dxf"));
     EXPECT_TRUE(DrawingStands("d.dxf"));
+}
+
+// A trash that is a folder of the test.
+class FileListTrash : public FileListScene {
+  protected:
+    void SetUp() override
+    {
+        FileListScene::SetUp();
+        Trash = Folder / "trash";
+        std::filesystem::create_directories(Trash);
+        Refuses.clear();
+        FileListWindow.ToTrash = [](const std::string& path, std::string& place) -> FileOutcome {
+            if (FileNameOf(path) == Refuses)
+                return {ErrorFileAccess, "no trash"};
+            const std::filesystem::path from = ToHostPath(path);
+            place = (Trash / from.filename()).string();
+            std::filesystem::rename(from, place);
+            return {};
+        };
+        FileListWindow.FromTrash = [](const std::string& place, const std::string& path) -> FileOutcome {
+            if (!std::filesystem::exists(place))
+                return {ErrorFileNotFound, "it is not there"};
+            std::filesystem::rename(place, ToHostPath(path));
+            return {};
+        };
+        for (const char* const name : {"a.dxf", "b.dxf", "c.dxf"})
+            PutDrawing(name);
+        RefreshFileList();
+        Lines.clear();
+        Asked.clear();
+    }
+    void Delete(const Texts& names)
+    {
+        for (const std::string& name : names)
+            Select(name);
+        Answer = true;
+        PopupDelete();
+        RefreshFileList();
+    }
+    static inline std::filesystem::path Trash;
+    static inline std::string Refuses;
+};
+
+TEST_F(FileListTrash, DeletedDrawingsComeBackOneDeletionAtATime)
+{
+    Delete({"a.dxf", "b.dxf"});
+    Delete({"c.dxf"});
+    EXPECT_FALSE(DrawingStands("a.dxf"));
+    EXPECT_TRUE(MayUndoDelete());
+    UndoDelete();
+    EXPECT_TRUE(DrawingStands("c.dxf"));
+    EXPECT_FALSE(DrawingStands("a.dxf"));
+    UndoDelete();
+    EXPECT_TRUE(DrawingStands("a.dxf"));
+    EXPECT_TRUE(DrawingStands("b.dxf"));
+    EXPECT_FALSE(MayUndoDelete());
+    EXPECT_EQ(Column(2), (Texts{"a.dxf", "b.dxf", "c.dxf"}));
+}
+
+TEST_F(FileListTrash, TheQuestionHasNumberAndNames)
+{
+    Delete({"a.dxf", "c.dxf"});
+    EXPECT_EQ(Details, (Texts{"2 drawings: a.dxf, c.dxf"}));
+    Details.clear();
+    UndoDelete();
+    Delete({"b.dxf"});
+    EXPECT_EQ(Details, (Texts{"1 drawing: b.dxf"}));
+}
+
+TEST_F(FileListTrash, WhatTheTrashRefusesIsAskedAboutAgain)
+{
+    Refuses = "b.dxf";
+    Answer = true;
+    OnQuestion = [] { Answer = Asked.size() == 1; }; // Yes, then No
+    Select("a.dxf");
+    Select("b.dxf");
+    PopupDelete();
+    EXPECT_FALSE(DrawingStands("a.dxf"));
+    EXPECT_TRUE(DrawingStands("b.dxf"));
+    ASSERT_EQ(Asked.size(), 2U);
+    EXPECT_EQ(
+        Asked[1],
+        "Delete Selected Files|The trash does not take these files.\r\nDo you wish to Delete them for good?");
+    EXPECT_EQ(Details.back(), "1 drawing: b.dxf");
+    OnQuestion = nullptr;
+    RefreshFileList();
+    Delete({"b.dxf"});
+    EXPECT_FALSE(DrawingStands("b.dxf"));
+    UndoDelete();
+    EXPECT_TRUE(DrawingStands("a.dxf"));
+    EXPECT_FALSE(DrawingStands("b.dxf")); // for good
+}
+
+TEST_F(FileListTrash, WhatCannotComeBackIsReportedAndKept)
+{
+    Delete({"a.dxf", "b.dxf"});
+    std::filesystem::rename(Trash / "a.dxf", Trash / "away");
+    UndoDelete();
+    EXPECT_TRUE(DrawingStands("b.dxf"));
+    ASSERT_EQ(Lines.size(), 1U);
+    EXPECT_EQ(Lines[0],
+              ShownPath(FromHostPath(Source("dxf/a.dxf").string())) + " cannot be restored: it is not there");
+    std::filesystem::rename(Trash / "away", Trash / "a.dxf");
+    UndoDelete();
+    EXPECT_TRUE(DrawingStands("a.dxf"));
+    EXPECT_FALSE(MayUndoDelete());
 }
 
 } // namespace

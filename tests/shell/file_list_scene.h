@@ -35,8 +35,9 @@ class FileListScene : public SettingsFolder {
                 OnPump();
         };
         Report.ShowRow = [](const ReportRow& row) { Lines.push_back(row.Text); };
-        Dialogs.Ask = [](std::string_view text, std::string_view title) {
+        Dialogs.Ask = [](std::string_view text, std::string_view title, std::string_view detail) {
             Asked.push_back(std::string(title) + "|" + std::string(text));
+            Details.emplace_back(detail);
             if (OnQuestion)
                 OnQuestion();
             return Answer;
@@ -101,7 +102,7 @@ class FileListScene : public SettingsFolder {
     static inline int RowsTold, SelectionsTold, Pumps;
     static inline bool Answer;
     static inline std::function<void()> OnPump, OnQuestion;
-    static inline Texts Lines, Asked, Boxes;
+    static inline Texts Lines, Asked, Details, Boxes; // details of what was asked
     static inline std::vector<FocusPlace> Focused;
 
   private:
@@ -118,6 +119,7 @@ class FileListScene : public SettingsFolder {
         OnPump = OnQuestion = nullptr;
         Lines.clear();
         Asked.clear();
+        Details.clear();
         Boxes.clear();
         Focused.clear();
     }

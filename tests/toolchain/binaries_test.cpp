@@ -154,7 +154,7 @@ TEST_F(Binaries, TheSecondLaunchDoesNotResetTheModeAgain)
 {
     Outside.TitleLengths = {8};
     Outside.Answers = {true};
-    Dialogs.Ask = [](std::string_view, std::string_view) {
+    Dialogs.Ask = [](std::string_view, std::string_view, std::string_view) {
         std::ofstream("TPA.INI", std::ios::binary) << "by hand";
         return true;
     };

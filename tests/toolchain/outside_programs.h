@@ -120,7 +120,7 @@ class OutsidePrograms : public ScratchFolder {
             return TakeFirst(Outside.TitleLengths, Long{0});
         };
         Clock.Pause = [](double seconds) { Outside.Log.push_back("pause " + PlainText(ToSingle(seconds))); };
-        Dialogs.Ask = [](std::string_view text, std::string_view title) {
+        Dialogs.Ask = [](std::string_view text, std::string_view title, std::string_view) {
             Outside.Log.push_back("ask " + std::string(title) + ": " + Spelled(text));
             return TakeFirst(Outside.Answers, false);
         };

@@ -60,7 +60,7 @@ class DialogTest : public SettingsFolder {
         Person.Tell = [](const QString& text, const QString&, BoxIcon) {
             Answers.Told.push_back(text.toStdString());
         };
-        Person.Ask = [](const QString& text, const QString&) {
+        Person.Ask = [](const QString& text, const QString&, const QString&) {
             Answers.Questions.push_back(text.toStdString());
             return Answers.Yes;
         };

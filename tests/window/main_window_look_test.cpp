@@ -379,6 +379,7 @@ TEST_F(MainWindowLookTest, TabReachesEveryControl)
 
 TEST_F(MainWindowLookTest, TabGoesInTheOrderOfReading)
 {
+    PutDrawing("door.dxf");
     Open();
     const std::vector<std::string> order = {
         "List1", "List2", "Start", "CmdDF", "EX1",    "MakeHBD", "HBDGlue", "HBDDowel", "Bin",   "FlgLL",

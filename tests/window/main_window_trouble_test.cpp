@@ -229,7 +229,7 @@ TEST_F(WindowInTrouble, AStopStoresNoHalfTypedPath)
             InDialog(ShowSetup, [&](QDialog& dialog) {
                 Type(dialog, "DXFPath(0)", Drawings.string() + "/not there/ye");
                 if (way == 2)
-                    Person.Ask = [](const QString&, const QString&) {
+                    Person.Ask = [](const QString&, const QString&, const QString&) {
                         TheWindowOfTest->AskToStop();
                         return false;
                     };
@@ -246,7 +246,7 @@ TEST_F(WindowInTrouble, AStopStoresNoHalfTypedPath)
             });
             EXPECT_EQ(Ini().find("not there"), std::string::npos) << way << Ini();
             EXPECT_EQ(Config.SourcePath90, before) << way;
-            Person.Ask = [](const QString&, const QString&) { return false; };
+            Person.Ask = [](const QString&, const QString&, const QString&) { return false; };
             Window.reset();
             Shell = {};
         }

@@ -59,7 +59,7 @@ class WindowTest : public testing::Test {
         Person.Tell = [](const QString& text, const QString&, BoxIcon) {
             AtWindow.Told.push_back(text.toStdString());
         };
-        Person.Ask = [](const QString& text, const QString&) {
+        Person.Ask = [](const QString& text, const QString&, const QString&) {
             AtWindow.Questions.push_back(text.toStdString());
             return AtWindow.Yes;
         };

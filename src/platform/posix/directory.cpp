@@ -46,13 +46,8 @@ bool IsFile(DIR* folder, const dirent& found)
     return is == Presence::CannotTell || (is == Presence::There && S_ISREG(status.st_mode));
 }
 
-// False when the file has gone since it was found.
-bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
+void TakeDateAndSize(const struct stat& status, DirectoryEntry& entry)
 {
-    struct stat status {};
-    const Presence is = StatusOfEntry(folder, found, status);
-    if (is != Presence::There)
-        return is == Presence::CannotTell;
     std::tm written{};
     ::localtime_r(&status.st_mtime, &written);
     entry.Year = written.tm_year + 1900;
@@ -63,7 +58,16 @@ bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
     entry.Second = written.tm_sec;
     constexpr auto LargestSize = std::numeric_limits<Long>::max();
     entry.Size = status.st_size < LargestSize ? static_cast<Long>(status.st_size) : LargestSize;
-    return true;
+}
+
+// False when the file has gone since it was found.
+bool ReadDateAndSize(DIR* folder, const dirent& found, DirectoryEntry& entry)
+{
+    struct stat status {};
+    const Presence is = StatusOfEntry(folder, found, status);
+    if (is == Presence::There)
+        TakeDateAndSize(status, entry);
+    return is != Presence::NotThere;
 }
 
 DIR* OpenFolder(const HostPlace& host, int& error)
@@ -140,6 +144,19 @@ FileAnswer WalkFolder(std::string_view pattern, Listed listed,
     }
     ::closedir(open);
     return fault == 0 ? FileAnswer{Presence::There, {}} : AnswerOf(HostOutcome(fault));
+}
+
+FileAnswer ReadEntryOf(std::string_view path, DirectoryEntry& entry)
+{
+    struct stat status {};
+    const HostPlace host = FindHostPlace(path);
+    if (host.Path.empty() || ::stat(host.Path.c_str(), &status) != 0)
+        return AnswerOf(HostOutcome(host.Path.empty() ? ENOENT : errno));
+    if (!S_ISREG(status.st_mode))
+        return {Presence::NotThere, {}};
+    entry.LongName = FileNameOf(path);
+    TakeDateAndSize(status, entry);
+    return {Presence::There, {}};
 }
 
 // Only what may be one of them is looked at closely: the rest of a large folder costs its names alone.

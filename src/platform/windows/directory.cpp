@@ -113,6 +113,21 @@ FileAnswer WalkFolder(std::string_view pattern, Listed, const std::function<bool
     });
 }
 
+FileAnswer ReadEntryOf(std::string_view path, DirectoryEntry& entry)
+{
+    WIN32_FIND_DATAW found{};
+    const std::wstring wide = WidePath(path);
+    const HANDLE open = wide.empty() ? INVALID_HANDLE_VALUE : FindFirstFileW(wide.c_str(), &found);
+    if (open == INVALID_HANDLE_VALUE)
+        return wide.empty() ? FileAnswer{Presence::NotThere, {}} : AnswerOf(HostOutcome(GetLastError()));
+    FindClose(open);
+    if (NamesFolder(found))
+        return {Presence::NotThere, {}};
+    entry.LongName = FileNameOf(path);
+    ReadDateAndSize(found, entry);
+    return {Presence::There, {}};
+}
+
 FileAnswer ReadUnlisted(std::string_view pattern, std::vector<UnlistedFile>& files)
 {
     files.clear();
