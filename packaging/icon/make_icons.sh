@@ -1,6 +1,7 @@
 #!/bin/sh
 # Draws the program's icon from korvanti.svg.
 #   make_icons.sh             makes korvanti.ico (16 to 256 pixels), which the Windows programs carry
+#   make_icons.sh 128 korvanti_128.png   makes the picture of the window's title bar
 #   make_icons.sh SIZE FILE   makes one picture of SIZE pixels as a PNG file
 # Needs rsvg-convert (librsvg2-bin), and for korvanti.ico ImageMagick.
 set -eu

@@ -174,6 +174,14 @@ const Record* ReplacerOf(const std::string& key, const Record& record)
     return nullptr;
 }
 
+// The row names the drawing already.
+std::string CauseOfFailure(const std::string& drawing)
+{
+    const std::string head = ShownPath(drawing) + ": ";
+    const std::string& fault = FirstFaultTold();
+    return BeginsWith(fault, head) ? fault.substr(head.size()) : fault;
+}
+
 std::string TimeOf(const DirectoryEntry& entry)
 {
     return WholeText(entry.Year) + '-' + TwoDigits(entry.Month) + '-' + TwoDigits(entry.Day) + ' ' +
@@ -213,7 +221,7 @@ void NoteStateOfJob(const std::string& drawing, std::string_view began)
     record.Ended = LocalDateAndTime();
     record.Failed = Run.RunFailed != False;
     if (record.Failed)
-        record.Cause = FirstFaultTold();
+        record.Cause = CauseOfFailure(drawing);
     DirectoryEntry entry;
     if (ReadEntryOf(drawing, entry).Is == Presence::NotThere)
         return; // what is not there has no row

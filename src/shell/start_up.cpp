@@ -212,6 +212,11 @@ WindowPosition LoadWindowPosition(std::string_view section, bool clamp)
     return {LoadTwips(section, "Top", clamp), LoadTwips(section, "Left", clamp)};
 }
 
+bool HasWindowPosition(std::string_view section)
+{
+    return !GetUserSetting(PositionApplication, section, "Left", "").empty();
+}
+
 FileOutcome SaveWindowPosition(std::string_view section, const WindowPosition& position)
 {
     FileOutcome top = SaveUserSetting(PositionApplication, section, "Top", WholeText(position.Top));

@@ -39,6 +39,7 @@ struct WindowPosition {
 constexpr int TwipsPerPixel = 15; // at 96 dots an inch
 WindowPosition LoadWindowPosition(std::string_view section, bool clamp);
 // A failure is reported; whoever closes the report notes it as left.
+bool HasWindowPosition(std::string_view section); // one is stored
 FileOutcome SaveWindowPosition(std::string_view section, const WindowPosition& position);
 std::string UnkeptPositionLine(const FileOutcome& outcome);
 constexpr std::string_view MainPositionSection = "KVFrmMain";

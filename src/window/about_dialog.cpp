@@ -28,10 +28,13 @@ QLabel* Heading()
     return heading;
 }
 
-// Where it stood last, unless the screen of that place is gone.
+// Where it stood last, unless the screen of that place is gone; in the middle while it has no place of its
+// own.
 void Place(QDialog& dialog)
 {
     CentreOnScreen(dialog);
+    if (!HasWindowPosition(AboutPositionSection))
+        return;
     const WindowPosition kept = LoadWindowPosition(AboutPositionSection, false);
     const QRect place(QPoint(kept.Left / TwipsPerPixel, kept.Top / TwipsPerPixel), dialog.size());
     for (const QScreen* const screen : QGuiApplication::screens()) {

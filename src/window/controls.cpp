@@ -142,13 +142,31 @@ std::string Indexed(std::string_view name, int index)
     return std::string(name) + "(" + WholeText(index) + ")";
 }
 
+QString WrappedTip(QString text)
+{
+    qsizetype line = 0, blank = -1;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] == QLatin1Char('\n')) {
+            line = at + 1;
+            blank = -1;
+        } else if (text[at] == QLatin1Char(' ')) {
+            blank = at;
+        }
+        if (at - line < TipLetters || blank < line)
+            continue;
+        text[blank] = QLatin1Char('\n');
+        line = blank + 1;
+    }
+    return text;
+}
+
 void ShowTips(QWidget& root, std::string_view form, bool on)
 {
     for (const TipRow& row : CursorTips()) {
         if (row.Form != form)
             continue;
         if (auto* const widget = root.findChild<QWidget*>(Shown(row.Name)))
-            widget->setToolTip(on ? Shown(TipText(row)) : QString());
+            widget->setToolTip(on ? WrappedTip(Shown(TipText(row))) : QString());
     }
     for (QLineEdit* const field : root.findChildren<QLineEdit*>()) {
         const std::string unit = UnitOfField(form, Ansi(field->objectName()));

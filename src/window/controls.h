@@ -50,6 +50,9 @@ QString WithAltLetter(std::string_view caption, std::string_view letter);
 std::string Indexed(std::string_view name, int index);
 
 // Sets or clears the tips of the controls of one form that stand below `root`.
+// In lines of at most 60 letters, where it has blanks; no letter is added or lost.
+constexpr int TipLetters = 60;
+QString WrappedTip(QString text);
 void ShowTips(QWidget& root, std::string_view form, bool on);
 
 } // namespace kv

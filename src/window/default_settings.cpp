@@ -242,7 +242,11 @@ QGroupBox* DefaultSettings::MakeSortFrame()
         ShowOptSet();
         DialogClosed();
     });
-    Fields.Add([mode] { mode->setText(Shown(ShowSelectedEvolutionSort())); });
+    const QString name = mode->accessibleName();
+    Fields.Add([mode, name] {
+        mode->setText(Shown(ShowSelectedEvolutionSort()));
+        mode->setAccessibleName(mode->text().isEmpty() ? name : name + QStringLiteral(": ") + mode->text());
+    });
     return frame;
 }
 
@@ -269,11 +273,13 @@ QGroupBox* DefaultSettings::MakeButtons()
         DialogClosed();
     });
     const ControlRow* const row = FindControl("Form1", "MetIn");
-    Fields.Add([unit, row] {
+    const QString name = unit->accessibleName();
+    Fields.Add([unit, row, name] {
         // A fresh installation has no unit yet. Blank counts as metric, and the switch has to start there.
         if (Config.Metric.empty() && row != nullptr)
             Config.Metric = row->Caption;
         unit->setText(WithAltLetter(Config.Metric, row != nullptr ? row->Mnemonic : std::string_view()));
+        unit->setAccessibleName(name + QStringLiteral(": ") + Shown(Config.Metric));
     });
     return frame;
 }

@@ -358,8 +358,9 @@ void MainWindow::SessionEnds()
 
 void MainWindow::StoreAll()
 {
+    const QPoint place = isMaximized() ? normalGeometry().topLeft() : pos();
     const FileOutcome kept =
-        SaveWindowPosition(MainPositionSection, {y() * TwipsPerPixel, x() * TwipsPerPixel});
+        SaveWindowPosition(MainPositionSection, {place.y() * TwipsPerPixel, place.x() * TwipsPerPixel});
     if (!kept.Ok())
         NoteLeft(UnkeptPositionLine(kept));
     StoreViews();

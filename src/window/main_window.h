@@ -38,7 +38,8 @@ class MainWindow : public QMainWindow {
     void ShowState(); // of Shell
     // Two steps of the program's life, in twips of the screen.
     void CentreOnScreen();
-    void RestorePosition();
+    void RestorePosition();  // and the size, where one was kept
+    QSize LeastSize() const; // at which nothing scrolls
     void ComeToFront();
     // Like the close box; during a run the run is aborted first.
     void AskToClose();
@@ -91,6 +92,8 @@ class MainWindow : public QMainWindow {
     void ShowFirstSteps();
     std::string ListedDrawing() const; // that the list index is on; empty: none
     void LoadViews();
+    void RestoreSize();
+    void StoreSize();
     void StoreViews();
     void LoadProgramPane();
     void StoreProgramPane();
@@ -123,6 +126,9 @@ class MainWindow : public QMainWindow {
 
     QGroupBox* Frame1;
     QHBoxLayout* Grids = nullptr;
+    QWidget* Inside = nullptr;       // all that scrolls together
+    QSize FirstSize;                 // as it was opened
+    bool WasMaximised = false;       // likewise
     std::string ProgramDrawing;      // whose program is shown
     std::size_t ProgramNumber = 0;   // of its conversion
     std::size_t LastShown = 0;       // the conversion whose end showed a program

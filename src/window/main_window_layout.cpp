@@ -5,7 +5,9 @@
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QMenuBar>
 #include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "shell/main_window_rules.h"
@@ -16,12 +18,13 @@ namespace kv {
 
 namespace {
 
-constexpr double DesignedDigit = 6;       // pixels of a "0" where the twips were taken
-constexpr int ListGap = 240;              // twips between list and report
-constexpr int WidestInside = 4935 + 5995; // twips to the right end of the widest report
-constexpr int DesignedLines = 12;         // rows of the grids in a window of the smallest height
-constexpr int RoomyLines = 25;            // and of the first height, where the screen has the room
-constexpr int Edge = 8;                   // pixels
+constexpr double DesignedDigit = 6;                // pixels of a "0" where the twips were taken
+constexpr int ListGap = 240;                       // twips between list and report
+constexpr int WidestInside = 4935 + 5995;          // twips to the right end of the widest report
+constexpr int DesignedLines = 6;                   // rows of the grids in a window of the smallest height
+constexpr int LeastWidth = 640, LeastHeight = 400; // pixels; below the window's contents it scrolls
+constexpr int RoomyLines = 25;                     // and of the first height, where the screen has the room
+constexpr int Edge = 8;                            // pixels
 
 } // namespace
 
@@ -72,7 +75,16 @@ void MainWindow::LayOut()
     whole->setContentsMargins(Edge, Edge, Edge, Edge);
     whole->addWidget(Frame1, 1);
     whole->addWidget(Defaults.Frame2);
-    setCentralWidget(inside);
+    // A screen that is too small for all of it scrolls.
+    auto* const area = new QScrollArea;
+    area->setObjectName(QStringLiteral("WholeArea"));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(inside);
+    Inside = inside;
+    setCentralWidget(area);
+    setMinimumSize(LeastWidth, LeastHeight);
 }
 
 void MainWindow::Arrange(int code)
@@ -117,12 +129,18 @@ void MainWindow::changeEvent(QEvent* event)
         Arrange(4);
 }
 
+QSize MainWindow::LeastSize() const
+{
+    const QSize inside = Inside->minimumSizeHint();
+    return {inside.width(), inside.height() + menuBar()->sizeHint().height()};
+}
+
 // Wide enough for the widest report and no wider, high where the screen is.
 void MainWindow::CentreOnScreen()
 {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     const int line = fontMetrics().height() + 2;
-    const QSize least = minimumSizeHint();
+    const QSize least = LeastSize();
     const int wide = std::max(least.width(), Pixels(WidestInside) + 4 * Edge);
     const int high = least.height() + (RoomyLines - DesignedLines) * line;
     resize(std::min(wide, screen.width()), std::min(high, screen.height() - 2 * line));
@@ -143,6 +161,7 @@ void MainWindow::RestorePosition()
     const int top =
         std::clamp(place.y(), screen.top(), std::max(screen.top(), screen.bottom() - height() - title + 1));
     move(left, top);
+    RestoreSize();
 }
 
 void MainWindow::ComeToFront()

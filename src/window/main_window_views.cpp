@@ -1,5 +1,6 @@
 // The View menu: what it shows in the folder's row and in the list. All of it is off at first.
 #include <QMenuBar>
+#include <QScreen>
 
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -141,9 +142,36 @@ void MainWindow::LoadViews()
     LoadProgramPane();
 }
 
+// A size that a screen of today has no room for is cut to it.
+void MainWindow::RestoreSize()
+{
+    const QSize stored(StoredPixelsOfView(ViewsSection, "WidthPixel"),
+                       StoredPixelsOfView(ViewsSection, "HeightPixel"));
+    if (stored.width() >= minimumWidth() && stored.height() >= minimumHeight())
+        resize(stored.boundedTo(screen()->availableSize()));
+    FirstSize = size();
+    WasMaximised = StoredOfView(ViewsSection, "Maximised") == "1";
+    if (WasMaximised)
+        setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+// Of a window that somebody has made larger, smaller or as large as the screen.
+void MainWindow::StoreSize()
+{
+    const QSize now = isMaximized() ? normalGeometry().size() : size();
+    if (FirstSize.isEmpty() || (now == FirstSize && isMaximized() == WasMaximised))
+        return;
+    const FileOutcome outcome = StoreOfView(ViewsSection, {{"WidthPixel", std::to_string(now.width())},
+                                                           {"HeightPixel", std::to_string(now.height())},
+                                                           {"Maximised", isMaximized() ? "1" : "0"}});
+    if (!outcome.Ok())
+        NoteLeft(UnkeptPositionLine(outcome));
+}
+
 void MainWindow::StoreViews()
 {
     StoreProgramPane();
+    StoreSize();
     if (!ViewsTouched)
         return;
     const auto word = [](const QAction* action) { return std::string(action->isChecked() ? "1" : "0"); };

@@ -48,6 +48,8 @@ class OperationsModel : public QAbstractTableModel {
 class ProgramPane : public QWidget {
   public:
     ProgramPane();
+    // Its wrapped sentence must not make the window that it is in any higher.
+    bool hasHeightForWidth() const override { return false; }
 
     void ShowProgram(const PaneContent& content);
     void ShowNothing(const QString& why); // in the place of the picture

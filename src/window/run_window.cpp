@@ -27,6 +27,8 @@
 #include "state/settings.h"
 #include "state/shell_state.h"
 #include "window/dialogs.h"
+#include "window/edge_style.h"
+#include "window/icon.h"
 #include "window/main_window.h"
 #include "window/picture_call.h"
 
@@ -311,7 +313,9 @@ int RunWindow(int argc, char** argv)
         KeepToolkitQuiet();
         qputenv("QT_QPA_PLATFORM", "offscreen;windows"); // the latter where there is no other
     }
-    QApplication application(argc, argv);           // takes the words that are the toolkit's own
+    QApplication application(argc, argv); // takes the words that are the toolkit's own
+    QApplication::setStyle(new EdgeStyle);
+    QApplication::setWindowIcon(ProgramIcon());
     QApplication::setQuitOnLastWindowClosed(false); // the window hides while a viewer runs
     const Call call = ReadCall(WordsLeft());
     if (!call.Fault.empty())

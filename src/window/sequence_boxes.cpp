@@ -21,6 +21,14 @@ namespace {
 constexpr int SequencePlaces = 5;   // entries of a box: blank and four letters
 constexpr int MouseButtonLook = 20; // ms
 
+// A screen reader says what the letter stands for.
+std::string LetterForEars(int place)
+{
+    constexpr std::string_view words[SequencePlaces] = {"none", "V, vertical bores", "H, horizontal bores",
+                                                        "G, grooves", "R, routes"};
+    return std::string(place >= 0 && place < SequencePlaces ? words[place] : words[0]);
+}
+
 } // namespace
 
 SequenceBoxes::SequenceBoxes(QHBoxLayout& row) : QObject(nullptr)
@@ -30,6 +38,13 @@ SequenceBoxes::SequenceBoxes(QHBoxLayout& row) : QObject(nullptr)
         QComboBox* const box = make.Combo(Indexed("Sq", i));
         for (int place = 0; place < SequencePlaces; ++place)
             box->addItem(Shown(SequenceLetter(place)));
+        for (int place = 0; place < SequencePlaces; ++place)
+            box->setItemData(place, Shown(LetterForEars(place)), Qt::AccessibleTextRole);
+        const QString name = box->accessibleName();
+        connect(box, &QComboBox::currentIndexChanged, box, [box, name](int place) {
+            box->setAccessibleName(name + QStringLiteral(": ") + Shown(LetterForEars(place)));
+        });
+        box->setAccessibleName(name + QStringLiteral(": ") + Shown(LetterForEars(box->currentIndex())));
         connect(box, &QComboBox::activated, this, [this] { Store(); });
         Boxes[static_cast<std::size_t>(i)] = box;
         row.addWidget(box);

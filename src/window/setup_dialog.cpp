@@ -24,7 +24,13 @@ namespace kv {
 namespace {
 
 constexpr int DesignedTools = 20;
+constexpr int PathLetters = 52;     // that a path field shows at least
 constexpr int MouseButtonWait = 20; // ms
+
+// The box is an old one: no program depends on it.
+constexpr const char OriginTip[] =
+    "This box has no effect. The corner that a program counts from is named by the "
+    "setting LineOrigin, or by LL, UL, UR or LR on the layer BORDER.";
 
 enum UnitModeId { InchMode = 1, MetricMode, AutomaticMode, DrawnMode }; // as section "Configuration" has them
 enum CutListUnitId { CutListMetric, CutListInch };
@@ -82,9 +88,12 @@ QLayout* SetupDialog::PathsPage()
 {
     BrowseDxf = Maker.Button("SPB1");
     BrowseGCode = Maker.Button("SPB2");
-    auto* const page = ColumnWith({PathFrame("Frame3", "DXFPath", BrowseDxf, DxfPath),
-                                   PathFrame("Frame4", "GCodePath", BrowseGCode, GCodePath), SystemFrame(),
-                                   Maker.Check("FlgMO")});
+    QCheckBox* const origin = Maker.Check("FlgMO");
+    origin->setToolTip(WrappedTip(QLatin1String(OriginTip)));
+    origin->setAccessibleDescription(QLatin1String(OriginTip));
+    auto* const page =
+        ColumnWith({PathFrame("Frame3", "DXFPath", BrowseDxf, DxfPath),
+                    PathFrame("Frame4", "GCodePath", BrowseGCode, GCodePath), SystemFrame(), origin});
     page->addStretch();
     connect(BrowseDxf, &QPushButton::clicked, this, [this] {
         Browse("SPB1", DxfPath[static_cast<std::size_t>(Run.ControlType)], SourcePath(Run.ControlType));
@@ -102,7 +111,7 @@ QGroupBox* SetupDialog::PathFrame(std::string_view frame, std::string_view field
     auto* const row = new QHBoxLayout;
     for (int i = 0; i < ControlSystems; ++i) {
         QLineEdit* const edit = Maker.Text(Indexed(field, i));
-        edit->setMinimumWidth(24 * edit->fontMetrics().averageCharWidth());
+        edit->setMinimumWidth(PathLetters * edit->fontMetrics().averageCharWidth());
         edits[static_cast<std::size_t>(i)] = edit;
         row->addWidget(edit);
     }
@@ -292,7 +301,7 @@ QLayout* SetupDialog::HbdPage()
     Tools = new GridEditor("SetUp", "HBDSpd", HbdToolColumns(), DesignedTools);
     QGroupBox* const folder = Maker.Frame("Frame7");
     QLineEdit* const path = Maker.Text("HBDPath");
-    path->setMinimumWidth(24 * path->fontMetrics().averageCharWidth());
+    path->setMinimumWidth(PathLetters * path->fontMetrics().averageCharWidth());
     Bound.Path(path, Config.HBDDestinationPath);
     BrowseHbd = Maker.Button("SPBhbd");
     connect(BrowseHbd, &QPushButton::clicked, this,

@@ -351,7 +351,7 @@ TEST_F(SetupDialogForm, TipsComeAndGoAtOnce)
         EXPECT_EQ(Get<QWidget>(dialog, "AS0").toolTip().toStdString(),
                   "If this button is selected Korvanti will not autostart.");
         EXPECT_EQ(Get<QWidget>(dialog, "DXFPath(2)").toolTip().toStdString(),
-                  "Path to DXF files for Evolution. Also, location of KV.PNX List File.");
+                  "Path to DXF files for Evolution. Also, location of KV.PNX\nList File.");
         Click(dialog, "Tips");
         EXPECT_TRUE(Get<QWidget>(dialog, "AS0").toolTip().isEmpty());
         Click(dialog, "Tips");
