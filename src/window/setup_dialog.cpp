@@ -3,6 +3,7 @@
 #include "window/setup_dialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -358,13 +359,18 @@ void SetupDialog::SetTabOrder()
     }
 }
 
+// OK and Cancel let events run while the dialog is still on the stack: a press of Setup that comes there
+// would switch the autostart off and show nothing.
 void SetupDialog::Open()
 {
+    if (std::exchange(IsOpen, true))
+        return;
     OpenSetup();
     ShowSettings();
     Tabs->setCurrentIndex(0);
     CentreOnScreen(*this);
     exec();
+    IsOpen = false;
 }
 
 void SetupDialog::showEvent(QShowEvent* event)

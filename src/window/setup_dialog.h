@@ -73,6 +73,7 @@ class SetupDialog : public QDialog {
     QLineEdit* BatchLimit = nullptr;
     QLabel* BatchLimitLabel = nullptr;
     GridEditor* Tools = nullptr;
+    bool IsOpen = false;
     bool ToolsRead = false; // else what the grid shows is not the file's
     std::vector<PathField> PathFields;
     std::vector<QLineEdit*> LeftFields; // left, not yet looked after

@@ -281,6 +281,7 @@ TEST_F(MainWindowViewsTest, TheBoxOfASingleDrawingIsAlsoInTheReport)
 
 TEST_F(MainWindowViewsTest, DeletedDrawingsGoToTheTrashAndComeBack)
 {
+    std::filesystem::create_directories(Place.Folder / "data");
     qputenv("XDG_DATA_HOME", QByteArray::fromStdString((Place.Folder / "data").string()));
     PutDrawing("a.dxf");
     PutDrawing("b.dxf");
@@ -290,9 +291,11 @@ TEST_F(MainWindowViewsTest, DeletedDrawingsGoToTheTrashAndComeBack)
     QTest::keyClick(Window->List1, Qt::Key_Delete);
     EXPECT_FALSE(std::filesystem::exists(Drawings / "a.dxf"));
     EXPECT_TRUE(std::filesystem::exists(Drawings / "b.dxf"));
+    EXPECT_TRUE(std::filesystem::exists(Place.Folder / "data" / "Trash" / "files" / "a.dxf"));
     Window->List1->setFocus();
     QTest::keyClick(Window->List1, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(std::filesystem::exists(Drawings / "a.dxf"));
+    EXPECT_FALSE(std::filesystem::exists(Place.Folder / "data" / "Trash" / "info" / "a.dxf.trashinfo"));
     qunsetenv("XDG_DATA_HOME");
 }
 

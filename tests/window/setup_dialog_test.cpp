@@ -438,5 +438,25 @@ TEST_F(SetupDialogForm, TabKeyReachesEveryControl)
     });
 }
 
+// OK lets events run before it is through.
+TEST_F(SetupDialogForm, APressOfSetupWhileItClosesOpensNothing)
+{
+    Start();
+    Shell.Timer1 = true;
+    static int presses;
+    presses = 0;
+    InDialog(ShowSetup, [](QDialog& dialog) {
+        Events.Pump = [] {
+            if (++presses == 1)
+                ShowSetup();
+        };
+        Click(dialog, "PrefOK");
+        Events.Pump = nullptr;
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_GE(presses, 1);
+    EXPECT_TRUE(Shell.Timer1);
+}
+
 } // namespace
 } // namespace kv
