@@ -31,6 +31,7 @@
 #include "state/shell_state.h"
 #include "window/about_dialog.h"
 #include "window/dialogs.h"
+#include "window/edge_style.h"
 #include "window/main_window.h"
 #include "window/opt_set_dialog.h"
 #include "window/setup_dialog.h"
@@ -43,6 +44,7 @@ namespace fs = std::filesystem;
 
 constexpr double Noon = 12 * 3600; // seconds since midnight
 constexpr double StepOfClock = 0.01;
+constexpr int MoreLines = 96; // pixels that the list is higher than it must be
 
 fs::path Shop, Target;
 
@@ -113,6 +115,7 @@ struct ShownWindow {
         Window.ShowLoaded();
         Window.LoadDr.stop();
         Window.Timer1.stop();
+        Window.resize(Window.LeastSize() + QSize(0, MoreLines));
         Window.show();
         RefreshFileList();
         Settle();
@@ -311,7 +314,9 @@ int main(int argc, char** argv)
         std::fputs("window_pictures EXAMPLES FOLDER [panes|dark-panes]\n", stderr);
         return 2;
     }
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    auto* const style = new EdgeStyle;
+    style->setBaseStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(style);
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     Clock.SecondsSinceMidnight = AskedClock;
     Clock.Pause = [](double) {};

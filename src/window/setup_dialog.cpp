@@ -368,6 +368,9 @@ void SetupDialog::Open()
     OpenSetup();
     ShowSettings();
     Tabs->setCurrentIndex(0);
+    // Which fields are in sight has changed; the first time no layout below the scroll areas knows of it.
+    for (QWidget* const widget : findChildren<QWidget*>())
+        widget->updateGeometry();
     CentreOnScreen(*this);
     exec();
     IsOpen = false;

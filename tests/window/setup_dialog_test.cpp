@@ -458,5 +458,22 @@ TEST_F(SetupDialogForm, APressOfSetupWhileItClosesOpensNothing)
     EXPECT_TRUE(Shell.Timer1);
 }
 
+TEST_F(SetupDialogForm, OpensEachTimeAsWideAsItsPathsNeed)
+{
+    Start();
+    int first = 0;
+    for (int time = 0; time < 3; ++time) {
+        InDialog(ShowSetup, [&first, time](QDialog& dialog) {
+            const auto& path = Get<QLineEdit>(dialog, "DXFPath(0)");
+            EXPECT_GE(path.width(), 52 * path.fontMetrics().averageCharWidth());
+            EXPECT_LT(dialog.width(), 2 * path.width()); // and no field that is not in sight counts
+            if (time == 0)
+                first = dialog.width();
+            EXPECT_EQ(dialog.width(), first) << time;
+            Click(dialog, "PrefCan");
+        });
+    }
+}
+
 } // namespace
 } // namespace kv
