@@ -61,7 +61,7 @@ void RunJobOfList(const std::string& path)
     ShowGraphicOfList();
     RestMeters();
     CountFinishedJob();
-    RefreshStates();
+    RefreshStateOf(Run.SourceFile);
 }
 
 void RunJobs(const std::vector<std::string>& paths)

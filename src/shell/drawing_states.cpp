@@ -26,7 +26,7 @@ using Steady = std::chrono::steady_clock;
 
 constexpr std::string_view FileHead = "Korvanti drawing states ";
 constexpr std::string_view FileVersion = "1";
-constexpr std::string_view WrittenWord = "written", FailedWord = "failed";
+constexpr std::string_view WrittenWord = "written", FailedWord = "failed", NothingWord = "nothing";
 constexpr std::uint64_t LargestFile = std::uint64_t{64} << 20; // bytes
 constexpr std::size_t MostRecords = 100'000;                   // the oldest are forgotten
 constexpr std::size_t QuickRecords = 2'000;                    // that are written after each run
@@ -37,7 +37,7 @@ constexpr std::size_t MinuteLetters = 5; // "09:05", a blank after the date
 
 struct Record {
     std::string Path, Stamp, Ended, Cause;
-    bool Failed = false;
+    std::string Outcome; // one of the three words
     std::vector<std::string> Programs;
     unsigned long Order = 0; // in which the jobs ended
 };
@@ -88,12 +88,12 @@ bool ReadRecord(std::string_view line, Record& record)
 {
     const std::vector<std::string_view> fields = FieldsOf(line);
     if (fields.size() < FieldsAhead || fields[0].empty() ||
-        (fields[3] != WrittenWord && fields[3] != FailedWord))
+        (fields[3] != WrittenWord && fields[3] != FailedWord && fields[3] != NothingWord))
         return false;
     record.Path = PathFromUtf8(fields[0]);
     record.Stamp = fields[1];
     record.Ended = fields[2];
-    record.Failed = fields[3] == FailedWord;
+    record.Outcome = fields[3];
     record.Cause = AnsiFromUtf8(fields[4]);
     for (std::size_t i = FieldsAhead; i < fields.size(); ++i)
         record.Programs.push_back(PathFromUtf8(fields[i]));
@@ -103,8 +103,7 @@ bool ReadRecord(std::string_view line, Record& record)
 std::string LineOfRecord(const Record& record)
 {
     std::string line = OneField(record.Path) + '\t' + OneField(record.Stamp) + '\t' + OneField(record.Ended) +
-                       '\t' + std::string(record.Failed ? FailedWord : WrittenWord) + '\t' +
-                       OneField(record.Cause);
+                       '\t' + record.Outcome + '\t' + OneField(record.Cause);
     for (const std::string& program : record.Programs)
         line += '\t' + OneField(program);
     return line + '\n';
@@ -204,7 +203,9 @@ DrawingState StateOfDrawing(std::string_view path, std::string_view stamp)
     const Record& record = found->second;
     if (record.Stamp != stamp)
         return {DrawingIs::Changed, "changed"};
-    if (record.Failed)
+    if (record.Outcome == NothingWord)
+        return {DrawingIs::WithoutProgram, "no program"};
+    if (record.Outcome == FailedWord)
         return {DrawingIs::Failed, record.Cause.empty() ? "failed" : "failed: " + record.Cause};
     const Record* const other = ReplacerOf(key, record);
     if (other == nullptr)
@@ -219,15 +220,17 @@ void NoteStateOfJob(const std::string& drawing, std::string_view began)
     Record record;
     record.Path = drawing;
     record.Ended = LocalDateAndTime();
-    record.Failed = Run.RunFailed != False;
-    if (record.Failed)
+    const bool failed = Run.RunFailed != False;
+    record.Outcome = failed ? FailedWord : JobGaveProgram() ? WrittenWord : NothingWord;
+    if (failed)
         record.Cause = CauseOfFailure(drawing);
     DirectoryEntry entry;
-    if (ReadEntryOf(drawing, entry).Is == Presence::NotThere)
+    const Presence there = ReadEntryOf(drawing, entry).Is;
+    if (there == Presence::NotThere)
         return; // what is not there has no row
-    if (TimeOf(entry) <= began)
+    if (there == Presence::There && TimeOf(entry) <= began)
         record.Stamp = StampOfDrawing(entry);
-    if (!record.Failed)
+    if (!failed)
         record.Programs = JobPrograms();
     TakeRecord(std::move(record));
     ForgetOldest();
@@ -239,9 +242,9 @@ void NoteLateFailures()
 {
     for (const std::string& path : Run.FailedDrawings) {
         const auto found = Records.find(UpperCase(path));
-        if (found == Records.end() || found->second.Failed)
+        if (found == Records.end() || found->second.Outcome == FailedWord)
             continue;
-        found->second.Failed = true;
+        found->second.Outcome = FailedWord;
         found->second.Cause = "its files could not be placed";
         Touched = true;
         ++Noted;

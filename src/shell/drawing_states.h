@@ -12,12 +12,12 @@ namespace kv {
 
 constexpr std::string_view StatesFile = "KVSTATES.TXT"; // beside KV90.INI
 
-enum class DrawingIs { Failed, Changed, New, Replaced, Written }; // as a list sorted by state has them
+enum class DrawingIs { Failed, WithoutProgram, Changed, New, Replaced, Written }; // as a list sorted by state has them
 
 struct DrawingState {
     DrawingIs Is = DrawingIs::New;
     std::string
-        Text; // CP1252: "written 03:10", "changed", "failed: ...", "same program as ..."; of new ones none
+        Text; // CP1252: "written 03:10", "changed", "failed: ...", "no program", "same program as ..."; of new ones none
 };
 
 // Size and local time of the last writing, as one text: two of a file are equal while it is not rewritten.

@@ -485,6 +485,17 @@ void RefreshStates()
     TellStates();
 }
 
+void RefreshStateOf(std::string_view drawing)
+{
+    const std::string name = FileNameOf(drawing);
+    if (!EqualIgnoringCase(FolderOf(drawing), FileList.LabDXFPath))
+        return;
+    for (FileRow& row : FileList.Rows)
+        if (!row.Stamp.empty() && EqualIgnoringCase(Cell(row, LongColumn), name))
+            row.State = StateOfDrawing(drawing, row.Stamp);
+    TellStates();
+}
+
 void SelectNewAndChanged()
 {
     RefreshStates();

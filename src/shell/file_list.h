@@ -75,6 +75,8 @@ void ResizeFileColumn(int column, double width);
 void LoadFileColumnWidths();
 // The states of the rows anew, when any was noted or a day has begun.
 void RefreshStates();
+// Of the rows of one drawing alone.
+void RefreshStateOf(std::string_view drawing);
 // Selects the drawings that were never converted or have changed since, and no other.
 void SelectNewAndChanged();
 // The key Space: the list index moves one on, and stays on the last row.

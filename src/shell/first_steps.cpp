@@ -4,8 +4,11 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "shell/control_tables.h"
 #include "shell/file_list.h"
+#include "shell/main_window_rules.h"
 #include "shell/setup_rules.h"
+#include "shell/start_up.h"
 #include "state/report.h"
 #include "state/settings.h"
 #include "state/shell_state.h"
@@ -35,6 +38,11 @@ std::string ProgramFolder()
 std::string NotThereLine(const std::string& folder)
 {
     return folder.empty() ? std::string() : ShownPath(folder) + " is not there.";
+}
+
+std::string_view NameOfControl()
+{
+    return FindControl("SetUp", "FlgDDS(" + WholeText(SelectedSystem()) + ")")->Caption;
 }
 
 void TellNotMade(const std::string& path, const std::string& cause)
@@ -74,13 +82,21 @@ FirstSteps FirstStepsNow()
     steps.ChooseControl = !IsThere(programs);
     if (steps.ChooseControl) {
         add(NotThereLine(programs));
-        add("Choose the folder of the control.");
+        add("Choose the folder of the control (" + std::string(NameOfControl()) + "; Setup has the others).");
     }
     steps.MakeIndex = !steps.ChooseControl && SelectedSystem() == 0 &&
                       AskFile(programs + std::string(IndexName)).Is == Presence::NotThere;
     if (steps.MakeIndex)
         add("The folder of the control has no INDICE.PRG.");
+    steps.SetOrder = !EvolutionFramesShown() && Trim(Config.Sequence).empty();
+    if (steps.SetOrder)
+        add("No operation has a place in the sequence: programs would be empty.");
     return steps;
+}
+
+void UseUsualOrder()
+{
+    StoreSequence({SequencePlace('V'), SequencePlace('G'), SequencePlace('H'), SequencePlace('R')});
 }
 
 void ChangeProgramFolder(std::string_view folder)

@@ -12,6 +12,7 @@ struct FirstSteps {
     std::vector<std::string> Lines; // CP1252; for people
     bool ChooseControl = false;     // the destination path leads to no folder
     bool MakeIndex = false;         // of the CNC90/WINNER90: it has no INDICE.PRG
+    bool SetOrder = false;          // no operation has a place in the sequence: programs would be empty
     bool CopyExamples = false;      // the source folder is there and examples came with the program
 };
 // By the settings and the disk as they are now.
@@ -21,6 +22,8 @@ FirstSteps FirstStepsNow();
 void ChangeProgramFolder(std::string_view folder);
 // An empty INDICE.PRG in the program folder; one that is there stays.
 void MakeIndexFile();
+// Vertical bores, grooves, horizontal bores, routes.
+void UseUsualOrder();
 // Into the source folder; drawings that are there stay. What cannot be copied is reported.
 void CopyExampleDrawings();
 // Of the installed program or the tree that it was built in; empty: none.

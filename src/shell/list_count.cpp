@@ -50,9 +50,9 @@ void TellListCount()
     if (RunningList.Total == 0)
         return;
     const long long failed = std::min(FailedOfRun(), RunningList.Done);
-    Tell(Message::ListEnded, {{"written", RunningList.Done - failed},
-                              {"failed", failed},
-                              {"left", RunningList.Total - RunningList.Done}});
+    Tell(Message::ListEnded, {{"written", WithCommas(RunningList.Done - failed)},
+                              {"failed", WithCommas(failed)},
+                              {"left", WithCommas(RunningList.Total - RunningList.Done)}});
 }
 
 std::string WithCommas(long long number)

@@ -22,7 +22,7 @@ struct CountedList {
 };
 // A drawing of the list has ended, or one that was placed later has failed after all.
 void CountFinishedJob();
-// The report's last line of a list, "49 written, 1 failed, 4951 not begun"; of a single drawing none.
+// The report's last line of a list, "49 written, 1 failed, 4,951 not begun"; of a single drawing none.
 void TellListCount();
 
 std::string WithCommas(long long number); // "4,951"

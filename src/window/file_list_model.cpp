@@ -19,6 +19,8 @@ QString SignOf(DrawingIs state)
     switch (state) {
     case DrawingIs::Failed:
         return QStringLiteral("\u2717 ");
+    case DrawingIs::WithoutProgram:
+        return QStringLiteral("\u2013 ");
     case DrawingIs::Changed:
         return QStringLiteral("\u25CF ");
     case DrawingIs::Replaced:

@@ -21,8 +21,9 @@ FirstStepsNotice::FirstStepsNotice(QWidget* list) : QWidget(list), Words(new QLa
     Drawings = Step("FirstDrawings", "Choose Drawings...", ChooseDrawings);
     Control = Step("FirstControl", "Choose Control...", ChooseControl);
     Index = Step("FirstIndex", "Make INDICE.PRG", MakeIndex);
+    Order = Step("FirstOrder", "Use V G H R", SetOrder);
     Examples = Step("FirstExamples", "Copy the Examples Here", CopyExamples);
-    for (QPushButton* const button : {Drawings, Control, Index, Examples})
+    for (QWidget* const button : Buttons())
         column->addWidget(button, 0, Qt::AlignHCenter);
     column->addStretch();
     list->installEventFilter(this);
@@ -59,6 +60,7 @@ void FirstStepsNotice::ShowSteps()
     Drawings->setVisible(true);
     Control->setVisible(steps.ChooseControl);
     Index->setVisible(steps.MakeIndex);
+    Order->setVisible(steps.SetOrder);
     Examples->setVisible(steps.CopyExamples);
     FillList();
 }
@@ -66,7 +68,7 @@ void FirstStepsNotice::ShowSteps()
 void FirstStepsNotice::ShowNothingFound()
 {
     Words->setText(QStringLiteral("No name holds these words."));
-    for (QPushButton* const button : {Drawings, Control, Index, Examples})
+    for (QWidget* const button : Buttons())
         button->hide();
     FillList();
 }

@@ -17,9 +17,12 @@ class FirstStepsNotice : public QWidget {
     // By the settings and the disk as they are now, or that the filter leaves nothing.
     void ShowSteps();
     void ShowNothingFound();
-    QList<QWidget*> Buttons() const { return {Drawings, Control, Index, Examples}; } // in the order of Tab
+    QList<QWidget*> Buttons() const
+    {
+        return {Drawings, Control, Index, Order, Examples};
+    } // in the order of Tab
 
-    std::function<void()> ChooseDrawings, ChooseControl, MakeIndex, CopyExamples;
+    std::function<void()> ChooseDrawings, ChooseControl, MakeIndex, SetOrder, CopyExamples;
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -29,7 +32,7 @@ class FirstStepsNotice : public QWidget {
     void FillList();
 
     QLabel* Words;
-    QPushButton *Drawings, *Control, *Index, *Examples;
+    QPushButton *Drawings, *Control, *Index, *Order, *Examples;
 };
 
 } // namespace kv

@@ -19,6 +19,7 @@
 #include "platform/folder_events.h"
 #include "platform/paths.h"
 #include "platform/stop_requests.h"
+#include "platform/taskbar.h"
 #include "shell/autostart.h"
 #include "shell/control_tables.h"
 #include "shell/conversion_start.h"
@@ -298,7 +299,13 @@ void MainWindow::ShowState()
     Start->setEnabled(Shell.StartEnabled);
     Defaults.Frame2->setEnabled(Shell.Frame2Enabled);
     BtnAbort->setVisible(Shell.BtnAbortShown);
-    setWindowTitle(Shown(TitleOfRun()));
+    if (const QString title = Shown(TitleOfRun()); title != windowTitle()) {
+        setWindowTitle(title);
+        if (OnScreen && isVisible())
+            ShowTaskbarProgress(winId(), RunningList.Done, RunningList.Total, RunningList.Failed > 0);
+    }
+    Folder->Recent->setEnabled(!Shell.RunActive);
+    FirstSteps->setEnabled(!Shell.RunActive);
     // Hidden only after it has been seen: it is made long before it is shown.
     if (!Shell.Form1Shown && isVisible())
         hide();

@@ -120,6 +120,10 @@ void MainWindow::WireFirstSteps()
     }
     setTabOrder(before, List2);
     FirstSteps->MakeIndex = MakeIndexFile;
+    FirstSteps->SetOrder = [this] {
+        UseUsualOrder();
+        Defaults.Sequence->ShowStored();
+    };
     FirstSteps->CopyExamples = CopyExampleDrawings;
 }
 
@@ -139,6 +143,7 @@ void MainWindow::LoadViews()
     FilterShown->setChecked(StoredOfView(ViewsSection, "Filter") == "1");
     FoldersShown->setChecked(StoredOfView(ViewsSection, "Folders") == "1");
     ViewsTouched = false;
+    List1->setFocus(); // a filter that was left on does not take the first keys
     LoadProgramPane();
 }
 

@@ -20,6 +20,13 @@ bool IsCutList(const std::string& path)
     return path.ends_with(".PTS");
 }
 
+// It holds times, so that two runs never leave the same one, and it may be deleted at any time: whole or not
+// at all is what it owes.
+bool IsStates(const std::string& path)
+{
+    return path.ends_with("/KVSTATES.TXT");
+}
+
 // A file that processes lock stays where it is for ever: one that were taken away could be locked twice.
 bool IsLock(const std::string& path)
 {
@@ -162,11 +169,27 @@ void JudgeCutList(const Reference& reference, const Tree& now, const std::string
 
 } // namespace
 
+void JudgeStates(const Tree& now, const std::string& path, Findings& findings)
+{
+    constexpr int fieldsOfALine = 5;
+    const std::string text = Text(now, path);
+    bool isWhole = text.starts_with("Korvanti drawing states 1\n") && text.ends_with("\n");
+    std::size_t at = text.find('\n') + 1;
+    while (isWhole && at < text.size()) {
+        const std::size_t end = text.find('\n', at);
+        const auto line = std::string_view(text).substr(at, end - at);
+        isWhole = std::count(line.begin(), line.end(), '\t') >= fieldsOfALine - 1;
+        at = end + 1;
+    }
+    if (!isWhole)
+        findings.push_back(path + ": no whole list of states");
+}
+
 Findings StraysIn(const Reference& reference, const Tree& now)
 {
     Findings strays;
     for (const auto& [path, bytes] : now) {
-        if (!IsKnown(reference, path) && !IsTrigger(path) && !IsLock(path))
+        if (!IsKnown(reference, path) && !IsTrigger(path) && !IsLock(path) && !IsStates(path))
             strays.push_back(NameOfStray(path) + ": left over");
     }
     return strays;
@@ -180,6 +203,10 @@ Findings JudgeKept(const Reference& reference, const Tree& now)
             findings.push_back(path + ": lost");
     }
     for (const auto& [path, bytes] : now) {
+        if (IsStates(path)) {
+            JudgeStates(now, path, findings);
+            continue;
+        }
         if (!IsKnown(reference, path) || IsTrigger(path) || IsLock(path) || reference.Volatile.contains(path))
             continue;
         if (IsIndex(path))
@@ -200,7 +227,7 @@ Findings JudgeDone(const Reference& reference, const Tree& now, int runs, int ro
     Findings findings;
     for (const auto& [path, bytes] : wanted) {
         const auto found = now.find(path);
-        if (IsLock(path))
+        if (IsLock(path) || IsStates(path))
             continue;
         if (found == now.end())
             findings.push_back(path + ": missing");
@@ -211,7 +238,9 @@ Findings JudgeDone(const Reference& reference, const Tree& now, int runs, int ro
             findings.push_back(path + ": differs");
     }
     for (const auto& [path, bytes] : now) {
-        if (!wanted.contains(path) && !IsLock(path))
+        if (IsStates(path))
+            JudgeStates(now, path, findings);
+        else if (!wanted.contains(path) && !IsLock(path))
             findings.push_back((IsTrigger(path) ? path : NameOfStray(path)) + ": left over");
     }
     return findings;

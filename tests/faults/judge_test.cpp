@@ -107,6 +107,22 @@ TEST_F(Judges, FindPartsOfFilesAndFilesThatAreGone)
     ExpectFound(SettingsPlace + ": lost");
 }
 
+TEST_F(Judges, FindHalfAListOfStatesAndNoOther)
+{
+    const std::string place = "HOME/KVSTATES.TXT", head = "Korvanti drawing states 1\n";
+    const std::string line = "IN/DOOR.DXF\t5 2026-01-01 00:00:00\t2026-01-01 00:00:01\twritten\t\tD/OOR\n";
+    for (const std::string& whole : {head, head + line, head + line + line}) {
+        Now[place] = whole;
+        EXPECT_EQ(JudgeKept(Known, Now), Findings{}) << whole;
+        EXPECT_EQ(StraysIn(Known, Now), Findings{}) << whole;
+    }
+    for (const std::string& half : {std::string(), head.substr(0, 9), head + line.substr(0, 20),
+                                    head + line.substr(0, line.size() - 1), line, head + "\n"}) {
+        Now[place] = half;
+        ExpectFound(place + ": no whole list of states");
+    }
+}
+
 TEST_F(Judges, FindLostRowsAndAHeadThatDoesNotCount)
 {
     Now[CutListPlace] = "2.00, 1,M\r\nnew row\r\n";

@@ -90,6 +90,18 @@ TEST_F(DrawingStates, AFailureHasItsFirstFault)
     EXPECT_EQ(StateOf("A.DXF").Text, "failed: Part BORDER or BORDER Layer NOT Found!!!");
 }
 
+TEST_F(DrawingStates, ADrawingThatGivesNoProgramIsNotWritten)
+{
+    Put("A.DXF", test::Drawing(test::Polyline("BORDER_Z18", {{0, 0}, {600, 0}, {600, 400}, {0, 400}},
+                                              test::Pair(70, "1")) +
+                               test::Instructions({"NOCODE"})));
+    Convert({"A.DXF"});
+    EXPECT_EQ(StateOf("A.DXF").Is, DrawingIs::WithoutProgram) << Here.ReportText();
+    EXPECT_EQ(StateOf("A.DXF").Text, "no program");
+    LoadDrawingStates();
+    EXPECT_EQ(StateOf("A.DXF").Text, "no program");
+}
+
 TEST_F(DrawingStates, AProgramOfTwoDrawingsIsTheLastOnes)
 {
     const std::string name = test::Instructions({"NAME=SAME"});

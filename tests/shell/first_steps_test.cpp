@@ -16,6 +16,7 @@ class FirstStepsOfList : public Unattended {
         Programs = Here.Folder / "control";
         std::filesystem::create_directories(Programs);
         DestinationPath(0) = FromHostPath(Programs.string() + "/");
+        Config.Sequence = "VGHR";
     }
     static bool Says(const std::string& line) { return std::ranges::count(FirstStepsNow().Lines, line) == 1; }
     std::filesystem::path Programs;
@@ -44,7 +45,7 @@ TEST_F(FirstStepsOfList, TheControlsFolderIsToBeChosenWhereNoneIs)
     DestinationPath(0) = FromHostPath((Here.Folder / "gone").string());
     EXPECT_TRUE(FirstStepsNow().ChooseControl);
     EXPECT_FALSE(FirstStepsNow().MakeIndex);
-    EXPECT_TRUE(Says("Choose the folder of the control."));
+    EXPECT_TRUE(Says("Choose the folder of the control (CNC90/WINNER90; Setup has the others)."));
     ChangeProgramFolder(FromHostPath(Programs.string()));
     EXPECT_EQ(DestinationPath(0), FromHostPath(Programs.string() + "/"));
     EXPECT_FALSE(FirstStepsNow().ChooseControl);
@@ -75,6 +76,20 @@ TEST_F(FirstStepsOfList, AMadeIndexTakesThePrograms)
     StartConversion();
     EXPECT_EQ(Shell.FailedJobs, 0) << Here.ReportText();
     EXPECT_NE(Here.Read(Programs / "INDICE.PRG"), "");
+}
+
+TEST_F(FirstStepsOfList, AnEmptySequenceGetsTheUsualOrder)
+{
+    EXPECT_FALSE(FirstStepsNow().SetOrder);
+    Config.Sequence = "  ";
+    EXPECT_TRUE(FirstStepsNow().SetOrder);
+    UseUsualOrder();
+    EXPECT_EQ(Config.Sequence, "VGHR");
+    EXPECT_FALSE(FirstStepsNow().SetOrder);
+    Config.Sequence.clear();
+    Config.Winner90 = false;
+    Config.GenesisEV = true;
+    EXPECT_FALSE(FirstStepsNow().SetOrder); // it has no sequence
 }
 
 TEST_F(FirstStepsOfList, ExamplesAreCopiedAndNoDrawingIsReplaced)

@@ -28,6 +28,15 @@ TEST_F(ListCounts, TheTitleNamesFailuresWhenThereAreSome)
     RunningList = {};
 }
 
+TEST_F(ListCounts, TheLastLineHasCommas)
+{
+    const CountedList counted(5000);
+    CountFinishedJob();
+    TellListCount();
+    ReportMessage(2, "");
+    EXPECT_EQ(Here.Lines.back(), "1 written, 0 failed, 4,999 not begun");
+}
+
 TEST_F(ListCounts, ASingleDrawingIsNoList)
 {
     const CountedList counted(1);

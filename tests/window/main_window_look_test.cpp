@@ -474,6 +474,32 @@ TEST_F(MainWindowLookTest, SizeAndMaximisedStateAreKept)
     Window->showNormal();
 }
 
+TEST_F(MainWindowLookTest, ASizeOfAScreenThatIsGoneIsCutToThisOne)
+{
+    for (const char* const stored :
+         {"WidthPixel=5000\r\nHeightPixel=4000\r\n", "WidthPixel=wide\r\nHeightPixel=-3\r\n",
+          "WidthPixel=99999999999\r\nHeightPixel=1\r\n", "Maximised=yes\r\n"}) {
+        Open();
+        Window->RestorePosition();
+        const QSize first = Window->size();
+        Window->AskToClose();
+        Window.reset();
+        Shell = {};
+        Place.Write("config/korvanti/user.ini", std::string("[ZLT\\KVFrmViews]\r\n") + stored);
+        Open();
+        Window->RestorePosition();
+        const QSize screen = Window->screen()->availableSize();
+        EXPECT_LE(Window->width(), std::max(screen.width(), first.width())) << stored;
+        EXPECT_LE(Window->height(), std::max(screen.height(), first.height())) << stored;
+        EXPECT_GE(Window->width(), Window->minimumWidth()) << stored;
+        EXPECT_FALSE(Window->isMaximized()) << stored;
+        Window->AskToClose();
+        Window.reset();
+        Shell = {};
+        std::filesystem::remove_all(Place.Folder / "config");
+    }
+}
+
 TEST_F(MainWindowLookTest, TipsWrapAtBlanksAndLoseNothing)
 {
     const QString text = QStringLiteral(
