@@ -15,12 +15,6 @@
 
 namespace kv {
 
-namespace {
-
-constexpr char NameSeparator = '\xFF';
-
-} // namespace
-
 Int SystemOfJob(int system)
 {
     return system == SystemOfSettings ? SelectedSystem() : static_cast<Int>(system);
@@ -58,7 +52,7 @@ std::string RunJobLine(std::string jobLine, std::string_view outputName, Int sys
     Run.RunFailed = False;
     Run.ControlType = system;
     if (!outputName.empty()) {
-        jobLine += NameSeparator;
+        jobLine += PartSeparator;
         jobLine += outputName;
     }
     BeginDrawing();

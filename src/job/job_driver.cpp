@@ -57,8 +57,6 @@ StageHooks Stages;
 
 namespace {
 
-constexpr char PartSeparator = '\xFF'; // between the file and the part name of a job line
-
 // Settles SourceFile, SourceName, SourceFolder and PartName.
 void ReadJobLine(std::string& jobLine)
 {

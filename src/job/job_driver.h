@@ -6,6 +6,8 @@
 
 namespace kv {
 
+constexpr char PartSeparator = '\xFF'; // between drawing and output of a job line
+
 // Told when a stage of the conversion is done; `trace` looks at the arrays there.
 struct StageHooks {
     void (*Done)(std::string_view stage) = nullptr;

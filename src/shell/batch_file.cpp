@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "job/job_driver.h"
 #include "platform/nearest_letters.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
@@ -17,7 +18,6 @@ namespace kv {
 
 namespace {
 
-constexpr char PartSeparator = '\xFF'; // between drawing and output of a job line
 constexpr std::string_view LineEnds = "\r\n";
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 

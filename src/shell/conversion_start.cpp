@@ -112,6 +112,14 @@ void RunList(const std::vector<std::string>& paths)
     ShellChanged();
 }
 
+// Of the drawing that the line names, whose extension may be missing.
+std::string StampOfJobLine(const std::string& jobLine)
+{
+    const std::string path = jobLine.substr(0, jobLine.find(PartSeparator));
+    const std::string stamp = StampOnDisk(path);
+    return stamp.empty() ? StampOnDisk(path + ".DXF") : stamp;
+}
+
 } // namespace
 
 ActiveRun::ActiveRun(StartedBy starter)
@@ -159,14 +167,14 @@ void PrepareList()
 void RunJobLine(std::string jobLine, Int system, std::string_view identity)
 {
     SetJobIdentity(std::string(identity));
-    const std::string began = LocalDateAndTime();
+    const std::string before = StampOfJobLine(jobLine);
     Run.ControlType = system;
     Run.RunFailed = False; // the driver does not convert while the last failure stands
     ProcessDrawingFile(jobLine);
     if (Run.RunFailed != False)
         ++Shell.FailedJobs;
     NoteProgramsOfJob(Run.SourceFile);
-    NoteStateOfJob(Run.SourceFile, began);
+    NoteStateOfJob(Run.SourceFile, before);
     SetJobIdentity({});
 }
 

@@ -215,7 +215,13 @@ DrawingState StateOfDrawing(std::string_view path, std::string_view stamp)
             "same program as " + ShownPath(isBeside ? FileNameOf(other->Path) : other->Path)};
 }
 
-void NoteStateOfJob(const std::string& drawing, std::string_view began)
+std::string StampOnDisk(const std::string& drawing)
+{
+    DirectoryEntry entry;
+    return ReadEntryOf(drawing, entry).Is == Presence::There ? StampOfDrawing(entry) : std::string();
+}
+
+void NoteStateOfJob(const std::string& drawing, const std::string& before)
 {
     Record record;
     record.Path = drawing;
@@ -224,12 +230,11 @@ void NoteStateOfJob(const std::string& drawing, std::string_view began)
     record.Outcome = failed ? FailedWord : JobGaveProgram() ? WrittenWord : NothingWord;
     if (failed)
         record.Cause = CauseOfFailure(drawing);
-    DirectoryEntry entry;
-    const Presence there = ReadEntryOf(drawing, entry).Is;
-    if (there == Presence::NotThere)
+    const std::string now = StampOnDisk(drawing);
+    if (now.empty())
         return; // what is not there has no row
-    if (there == Presence::There && TimeOf(entry) <= began)
-        record.Stamp = StampOfDrawing(entry);
+    if (before == now)
+        record.Stamp = now;
     if (!failed)
         record.Programs = JobPrograms();
     TakeRecord(std::move(record));

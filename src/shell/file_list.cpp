@@ -539,15 +539,16 @@ void UndoDelete()
 {
     if (!MayUndoDelete())
         return;
+    const std::vector<TrashedFile> files = std::move(FileList.Trashed.back());
+    FileList.Trashed.pop_back(); // a report lets events run, which may delete again
     std::vector<TrashedFile> left;
-    for (const TrashedFile& file : FileList.Trashed.back()) {
+    for (const TrashedFile& file : files) {
         const FileOutcome outcome = FileListWindow.FromTrash(file.Place, file.Path);
         if (outcome.Ok())
             continue;
         TellAtOnce(Message::DrawingNotRestored, {{"file", ShownPath(file.Path)}, {"cause", outcome.Cause}});
         left.push_back(file);
     }
-    FileList.Trashed.pop_back();
     if (!left.empty())
         FileList.Trashed.push_back(std::move(left));
     RefreshFileList();

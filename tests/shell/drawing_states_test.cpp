@@ -15,7 +15,7 @@ class DrawingStates : public Unattended {
     {
         Unattended::SetUp();
         Clock.Now = [] { return Time; };
-        Time = "2036-03-01 09:05:00"; // no drawing of the test is younger
+        Time = "2036-03-01 09:05:00";
         LoadDrawingStates();
         Here.Lines.clear();
     }
@@ -77,7 +77,8 @@ TEST_F(DrawingStates, ADrawingThatIsSavedAgainIsChanged)
 TEST_F(DrawingStates, ADrawingThatIsSavedWhileItRunsIsChanged)
 {
     Put("A.DXF", BoredPanel());
-    Time = "2001-01-01 00:00:00"; // the job begins before the file's time
+    const test::AtStage look(
+        "final", [this] { Put("A.DXF", BoredPanel(test::Circle("VBORE_Z12F3000", 200, 50, 4))); });
     Convert({"A.DXF"});
     EXPECT_EQ(StateOf("A.DXF").Is, DrawingIs::Changed);
 }
