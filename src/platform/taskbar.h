@@ -5,8 +5,8 @@
 
 namespace kv {
 
-// `window`: the window's own number of the system. A total of 0 takes the progress away; with failures it is red.
-// A system without such a button does nothing, and so does one that refuses: it is an ornament.
+// `window`: the window's own number of the system. A total of 0 takes the progress away; with failures it is
+// red. A system without such a button does nothing, and so does one that refuses: it is an ornament.
 void ShowTaskbarProgress(std::uintptr_t window, long long done, long long total, bool failures);
 
 } // namespace kv
